@@ -1,0 +1,41 @@
+#pragma once
+// The application object, its bundle, its process and its user defaults.
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/MacTypes.h"
+
+namespace quorvane {
+
+class Application {
+ public:
+  virtual ~Application() = default;
+
+  /// -[NSProcessInfo beginActivityWithOptions:reason:]. False where the system hasn't got it.
+  virtual bool respondsToBeginActivity() = 0;
+  virtual void beginActivityWithOptions(std::uint64_t options, std::string_view reason) = 0;
+  virtual std::string bundleIdentifier() = 0;
+  /// The text of the main bundle's URL, as CFURLGetString gives it.
+  virtual std::string bundleURL() = 0;
+  /// Loads a nib of the main bundle. `awakeFromNib` stands for the objects inside: the host calls
+  /// it once they exist. False where there is no such nib.
+  virtual bool loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) = 0;
+  /// -[NSApplication run]: returns when the application stops.
+  virtual void run() = 0;
+  /// Ends the process, leaving nothing behind. A host of tests returns from it.
+  virtual void exit(int status) = 0;
+  virtual double NSAppKitVersionNumber() = 0;
+};
+
+class UserDefaults {
+ public:
+  virtual ~UserDefaults() = default;
+
+  virtual void setBool(bool value, std::string_view key) = 0;
+  /// False where the key isn't set.
+  virtual bool boolForKey(std::string_view key) = 0;
+};
+
+}  // namespace quorvane

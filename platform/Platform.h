@@ -1,0 +1,44 @@
+#pragma once
+// Everything that the logic asks for, gathered by `main` or by a test. All references outlive the
+// Process that is made with them.
+
+#include "platform/Application.h"
+#include "platform/CarbonEvents.h"
+#include "platform/Clock.h"
+#include "platform/Console.h"
+#include "platform/EventPosting.h"
+#include "platform/InputMethodKit.h"
+#include "platform/MessagePorts.h"
+#include "platform/ProcessManager.h"
+#include "platform/ResourceManager.h"
+#include "platform/Screens.h"
+#include "platform/SharedMemory.h"
+#include "platform/TextEncoding.h"
+#include "platform/TextInputSources.h"
+#include "platform/TextServicesManager.h"
+#include "platform/Workspace.h"
+
+namespace quorvane {
+
+struct Platform {
+  Application& application;
+  CarbonEvents& carbonEvents;
+  Clock& clock;
+  Console& console;
+  EventPosting& eventPosting;
+  InputMethodKit& inputMethodKit;
+  LogSink& log;
+  MessagePorts& messagePorts;
+  ProcessManager& processManager;
+  ResourceManager& resourceManager;
+  RunLoop& runLoop;
+  Screens& screens;
+  SharedMemory& sharedMemory;
+  TextEncoding& textEncoding;
+  TextInputSources& textInputSources;
+  TextServicesManager& textServicesManager;
+  UserDefaults& userDefaults;
+  Workspace& workspace;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,52 @@
+#pragma once
+// NSWorkspace: running applications, the one in front, and notice of their coming and going.
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+
+#include "platform/MacTypes.h"
+
+namespace quorvane {
+
+struct NSRunningApplication {
+  std::int32_t processIdentifier = 0;
+  std::string bundleIdentifier;  ///< empty: it has none
+  bool isActive = false;
+};
+
+enum class WorkspaceNotification {
+  DidLaunchApplication,
+  DidTerminateApplication,
+  DidActivateApplication
+};
+
+/// The user info of a notification.
+struct ApplicationNotification {
+  const NSRunningApplication* application = nullptr;  ///< "NSWorkspaceApplicationKey"; may be null
+  ProcessSerialNumber serialNumber;  ///< the two "NSApplicationProcessSerialNumber" keys
+};
+
+/// Destroying it unregisters.
+class Registration {
+ public:
+  virtual ~Registration() = default;
+};
+
+class Workspace {
+ public:
+  using Observer = std::function<void(const ApplicationNotification&)>;
+  virtual ~Workspace() = default;
+
+  /// Kept current by the host; reading it makes no system call. Valid until the run loop turns.
+  virtual std::span<const NSRunningApplication> runningApplications() = 0;
+  /// Null where nothing is in front.
+  virtual const NSRunningApplication* frontmostApplication() = 0;
+  virtual const NSRunningApplication* menuBarOwningApplication() = 0;
+  /// The observer is called on the run loop, in the order of registration.
+  [[nodiscard]] virtual std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
+                                                                  Observer observer) = 0;
+};
+
+}  // namespace quorvane

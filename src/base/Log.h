@@ -1,0 +1,52 @@
+#pragma once
+// The log. One line is put together from its pieces without an allocation; nothing happens at all
+// while the sink is off.
+
+#include <array>
+#include <charconv>
+#include <concepts>
+#include <string_view>
+
+#include "src/base/Process.h"
+
+namespace quorvane {
+
+/// Text that somebody typed, or that was read from somebody's document. Shown only where the person
+/// running the host asked for it.
+struct Private {
+  std::u16string_view text;
+};
+
+/// One line under construction; what doesn't fit its 512 bytes is cut.
+class LogLine {
+ public:
+  explicit LogLine(bool showPrivate) : showPrivate_(showPrivate) {}
+
+  void add(std::string_view text);
+  void add(const Private& text);
+  template <std::integral Number>
+  void add(Number number) {
+    std::array<char, 24> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    add(std::string_view(digits.data(), static_cast<std::size_t>(end.ptr - digits.data())));
+  }
+
+  [[nodiscard]] std::string_view text() const { return {bytes_.data(), size_}; }
+
+ private:
+  std::array<char, 512> bytes_;
+  std::size_t size_ = 0;
+  bool showPrivate_;
+};
+
+/// Log(process, "* * frontPID ", pid);
+template <class... Pieces>
+void Log(Process& process, const Pieces&... pieces) {
+  LogSink& sink = process.platform().log;
+  if (!sink.enabled) return;
+  LogLine line(sink.showPrivate);
+  (line.add(pieces), ...);
+  sink.writeLine(line.text());
+}
+
+}  // namespace quorvane
