@@ -37,7 +37,7 @@ inline constexpr std::int32_t kCFMessagePortIsInvalid = -3;
 inline constexpr std::int32_t kCFMessagePortTransportError = -4;
 
 /// The largest payload of one message, in bytes.
-inline constexpr std::size_t kMessagePayloadLimit = 64 * 1024;
+inline constexpr std::size_t kMessagePayloadLimit = std::size_t{64} * 1024;
 
 class MessagePorts {
  public:
