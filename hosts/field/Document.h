@@ -1,0 +1,112 @@
+#pragma once
+// The text of one text field: what its client calls and the keys passed on to it do to it.
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/InputMethodKit.h"
+
+namespace quorvane::field {
+
+struct Clipboard {
+  std::u16string text;
+  std::uint32_t changeCount = 0;
+};
+
+enum class ClientCallKind {
+  selectedRange,
+  insertText,
+  setMarkedText,
+  attributesForCharacterIndex,
+};
+
+/// One call of an input method on a document. `text` is valid while the observer runs.
+struct ClientCall {
+  ClientCallKind kind = ClientCallKind::selectedRange;
+  std::u16string_view text;
+  NSRange selectionRange;
+  NSRange replacementRange;
+};
+
+/// One readable line: `insertText "abc" {2,3}`, `setMarkedText "the" {5,0} {2,3}`. NSNotFound is
+/// written `-`; line feeds, tabs, quotes and backslashes in the text are escaped.
+std::string describe(const ClientCall& call);
+
+/// A text field. Marked text stands in the text. Everything is counted in UTF-16 units.
+class Document : public IMKTextInput {
+ public:
+  explicit Document(std::shared_ptr<Clipboard> clipboard = std::make_shared<Clipboard>());
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+
+  // What an input method calls. A replacement range that isn't wholly inside the text is refused:
+  // nothing changes. Any range with location NSNotFound means "where you are": the marked text, or
+  // failing that the selection.
+  NSRange selectedRange() override;
+  /// The text is no longer marked afterwards; the caret stands behind what was inserted.
+  void insertText(const std::u16string& text, NSRange replacementRange) override;
+  /// A selection range beyond the marked text is clamped to it. Empty text unmarks.
+  void setMarkedText(const std::u16string& text, NSRange selectionRange,
+                     NSRange replacementRange) override;
+  void attributesForCharacterIndex(std::uint64_t index, NSRect& lineHeightRectangle) override;
+
+  /// What a text field does with a key that was passed on to it. Key up does nothing. An arrow with
+  /// a selection goes to its end on that side; arrows, home and end move nothing while marked text
+  /// stands; up and down keep the column of the caret.
+  void applyKey(const NSEvent& event);
+
+  [[nodiscard]] const std::u16string& text() const { return text_; }
+  [[nodiscard]] NSRange selection() const { return selection_; }
+  [[nodiscard]] std::optional<NSRange> markedRange() const { return marked_; }
+  /// Replaces everything; nothing is marked, the caret stands at the end.
+  void setText(std::u16string text);
+  /// Clamped to the text. Marked text becomes plain text where it stands.
+  void select(NSRange range);
+
+  /// A closed document stays callable and drops what it is told.
+  void close() { closed_ = true; }
+  [[nodiscard]] bool closed() const { return closed_; }
+
+  /// How often insertText and setMarkedText were called, refused and dropped calls included.
+  [[nodiscard]] std::uint64_t clientCalls() const { return clientCalls_; }
+  /// How many of them were accepted.
+  [[nodiscard]] std::uint64_t clientChanges() const { return clientChanges_; }
+
+  /// The line rectangle of the insertion point, in screen coordinates. Height 0: can't tell.
+  NSRect lineRectangle{120, 600, 1, 16};
+  /// Told of each client call just before it is carried out.
+  std::function<void(const ClientCall&)> observer;
+
+ private:
+  void observe(const ClientCall& call) const;
+  [[nodiscard]] bool holds(NSRange range) const;
+  [[nodiscard]] NSRange target(NSRange replacementRange) const;
+  void replace(NSRange range, std::u16string_view text);
+  void insertOverTarget(std::u16string_view text);
+  void applyCommand(const NSEvent& event);
+  void copySelection();
+  void eraseSelectionOr(NSRange otherwise);
+  void applyControl(char16_t code);
+  void moveTo(std::uint64_t position) { selection_ = {position, 0}; }
+  void moveLeft();
+  void moveRight();
+  void moveToLine(bool down);
+  [[nodiscard]] std::uint64_t before(std::uint64_t position) const;
+  [[nodiscard]] std::uint64_t behind(std::uint64_t position) const;
+  [[nodiscard]] std::uint64_t lineStart(std::uint64_t position) const;
+  [[nodiscard]] std::uint64_t lineEnd(std::uint64_t position) const;
+
+  std::shared_ptr<Clipboard> clipboard_;
+  std::u16string text_;
+  NSRange selection_;
+  std::optional<NSRange> marked_;
+  bool closed_ = false;
+  std::uint64_t clientCalls_ = 0;
+  std::uint64_t clientChanges_ = 0;
+};
+
+}  // namespace quorvane::field

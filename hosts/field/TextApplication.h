@@ -1,0 +1,120 @@
+#pragma once
+// An application with text fields, driven by an input method: the way of a key from the keyboard to
+// the input method and, where that passes it on, to the document.
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/field/Document.h"
+#include "hosts/field/EventQueue.h"
+#include "platform/Clock.h"
+#include "platform/Console.h"
+
+namespace quorvane::field {
+
+/// What became of an event. The last two: the controller threw, and the document had not, or had
+/// already, been changed by a client call during the event.
+enum class Outcome { Consumed, PassedOn, PassedAfterError, ConsumedAfterError };
+
+std::string_view describe(Outcome outcome);
+
+struct Delivery {
+  bool withEventRef = true;  ///< false: a host without Carbon records
+  bool repeat = false;       ///< a key down is a repetition
+};
+
+/// What a trace is told once an event is over.
+struct EventReport {
+  const NSEvent& event;
+  Outcome outcome;
+  std::span<const std::string> clientCalls;  ///< in order, each as `describe` writes it
+  bool posted = false;                       ///< it came out of the queue
+};
+
+class TextApplication {
+ public:
+  /// How many posted events one event may bring along; what is above it is dropped and recorded.
+  static constexpr std::size_t kPostedEventLimit = 4096;
+
+  /// All references outlive the application.
+  TextApplication(Clock& clock, LogSink& log, EventQueue& queue);
+  TextApplication(const TextApplication&) = delete;
+  TextApplication& operator=(const TextApplication&) = delete;
+
+  /// Null: nobody handles events, all of them are passed on. Not owned. To be set before `focus`.
+  void setController(IMKInputController* controller);
+
+  /// Lives as long as the application, also when closed. The first one gets no focus by itself.
+  Document& addDocument();
+  [[nodiscard]] std::span<const std::unique_ptr<Document>> documents() const { return documents_; }
+  /// Null where nothing has the focus.
+  [[nodiscard]] Document* focused() const { return focused_; }
+  /// Deactivates the old document, activates the new one, and delivers what was posted by that.
+  /// Null takes the focus away. Nothing happens where the document has it already.
+  void focus(Document* document);
+
+  /// Key down and key up. The outcome is that of the key down.
+  Outcome press(std::u16string_view characters, std::uint16_t keyCode,
+                std::uint32_t modifierFlags = 0);
+  /// Presses the key that makes the character, or that is named by a classic code (13, 28 ...),
+  /// with `modifierFlags` in addition to those that it needs.
+  Outcome type(char32_t character, std::uint32_t modifierFlags = 0);
+  /// Mouse down and up at a place in the text: passed on, it sets the caret there.
+  Outcome click(std::uint64_t index);
+
+  /// One event: to the controller, then to the document unless consumed, then everything posted
+  /// meanwhile, in order. From within another delivery it goes the same way, and what was posted
+  /// waits until the outermost one has returned. Without focus the event is dropped: PassedOn.
+  Outcome deliver(const NSEvent& event) { return deliver(event, delivery); }
+  Outcome deliver(const NSEvent& event, const Delivery& how);
+  /// Delivers what was posted outside any event, by a message for instance.
+  void deliverPosted();
+  [[nodiscard]] bool delivering() const { return depth_ > 0; }
+
+  [[nodiscard]] Clipboard& clipboard() { return *clipboard_; }
+  /// Modifiers of the latest event in the classic mask.
+  [[nodiscard]] std::uint32_t currentKeyModifiers() const { return modifiers_; }
+  /// What went wrong: exceptions of the controller and floods of posted events; the latest hundred.
+  [[nodiscard]] const std::vector<std::string>& errors() const { return errors_; }
+
+  Delivery delivery;  ///< for every event that isn't delivered with its own
+  std::function<void(const EventReport&)> trace;
+  /// Told of each client call on any document just before it is carried out.
+  std::function<void(const Document&, const ClientCall&)> onClientCall;
+
+ private:
+  struct Progress {
+    Document& document;
+    std::uint64_t changes = 0;  ///< by client calls, nested deliveries left out
+    bool threw = false;
+    std::vector<std::string> calls;
+  };
+  void noteClientCall(const Document& document, const ClientCall& call);
+  [[nodiscard]] CarbonEvent carbonEvent(const NSEvent& event, const Delivery& how);
+  Outcome handle(const NSEvent& event, const Delivery& how, bool posted);
+  bool offer(const NSEvent& event, Progress& progress);
+  void passOn(const NSEvent& event, Document& document);
+  void guarded(const std::function<void()>& call);
+  void recordError(std::string message);
+
+  Clock& clock_;
+  LogSink& log_;
+  EventQueue& queue_;
+  IMKInputController* controller_ = nullptr;
+  std::shared_ptr<Clipboard> clipboard_ = std::make_shared<Clipboard>();
+  std::vector<std::unique_ptr<Document>> documents_;
+  Document* focused_ = nullptr;
+  std::uint32_t recognizedEvents_ = 0;
+  std::uint32_t modifiers_ = 0;
+  std::uint64_t clickIndex_ = 0;
+  std::vector<Progress*> progress_;
+  std::size_t depth_ = 0;
+  std::vector<std::string> errors_;
+};
+
+}  // namespace quorvane::field

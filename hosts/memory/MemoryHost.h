@@ -1,0 +1,55 @@
+#pragma once
+// The whole platform in memory, deterministic: what tests, scenarios and fuzzers stand the input
+// method on. Each test makes its own; it outlives the Process made on it.
+
+#include "hosts/field/TextApplication.h"
+#include "hosts/memory/MemoryApplication.h"
+#include "hosts/memory/MemoryClock.h"
+#include "hosts/memory/MemoryConsole.h"
+#include "hosts/memory/MemoryEvents.h"
+#include "hosts/memory/MemoryJournal.h"
+#include "hosts/memory/MemoryMainApplication.h"
+#include "hosts/memory/MemoryMessagePorts.h"
+#include "hosts/memory/MemoryProcesses.h"
+#include "hosts/memory/MemoryResources.h"
+#include "hosts/memory/MemorySharedMemory.h"
+#include "hosts/memory/MemoryTextServices.h"
+#include "platform/Platform.h"
+
+namespace quorvane::memory {
+
+/// Client calls on the documents of `text` count as platform calls and are in the journal.
+class MemoryHost {
+ public:
+  MemoryHost();
+  MemoryHost(const MemoryHost&) = delete;
+  MemoryHost& operator=(const MemoryHost&) = delete;
+
+  [[nodiscard]] Platform platform();
+  /// A turn of the run loop: workspace notifications, then messages, then posted events, until
+  /// nothing waits or the limits of one turn are reached.
+  void runPending();
+
+  MemoryJournal journal;
+  MemoryClock clock{journal};
+  MemoryConsole console{journal};
+  MemoryLogSink log;
+  MemoryApplication application{journal};
+  MemoryUserDefaults userDefaults{journal};
+  MemoryInputMethodKit inputMethodKit{journal};
+  MemoryProcesses processes{journal};
+  MemorySharedMemory sharedMemory{journal};
+  MemoryMessagePorts messagePorts{journal, clock};
+  MemoryResources resources{journal};
+  MemoryScreens screens{journal};
+  MemoryTextEncoding textEncoding{journal};
+  MemoryTextInputSources textInputSources{journal};
+  MemoryTextServicesManager textServicesManager{journal};
+  field::EventQueue queue;
+  MemoryEventPosting eventPosting{journal, queue};
+  MemoryCarbonEvents carbonEvents{journal};
+  field::TextApplication text{clock.quiet(), log, queue};
+  MemoryMainApplication mainApplication{clock, sharedMemory, processes, messagePorts};
+};
+
+}  // namespace quorvane::memory

@@ -1,0 +1,109 @@
+#pragma once
+// Message ports and the run loop in memory. Foreign servers are scripted; what is posted to the own
+// ports from outside waits for a turn of the run loop.
+
+#include <deque>
+#include <functional>
+#include <limits>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/memory/MemoryClock.h"
+#include "hosts/memory/MemoryJournal.h"
+#include "platform/MessagePorts.h"
+
+namespace quorvane::memory {
+
+/// A port of another process.
+struct MemoryServer {
+  /// Gets every message; its result is the reply to a waiting one.
+  std::function<std::optional<CFData>(std::int32_t id, const CFData& data)> answer;
+  double delayTicks = 0;  ///< until a reply is there
+  bool silent = false;    ///< takes messages, never replies: a waiting send times out
+  bool full = false;      ///< has no room: every send times out
+};
+
+struct SentMessage {
+  std::string port;
+  std::int32_t id = 0;
+  CFData data;
+  bool waiting = false;
+};
+
+class MemoryMessagePorts : public MessagePorts, public RunLoop {
+ public:
+  MemoryMessagePorts(MemoryJournal& journal, MemoryClock& clock);
+  ~MemoryMessagePorts() override;
+
+  std::shared_ptr<CFMessagePort> CFMessagePortCreateLocal(std::string_view name,
+                                                          CFMessagePortCallBack callback) override;
+  std::shared_ptr<CFMessagePort> CFMessagePortCreateRemote(std::string_view name) override;
+  std::shared_ptr<CFRunLoopSource> CFMessagePortCreateRunLoopSource(
+      const std::shared_ptr<CFMessagePort>& port) override;
+  std::int32_t CFMessagePortSendRequest(CFMessagePort& remote, std::int32_t messageId,
+                                        std::span<const std::uint8_t> data, double sendTimeout,
+                                        double receiveTimeout, CFData* reply) override;
+  CFRunLoop* CFRunLoopGetCurrent() override;
+  void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
+
+  // The script's side.
+  /// Another process serves `name` from now on; one that did has gone.
+  void serve(std::string_view name, MemoryServer server);
+  /// Its peer has gone: sends to it fail, and a new remote port can't be made.
+  void stopServing(std::string_view name);
+  /// Null where no other process serves it.
+  MemoryServer* server(std::string_view name);
+  /// A message from another process. False where this process doesn't serve the name on its run
+  /// loop. It is handled at the next turn. Without data the callback gets null.
+  bool post(std::string_view name, std::int32_t id, std::optional<CFData> data);
+  /// A turn of the run loop: handles what waits, also what comes in meanwhile, at most
+  /// `kTurnLimit` messages. Returns how many. A waiting send does the same, nested.
+  std::size_t runPending();
+  [[nodiscard]] std::size_t pending() const { return pending_.size(); }
+  /// A name that this process serves and that has `prefix`; empty where there is none.
+  [[nodiscard]] std::string servedName(std::string_view prefix) const;
+  /// Every send, the latest thousand.
+  [[nodiscard]] const std::deque<SentMessage>& sent() const { return sent_; }
+  void clearSent() { sent_.clear(); }
+  /// What a waiting send does besides its own messages: notifications, posted events.
+  std::function<void()> whileWaiting;
+
+  static constexpr std::size_t kTurnLimit = 4096;
+  bool createLocalFails = false;
+  bool createRunLoopSourceFails = false;
+  bool getCurrentFails = false;
+
+ private:
+  class LocalPort;
+  class RemotePort;
+  class Source;
+  struct Loop : CFRunLoop {
+    std::vector<std::shared_ptr<CFRunLoopSource>> sources;
+  };
+  struct Pending {
+    std::string name;
+    std::int32_t id = 0;
+    std::optional<CFData> data;
+  };
+  struct Peer;
+  [[nodiscard]] std::shared_ptr<LocalPort> servedOnLoop(std::string_view name) const;
+  std::int32_t send(RemotePort& port, const SentMessage& message, double sendTimeout,
+                    double receiveTimeout, CFData* reply);
+  std::int32_t await(RemotePort& port, const SentMessage& message, double receiveTimeout,
+                     CFData& reply);
+  std::int32_t sendToSelf(LocalPort& port, const SentMessage& message, CFData* reply);
+  void remember(const SentMessage& message);
+
+  MemoryJournal& journal_;
+  MemoryClock& clock_;
+  Loop loop_;
+  std::map<std::string, std::weak_ptr<LocalPort>, std::less<>> locals_;
+  std::map<std::string, std::shared_ptr<Peer>, std::less<>> peers_;
+  std::deque<Pending> pending_;
+  std::deque<SentMessage> sent_;
+};
+
+}  // namespace quorvane::memory

@@ -1,0 +1,87 @@
+#pragma once
+// Text services in memory: documents and window properties, input sources, screens, encodings.
+
+#include <map>
+#include <set>
+#include <vector>
+
+#include "hosts/icu/IcuTextEncoding.h"
+#include "hosts/memory/MemoryJournal.h"
+#include "platform/Screens.h"
+#include "platform/TextInputSources.h"
+#include "platform/TextServicesManager.h"
+
+namespace quorvane::memory {
+
+class MemoryTextServicesManager : public TextServicesManager {
+ public:
+  explicit MemoryTextServicesManager(MemoryJournal& journal) : journal_(journal) {}
+
+  std::uint64_t TSMGetActiveDocument() override;
+  OSStatus TSMGetDocumentProperty(std::uint64_t document, FourCharCode tag,
+                                  std::uint32_t& value) override;
+  std::uint64_t GetWindowProperty(std::uint64_t window) override;
+  void SetWindowProperty(std::uint64_t window, std::uint64_t session) override;
+  void SetComponentInstanceStorage(void* instance, std::uint64_t storage) override;
+
+  std::uint64_t activeDocument = 0;
+  std::map<std::uint64_t, std::map<FourCharCode, std::uint32_t>> documentProperties;
+  std::map<std::uint64_t, std::uint64_t> windowProperties;
+
+ private:
+  MemoryJournal& journal_;
+};
+
+class MemoryTextInputSources : public TextInputSources {
+ public:
+  explicit MemoryTextInputSources(MemoryJournal& journal) : journal_(journal) {}
+
+  OSStatus TISRegisterInputSource(const std::string& path) override;
+  std::vector<TISInputSourceRef> TISCreateInputSourceList(bool includeAllInstalled) override;
+  OSStatus TISEnableInputSource(TISInputSource& source) override;
+  OSStatus TISDisableInputSource(TISInputSource& source) override;
+  OSStatus TISSelectInputSource(TISInputSource& source) override;
+  TISInputSourceRef TISCopyCurrentKeyboardInputSource() override;
+
+  OSStatus registerResult = noErr;
+  std::vector<TISInputSourceRef> installed;
+  std::set<const TISInputSource*> enabled;
+  TISInputSourceRef current;
+
+ private:
+  OSStatus known(const TISInputSource& source) const;
+  MemoryJournal& journal_;
+};
+
+class MemoryScreens : public Screens {
+ public:
+  explicit MemoryScreens(MemoryJournal& journal) : journal_(journal) {}
+
+  std::span<const NSRect> screens() override;
+  NSRect HIWindowGetAvailablePositioningBounds() override;
+
+  std::vector<NSRect> frames{{0, 0, 1440, 900}};
+  NSRect positioningBounds{0, 22, 1440, 878};
+
+ private:
+  MemoryJournal& journal_;
+};
+
+class MemoryTextEncoding : public TextEncoding {
+ public:
+  explicit MemoryTextEncoding(MemoryJournal& journal) : journal_(journal) {}
+
+  std::ptrdiff_t TECConvertText(std::span<const std::uint8_t> roman, std::uint8_t* out,
+                                std::size_t capacity) override;
+  std::optional<std::u16string> initWithData(std::span<const std::uint8_t> bytes,
+                                             NSStringEncoding encoding) override;
+
+  bool convertFails = false;
+  bool decodeFails = false;
+
+ private:
+  MemoryJournal& journal_;
+  IcuTextEncoding encoding_;
+};
+
+}  // namespace quorvane::memory
