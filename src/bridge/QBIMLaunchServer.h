@@ -1,0 +1,61 @@
+#pragma once
+// Finding, waking and stopping the sibling processes. Nothing here allocates.
+
+#include <string_view>
+
+#include "src/base/Process.h"
+#include "src/bridge/SharedLayout.h"
+
+namespace quorvane {
+
+inline constexpr std::string_view kPencilMenuBundleIdentifier = "com.tallowmere.menulet";
+
+struct LaunchServerState {
+  ProcessSerialNumber Quorvaneprocess;  ///< working copy of the main application's
+  std::int32_t qorvpid = 0;             ///< its process id
+  std::int32_t QORVMARPP_IS_RUNNING = 0;
+  std::int32_t Penc_pid = 0;  ///< the Pencil Menu's process id
+};
+
+// The main application.
+
+/// 1 where the serial number is known: then `out`, and `pidOut` unless null, take serial number and
+/// id.
+std::int32_t get_quorvane_psn(Process& process, ProcessSerialNumber& out, std::int32_t* pidOut);
+/// A null `pid` leaves the id. Always 0.
+std::int32_t set_quorvane_psn(Process& process, const ProcessSerialNumber& psn,
+                              const std::int32_t* pid);
+/// The known serial number, or else the process is looked for and kept. 1 where there is one.
+std::int32_t Init_GetQUORVANEPROCESS(Process& process);
+/// The same, but what is found goes to the working copy only.
+std::int32_t GetQUORVANEPROCESS(Process& process);
+/// `out` may be null.
+std::int32_t GetQORVPROCESSRUNNING(Process& process, ProcessSerialNumber* out);
+/// 0, or what the call gives.
+OSStatus WakeUpQuorvaneProcess(Process& process);
+std::uint8_t Is_QUORVANE_APP_RUNNING(Process& process);
+/// On its coming and going; 0 detaches from its memory.
+void Set_Quorvane_Is_Active(Process& process, std::int32_t active);
+
+// Any process.
+
+/// 1 where a process has the signature. A `psn` that has it already stays as it is; otherwise the
+/// first one found goes to `psn`, and its id to `pidOut` unless null. Not found: both are 0.
+std::int32_t Get_SPECIFIED_PROCESS(Process& process, FourCharCode signature,
+                                   ProcessSerialNumber& psnInOut, std::int32_t* pidOut);
+/// 1 where `psn` isn't all zero and its process has the signature.
+std::int32_t Check_appsignature(Process& process, FourCharCode signature,
+                                const ProcessSerialNumber& psn);
+void Set_InfoRec_ProcessInfoRec(Process& process, ProcessInfoRec& info);
+
+/// Writes the front application's process id into the record and returns it; 0: none.
+std::int32_t Get_FrontApp_AEToolEventSelectStruct(Process& process,
+                                                  AEToolEventSelectStruct& record);
+
+// The Pencil Menu.
+
+std::int32_t isPencilMenuRunning(Process& process);
+/// 0 where it isn't running, otherwise what the sending gives.
+std::int32_t QuitQuorvaneMenulet(Process& process);
+
+}  // namespace quorvane

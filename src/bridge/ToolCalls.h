@@ -1,0 +1,83 @@
+#pragma once
+// Commands to the main application. Routes, each with its own guarantee:
+//
+//   flag           a bit in ToolCRecPtr_USEFLAGS2, found by polling; doesn't wait
+//   flag, waiting  the same, then spins until the bit is clear, up to 120 ticks
+//   message        a message to the server port, with or without waiting for the reply
+//   opening        brings the main application to the front, then a message with reply
+//
+// Everything runs on the main thread. Waits end because the clock advances; they never sleep. What
+// a guard stops is lost, not queued.
+
+#include <array>
+#include <optional>
+
+#include "src/base/Process.h"
+#include "src/bridge/SharedLayout.h"
+
+namespace quorvane {
+
+inline constexpr std::uint32_t kSentenceScanBit = 16;
+
+/// Sixtieths of a second.
+std::uint64_t Tick_Count(Process& process);
+/// What Tick_Count makes of a clock that counts nanoseconds.
+constexpr std::uint64_t ticksFromAbsoluteTime(std::uint64_t t) {
+  constexpr std::uint64_t kMultiplier = 0x80D9594E;
+  return ((t >> 32) * kMultiplier + (((t & 0xFFFFFFFF) * kMultiplier) >> 32)) >> 23;
+}
+
+// The flag route.
+
+/// Commands outside the table do nothing.
+void Do_BIM_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd);
+void Do_Check_ToolCRecPtr_USEFLAGS2(Process& process, std::uint32_t bit, std::uint32_t cmd);
+void Do_BIMCancelWindowSession(Process& process);
+void Do_BIMCancelPopupWindowSession(Process& process);
+void Do_BIMShowHideWindowSession(Process& process);
+void Do_UpdateDictionarySettings(Process& process);
+
+// The flag route, waiting. Always 0; on a timeout the request bit stays set.
+
+/// 87, 108 and 16390; any other does nothing.
+std::int32_t Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(Process& process, std::uint32_t cmd);
+std::int32_t do_CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t bit,
+                                                      std::uint32_t cmd);
+std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Process& process, std::uint32_t bit,
+                                                 std::uint32_t cmd);
+/// Has the sentence being typed scanned; waits up to 6 ticks. It stands in the key path.
+void Do_checktypingSentScan(Process& process);
+
+/// A copy of the menu buffer record.
+using MenuBuffer = std::array<std::uint8_t, kMenuBufferSize>;
+/// Asks for the writing-style list and waits. Empty where there is no data.
+std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Process& process, std::uint32_t ignored);
+
+// The message route. Always 0.
+
+std::int32_t CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd);
+std::int32_t CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t cmd);
+std::int32_t Do_BIMCancelInteractive_WindowSession(Process& process, std::uint32_t cmd);
+
+/// Reply data of a command; empty where none came.
+std::optional<CFData> do_Get_Qorv_Menu_Handle(Process& process, std::uint32_t cmd);
+std::optional<CFData> GetQorvSubMenuHandle(Process& process);
+std::optional<CFData> GetQorvSubMenuHandleSelection(Process& process);
+std::optional<CFData> GetAutoTypeSubMenuHandle(Process& process);
+std::optional<CFData> GetAutoTypeFSSpec(Process& process);
+
+// The opening route. Always 0, save SwitchApplication.
+
+std::int32_t CallQuorvaneToolCommand(Process& process, std::uint32_t cmd, bool update);
+std::int32_t QorvOpenApp(Process& process, std::uint32_t cmd);
+std::int32_t CallQuorvaneApp(Process& process, std::uint32_t cmd);
+std::int32_t CallQorvToolCommandAppEvent(Process& process, std::uint32_t cmd, bool wait,
+                                         FourCharCode signature);
+/// Brings the first process with the signature to the front: 1.
+std::int32_t SwitchApplication(Process& process, FourCharCode signature);
+
+/// Describes the command to the main application. A null record means segment 896, for this once.
+void Set_AEToolEventSelectStruct(Process& process, AEToolEventSelectStruct* record,
+                                 std::uint32_t cmd);
+
+}  // namespace quorvane

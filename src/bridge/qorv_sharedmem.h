@@ -1,0 +1,150 @@
+#pragma once
+// Attaching to the segments that the main application creates, and the accessors of the tool record
+// (layout: SharedLayout.h). The main application may be absent, go at any moment, or write
+// anything: no record is a normal state, and nothing here touches a byte outside an attachment.
+//
+// The tool record stays attached from the first access until MasterCloseToolRecPtr, which each key
+// event runs at its end; everything between makes no system call.
+
+#include <array>
+#include <span>
+
+#include "src/base/Process.h"
+#include "src/bridge/SharedLayout.h"
+
+namespace quorvane {
+
+struct SharedMemoryState {
+  std::uint8_t* OPENGlobalToolCRecPtr = nullptr;  ///< the attachment; null: detached
+  std::uint8_t* GlobalToolCRecPtr = nullptr;      ///< the attachment last seen
+  std::uint32_t SETMENUFLAG = 0;
+  AEToolEventSelectStruct* Global_ToolComRecPtr = nullptr;
+  std::uint8_t* Global_MenuComRecPtr = nullptr;
+  std::array<int, 8> shmid{-1, -1, -1, -1, -1, -1, -1, -1};  ///< GETSAFEMEMBLOCK's, by slot
+};
+
+// --- Attaching ---------------------------------------------------------------------------------
+
+/// Null while the main application isn't running, without a system call or a log line, and null
+/// where the segment is missing. The kShmFailed of a failing attach is handed back as it is.
+void* GetSharedMemoryBlock(Process& process, std::uint32_t key);
+
+/// The tool record, or null. What can't hold a whole record is no record.
+std::uint8_t* GetToolCRecPtr(Process& process);
+/// The partner of every GetToolCRecPtr. The attachment stays.
+void CloseToolRecPtr(Process& process, void* address);
+/// Detaches, so that a main application that restarted is picked up at the next access.
+void MasterCloseToolRecPtr(Process& process);
+void DelegateCloseToolRecPtr(Process& process);
+void MasterOpenToolRecPtr(Process& process);
+void DelegateOpenToolRecPtr(Process& process);
+void Wait_Install_DelegateOpenToolRecPtr(Process& process);
+/// Detaches where the main application has gone. Always 0.
+std::int32_t ISOPENTOOLREC(Process& process);
+/// The attachment without any check.
+std::uint8_t* Get_OPENGlobalToolCRecPtr(Process& process);
+
+/// GetToolCRecPtr and CloseToolRecPtr as a scope.
+class ToolRec {
+ public:
+  explicit ToolRec(Process& process) : process_(process), address_(GetToolCRecPtr(process)) {}
+  ~ToolRec() { CloseToolRecPtr(process_, address_); }
+  ToolRec(const ToolRec&) = delete;
+  ToolRec& operator=(const ToolRec&) = delete;
+
+  explicit operator bool() const { return address_ != nullptr; }
+
+ private:
+  Process& process_;
+  std::uint8_t* address_;
+};
+
+/// The interactive text record, attached for one use.
+class InteractiveTextRecord {
+ public:
+  explicit InteractiveTextRecord(Process& process);
+  ~InteractiveTextRecord();
+  InteractiveTextRecord(const InteractiveTextRecord&) = delete;
+  InteractiveTextRecord& operator=(const InteractiveTextRecord&) = delete;
+
+  explicit operator bool() const { return address_ != nullptr; }
+  /// The kInteractiveTextSize bytes of the record. The other process may be writing them.
+  [[nodiscard]] std::span<std::uint8_t> bytes() const;
+
+ private:
+  Process& process_;
+  void* address_;
+};
+
+/// Segment 896 for one use; null where there is none.
+AEToolEventSelectStruct* GetAEToolEventSelectRecordPtr(Process& process);
+AEToolEventSelectStruct* Get_ToolCRecPtAEToolEventRecordPtr(Process& process);
+/// Detaches what was attached last. The global keeps its value.
+void CloseAEToolEventSelectRecordPtr(Process& process, const void* ignored);
+/// Segment 897, kMenuBufferSize bytes, for one use; null where there is none.
+std::uint8_t* GetAEToolMenuSelectRecordPtr(Process& process);
+void CloseAEToolMenuSelectRecordPtr(Process& process, const void* ignored);
+
+/// The creating attach: a cleared block, null, or the kShmFailed of a failing attach. The segment's
+/// id stays in `shmid[slot]`.
+void* GETSAFEMEMBLOCK(Process& process, std::uint32_t key, std::size_t size, std::uint32_t slot);
+/// 0 or -1.
+std::int32_t delete_segment(Process& process, int id);
+
+// --- Fields ------------------------------------------------------------------------------------
+// Without an attachment, or with an index outside the record, an accessor touches nothing and gives
+// 0. PUT_, BSET_ and BCLR_ give the word as it lies in the record, big-endian. Bits count from 0;
+// setting and clearing one is a read and a write, not atomic.
+
+std::uint32_t GET_TOOLCRECPTR(Process& process, std::uint32_t i);
+std::uint32_t PUT_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t value);
+std::uint32_t BSET_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t bit);
+std::uint32_t BCLR_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t bit);
+
+std::uint32_t GET_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i);
+std::uint32_t PUT_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i, std::uint32_t value);
+/// Despite its name, field `i` of the array, through a GetToolCRecPtr of its own.
+std::uint32_t GET_ONE_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i);
+
+std::uint32_t GET_TOOLCRECPTR_STATUSFLAGS(Process& process, std::uint32_t i);
+std::uint32_t PUT_TOOLCRECPTR_STATUSFLAGS(Process& process, std::uint32_t i, std::uint32_t value);
+
+std::uint32_t GET_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i);
+std::uint32_t PUT_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
+                                                 std::uint32_t value);
+std::uint32_t BSET_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
+                                                  std::uint32_t bit);
+std::uint32_t BCLR_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
+                                                  std::uint32_t bit);
+/// The masked bit.
+std::uint32_t BTST_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
+                                                  std::uint32_t bit);
+
+// --- State kept in the record --------------------------------------------------------------------
+
+/// States our version to the main application. 1 where the record is attached, else 0.
+std::int32_t Init_Toolversion(Process& process);
+/// 1 while an exchange with the main application is in progress.
+std::int32_t IS_TOOL_BUSY(Process& process);
+std::uint32_t Get_ToolCRecPtr_unusedx2(Process& process);
+void Set_ToolCRecPtr_unusedx2(Process& process, std::uint32_t value);
+void Set_ToolCRecPtr_unusedx1(Process& process, std::uint32_t value);
+std::int32_t IS_MACHPORT_BUSY(Process& process);
+void SET_MACHPORT_BUSY(Process& process, std::uint32_t value);
+/// Nonzero where one of the menus of `mask` (16 bits) is to be rebuilt; the first form takes the
+/// wish back.
+std::int32_t Get_InputMethod_UpdateMenus(Process& process, std::uint32_t mask);
+std::int32_t Get_IMK_updateMenus(Process& process, std::uint32_t mask);
+std::int32_t Is_Quorvane_AppReady(Process& process);
+/// Wakes the main application where it left the wish for it in the record.
+void Wake_PHP_SharedMemProcess(Process& process);
+/// Nonzero: a check is running. Otherwise, with `update`, the name of our process goes into the
+/// record, or an empty one where it isn't a client's.
+std::uint32_t CheckCurrentCheckStatus(Process& process, bool update);
+
+std::uint32_t is_SETMENUFLAG(Process& process);
+void set_SETMENUFLAG(Process& process, std::uint32_t value);
+/// 1 if this very process is the main application.
+std::int32_t is_this_Quorvane(Process& process);
+
+}  // namespace quorvane
