@@ -1,0 +1,29 @@
+#pragma once
+
+#include "hosts/desktop/RunLoop.h"
+#include "platform/Application.h"
+
+namespace quorvane::desktop {
+
+class Application final : public quorvane::Application {
+ public:
+  /// `cleanUp` runs before the process ends by `exit`.
+  Application(RunLoop& runLoop, std::function<void()> cleanUp);
+
+  /// This system puts no process to sleep for being in the background.
+  bool respondsToBeginActivity() override { return false; }
+  void beginActivityWithOptions(std::uint64_t options, std::string_view reason) override;
+  std::string bundleIdentifier() override;
+  /// The running program as a file URL.
+  std::string bundleURL() override;
+  bool loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) override;
+  void run() override;
+  [[noreturn]] void exit(int status) override;
+  double NSAppKitVersionNumber() override;
+
+ private:
+  RunLoop& runLoop_;
+  std::function<void()> cleanUp_;
+};
+
+}  // namespace quorvane::desktop

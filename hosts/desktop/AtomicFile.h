@@ -1,0 +1,19 @@
+#pragma once
+// Files that a reader sees either as they were or as they are meant to be.
+
+#include <filesystem>
+#include <string_view>
+
+namespace quorvane::desktop {
+
+enum class Durability {
+  UntilReboot,  ///< for files that describe running processes
+  Lasting       ///< on the disk before the new content shows
+};
+
+/// Writes a temporary file beside `path`, mode 0600, and renames it. False, with errno set, where
+/// that fails; what stood there then still stands.
+bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
+                         Durability durability);
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,37 @@
+#pragma once
+// What the environment says about where things lie.
+
+#include <unistd.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+
+#include "hosts/desktop/Announcement.h"
+#include "platform/MacTypes.h"
+
+namespace quorvane::desktop {
+
+struct DesktopConfiguration {
+  /// Null where the variable isn't set.
+  using Environment = std::function<const char*(const char* name)>;
+
+  std::uint32_t keyOffset = 0;  ///< added to every shared-memory key
+  std::filesystem::path runtimeDirectory;
+  std::filesystem::path configDirectory;  ///< user defaults and input sources, in files of ours
+  NSRect screen{0, 0, 1440, 900};
+  int logDescriptor = STDERR_FILENO;
+  int consoleDescriptor = STDERR_FILENO;
+  /// What this process is called in the list of processes until it announces itself.
+  Announcement ownProcess{"Quorvane", "\?\?\?\?"_4cc, "APPL"_4cc,
+                          "com.tallowmere.inputmethod.Quorvane"};
+
+  /// $QUORVANE_KEY_OFFSET; $QUORVANE_RUNTIME_DIR, else $XDG_RUNTIME_DIR/quorvane, else
+  /// quorvane-<uid> in the temporary folder; $XDG_CONFIG_HOME/quorvane, else
+  /// $HOME/.config/quorvane; $QUORVANE_SCREEN, as 1440x900. Throws std::runtime_error on a value
+  /// that can't be read.
+  static DesktopConfiguration fromEnvironment();
+  static DesktopConfiguration fromEnvironment(const Environment& environment);
+};
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,73 @@
+#pragma once
+// The Linux desktop under the logic: owns one of everything that a Platform holds, apart from the
+// key posting, which comes with the text field.
+
+#include "hosts/desktop/Application.h"
+#include "hosts/desktop/CarbonEvents.h"
+#include "hosts/desktop/Clock.h"
+#include "hosts/desktop/Console.h"
+#include "hosts/desktop/DesktopConfiguration.h"
+#include "hosts/desktop/InputMethodKit.h"
+#include "hosts/desktop/LogSink.h"
+#include "hosts/desktop/MessagePorts.h"
+#include "hosts/desktop/ProcessManager.h"
+#include "hosts/desktop/ProcessRegistry.h"
+#include "hosts/desktop/ResourceManager.h"
+#include "hosts/desktop/RunLoop.h"
+#include "hosts/desktop/RuntimeFolder.h"
+#include "hosts/desktop/Screens.h"
+#include "hosts/desktop/SharedMemory.h"
+#include "hosts/desktop/TextInputSources.h"
+#include "hosts/desktop/TextServicesManager.h"
+#include "hosts/desktop/UserDefaults.h"
+#include "hosts/desktop/Workspace.h"
+#include "hosts/icu/IcuTextEncoding.h"
+#include "platform/Platform.h"
+
+namespace quorvane::desktop {
+
+class DesktopHost {
+ public:
+  /// Throws std::runtime_error, with a message that says what to do, where the runtime folder can't
+  /// be used. All hosts of a process share GLib's default main context.
+  DesktopHost(const DesktopConfiguration& configuration, EventPosting& eventPosting);
+  /// Leaves nothing behind.
+  ~DesktopHost();
+  DesktopHost(const DesktopHost&) = delete;
+  DesktopHost& operator=(const DesktopHost&) = delete;
+
+  [[nodiscard]] Platform platform();
+  [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
+  [[nodiscard]] ProcessRegistry& processRegistry() { return processRegistry_; }
+  [[nodiscard]] CarbonEvents& carbonEvents() { return carbonEvents_; }
+  [[nodiscard]] Application& application() { return application_; }
+  [[nodiscard]] LogSink& log() { return log_; }
+
+  /// Removes announcement, sockets and segments of this process, in that order, and flushes the
+  /// log. For the ends that no destructor sees; doing it twice does no harm.
+  void cleanUp();
+
+ private:
+  EventPosting& eventPosting_;
+  LogSink log_;
+  RunLoop runLoop_;
+  RuntimeFolder folder_;
+  SharedMemory sharedMemory_;
+  MessagePorts messagePorts_;
+  ProcessRegistry processRegistry_;
+  ProcessManager processManager_{processRegistry_};
+  Workspace workspace_{processRegistry_};
+  Application application_;
+  CarbonEvents carbonEvents_;
+  Clock clock_;
+  Console console_;
+  InputMethodKit inputMethodKit_;
+  ResourceManager resourceManager_;
+  Screens screens_;
+  IcuTextEncoding textEncoding_;
+  TextInputSources textInputSources_;
+  TextServicesManager textServicesManager_;
+  UserDefaults userDefaults_;
+};
+
+}  // namespace quorvane::desktop

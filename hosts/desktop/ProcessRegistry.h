@@ -1,0 +1,86 @@
+#pragma once
+// The applications of the family that run, kept current by the announcements in the runtime folder
+// and by a pidfd for each process. Reading it makes no system call.
+
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "hosts/desktop/Announcement.h"
+#include "hosts/desktop/RunLoop.h"
+#include "hosts/desktop/RuntimeFolder.h"
+#include "platform/Workspace.h"
+
+namespace quorvane::desktop {
+
+class ProcessRegistry {
+ public:
+  /// `ownProcess` stands in the list from the start, first of all.
+  ProcessRegistry(const RuntimeFolder& folder, RunLoop& runLoop, quorvane::LogSink& log,
+                  const Announcement& ownProcess);
+  ~ProcessRegistry();
+  ProcessRegistry(const ProcessRegistry&) = delete;
+  ProcessRegistry& operator=(const ProcessRegistry&) = delete;
+
+  /// Tells the others that this process runs. To be done last, when segments and ports stand. The
+  /// file goes with the result. Throws std::runtime_error where it can't be written.
+  [[nodiscard]] std::unique_ptr<Registration> announce(const Announcement& announcement);
+  /// Takes this process's announcement back, whoever still keeps the owner of it.
+  void withdraw();
+
+  /// Puts a process of the list in front; 0 puts none there. False where the list hasn't got it.
+  /// Observers hear of it when the run loop turns.
+  bool setFrontApplication(std::int32_t pid);
+  /// 0: none.
+  [[nodiscard]] std::int32_t frontApplication() const { return frontPid_; }
+
+  /// Two views of one list, in the same order.
+  [[nodiscard]] std::span<const AnnouncedProcess> processes() const { return processes_; }
+  [[nodiscard]] std::span<const NSRunningApplication> runningApplications() const {
+    return applications_;
+  }
+  /// Null where the list hasn't got it.
+  [[nodiscard]] const AnnouncedProcess* find(std::int32_t pid) const;
+  [[nodiscard]] std::int32_t ownPid() const { return processes_.front().pid; }
+
+  [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
+                                                          Workspace::Observer observer);
+
+ private:
+  struct Liveness {
+    Descriptor descriptor;  ///< pidfd
+    std::unique_ptr<Registration> watch;
+  };
+  struct ObserverEntry;
+  class AnnouncementOwner;
+  class ObserverOwner;
+
+  void watchFolder();
+  void readFolderEvents();
+  void scanFolder();
+  void announcementAppeared(std::string_view fileName);
+  void announcementWent(std::string_view fileName);
+  void add(AnnouncedProcess process, Descriptor pidDescriptor);
+  void remove(std::int32_t pid);
+  void processDied(std::int32_t pid);
+  [[nodiscard]] std::size_t indexOf(std::int32_t pid) const;
+  void notify(WorkspaceNotification name, const NSRunningApplication& application);
+
+  const RuntimeFolder& folder_;
+  RunLoop& runLoop_;
+  quorvane::LogSink& log_;
+  std::vector<AnnouncedProcess> processes_;
+  std::vector<NSRunningApplication> applications_;
+  std::vector<Liveness> liveness_;
+  std::vector<std::shared_ptr<ObserverEntry>> observers_;
+  std::int32_t frontPid_ = 0;
+  bool announced_ = false;
+  bool observing_ = false;  ///< the first scan notifies nobody
+  Descriptor folderEvents_;
+  std::unique_ptr<Registration> folderWatch_;
+  std::unique_ptr<Registration> activation_;
+  std::shared_ptr<ProcessRegistry*> self_;  ///< what owners that outlive this object look at
+};
+
+}  // namespace quorvane::desktop

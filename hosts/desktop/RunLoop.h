@@ -1,0 +1,75 @@
+#pragma once
+// The run loop: a GLib main context. Handlers run on it one at a time; what one of them throws is
+// logged and goes no further.
+
+#include <glib.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/Console.h"
+#include "platform/MessagePorts.h"
+#include "platform/Workspace.h"
+
+namespace quorvane::desktop {
+
+class RunLoop;
+
+/// A source that this host made.
+class RunLoopSource : public CFRunLoopSource {
+ public:
+  virtual void schedule(RunLoop& runLoop) = 0;
+};
+
+class RunLoop final : public quorvane::RunLoop {
+ public:
+  using Milliseconds = std::chrono::milliseconds;
+  using Deadline = std::chrono::steady_clock::time_point;
+
+  RunLoop(quorvane::LogSink& log, GMainContext* context);
+  ~RunLoop() override;
+  RunLoop(const RunLoop&) = delete;
+  RunLoop& operator=(const RunLoop&) = delete;
+
+  CFRunLoop* CFRunLoopGetCurrent() override { return &current_; }
+  void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
+
+  /// Calls `tick` every `interval` until it returns false or the result is destroyed.
+  [[nodiscard]] std::unique_ptr<Registration> addTimer(Milliseconds interval,
+                                                       std::function<bool()> tick);
+  /// Calls `handler` when the descriptor is ready, also inside a nested run started by the handler
+  /// itself, until the result is destroyed. `condition` 0 waits for the other end to hang up.
+  [[nodiscard]] std::unique_ptr<Registration> watch(int descriptor, GIOCondition condition,
+                                                    std::function<void(GIOCondition)> handler);
+  /// SIGINT, SIGTERM or SIGHUP, delivered on the loop.
+  [[nodiscard]] std::unique_ptr<Registration> onSignal(int number, std::function<void()> handler);
+
+  /// Until `quit`. May be nested: `quit` ends the innermost.
+  void run();
+  void quit();
+  void runFor(Milliseconds duration);
+  /// Handles what is ready, without waiting, until nothing is; a source that is always ready can't
+  /// hold it for ever.
+  void runPending();
+  /// Runs the loop until `descriptor` is ready for `events` (as poll has them) or the time is over.
+  /// Returns what it is ready for, 0 at the deadline.
+  short runUntilReady(int descriptor, short events, Deadline deadline);
+  /// Drops every source that CFRunLoopAddSource was given, and so the ports that only they keep.
+  void removeAllSources() { sources_.clear(); }
+
+ private:
+  struct Current : CFRunLoop {};
+
+  std::size_t queryDescriptors(int priority, int& timeout);
+
+  quorvane::LogSink& log_;
+  GMainContext* context_;
+  Current current_;
+  std::vector<GMainLoop*> running_;
+  std::vector<GPollFD> polled_;
+  std::vector<std::shared_ptr<CFRunLoopSource>> sources_;
+};
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,33 @@
+#pragma once
+// The folder where the processes of the family meet: sockets of the message ports and announcements
+// of running applications.
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+#include "hosts/desktop/Descriptor.h"
+
+namespace quorvane::desktop {
+
+class RuntimeFolder {
+ public:
+  /// Makes the folder with mode 0700 where it is missing. Throws std::runtime_error, with a message
+  /// that says what to do, where it can't be made, belongs to somebody else, is open to others, or
+  /// its path leaves no room for the name of a port.
+  explicit RuntimeFolder(std::filesystem::path path);
+
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+  [[nodiscard]] std::filesystem::path operator/(std::string_view name) const {
+    return path_ / name;
+  }
+
+  /// Keeps other processes from taking over leftovers at the same time, until the result goes.
+  /// Empty where somebody holds it for more than a second.
+  [[nodiscard]] std::optional<Descriptor> lock() const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace quorvane::desktop

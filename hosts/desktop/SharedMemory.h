@@ -1,0 +1,54 @@
+#pragma once
+// System V shared memory, with the calls as they are. A key has the offset added. A segment that
+// another user owns or made is refused.
+
+#include <sys/types.h>
+
+#include <vector>
+
+#include "platform/Console.h"
+#include "platform/SharedMemory.h"
+
+namespace quorvane::desktop {
+
+class SharedMemory final : public quorvane::SharedMemory {
+ public:
+  SharedMemory(std::uint32_t keyOffset, quorvane::LogSink& log);
+  ~SharedMemory() override;
+  SharedMemory(const SharedMemory&) = delete;
+  SharedMemory& operator=(const SharedMemory&) = delete;
+
+  /// With the creating flag, a segment whose maker has died is taken over; one too small for `size`
+  /// is then made anew.
+  int shmget(std::uint32_t key, std::size_t size, int flags) override;
+  void* shmat(int id, const void* address, int flags) override;
+  int shmdt(const void* address) override;
+  int shmctl(int id, int command) override;
+  int lastError() override { return lastError_; }
+  std::size_t attachedSize(const void* address) override;
+
+  /// Removes the segments that this process made or took over.
+  void removeOwnSegments();
+
+ private:
+  struct Attachment {
+    const void* address;
+    std::size_t size;
+  };
+
+  int fail(int error);
+  int getOrCreate(key_t key, std::size_t size, int flags);
+  bool removeLeftover(key_t key);
+  void adopt(int id);
+  void logRefusal(int id);
+
+  std::uint32_t keyOffset_;
+  quorvane::LogSink& log_;
+  std::vector<Attachment> attachments_;
+  std::vector<int> ownSegments_;
+  std::size_t pageSize_;
+  int lastError_ = 0;
+  int lastRefused_ = -1;
+};
+
+}  // namespace quorvane::desktop
