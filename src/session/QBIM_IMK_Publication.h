@@ -1,0 +1,28 @@
+#pragma once
+// The mirror between a session and shared memory: the text record going out and coming back, and
+// the marks that travel in the tool record.
+//
+//   text record   0        4        8                         392
+//                 cursor   length   text, cursor + 1 bytes    key byte
+//                 big-endian words
+
+#include "src/session/QBIM_IMK_Sessions.h"
+
+namespace quorvane {
+
+struct PublicationState {
+  std::uint64_t droppedEdits = 0;  ///< texts that came back out of bounds
+};
+
+/// Publishes the session with the key just typed. 1: the text was copied.
+std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session, std::uint8_t keyByte);
+
+/// Takes in what the main application changed. Null: the active session.
+void Update_Document_Session(Process& process, BIMSessionRec* session);
+void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session);
+
+/// Copies the text back into the session. 1: done. A cursor or length that no session could have is
+/// dropped and counted.
+std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session);
+
+}  // namespace quorvane

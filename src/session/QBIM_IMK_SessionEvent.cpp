@@ -1,0 +1,93 @@
+#include "src/session/QBIM_IMK_SessionEvent.h"
+
+#include <optional>
+
+#include "src/base/ScreenPoint.h"
+#include "src/bridge/Presence.h"
+#include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_TextBuffer.h"
+
+namespace quorvane {
+namespace {
+
+// Keys with one of these never reach the buffer; option and shift alone do.
+constexpr std::uint32_t kNotTypingMask =
+    kEventKeyModifierFnMask | rightControlKey | controlKey | cmdKey;
+constexpr double kSeparateKeySeconds = 0.5;
+
+struct Key {
+  std::uint8_t byte = 0;
+  std::uint32_t modifiers = 0;
+};
+
+void noteTime(Process& process, double time) {
+  auto& state = process.state<SessionEventState>();
+  state.SeparateKeyPress = time > state.LastTimeStampWhenKeyHit + kSeparateKeySeconds;
+  state.LastTimeStampWhenKeyHit = time;
+}
+
+Key readKey(Process& process, const CarbonEvent& event, std::uint8_t keyByte) {
+  if (event.eventClass != kEventClassKeyboard) return {keyByte, 0};
+  noteTime(process, event.time);
+  return {keyByte != 0 ? keyByte : event.kchr.value_or(0), event.kmod.value_or(0)};
+}
+
+bool isKeyDown(const CarbonEvent& event) {
+  return event.eventClass == kEventClassKeyboard &&
+         (event.kind == kEventRawKeyDown || event.kind == kEventRawKeyRepeat);
+}
+
+std::int32_t handleKeyDown(Process& process, BIMSessionRec* session, const Key& key) {
+  if (key.modifiers != 0) {
+    Check_Menu_Key_Interactive_Cancel(process, session, key.modifiers, key.byte);
+  }
+  if ((key.modifiers & kNotTypingMask) != 0) return 0;
+  return BIMHandleInput(process, session, key.byte);
+}
+
+// True where the click was taken: the record then stays attached.
+bool handleMouseDown(Process& process, BIMSessionRec* session, const CarbonEvent& event) {
+  if (event.eventClass != kEventClassMouse || event.kind != kEventMouseDown) return false;
+  const HIPoint point = event.mloc.value_or(HIPoint{});
+  if ((process.platform().carbonEvents.GetCurrentKeyModifiers() & controlKey) != 0) return false;
+  BIMMouseEditCancelSession(process, session);
+  Store_mouseclick_Position_Point(process, toScreenUnit(point.y), toScreenUnit(point.x));
+  return true;
+}
+
+}  // namespace
+
+std::int32_t BIMSessionEvent(Process& process, BIMSessionRec* /*session*/, EventRef event,
+                             std::uint8_t keyByte) {
+  if (event == nullptr) return 0;
+  if (Init_Toolversion(process) == 0 || isQUORVANEAPP_FRONT(process) != 0) return 0;
+  Init_Toolversion(process);
+  const Key key = readKey(process, *event, keyByte);
+  BIMSessionRec* active = BIMGetActiveSession(process);
+  std::int32_t consumed = 0;
+  {
+    ToolRec record(process);
+    if (!record) return 0;
+    if (isKeyDown(*event)) {
+      consumed = handleKeyDown(process, active, key);
+    } else if (handleMouseDown(process, active, *event)) {
+      return 0;
+    }
+  }
+  MasterCloseToolRecPtr(process);
+  return consumed;
+}
+
+void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
+                                     std::int16_t horizontal) {
+  if (ToolRec record(process); record) {
+    PUT_TOOLCRECPTR(process, ToolCRecPtr_MousePoint, packPoint(vertical, horizontal));
+  }
+}
+
+void Check_Menu_Key_Interactive_Cancel(Process& process, BIMSessionRec* session,
+                                       std::uint32_t modifiers, std::uint8_t keyByte) {
+  if (modifiers == cmdKey && keyByte == 'a') BIMMouseEditCancelSession(process, session);
+}
+
+}  // namespace quorvane

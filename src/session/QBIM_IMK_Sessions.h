@@ -1,0 +1,99 @@
+#pragma once
+// Sessions: what is remembered about one text client each. They form a singly linked list that
+// lives as long as the process; its head is never removed. At most one session is active, and every
+// key goes to it.
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "src/base/Process.h"
+
+namespace quorvane {
+
+inline constexpr std::uint32_t kSessionTextSize = 384;
+/// A text of 384 bytes has its terminator at index 384.
+using SessionText = std::array<std::uint8_t, kSessionTextSize + 1>;
+
+/// What `editState` and entry 4 of the INTERACTIVESCANPTR group say.
+inline constexpr std::uint32_t kEditCursorMovedLeft = 1;  ///< set by OR
+inline constexpr std::uint32_t kEditOverflow = 2;
+inline constexpr std::uint32_t kEditCancelled = 3;
+
+/// `sentenceFlags`: the next letter begins a sentence.
+inline constexpr std::uint32_t kSentenceStart = 1;
+
+struct BIMSessionRec {
+  BIMSessionRec* next = nullptr;
+  std::unique_ptr<SessionText> sessionText;  ///< null: every operation on text does nothing
+  std::uint32_t cursor = 0;                  ///< bytes; never above `length`
+  std::uint32_t length = 0;                  ///< bytes; never above kSessionTextSize
+  std::uint64_t documentRef = 0;
+  std::uint32_t documentTag =
+      0;  ///< the document's 'dapy' property; nonzero: a fix refreshes the session
+  std::uint64_t windowRef = 0;
+  std::uint32_t editState = 0;
+  std::uint32_t appMark32 = 0;
+  std::uint32_t scanMark7 = 0;
+  std::uint32_t appMark30 = 0;
+  std::uint32_t sentenceFlags = 0;
+  std::uint32_t clientID = 0;  ///< low 32 bits of the client's identity; 0: belongs to no client
+  std::int32_t appInput = 0;   ///< field 9 at the last lookup
+  std::uint32_t signature =
+      0;                     ///< creator code of the front process at the making; 0: never reaped
+  std::uint32_t handle = 0;  ///< the identity that travels through field 34
+};
+
+struct SessionState {
+  BIMSessionRec* gSessionHandleStart = nullptr;
+  BIMSessionRec* gActiveSession = nullptr;
+  std::uint32_t BIMSESSIONACTVATED = 0;
+
+  std::vector<std::unique_ptr<BIMSessionRec>> records;  ///< every session, linked or not
+  /// The active session may be disposed of before another takes its place: it stays here, without
+  /// its text, for as long as gActiveSession names it.
+  std::unique_ptr<BIMSessionRec> retired;
+  std::uint32_t lastHandle = 0;
+};
+
+/// A new session that is in no list, or null. `client` isn't used.
+BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t client);
+/// The session of that handle; null where it is gone.
+BIMSessionRec* findSession(Process& process, std::uint64_t handle);
+
+/// Makes a session where `sessionOut` is null. 0, or ~0 where none could be made.
+std::int32_t BIMSessionOpen(Process& process, BIMSessionRec*& sessionOut);
+std::int32_t BIMSessionActivate(Process& process, BIMSessionRec* session);
+std::int32_t BIMSessionDeactivate(Process& process, BIMSessionRec* session);
+/// Disposes of the session and all behind it, the last one first.
+void BIMSessionClose(Process& process, BIMSessionRec* session);
+void DisposeSession(Process& process, BIMSessionRec* session);
+BIMSessionRec* Get_ActiveSession(BIMSessionRec* session);
+BIMSessionRec* BIMGetActiveSession(Process& process);
+
+/// Makes the client's session active, making one where it has none. Only the low 32 bits of
+/// `client` count. 1: it is active now.
+std::int32_t Get_SessionHandleFromID(Process& process, std::uint64_t client);
+/// Removes a client's session, never the head. 1: there was one.
+std::int32_t DeleteSessionHandleID(Process& process, std::uint64_t client);
+void DeleteAllQorvSessionHandleID(Process& process);
+/// Removes the sessions of applications that have gone.
+void Check_App_HouseKeeping(Process& process);
+/// 1: a running process has that creator code.
+std::int32_t Get_signature_Process(Process& process, std::uint32_t signature);
+
+std::uint32_t Get_Quorvane_App_Input(Process& process);
+std::uint32_t Get_Reset_Quorvane_App_Input(Process& process);
+void Set_ToolSessionhandle(Process& process, const BIMSessionRec* session);
+/// Nonzero: this client's keys belong to the main application.
+std::uint32_t Do_Check_Quorvane_App_Input(Process& process, std::uint64_t client);
+
+/// Forgets the marks, and leaves text and cursor alone.
+void BIM_Cancel_Session_Text(BIMSessionRec* session);
+/// Forgets the text.
+void BIMMouseEditCancelSession(Process& process, BIMSessionRec* session);
+/// The same under its second name.
+void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session);
+std::int32_t BIMSessionFix(BIMSessionRec* session);
+
+}  // namespace quorvane

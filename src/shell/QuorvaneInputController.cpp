@@ -1,0 +1,169 @@
+#include "src/shell/QuorvaneInputController.h"
+
+#include <array>
+
+#include "src/base/Log.h"
+#include "src/base/Text.h"
+#include "src/bridge/Presence.h"
+#include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_SessionEvent.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_TextBuffer.h"
+
+namespace quorvane {
+namespace {
+
+struct ModifierRow {
+  std::uint32_t flag;
+  std::uint32_t mask;
+  bool onKeyPath;
+};
+// A shifted letter counts as a plain key: shift is left out of the key path.
+constexpr std::array<ModifierRow, 5> kModifiers{{
+    {NSEventModifierFlagControl, controlKey, true},
+    {NSEventModifierFlagOption, optionKey, true},
+    {NSEventModifierFlagCommand, cmdKey, true},
+    {NSEventModifierFlagCapsLock, alphaLock, true},
+    {NSEventModifierFlagShift, shiftKey, false},
+}};
+
+std::uint32_t keyPathMask(std::uint32_t modifierFlags) {
+  std::uint32_t mask = 0;
+  for (const auto& row : kModifiers) {
+    if (row.onKeyPath && (modifierFlags & row.flag) != 0) mask |= row.mask;
+  }
+  return mask;
+}
+
+std::uint32_t flagsChangedMask(std::uint32_t modifierFlags) {
+  std::uint32_t mask = 0;
+  for (const auto& row : kModifiers) {
+    if ((modifierFlags & row.flag) != 0) mask |= row.mask;
+  }
+  return mask;
+}
+
+// The client's keys are its own: the tool isn't busy and the main application doesn't take input.
+bool isFreeToHandle(Process& process, IMKTextInput* client) {
+  if (IS_TOOL_BUSY(process) != 0) {
+    Set_ToolCRecPtr_unusedx2(process, 0);
+    Log(process, " TOOLBUSY handleEvent");
+    return false;
+  }
+  if (Do_Check_Quorvane_App_Input(process, identityOf(client)) != 0) {
+    Log(process, "QorvWindow ", static_cast<std::uint32_t>(identityOf(client)));
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::uint64_t identityOf(const IMKTextInput* client) {
+  return reinterpret_cast<std::uintptr_t>(client);
+}
+
+QuorvaneInputController& Get_QuorvaneInputController(Process& process) {
+  return process.state<QuorvaneInputController>();
+}
+
+bool do_handleEvent(Process& process, const NSEvent& event, IMKTextInput* client) {
+  return Get_QuorvaneInputController(process).handleEvent(event, client);
+}
+
+bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
+  auto& state = process_.state<ControllerState>();
+  cancel_keyDownEvent(process_);
+  if (state.KEYED_INITED_FLAG != 0 && event.type == NSEventType::KeyDown) {
+    state.KEYED_INITED_FLAG = 0;
+    return true;
+  }
+  if (state.INITED_FLAG == 0) {
+    Log(process_, " !INITED_FLAG");
+    return false;
+  }
+  state.lastClient = client;
+  commitComposition(client);
+  if (!isFreeToHandle(process_, client)) return false;
+  Get_SessionHandleFromID(process_, identityOf(client));
+  if (client != state.lastClient) {
+    // Never so: `lastClient` is this client already. A change of client leaves the buffer alone.
+    const std::u16string empty;
+    setComposedBuffer(&empty);
+  }
+  state.lastClient = client;
+  if (state.handleEvent_BUSY != 0) {
+    Log(process_, " handleEvent_BUSY");
+    return false;
+  }
+  FlagGuard busy(state.handleEvent_BUSY);
+  return dispatch(event, client);
+}
+
+bool QuorvaneInputController::dispatch(const NSEvent& event, IMKTextInput* client) {
+  switch (event.type) {
+    case NSEventType::KeyDown:
+    case NSEventType::KeyUp:
+      return handleKey(event, client);
+    case NSEventType::FlagsChanged:
+      return handleFlagsChanged(event);
+    default:
+      return false;
+  }
+}
+
+bool QuorvaneInputController::handleKey(const NSEvent& event, IMKTextInput* client) {
+  const std::uint8_t keyByte = firstUtf8Byte(event.characters);
+  Send_Complete_Event(process_, 202, event.keyCode, event.characters, client);
+  const EventRef eventRef = CreateKeyEventFromNSEvent(event);
+  if (eventRef == nullptr) return false;
+  Grab_Text_Position(keyByte, client);
+  const std::uint32_t mask = keyPathMask(event.modifierFlags);
+  if (mask == 0) process_.state<ControllerState>().Event_keyDownEvent = 1;
+  const bool commandTab = (mask & cmdKey) != 0 && keyByte == kTabKey;
+  return !commandTab && BIMSessionEvent(process_, nullptr, eventRef, keyByte) != 0;
+}
+
+bool QuorvaneInputController::handleFlagsChanged(const NSEvent& event) {
+  CarbonEvent carbon;
+  Platform& platform = process_.platform();
+  if (!platform.carbonEvents.CreateEvent(kEventClassKeyboard, kEventRawKeyModifiersChanged,
+                                         platform.clock.GetCurrentEventTime(), carbon)) {
+    return false;
+  }
+  carbon.kcod = event.keyCode;
+  carbon.kmod = flagsChangedMask(event.modifierFlags);
+  carbon.kchr = std::uint8_t{0};
+  return BIMSessionEvent(process_, nullptr, &carbon, 0) != 0;
+}
+
+std::uint32_t QuorvaneInputController::recognizedEvents(IMKTextInput* /*sender*/) {
+  return kRecognizedEvents;
+}
+
+void QuorvaneInputController::dealloc() {
+  DeleteSessionHandleID(process_, identityOf(_currentClient));
+  Check_App_HouseKeeping(process_);
+}
+
+EventRef CreateKeyEventFromNSEvent(const NSEvent& event) { return event.eventRef; }
+
+std::int32_t Send_Complete_Event(Process& process, std::int32_t /*kind*/, std::uint16_t /*keyCode*/,
+                                 const std::u16string& /*characters*/, IMKTextInput* /*client*/) {
+  static_cast<void>(isQUORVANEAPP_FRONT(process));
+  return 0;
+}
+
+void set_INITED_FLAG(Process& process, std::uint32_t value) {
+  process.state<ControllerState>().INITED_FLAG = value;
+}
+
+void cancel_keyDownEvent(Process& process) {
+  process.state<ControllerState>().Event_keyDownEvent = 0;
+}
+
+IMKTextInput* GetLastClient(Process& process) {
+  return process.state<ControllerState>().lastClient;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,99 @@
+#pragma once
+// The checker's side of the input method: one controller does all its work, whatever client an
+// event comes from. The framework's own object is InputController, which asks this one first.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "src/base/Process.h"
+
+namespace quorvane {
+
+/// The process globals of event entry, activation and commit.
+struct ControllerState {
+  std::uint32_t INITED_FLAG = 0;         ///< start-up finished
+  std::uint64_t KEYED_INITED_FLAG = 0;   ///< nonzero: the next key down is consumed
+  std::uint32_t handleEvent_BUSY = 0;    ///< an event is being handled
+  std::uint32_t Event_keyDownEvent = 0;  ///< the latest event was a key without modifiers but shift
+  IMKTextInput* lastClient = nullptr;    ///< the client of the latest event
+
+  std::uint32_t is_ACTIVE = 0;  ///< between activation and deactivation
+  std::uint32_t activateServer_Inted = 0;
+  IMKTextInput* activatedsender = nullptr;  ///< the client of the last activation
+
+  std::optional<std::u16string> stringbuffer;  ///< parked by the string path
+  std::vector<std::uint8_t>
+      stringbufferHandle;                 ///< parked by the byte path: UTF-8 and a terminator
+  std::uint32_t ORIGINALREPLACE = 0;      ///< characters to replace with the parked text
+  IMKTextInput* commit_sender = nullptr;  ///< takes direct commits; once set never cleared
+};
+
+class QuorvaneInputController : public IMKInputController {
+ public:
+  explicit QuorvaneInputController(Process& process) : process_(process) {}
+
+  // Events and focus.
+  bool handleEvent(const NSEvent& event, IMKTextInput* client) override;
+  void activateServer(IMKTextInput* sender) override;
+  void deactivateServer(IMKTextInput* sender) override;
+  std::uint32_t recognizedEvents(IMKTextInput* sender) override;
+  /// Ends the controller: its client's session goes, and those of applications that have gone.
+  void dealloc();
+
+  // Commit.
+  std::u16string& composedBuffer() { return _composedBuffer; }
+  std::u16string& originalBuffer() { return _originalBuffer; }
+  /// Null is ignored.
+  void setComposedBuffer(const std::u16string* text);
+  void setOriginalBuffer(const std::u16string* text);
+  void originalBufferAppend(const std::u16string& text, IMKTextInput& client);
+  /// Inserts what is parked.
+  void commitComposition(IMKTextInput* sender);
+  void nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength);
+
+  // Text position.
+  /// On every key event; asks the client at a word's first character and at every other key.
+  void Grab_Text_Position(std::uint8_t keyByte, IMKTextInput* client);
+  void Get_Text_Position(IMKTextInput* client);
+
+  [[nodiscard]] IMKTextInput* currentClient() const { return _currentClient; }
+  [[nodiscard]] std::int64_t insertionIndex() const { return _insertionIndex; }
+
+ private:
+  bool dispatch(const NSEvent& event, IMKTextInput* client);
+  bool handleKey(const NSEvent& event, IMKTextInput* client);
+  bool handleFlagsChanged(const NSEvent& event);
+  void insertComposed(IMKTextInput& sender);
+  void commitDirectly(IMKTextInput& sender, const std::u16string& text,
+                      std::uint32_t replaceLength);
+  void park(const std::u16string& text, std::uint32_t replaceLength);
+
+  Process& process_;
+  std::u16string _composedBuffer;
+  std::u16string _originalBuffer;
+  std::int64_t _insertionIndex = 0;
+  IMKTextInput* _currentClient = nullptr;
+};
+
+QuorvaneInputController& Get_QuorvaneInputController(Process& process);
+
+/// Left mouse down and up, key down and up, flags changed, other mouse down and up.
+inline constexpr std::uint32_t kRecognizedEvents = 0x6001c06;
+
+/// What identifies a client: its address.
+[[nodiscard]] std::uint64_t identityOf(const IMKTextInput* client);
+
+bool do_handleEvent(Process& process, const NSEvent& event, IMKTextInput* client);
+void do_activateServer1(Process& process, IMKTextInput* sender);
+void do_deactivateServer1(Process& process, IMKTextInput* sender);
+/// The Carbon record behind the event; null where it has none.
+EventRef CreateKeyEventFromNSEvent(const NSEvent& event);
+/// Asks whether the main application is in front and ignores the answer. 0.
+std::int32_t Send_Complete_Event(Process& process, std::int32_t kind, std::uint16_t keyCode,
+                                 const std::u16string& characters, IMKTextInput* client);
+void set_INITED_FLAG(Process& process, std::uint32_t value);
+void cancel_keyDownEvent(Process& process);
+IMKTextInput* GetLastClient(Process& process);
+
+}  // namespace quorvane

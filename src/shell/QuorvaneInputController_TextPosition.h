@@ -1,0 +1,53 @@
+#pragma once
+// Where the insertion point is, so that the main application can show its windows beside it: in the
+// old screen convention of 16-bit coordinates with the origin at the top left.
+
+#include "src/session/QBIM_IMK_Sessions.h"
+
+namespace quorvane {
+
+/// QuickDraw's rectangle, in screen units.
+struct QDRect {
+  std::int16_t top = 0;
+  std::int16_t left = 0;
+  std::int16_t bottom = 0;
+  std::int16_t right = 0;
+  bool operator==(const QDRect&) const = default;
+};
+
+struct TextPositionState {
+  HIPoint location;  ///< where a popup should go; (0, 0): the client didn't tell
+  QDRect qdRect;
+  std::int32_t typing_count = 0;
+  QDRect screenBitsBounds;
+  QDRect dragBoundsRect;
+  NSRect DeskTopRectangle;
+};
+
+/// A rectangle based at the bottom left, flipped by the frame's height and truncated.
+QDRect SSQDRectFromNSRect(const NSRect& rect, const NSRect& screenFrame);
+/// The same by the first screen.
+void Nrect_to_Rect(Process& process, QDRect& qdRectOut, const NSRect& rect);
+
+struct QDPoint {
+  std::int16_t v = 0;
+  std::int16_t h = 0;
+};
+std::int32_t GetTextPosition(Process& process, BIMSessionRec* session, QDPoint& pointOut);
+std::int32_t Get_Last_TextPosition(Process& process, BIMSessionRec* session, HIPoint& pointOut);
+
+/// Publishes the position to field 28, where the switches ask for it.
+void Do_Get_Text_Position(Process& process, BIMSessionRec* session);
+void Do_Get_Session_Text_Position(Process& process, BIMSessionRec* session);
+
+/// Refreshes `screenBitsBounds` and `dragBoundsRect`.
+void GetDeskTopRectangle(Process& process);
+/// Stores the main screen's frame.
+void Get_DeskTopRectangle(Process& process);
+/// Centres the rectangle horizontally, keeping its width.
+void HCentRect(Process& process, QDRect& rect);
+void reset_typing_count(Process& process);
+/// Logs only.
+void do_Get_Text_Position(Process& process, IMKTextInput* client);
+
+}  // namespace quorvane

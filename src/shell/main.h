@@ -1,0 +1,37 @@
+#pragma once
+// The order of the whole process.
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "src/base/Process.h"
+
+namespace quorvane {
+
+/// The process globals that `main` sets.
+struct MainState {
+  std::unique_ptr<IMKServer> server;
+  std::unique_ptr<IMKCandidates> sharedCandidates;
+  /// Word completion's switches: commit with a space, vertical panel, Shift as a toggle.
+  std::array<std::uint8_t, 3> GlobalAutoCompleteFlags{};
+};
+
+/// The whole life of the input method, `arguments` without the program's name. The exit status: 0,
+/// or -1 where no candidate panel could be made.
+int InputMethodMain(Process& process, const std::vector<std::string>& arguments);
+
+/// Null: no panel.
+IMKCandidates* init_inputmenu_server(Process& process);
+/// 0 for an index without a flag.
+std::uint8_t Get_GlobalAutoCompleteFlag(Process& process, std::size_t index);
+/// Rewrites the user defaults: an edit of them doesn't survive a start.
+void initPreference(Process& process);
+
+// The input source: register, choose, and let go.
+void registerInputSource(Process& process);
+void activateInputSource(Process& process);
+void deactivateInputSource(Process& process);
+
+}  // namespace quorvane
