@@ -1,0 +1,23 @@
+#pragma once
+// The commands of `quorvane`. Each adds itself with its options to the command line; the one that
+// was chosen leaves what is to be run.
+
+#include <functional>
+
+namespace CLI {
+class App;
+}
+
+namespace quorvane {
+
+inline constexpr int kExitDone = 0;
+inline constexpr int kExitFailed = 1;    ///< an expectation failed, or the work couldn't be done
+inline constexpr int kExitBadUsage = 2;  ///< bad usage or bad input
+
+/// Returns the exit code.
+using Run = std::function<int()>;
+
+void addTypeCommand(CLI::App& app, Run& run);
+void addCheckerCommand(CLI::App& app, Run& run);
+
+}  // namespace quorvane

@@ -1,0 +1,30 @@
+#pragma once
+// The stand-in main application as a child process.
+
+#include <sys/types.h>
+
+namespace quorvane {
+
+/// Runs `quorvane checker`. It ends when this object does, and when this process dies.
+class StandIn {
+ public:
+  /// `talks`: its standard error joins ours. Throws std::system_error where it can't be started.
+  explicit StandIn(bool talks);
+  ~StandIn() { end(); }
+  StandIn(const StandIn&) = delete;
+  StandIn& operator=(const StandIn&) = delete;
+
+  [[nodiscard]] pid_t pid() const { return pid_; }
+  /// False once it has ended by itself.
+  bool running();
+  /// Asks it to end, insists after two seconds, and waits for it.
+  void end();
+
+ private:
+  bool reap(int options);
+
+  pid_t pid_ = -1;
+  bool ended_ = false;
+};
+
+}  // namespace quorvane

@@ -1,0 +1,93 @@
+#include "apps/TypeSurroundings.h"
+
+#include <sys/ipc.h>
+#include <sys/shm.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "hosts/desktop/DesktopConfiguration.h"
+#include "hosts/desktop/RuntimeFolder.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* kRuntimeDir = "QUORVANE_RUNTIME_DIR";
+constexpr const char* kKeyOffset = "QUORVANE_KEY_OFFSET";
+constexpr std::string_view kFolderPrefix = "type-";
+/// The keys of the five segments.
+constexpr std::array<std::uint32_t, 5> kSegmentKeys{880, 893, 896, 897, 899};
+
+/// The process id in "type-4711".
+std::optional<std::int32_t> pidOfFolder(std::string_view name) {
+  if (!name.starts_with(kFolderPrefix)) return std::nullopt;
+  name.remove_prefix(kFolderPrefix.size());
+  std::int32_t pid = 0;
+  const auto end = std::from_chars(name.data(), name.data() + name.size(), pid);
+  const bool whole = end.ec == std::errc() && end.ptr == name.data() + name.size();
+  return whole && pid > 0 ? std::optional(pid) : std::nullopt;
+}
+
+bool isAlive(std::int32_t pid) { return ::kill(pid, 0) == 0 || errno != ESRCH; }
+
+/// A segment of another user stays.
+void removeSegments(std::uint32_t keyOffset) {
+  for (const std::uint32_t key : kSegmentKeys) {
+    const int id = ::shmget(static_cast<key_t>(key + keyOffset), 0, 0);
+    shmid_ds info{};
+    if (id < 0 || ::shmctl(id, IPC_STAT, &info) != 0) continue;
+    if (info.shm_perm.uid == ::geteuid()) ::shmctl(id, IPC_RMID, nullptr);
+  }
+}
+
+void removeLeftovers(const std::filesystem::path& usualFolder) {
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(usualFolder, error)) {
+    const auto pid = pidOfFolder(entry.path().filename().string());
+    if (!pid || (isAlive(*pid) && *pid != ::getpid())) continue;
+    removeSegments(keyOffsetOf(*pid));
+    std::error_code ignored;
+    std::filesystem::remove_all(entry.path(), ignored);
+  }
+}
+
+}  // namespace
+
+std::uint32_t keyOffsetOf(std::int32_t pid) {
+  return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
+}
+
+TypeSurroundings::TypeSurroundings() {
+  if (std::getenv(kRuntimeDir) == nullptr) makeFolder();
+  if (std::getenv(kKeyOffset) == nullptr) {
+    keyOffset_ = keyOffsetOf(::getpid());
+    ::setenv(kKeyOffset, std::to_string(keyOffset_).c_str(), 1);
+  }
+}
+
+void TypeSurroundings::makeFolder() {
+  const desktop::RuntimeFolder usual(
+      desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory);
+  const auto lock = usual.lock();
+  removeLeftovers(usual.path());
+  folder_ = usual.path() / (std::string(kFolderPrefix) + std::to_string(::getpid()));
+  ::setenv(kRuntimeDir, folder_.c_str(), 1);
+  const desktop::RuntimeFolder own(folder_);
+}
+
+void TypeSurroundings::remove() {
+  if (keyOffset_ != 0) removeSegments(keyOffset_);
+  keyOffset_ = 0;
+  std::error_code ignored;
+  if (!folder_.empty()) std::filesystem::remove_all(folder_, ignored);
+  folder_.clear();
+}
+
+}  // namespace quorvane

@@ -1,0 +1,32 @@
+#pragma once
+// What keeps one `type` apart from every other: a runtime folder and shared-memory keys of its own.
+
+#include <cstdint>
+#include <filesystem>
+
+namespace quorvane {
+
+/// The offset of the shared-memory keys of the `type` with this process id; no two overlap.
+std::uint32_t keyOffsetOf(std::int32_t pid);
+
+/// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
+/// unless it is set already, and clears away what dead ones left.
+class TypeSurroundings {
+ public:
+  /// Throws std::runtime_error where the folder can't be used.
+  TypeSurroundings();
+  ~TypeSurroundings() { remove(); }
+  TypeSurroundings(const TypeSurroundings&) = delete;
+  TypeSurroundings& operator=(const TypeSurroundings&) = delete;
+
+  /// Removes what was made here. Doing it twice does no harm.
+  void remove();
+
+ private:
+  void makeFolder();
+
+  std::filesystem::path folder_;  ///< empty: it isn't ours
+  std::uint32_t keyOffset_ = 0;   ///< 0: not ours
+};
+
+}  // namespace quorvane

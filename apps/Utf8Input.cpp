@@ -1,0 +1,57 @@
+#include "apps/Utf8Input.h"
+
+#include <unicode/utf8.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <limits>
+#include <system_error>
+
+namespace quorvane {
+namespace {
+
+[[noreturn]] void throwErrno(const char* what) {
+  throw std::system_error(errno, std::generic_category(), what);
+}
+
+}  // namespace
+
+std::string readAll(int descriptor) {
+  std::string bytes;
+  std::array<char, 16384> part;
+  for (;;) {
+    const ssize_t count = ::read(descriptor, part.data(), part.size());
+    if (count == 0) return bytes;
+    if (count > 0) bytes.append(part.data(), static_cast<std::size_t>(count));
+    if (count < 0 && errno != EINTR) throwErrno("can't read standard input");
+  }
+}
+
+std::u32string decodeUtf8(std::string_view bytes) {
+  if (bytes.size() > std::numeric_limits<std::int32_t>::max()) {
+    throw BadInput("the input is longer than 2 GiB");
+  }
+  std::u32string result;
+  const auto length = static_cast<std::int32_t>(bytes.size());
+  for (std::int32_t next = 0; next < length;) {
+    const std::int32_t start = next;
+    UChar32 character = 0;
+    U8_NEXT(bytes.data(), next, length, character);
+    if (character < 0) {
+      throw BadInput("the input is no UTF-8 at byte offset " + std::to_string(start));
+    }
+    result.push_back(static_cast<char32_t>(character));
+  }
+  return result;
+}
+
+void writeAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+    if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
+    if (count < 0 && errno != EINTR) throwErrno("can't write to standard output");
+  }
+}
+
+}  // namespace quorvane
