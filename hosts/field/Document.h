@@ -56,7 +56,8 @@ class Document : public IMKTextInput {
 
   /// What a text field does with a key that was passed on to it. Key up does nothing. An arrow with
   /// a selection goes to its end on that side; arrows, home and end move nothing while marked text
-  /// stands; up and down keep the column of the caret.
+  /// stands; up and down keep the column of the caret and stay where there is no such line.
+  /// Command-A, C, X and V are the only command keys; they leave the marked text as plain text.
   void applyKey(const NSEvent& event);
 
   [[nodiscard]] const std::u16string& text() const { return text_; }
@@ -88,13 +89,16 @@ class Document : public IMKTextInput {
   void replace(NSRange range, std::u16string_view text);
   void insertOverTarget(std::u16string_view text);
   void applyCommand(const NSEvent& event);
-  void copySelection();
-  void eraseSelectionOr(NSRange otherwise);
   void applyControl(char16_t code);
-  void moveTo(std::uint64_t position) { selection_ = {position, 0}; }
-  void moveLeft();
-  void moveRight();
-  void moveToLine(bool down);
+  void copySelection();
+  void eraseTargetOr(NSRange otherwise);
+  void moveTo(std::uint64_t position);
+  [[nodiscard]] std::uint64_t selectionEnd() const {
+    return selection_.location + selection_.length;
+  }
+  [[nodiscard]] std::uint64_t lineAbove(std::uint64_t position) const;
+  [[nodiscard]] std::uint64_t lineBelow(std::uint64_t position) const;
+  [[nodiscard]] std::uint64_t inLine(std::uint64_t start, std::uint64_t column) const;
   [[nodiscard]] std::uint64_t before(std::uint64_t position) const;
   [[nodiscard]] std::uint64_t behind(std::uint64_t position) const;
   [[nodiscard]] std::uint64_t lineStart(std::uint64_t position) const;

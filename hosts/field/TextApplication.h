@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -46,7 +47,7 @@ class TextApplication {
   TextApplication(const TextApplication&) = delete;
   TextApplication& operator=(const TextApplication&) = delete;
 
-  /// Null: nobody handles events, all of them are passed on. Not owned. To be set before `focus`.
+  /// Null: nobody handles events, all of them are passed on. Not owned.
   void setController(IMKInputController* controller);
 
   /// Lives as long as the application, also when closed. The first one gets no focus by itself.
@@ -62,7 +63,7 @@ class TextApplication {
   Outcome press(std::u16string_view characters, std::uint16_t keyCode,
                 std::uint32_t modifierFlags = 0);
   /// Presses the key that makes the character, or that is named by a classic code (13, 28 ...),
-  /// with `modifierFlags` in addition to those that it needs.
+  /// with `modifierFlags` in addition to those that it needs. A line feed is the return key.
   Outcome type(char32_t character, std::uint32_t modifierFlags = 0);
   /// Mouse down and up at a place in the text: passed on, it sets the caret there.
   Outcome click(std::uint64_t index);
@@ -74,7 +75,7 @@ class TextApplication {
   Outcome deliver(const NSEvent& event, const Delivery& how);
   /// Delivers what was posted outside any event, by a message for instance.
   void deliverPosted();
-  [[nodiscard]] bool delivering() const { return depth_ > 0; }
+  [[nodiscard]] bool delivering() const { return progress_ != nullptr; }
 
   [[nodiscard]] Clipboard& clipboard() { return *clipboard_; }
   /// Modifiers of the latest event in the classic mask.
@@ -88,18 +89,16 @@ class TextApplication {
   std::function<void(const Document&, const ClientCall&)> onClientCall;
 
  private:
-  struct Progress {
-    Document& document;
-    std::uint64_t changes = 0;  ///< by client calls, nested deliveries left out
-    bool threw = false;
-    std::vector<std::string> calls;
-  };
+  struct Progress;
+  /// Runs a call of the controller. False where it threw; that is recorded then.
+  template <class Call>
+  bool guarded(const Call& call);
   void noteClientCall(const Document& document, const ClientCall& call);
+  void askRecognizedEvents();
   [[nodiscard]] CarbonEvent carbonEvent(const NSEvent& event, const Delivery& how);
   Outcome handle(const NSEvent& event, const Delivery& how, bool posted);
-  bool offer(const NSEvent& event, Progress& progress);
-  void passOn(const NSEvent& event, Document& document);
-  void guarded(const std::function<void()>& call);
+  Outcome offer(NSEvent event, const Delivery& how, Progress& progress);
+  void passOn(const NSEvent& event, Document& document) const;
   void recordError(std::string message);
 
   Clock& clock_;
@@ -111,9 +110,8 @@ class TextApplication {
   Document* focused_ = nullptr;
   std::uint32_t recognizedEvents_ = 0;
   std::uint32_t modifiers_ = 0;
-  std::uint64_t clickIndex_ = 0;
-  std::vector<Progress*> progress_;
-  std::size_t depth_ = 0;
+  std::optional<std::uint64_t> clickIndex_;  ///< while a click is under way
+  Progress* progress_ = nullptr;             ///< the innermost event being handled
   std::vector<std::string> errors_;
 };
 
