@@ -23,11 +23,13 @@ std::shared_ptr<CFRunLoopSource> ObservedMessagePorts::CFMessagePortCreateRunLoo
   return inner_.CFMessagePortCreateRunLoopSource(port);
 }
 
-std::int32_t ObservedMessagePorts::CFMessagePortSendRequest(
-    CFMessagePort& remote, std::int32_t messageId, std::span<const std::uint8_t> data,
-    double sendTimeout, double receiveTimeout, CFData* reply) {
-  const std::int32_t result = inner_.CFMessagePortSendRequest(remote, messageId, data, sendTimeout,
-                                                              receiveTimeout, reply);
+std::int32_t ObservedMessagePorts::CFMessagePortSendRequest(CFMessagePort& remote,
+                                                            std::int32_t messageId,
+                                                            std::span<const std::uint8_t> data,
+                                                            double sendTimeout,
+                                                            double receiveTimeout, CFData* reply) {
+  const std::int32_t result =
+      inner_.CFMessagePortSendRequest(remote, messageId, data, sendTimeout, receiveTimeout, reply);
   if (sent) sent(messageId, data.size(), result);
   return result;
 }

@@ -11,6 +11,16 @@
 namespace quorvane {
 namespace {
 
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"  // inside the macro
+/// The code point at `next`, which moves behind it; negative where the bytes are malformed.
+std::int32_t takeCodePoint(const char* bytes, std::int32_t& next, std::int32_t length) {
+  UChar32 character = 0;
+  U8_NEXT(bytes, next, length, character);
+  return character;
+}
+#pragma GCC diagnostic pop
+
 [[noreturn]] void throwErrno(const char* what) {
   throw std::system_error(errno, std::generic_category(), what);
 }
@@ -36,8 +46,7 @@ std::u32string decodeUtf8(std::string_view bytes) {
   const auto length = static_cast<std::int32_t>(bytes.size());
   for (std::int32_t next = 0; next < length;) {
     const std::int32_t start = next;
-    UChar32 character = 0;
-    U8_NEXT(bytes.data(), next, length, character);
+    const std::int32_t character = takeCodePoint(bytes.data(), next, length);
     if (character < 0) {
       throw BadInput("the input is no UTF-8 at byte offset " + std::to_string(start));
     }
