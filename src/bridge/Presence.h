@@ -12,13 +12,18 @@ inline constexpr FourCharCode kQuorvaneSignature = "QVPX"_4cc;
 inline constexpr std::string_view kQuorvaneBundleIdentifier = "com.tallowmere.quorvane";
 
 struct PresenceState {
-  ProcessSerialNumber quorvane_psn;  ///< known only where both words are nonzero
-  std::int32_t quorvane_pid = 0;     ///< 0: unknown
+  ProcessSerialNumber quorvane_psn;
+  std::int32_t quorvane_pid = 0;  ///< 0: unknown
   std::int32_t front_app_pid = 0;
   FourCharCode frontapp_signature = 0;  ///< 0: not yet known, or the application has none
   ProcessSerialNumber frontapp_psn;     ///< as last announced by the workspace
   ProcessSerialNumber frontPSN;         ///< as FRONTPROCESSSIGNATURE last asked
 };
+
+/// A serial number counts only as a whole.
+[[nodiscard]] constexpr bool isKnown(const ProcessSerialNumber& psn) {
+  return psn.highLongOfPSN != 0 && psn.lowLongOfPSN != 0;
+}
 
 /// 1 where the serial number is known or, from 10.7 on, a running application has the bundle
 /// identifier.

@@ -73,7 +73,7 @@ class InteractiveTextRecord {
 
  private:
   Process& process_;
-  void* address_;
+  std::uint8_t* address_;
 };
 
 /// Segment 896 for one use; null where there is none.

@@ -1,0 +1,133 @@
+#include <algorithm>
+
+#include "src/base/Log.h"
+#include "src/bridge/BIM_str.h"
+#include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
+#include "src/bridge/qorv_sharedmem.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::uint32_t kVersion = 8;
+constexpr std::uint32_t kAttachedBit = 0;
+constexpr std::uint32_t kAllMenus = 0xFFFF;
+constexpr FourCharCode kApplicationType = "APPL"_4cc;
+
+bool isClient(const ProcessInfoRec& info) {
+  return info.processName[0] != 0 && (info.processMode & modeOnlyBackground) == 0 &&
+         info.processType == kApplicationType && info.processSignature != kQuorvaneSignature;
+}
+
+void publishClientName(Process& process, std::uint8_t* record) {
+  std::uint8_t* published = record + ToolCRecPtr_ClientName;
+  published[0] = 0;
+  Str255 name{};
+  ProcessInfoRec info;
+  Set_InfoRec_ProcessInfoRec(process, info);
+  info.processName = name.data();
+  const OSStatus status =
+      process.platform().processManager.GetProcessInformation(kCurrentProcess, info);
+  if (status != noErr || !isClient(info)) return;
+  name[0] = std::min(name[0], kClientNameLimit);
+  Pstrcpy(published, name.data());
+}
+
+std::uint32_t menusToRebuild(Process& process, std::uint32_t mask) {
+  return GET_TOOLCRECPTR(process, ToolCRecPtr_UpdateMenus) & mask & kAllMenus;
+}
+
+}  // namespace
+
+std::int32_t Init_Toolversion(Process& process) {
+  const ToolRec record(process);
+  if (!record) return 0;
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_Version, kVersion);
+  Log(process, "IMK ToolCRecPtr_Version ", kVersion);
+  if ((GET_TOOLCRECPTR(process, ToolCRecPtr_InputMethodFlags) & 1) == 0) {
+    BSET_TOOLCRECPTR(process, ToolCRecPtr_InputMethodFlags, kAttachedBit);
+  }
+  return 1;
+}
+
+std::int32_t IS_TOOL_BUSY(Process& process) {
+  const ToolRec record(process);
+  if (GET_TOOLCRECPTR(process, ToolCRecPtr_unusedx2) == 0) return 0;
+  Log(process, "** TOOL_BUSY ToolCRecPtr_unusedx2 IMK");
+  return 1;
+}
+
+std::uint32_t Get_ToolCRecPtr_unusedx2(Process& process) {
+  const ToolRec record(process);
+  if (!record) return 0;
+  const std::uint32_t value = GET_TOOLCRECPTR(process, ToolCRecPtr_unusedx2);
+  process.platform().console.print(value != 0 ? "IMK get ToolCRecPtr_unusedx2 set\n"
+                                              : "IMK get ToolCRecPtr_unusedx2 clear\n");
+  return value;
+}
+
+void Set_ToolCRecPtr_unusedx2(Process& process, std::uint32_t value) {
+  const ToolRec record(process);
+  if (!record) return;
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_unusedx2, value);
+  process.platform().console.print(value != 0 ? "IMK set ToolCRecPtr_unusedx2 set\n"
+                                              : "IMK set ToolCRecPtr_unusedx2 clear\n");
+}
+
+void Set_ToolCRecPtr_unusedx1(Process& process, std::uint32_t value) {
+  const ToolRec record(process);
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_unusedx1, value);
+}
+
+std::int32_t IS_MACHPORT_BUSY(Process& process) {
+  const ToolRec record(process);
+  return GET_TOOLCRECPTR(process, ToolCRecPtr_MachPortBusy) != 0 ? 1 : 0;
+}
+
+void SET_MACHPORT_BUSY(Process& process, std::uint32_t value) {
+  const ToolRec record(process);
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_MachPortBusy, value);
+}
+
+std::int32_t Get_InputMethod_UpdateMenus(Process& process, std::uint32_t mask) {
+  const ToolRec record(process);
+  const std::uint32_t menus = GET_TOOLCRECPTR(process, ToolCRecPtr_UpdateMenus);
+  if (menusToRebuild(process, mask) == 0) return 0;
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_UpdateMenus, menus & ~(mask & kAllMenus));
+  return 1;
+}
+
+std::int32_t Get_IMK_updateMenus(Process& process, std::uint32_t mask) {
+  const ToolRec record(process);
+  return menusToRebuild(process, mask) != 0 ? 1 : 0;
+}
+
+std::int32_t Is_Quorvane_AppReady(Process& process) {
+  const ToolRec record(process);
+  return GET_TOOLCRECPTR(process, ToolCRecPtr_AppReady) != 0 ? 1 : 0;
+}
+
+void Wake_PHP_SharedMemProcess(Process& process) {
+  const ToolRec record(process);
+  if (record && Get_OPENGlobalToolCRecPtr(process)[ToolCRecPtr_WakeFlag] != 0) {
+    WakeUpQuorvaneProcess(process);
+  }
+}
+
+std::uint32_t CheckCurrentCheckStatus(Process& process, bool update) {
+  const ToolRec record(process);
+  if (!record) return 0;
+  const std::uint32_t running = GET_TOOLCRECPTR(process, ToolCRecPtr_CheckRunning);
+  if (running == 0 && update) publishClientName(process, Get_OPENGlobalToolCRecPtr(process));
+  return running;
+}
+
+std::int32_t is_this_Quorvane(Process& process) {
+  ProcessInfoRec info;
+  Set_InfoRec_ProcessInfoRec(process, info);
+  const OSStatus status =
+      process.platform().processManager.GetProcessInformation(kCurrentProcess, info);
+  return status == noErr && info.processSignature == kQuorvaneSignature ? 1 : 0;
+}
+
+}  // namespace quorvane
