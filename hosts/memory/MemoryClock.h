@@ -26,7 +26,7 @@ class MemoryClock : public Clock {
 
   [[nodiscard]] std::uint64_t now() const { return now_; }
   /// Moves time, stopping at each scheduled moment on the way. Called from a scheduled function or
-  /// a hook it moves the time and leaves what falls due to the outer call.
+  /// a hook it only moves the time; what falls due by that runs afterwards.
   void advance(std::uint64_t nanoseconds);
   void advanceTicks(double ticks);
   void advanceSeconds(double seconds);
@@ -58,7 +58,6 @@ class MemoryClock : public Clock {
     MemoryClock& clock_;
   };
   bool runNextDue(std::uint64_t until);
-  void settle(std::uint64_t until);
 
   MemoryJournal& journal_;
   Quiet quiet_;

@@ -25,7 +25,7 @@ class MemoryCarbonEvents : public CarbonEvents {
   bool userCancelled = false;
   /// In place of those of the latest event.
   std::optional<std::uint32_t> keyModifiers;
-  std::function<std::uint32_t()> latestModifiers;
+  std::function<std::uint32_t()> latestModifiers = [] { return 0U; };
 
  private:
   MemoryJournal& journal_;

@@ -4,7 +4,6 @@
 
 #include <deque>
 #include <functional>
-#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -68,7 +67,7 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   /// Every send, the latest thousand.
   [[nodiscard]] const std::deque<SentMessage>& sent() const { return sent_; }
   void clearSent() { sent_.clear(); }
-  /// What a waiting send does besides its own messages: notifications, posted events.
+  /// Run with each turn inside a waiting send: what else lives on the run loop.
   std::function<void()> whileWaiting;
 
   static constexpr std::size_t kTurnLimit = 4096;
@@ -89,12 +88,15 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
     std::optional<CFData> data;
   };
   struct Peer;
+  struct Reply;
   [[nodiscard]] std::shared_ptr<LocalPort> servedOnLoop(std::string_view name) const;
-  std::int32_t send(RemotePort& port, const SentMessage& message, double sendTimeout,
-                    double receiveTimeout, CFData* reply);
-  std::int32_t await(RemotePort& port, const SentMessage& message, double receiveTimeout,
-                     CFData& reply);
-  std::int32_t sendToSelf(LocalPort& port, const SentMessage& message, CFData* reply);
+  std::int32_t sendToPeer(const std::shared_ptr<Peer>& peer, const SentMessage& message,
+                          double sendTimeout, double receiveTimeout, CFData* reply);
+  std::shared_ptr<Reply> handOver(const std::shared_ptr<Peer>& peer, const SentMessage& message);
+  std::int32_t await(const Peer& peer, const Reply& arrived, double receiveTimeout);
+  void turnWhileWaiting();
+  std::int32_t sendToSelf(LocalPort& port, const SentMessage& message, double receiveTimeout,
+                          CFData* reply);
   void remember(const SentMessage& message);
 
   MemoryJournal& journal_;

@@ -1,7 +1,6 @@
 #pragma once
 // Running applications, as the Process Manager and the workspace show them.
 
-#include <array>
 #include <deque>
 #include <list>
 #include <optional>
@@ -31,7 +30,7 @@ struct MemoryProcess {
 enum class Notice { Queued, Missed };
 
 /// The list starts with the input method itself (serial number {0, 8192}, pid 4242) and an editor
-/// in front (serial number {0, 8193}, pid 4243, signature "WRTR", "com.example.writer").
+/// in front (serial number {1, 8193}, pid 4243, signature "WRTR", "com.example.writer").
 class MemoryProcesses : public ProcessManager, public Workspace {
  public:
   explicit MemoryProcesses(MemoryJournal& journal);
@@ -53,23 +52,25 @@ class MemoryProcesses : public ProcessManager, public Workspace {
                                                           Observer observer) override;
 
   // The script's side.
-  /// A serial number or pid of 0 is filled in. Returns the serial number.
+  /// A serial number or pid of 0 is filled in, with high word 1. Returns the serial number.
   ProcessSerialNumber add(MemoryProcess process, Notice notice = Notice::Queued);
   /// Nothing is in front afterwards if it was.
   void remove(const ProcessSerialNumber& psn, Notice notice = Notice::Queued);
   /// {0, 0}: nothing is in front.
   void setFront(const ProcessSerialNumber& psn, Notice notice = Notice::Queued);
-  /// For changing it in place; null where there is none. The workspace sees the change at its next.
+  /// For changing it in place; null where there is none. The workspace shows the change with the
+  /// next one of its own.
   MemoryProcess* find(const ProcessSerialNumber& psn);
   MemoryProcess* findSignature(FourCharCode signature);
   [[nodiscard]] ProcessSerialNumber front() const { return front_; }
   [[nodiscard]] static ProcessSerialNumber self() { return {0, 8192}; }
-  [[nodiscard]] static ProcessSerialNumber editor() { return {0, 8193}; }
+  [[nodiscard]] static ProcessSerialNumber editor() { return {1, 8193}; }
   /// A notification as the script has it, delivered at the next turn; `application` may be empty.
   void post(WorkspaceNotification name, const ProcessSerialNumber& psn,
             std::optional<NSRunningApplication> application);
   /// A turn of the run loop: delivers what is queued.
   void deliverNotifications();
+  [[nodiscard]] bool notificationsWait() const { return !queued_.empty(); }
 
   bool getCurrentProcessFails = false;
   bool getFrontProcessFails = false;
@@ -84,13 +85,17 @@ class MemoryProcesses : public ProcessManager, public Workspace {
   struct Observed {
     WorkspaceNotification name;
     Observer observer;
+    bool active = true;
   };
+  using Observers = std::vector<std::shared_ptr<Observed>>;
   class ObserverRegistration;
-  void changed(Notice notice, WorkspaceNotification name, const MemoryProcess& process);
+  void changed(Notice notice, WorkspaceNotification name, const MemoryProcess* process);
   void refreshApplications();
   void deliver(const Queued& queued);
   [[nodiscard]] const NSRunningApplication* activeApplication() const;
-  [[nodiscard]] std::size_t indexOf(const ProcessSerialNumber& psn) const;
+  /// {0, 2} is the input method itself. Null where there is none.
+  [[nodiscard]] const MemoryProcess* lookUp(const ProcessSerialNumber& psn) const;
+  [[nodiscard]] NSRunningApplication describe(const MemoryProcess& process) const;
 
   MemoryJournal& journal_;
   std::vector<MemoryProcess> processes_;
@@ -100,7 +105,7 @@ class MemoryProcesses : public ProcessManager, public Workspace {
   std::list<std::vector<NSRunningApplication>> applications_;
   std::deque<Queued> queued_;
   /// Shared with the registrations, which may outlive this object.
-  std::shared_ptr<std::list<Observed>> observers_ = std::make_shared<std::list<Observed>>();
+  std::shared_ptr<Observers> observers_ = std::make_shared<Observers>();
 };
 
 }  // namespace quorvane::memory

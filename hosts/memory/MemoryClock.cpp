@@ -1,0 +1,77 @@
+#include "hosts/memory/MemoryClock.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+#include "src/base/Process.h"
+
+namespace quorvane::memory {
+namespace {
+
+double toSeconds(std::uint64_t nanoseconds) { return static_cast<double>(nanoseconds) / 1e9; }
+
+}  // namespace
+
+std::uint64_t MemoryClock::mach_absolute_time() {
+  journal_.repeated("mach_absolute_time");
+  advance(step);
+  return now_;
+}
+
+double MemoryClock::GetCurrentEventTime() {
+  journal_.call("GetCurrentEventTime");
+  return toSeconds(now_);
+}
+
+void MemoryClock::usleep(std::uint32_t microseconds) {
+  journal_.call("usleep ", microseconds);
+  advance(std::uint64_t{microseconds} * 1000);
+}
+
+void MemoryClock::advance(std::uint64_t nanoseconds) {
+  const std::uint64_t until = now_ + nanoseconds;
+  if (moving_) {
+    now_ = until;
+    return;
+  }
+  const FlagGuard moving(moving_);
+  while (runNextDue(std::max(until, now_))) {
+  }
+  now_ = std::max(until, now_);
+  for (std::size_t i = 0; i < hooks_.size(); ++i) hooks_[i]();
+}
+
+void MemoryClock::advanceTicks(double ticks) {
+  advance(static_cast<std::uint64_t>(ticks * static_cast<double>(kNanosecondsPerTick)));
+}
+
+void MemoryClock::advanceSeconds(double seconds) {
+  advance(static_cast<std::uint64_t>(seconds * 1e9));
+}
+
+void MemoryClock::schedule(std::uint64_t nanoseconds, std::function<void()> function) {
+  due_.push_back({now_ + nanoseconds, scheduled_++, std::move(function)});
+}
+
+void MemoryClock::onMove(std::function<void()> function) { hooks_.push_back(std::move(function)); }
+
+bool MemoryClock::runNextDue(std::uint64_t until) {
+  const auto next = std::min_element(due_.begin(), due_.end(), [](const Due& a, const Due& b) {
+    return std::tie(a.at, a.order) < std::tie(b.at, b.order);
+  });
+  if (next == due_.end() || next->at > until) return false;
+  const Due due = std::move(*next);
+  due_.erase(next);
+  now_ = std::max(now_, due.at);
+  due.function();
+  return true;
+}
+
+double MemoryClock::Quiet::GetCurrentEventTime() { return toSeconds(clock_.now()); }
+
+void MemoryClock::Quiet::usleep(std::uint32_t microseconds) {
+  clock_.advance(std::uint64_t{microseconds} * 1000);
+}
+
+}  // namespace quorvane::memory
