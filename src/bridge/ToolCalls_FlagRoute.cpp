@@ -1,0 +1,191 @@
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+#include "src/base/Log.h"
+#include "src/bridge/QBIMLaunchServer.h"
+#include "src/bridge/ToolCalls.h"
+#include "src/bridge/qorv_sharedmem.h"
+
+namespace quorvane {
+namespace {
+
+struct CommandBit {
+  std::uint32_t cmd;
+  std::uint32_t bit;
+};
+constexpr std::array<CommandBit, 23> kCommandBits{
+    {{2, 22},     {6, 23},     {7, 24},     {17, 4},     {35, 31},    {100, 2},
+     {104, 0},    {121, 29},   {16383, 3},  {16390, 20}, {17100, 13}, {17101, 14},
+     {17102, 15}, {17110, 16}, {17111, 17}, {17140, 5},  {17141, 6},  {17142, 7},
+     {17145, 9},  {17146, 10}, {17147, 11}, {17149, 12}, {65534, 19}}};
+constexpr std::array<CommandBit, 3> kWaitingCommandBits{
+    {{87, kSentenceScanBit}, {108, 17}, {16390, 19}}};
+
+constexpr std::uint32_t kCloseWindow = 104;
+constexpr std::uint32_t kShowHideWindow = 100;
+constexpr std::uint32_t kDictionarySettings = 16383;
+constexpr std::uint32_t kSentenceScan = 87;
+constexpr CommandBit kWritingStyleList{8, 28};
+
+constexpr std::uint32_t kWaitingBusyBit = 1;
+
+// A wait spins: the clock is read once in so many rounds, the awaited bit tested in every other
+// pair of rounds.
+struct Wait {
+  std::uint32_t field;
+  std::uint32_t bit;
+  std::uint64_t ticks;
+  std::uint32_t roundsPerReading;
+};
+
+// True where the other process cleared the bit in time. `now` stays 0 until the first reading, so
+// that the deadline can't end the wait before it.
+bool spinUntilClear(Process& process, const Wait& wait, std::uint64_t start) {
+  const std::uint64_t deadline = start + wait.ticks;
+  const std::uint32_t mask = std::uint32_t{1} << wait.bit;
+  std::uint64_t now = 0;
+  std::uint32_t rounds = 0;
+  while (now < deadline) {
+    ++rounds;
+    if (rounds > wait.roundsPerReading) {
+      now = Tick_Count(process);
+      rounds = 0;
+    }
+    if ((rounds & 2) != 0 && (GET_TOOLCRECPTR(process, wait.field) & mask) == 0) return true;
+  }
+  return false;
+}
+
+/// A bit of a field, set for as long as this lives.
+class FieldBit {
+ public:
+  FieldBit(Process& process, std::uint32_t field, std::uint32_t bit)
+      : process_(process), field_(field), bit_(bit) {
+    BSET_TOOLCRECPTR(process, field, bit);
+  }
+  ~FieldBit() { BCLR_TOOLCRECPTR(process_, field_, bit_); }
+  FieldBit(const FieldBit&) = delete;
+  FieldBit& operator=(const FieldBit&) = delete;
+
+ private:
+  Process& process_;
+  std::uint32_t field_;
+  std::uint32_t bit_;
+};
+
+const CommandBit* find(std::span<const CommandBit> table, std::uint32_t cmd) {
+  const auto found =
+      std::find_if(table.begin(), table.end(), [&](const auto& row) { return row.cmd == cmd; });
+  return found == table.end() ? nullptr : &*found;
+}
+
+void do_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t bit, std::uint32_t cmd) {
+  Do_Check_ToolCRecPtr_USEFLAGS2(process, bit, cmd);
+}
+
+void waitForRequest(Process& process, std::uint32_t bit) {
+  BSET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2, bit);
+  const FieldBit busy(process, ToolCRecPtr_unusedx2, kWaitingBusyBit);
+  const Wait wait{ToolCRecPtr_USEFLAGS2, bit, 120, 40};
+  if (!spinUntilClear(process, wait, Tick_Count(process))) {
+    Log(process, "***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT");
+  }
+}
+
+std::optional<MenuBuffer> copyMenuBuffer(Process& process) {
+  const std::uint8_t* record = GetAEToolMenuSelectRecordPtr(process);
+  if (record == nullptr) return std::nullopt;
+  MenuBuffer copy;
+  std::memcpy(copy.data(), record, copy.size());
+  const bool hasData = std::any_of(copy.begin(), copy.begin() + 4, [](auto b) { return b != 0; });
+  return hasData ? std::optional(copy) : std::nullopt;
+}
+
+}  // namespace
+
+void Do_BIM_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd) {
+  if (const CommandBit* row = find(kCommandBits, cmd)) {
+    do_CallDirectQorvToolCommandAppEvent(process, row->bit, cmd);
+  }
+}
+
+void Do_Check_ToolCRecPtr_USEFLAGS2(Process& process, std::uint32_t bit, std::uint32_t cmd) {
+  if (cmd == kShowHideWindow || cmd == kCloseWindow) WakeUpQuorvaneProcess(process);
+  Set_AEToolEventSelectStruct(process, nullptr, cmd);
+  const ToolRec record(process);
+  if (!record) {
+    Log(process, "No Shared Mem (Do_Check_ToolCRecPtr_USEFLAGS2)");
+    return;
+  }
+  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2 send, ", cmd);
+  const std::uint32_t requests = GET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2);
+  if (bit < 32 && (requests >> bit & 1) == 0) {
+    BSET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2, bit);
+  }
+  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2 done");
+}
+
+void Do_BIMCancelWindowSession(Process& process) {
+  do_CallDirectQorvToolCommandAppEvent(process, 0, kCloseWindow);
+}
+
+void Do_BIMCancelPopupWindowSession(Process& process) {
+  do_CallDirectQorvToolCommandAppEvent(process, 1, kCloseWindow);
+}
+
+void Do_BIMShowHideWindowSession(Process& process) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kShowHideWindow);
+}
+
+void Do_UpdateDictionarySettings(Process& process) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kDictionarySettings);
+}
+
+std::int32_t Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(Process& process, std::uint32_t cmd) {
+  const CommandBit* row = find(kWaitingCommandBits, cmd);
+  return row == nullptr ? 0 : do_CallDirectQorvToolCommandAppEventWait(process, row->bit, cmd);
+}
+
+std::int32_t do_CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t bit,
+                                                      std::uint32_t cmd) {
+  return Do_Check_ToolCRecPtr_USEFLAGS2_Wait(process, bit, cmd);
+}
+
+std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Process& process, std::uint32_t bit,
+                                                 std::uint32_t cmd) {
+  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait send");
+  Set_AEToolEventSelectStruct(process, nullptr, cmd);
+  if (const ToolRec record(process); record && bit < 32) waitForRequest(process, bit);
+  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait done");
+  return 0;
+}
+
+void Do_checktypingSentScan(Process& process) {
+  Log(process, "Call Do_checktypingSentScan");
+  const ToolRec record(process);
+  if (!record) {
+    Log(process, "Failed to open com bridge");
+    return;
+  }
+  BSET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2, kSentenceScanBit);
+  const FieldBit asked(process, ToolCRecPtr_ScanFlags, kSentenceScanBit);
+  const FieldBit busy(process, ToolCRecPtr_unusedx2, kSentenceScanBit);
+  WakeUpQuorvaneProcess(process);
+  Set_AEToolEventSelectStruct(process, nullptr, kSentenceScan);
+  const std::uint64_t start = Tick_Count(process);
+  if (spinUntilClear(process, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start)) {
+    Log(process, "notfinished ticks ", Tick_Count(process) - start);
+  }
+}
+
+std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Process& process, std::uint32_t /*ignored*/) {
+  Log(process, "do_New_Get_Qorv_Menu_Handle");
+  do_CallDirectQorvToolCommandAppEventWait(process, kWritingStyleList.bit, kWritingStyleList.cmd);
+  auto buffer = copyMenuBuffer(process);
+  CloseAEToolMenuSelectRecordPtr(process, nullptr);
+  Log(process, "do_New_Get_Qorv_Menu_Handle DONE");
+  return buffer;
+}
+
+}  // namespace quorvane
