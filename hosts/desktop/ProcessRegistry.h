@@ -79,6 +79,7 @@ class ProcessRegistry {
   bool observing_ = false;  ///< the first scan notifies nobody
   Descriptor folderEvents_;
   std::unique_ptr<Registration> folderWatch_;
+  std::vector<NSRunningApplication> activated_;  ///< observers haven't heard of them yet
   std::unique_ptr<Registration> activation_;
   std::shared_ptr<ProcessRegistry*> self_;  ///< what owners that outlive this object look at
 };

@@ -1,0 +1,55 @@
+#include "hosts/desktop/AtomicFile.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+
+#include "hosts/desktop/Descriptor.h"
+
+namespace quorvane::desktop {
+namespace {
+
+bool writeWhole(int file, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = ::write(file, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+void syncFolder(const std::filesystem::path& path) {
+  const Descriptor folder(open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.valid()) fsync(folder.get());
+}
+
+bool replace(const std::string& temporary, const std::filesystem::path& path,
+             std::string_view content, Durability durability) {
+  const Descriptor file(
+      open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+  if (!file.valid() || !writeWhole(file.get(), content)) return false;
+  const bool lasting = durability == Durability::Lasting;
+  if (lasting && fsync(file.get()) != 0) return false;
+  if (std::rename(temporary.c_str(), path.c_str()) != 0) return false;
+  if (lasting) syncFolder(path);
+  return true;
+}
+
+}  // namespace
+
+bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
+                         Durability durability) {
+  const std::string name = "." + path.filename().string() + "." + std::to_string(getpid()) + ".new";
+  const std::string temporary = (path.parent_path() / name).string();
+  if (replace(temporary, path, content, durability)) return true;
+  const int error = errno;
+  unlink(temporary.c_str());
+  errno = error;
+  return false;
+}
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,36 @@
+#include "hosts/desktop/Clock.h"
+
+#include <cerrno>
+#include <ctime>
+
+namespace quorvane::desktop {
+namespace {
+
+constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
+
+timespec now() {
+  timespec time{};
+  clock_gettime(CLOCK_MONOTONIC, &time);
+  return time;
+}
+
+}  // namespace
+
+std::uint64_t Clock::mach_absolute_time() {
+  const timespec time = now();
+  return static_cast<std::uint64_t>(time.tv_sec) * kNanosecondsPerSecond +
+         static_cast<std::uint64_t>(time.tv_nsec);
+}
+
+double Clock::GetCurrentEventTime() {
+  return static_cast<double>(mach_absolute_time()) / static_cast<double>(kNanosecondsPerSecond);
+}
+
+void Clock::usleep(std::uint32_t microseconds) {
+  const std::uint64_t until = mach_absolute_time() + std::uint64_t{microseconds} * 1000;
+  const timespec wake{static_cast<time_t>(until / kNanosecondsPerSecond),
+                      static_cast<long>(until % kNanosecondsPerSecond)};
+  while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &wake, nullptr) == EINTR) continue;
+}
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,76 @@
+#include "hosts/desktop/KeyFile.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "hosts/desktop/AtomicFile.h"
+
+namespace quorvane::desktop {
+namespace {
+
+struct FreeText {
+  void operator()(void* text) const { g_free(text); }
+};
+using Text = std::unique_ptr<char, FreeText>;
+
+struct FreeError {
+  void operator()(GError* error) const { g_error_free(error); }
+};
+
+}  // namespace
+
+KeyFile::KeyFile(std::filesystem::path path, quorvane::LogSink& log)
+    : path_(std::move(path)), log_(log), file_(g_key_file_new()) {
+  GError* raw = nullptr;
+  if (g_key_file_load_from_file(file_.get(), path_.c_str(), G_KEY_FILE_KEEP_COMMENTS, &raw)) return;
+  const std::unique_ptr<GError, FreeError> error(raw);
+  file_.reset(g_key_file_new());
+  if (g_error_matches(error.get(), G_FILE_ERROR, G_FILE_ERROR_NOENT) || !log_.enabled) return;
+  log_.writeLine(path_.string() + ": taken as empty: " + error->message);
+}
+
+bool KeyFile::boolean(const std::string& group, const std::string& key) const {
+  return g_key_file_get_boolean(file_.get(), group.c_str(), key.c_str(), nullptr) != FALSE;
+}
+
+bool KeyFile::has(const std::string& group, const std::string& key) const {
+  return g_key_file_has_key(file_.get(), group.c_str(), key.c_str(), nullptr) != FALSE;
+}
+
+std::string KeyFile::text(const std::string& group, const std::string& key) const {
+  const Text value(g_key_file_get_string(file_.get(), group.c_str(), key.c_str(), nullptr));
+  return value == nullptr ? std::string() : std::string(value.get());
+}
+
+std::vector<std::string> KeyFile::groups() const {
+  gsize count = 0;
+  char** names = g_key_file_get_groups(file_.get(), &count);
+  std::vector<std::string> result(names, names + count);
+  g_strfreev(names);
+  return result;
+}
+
+void KeyFile::setBoolean(const std::string& group, const std::string& key, bool value) {
+  g_key_file_set_boolean(file_.get(), group.c_str(), key.c_str(), value ? TRUE : FALSE);
+}
+
+void KeyFile::setText(const std::string& group, const std::string& key, const std::string& value) {
+  g_key_file_set_string(file_.get(), group.c_str(), key.c_str(), value.c_str());
+}
+
+void KeyFile::remove(const std::string& group, const std::string& key) {
+  g_key_file_remove_key(file_.get(), group.c_str(), key.c_str(), nullptr);
+}
+
+bool KeyFile::save() {
+  gsize size = 0;
+  const Text content(g_key_file_to_data(file_.get(), &size, nullptr));
+  std::error_code error;
+  std::filesystem::create_directories(path_.parent_path(), error);
+  if (!error && writeFileAtomically(path_, {content.get(), size}, Durability::Lasting)) return true;
+  const std::string reason = error ? error.message() : std::strerror(errno);
+  if (log_.enabled) log_.writeLine(path_.string() + ": can't be written: " + reason);
+  return false;
+}
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,50 @@
+#pragma once
+// The sending end of a message port: one connection, kept for as long as the peer lives.
+
+#include <vector>
+
+#include "hosts/desktop/MessageFraming.h"
+#include "hosts/desktop/PacketSocket.h"
+#include "hosts/desktop/RunLoop.h"
+
+namespace quorvane::desktop {
+
+class RemotePort final : public CFMessagePort, public std::enable_shared_from_this<RemotePort> {
+ public:
+  /// Null where nobody serves `path`.
+  static std::shared_ptr<RemotePort> connect(const std::filesystem::path& path, RunLoop& runLoop);
+  RemotePort(std::filesystem::path path, Descriptor socket, RunLoop& runLoop);
+
+  /// False once the peer was seen to be gone; the port is then of no further use.
+  [[nodiscard]] bool isValid() const { return valid_; }
+
+  /// Both give one of the kCFMessagePort codes. Waiting for room, `send` doesn't run the loop.
+  std::int32_t send(std::int32_t messageId, std::span<const std::uint8_t> data,
+                    RunLoop::Deadline room);
+  /// Runs the loop until the answer is there. `answerTime` counts from the moment of sending.
+  std::int32_t ask(std::int32_t messageId, std::span<const std::uint8_t> data,
+                   RunLoop::Deadline room, std::chrono::microseconds answerTime, CFData& reply);
+
+ private:
+  std::int32_t askOnThisConnection(std::int32_t messageId, std::span<const std::uint8_t> data,
+                                   RunLoop::Deadline room, std::chrono::microseconds answerTime,
+                                   CFData& reply);
+  template <class WaitForRoom>
+  std::int32_t sendRequest(std::int32_t messageId, bool replyWanted,
+                           std::span<const std::uint8_t> data, WaitForRoom waitForRoom);
+  std::int32_t takeAnswer(RunLoop::Deadline deadline, CFData& reply);
+  bool dropUnaskedAnswers();
+  void watchPeer();
+  void reconnect();
+  std::int32_t invalidate();
+
+  std::filesystem::path path_;
+  Descriptor socket_;
+  RunLoop& runLoop_;
+  std::unique_ptr<Registration> hangUp_;
+  std::vector<std::uint8_t> packet_;
+  bool valid_ = true;
+  bool asking_ = false;
+};
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,196 @@
+#include "hosts/desktop/RunLoop.h"
+
+#include <glib-unix.h>
+#include <poll.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <exception>
+#include <string>
+
+namespace quorvane::desktop {
+namespace {
+
+/// What one source calls, kept by GLib for as long as a call of it lasts.
+struct Handler {
+  std::function<bool(GIOCondition)> call;
+  quorvane::LogSink& log;
+};
+
+void logFailure(quorvane::LogSink& log, const char* what) {
+  if (log.enabled) log.writeLine(std::string("run loop: a handler failed: ") + what);
+}
+
+gboolean callHandler(gpointer data, GIOCondition condition) {
+  auto& handler = *static_cast<Handler*>(data);
+  try {
+    return handler.call(condition) ? G_SOURCE_CONTINUE : G_SOURCE_REMOVE;
+  } catch (const std::exception& failure) {
+    logFailure(handler.log, failure.what());
+  } catch (...) {
+    logFailure(handler.log, "unknown");
+  }
+  return G_SOURCE_CONTINUE;
+}
+
+gboolean timerFired(gpointer data) { return callHandler(data, GIOCondition{}); }
+
+gboolean descriptorReady(gint /*descriptor*/, GIOCondition condition, gpointer data) {
+  return callHandler(data, condition);
+}
+
+void freeHandler(gpointer data) { std::unique_ptr<Handler>(static_cast<Handler*>(data)); }
+
+class SourceOwner final : public Registration {
+ public:
+  SourceOwner(GSource* source, GSourceFunc function, std::unique_ptr<Handler> handler,
+              GMainContext* context)
+      : source_(source) {
+    g_source_set_callback(source_, function, handler.release(), freeHandler);
+    g_source_attach(source_, context);
+  }
+  ~SourceOwner() override {
+    g_source_destroy(source_);
+    g_source_unref(source_);
+  }
+  SourceOwner(const SourceOwner&) = delete;
+  SourceOwner& operator=(const SourceOwner&) = delete;
+
+ private:
+  GSource* source_;
+};
+
+struct LoopRelease {
+  void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
+};
+
+/// A step of GLib's cycle may be taken only by the thread that owns the context.
+class Ownership {
+ public:
+  explicit Ownership(GMainContext* context) : context_(context) { g_main_context_acquire(context); }
+  ~Ownership() { g_main_context_release(context_); }
+  Ownership(const Ownership&) = delete;
+  Ownership& operator=(const Ownership&) = delete;
+
+ private:
+  GMainContext* context_;
+};
+
+int millisecondsUntil(RunLoop::Deadline deadline) {
+  using std::chrono::milliseconds;
+  const auto left = deadline - std::chrono::steady_clock::now();
+  const auto rounded = std::chrono::ceil<milliseconds>(left).count();
+  return static_cast<int>(std::clamp<std::int64_t>(rounded, 0, 60'000));
+}
+
+}  // namespace
+
+RunLoop::RunLoop(quorvane::LogSink& log, GMainContext* context)
+    : log_(log), context_(g_main_context_ref(context)), polled_(16) {}
+
+RunLoop::~RunLoop() {
+  removeAllSources();
+  g_main_context_unref(context_);
+}
+
+void RunLoop::CFRunLoopAddSource(CFRunLoop& /*loop*/, std::shared_ptr<CFRunLoopSource> source) {
+  const auto ours = std::dynamic_pointer_cast<RunLoopSource>(source);
+  if (ours == nullptr) return;
+  ours->schedule(*this);
+  if (std::ranges::find(sources_, source) == sources_.end()) sources_.push_back(std::move(source));
+}
+
+std::unique_ptr<Registration> RunLoop::addTimer(Milliseconds interval, std::function<bool()> tick) {
+  auto handler = std::make_unique<Handler>(
+      [tick = std::move(tick)](GIOCondition /*condition*/) { return tick(); }, log_);
+  GSource* source = g_timeout_source_new(static_cast<guint>(interval.count()));
+  g_source_set_priority(source, G_PRIORITY_DEFAULT);
+  return std::make_unique<SourceOwner>(source, timerFired, std::move(handler), context_);
+}
+
+std::unique_ptr<Registration> RunLoop::watch(int descriptor, GIOCondition condition,
+                                             std::function<void(GIOCondition)> handler) {
+  auto always = [handler = std::move(handler)](GIOCondition ready) {
+    handler(ready);
+    return true;
+  };
+  GSource* source = g_unix_fd_source_new(descriptor, condition);
+  g_source_set_can_recurse(source, TRUE);
+  return std::make_unique<SourceOwner>(
+      source, reinterpret_cast<GSourceFunc>(reinterpret_cast<void (*)()>(descriptorReady)),
+      std::make_unique<Handler>(std::move(always), log_), context_);
+}
+
+std::unique_ptr<Registration> RunLoop::onSignal(int number, std::function<void()> handler) {
+  auto always = [handler = std::move(handler)](GIOCondition /*condition*/) {
+    handler();
+    return true;
+  };
+  return std::make_unique<SourceOwner>(g_unix_signal_source_new(number), timerFired,
+                                       std::make_unique<Handler>(std::move(always), log_),
+                                       context_);
+}
+
+void RunLoop::run() {
+  const std::unique_ptr<GMainLoop, LoopRelease> loop(g_main_loop_new(context_, FALSE));
+  running_.push_back(loop.get());
+  g_main_loop_run(loop.get());
+  running_.pop_back();
+}
+
+void RunLoop::quit() {
+  if (!running_.empty()) g_main_loop_quit(running_.back());
+}
+
+void RunLoop::runFor(Milliseconds duration) {
+  bool over = false;
+  const auto timer = addTimer(duration, [&over] {
+    over = true;
+    return false;
+  });
+  while (!over) g_main_context_iteration(context_, TRUE);
+}
+
+void RunLoop::runPending() {
+  constexpr int kMostTurns = 10'000;
+  for (int turn = 0; turn < kMostTurns; ++turn) {
+    if (!g_main_context_iteration(context_, FALSE)) return;
+  }
+}
+
+short RunLoop::runUntilReady(int descriptor, short events, Deadline deadline) {
+  // GLib's own cycle, one step at a time, with our descriptor polled beside the context's: waiting
+  // for an answer then costs one poll and no source.
+  const Ownership ownership(context_);
+  for (;;) {
+    int priority = 0;
+    g_main_context_prepare(context_, &priority);
+    int timeout = -1;
+    const std::size_t count = queryDescriptors(priority, timeout);
+    const int left = millisecondsUntil(deadline);
+    polled_[count] = GPollFD{descriptor, static_cast<gushort>(events), 0};
+    const int wait = timeout < 0 ? left : std::min(timeout, left);
+    const int ready = poll(reinterpret_cast<pollfd*>(polled_.data()), count + 1, wait);
+    const auto ours = static_cast<short>(polled_[count].revents);
+    if (ready > 0 && ours != 0) return ours;
+    if (g_main_context_check(context_, priority, polled_.data(), static_cast<int>(count))) {
+      g_main_context_dispatch(context_);
+    }
+    if (left == 0) return 0;
+  }
+}
+
+std::size_t RunLoop::queryDescriptors(int priority, int& timeout) {
+  const auto query = [&] {
+    return static_cast<std::size_t>(g_main_context_query(
+        context_, priority, &timeout, polled_.data(), static_cast<int>(polled_.size())));
+  };
+  std::size_t count = query();
+  while (count + 1 > polled_.size()) {
+    polled_.resize(2 * count + 1);
+    count = query();
+  }
+  return count;
+}
+
+}  // namespace quorvane::desktop

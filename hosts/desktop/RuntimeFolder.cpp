@@ -1,0 +1,64 @@
+#include "hosts/desktop/RuntimeFolder.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <stdexcept>
+#include <thread>
+
+namespace quorvane::desktop {
+namespace {
+
+constexpr std::size_t kLongestPortName = 72;
+constexpr std::size_t kLongestPath = sizeof(sockaddr_un::sun_path) - 1 - 1 - kLongestPortName;
+
+[[noreturn]] void refuse(const std::filesystem::path& path, const std::string& reason) {
+  throw std::runtime_error("runtime folder " + path.string() + ": " + reason);
+}
+
+void checkLength(const std::filesystem::path& path) {
+  if (path.native().size() <= kLongestPath) return;
+  refuse(path,
+         "the path is too long for a socket in it; set QUORVANE_RUNTIME_DIR to one of at "
+         "most " +
+             std::to_string(kLongestPath) + " bytes");
+}
+
+void checkOwner(const std::filesystem::path& path) {
+  struct stat status {};
+  if (lstat(path.c_str(), &status) != 0) refuse(path, std::strerror(errno));
+  if (!S_ISDIR(status.st_mode)) refuse(path, "is no folder; set QUORVANE_RUNTIME_DIR to another");
+  if (status.st_uid != geteuid()) {
+    refuse(path, "belongs to another user; set QUORVANE_RUNTIME_DIR to a folder of your own");
+  }
+  if ((status.st_mode & 077) != 0) refuse(path, "is open to other users; run chmod 700 on it");
+}
+
+}  // namespace
+
+RuntimeFolder::RuntimeFolder(std::filesystem::path path) : path_(std::move(path)) {
+  checkLength(path_);
+  if (mkdir(path_.c_str(), 0700) != 0 && errno != EEXIST) {
+    refuse(path_, std::string("can't be made (") + std::strerror(errno) +
+                      "); set QUORVANE_RUNTIME_DIR to a folder that can");
+  }
+  checkOwner(path_);
+}
+
+std::optional<Descriptor> RuntimeFolder::lock() const {
+  constexpr int kAttempts = 100;
+  Descriptor file(open((path_ / ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+  if (!file.valid()) return {};
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (flock(file.get(), LOCK_EX | LOCK_NB) == 0) return file;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return {};
+}
+
+}  // namespace quorvane::desktop
