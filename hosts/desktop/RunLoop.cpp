@@ -43,10 +43,10 @@ void freeHandler(gpointer data) { std::unique_ptr<Handler>(static_cast<Handler*>
 
 class SourceOwner final : public Registration {
  public:
-  SourceOwner(GSource* source, GSourceFunc function, std::unique_ptr<Handler> handler,
-              GMainContext* context)
+  SourceOwner(GSource* source, GSourceFunc function, Handler handler, GMainContext* context)
       : source_(source) {
-    g_source_set_callback(source_, function, handler.release(), freeHandler);
+    g_source_set_callback(source_, function,
+                          std::make_unique<Handler>(std::move(handler)).release(), freeHandler);
     g_source_attach(source_, context);
   }
   ~SourceOwner() override {
@@ -59,6 +59,13 @@ class SourceOwner final : public Registration {
  private:
   GSource* source_;
 };
+
+std::function<bool(GIOCondition)> alwaysAgain(std::function<void(GIOCondition)> handler) {
+  return [handler = std::move(handler)](GIOCondition condition) {
+    handler(condition);
+    return true;
+  };
+}
 
 struct LoopRelease {
   void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
@@ -101,34 +108,26 @@ void RunLoop::CFRunLoopAddSource(CFRunLoop& /*loop*/, std::shared_ptr<CFRunLoopS
 }
 
 std::unique_ptr<Registration> RunLoop::addTimer(Milliseconds interval, std::function<bool()> tick) {
-  auto handler = std::make_unique<Handler>(
-      [tick = std::move(tick)](GIOCondition /*condition*/) { return tick(); }, log_);
   GSource* source = g_timeout_source_new(static_cast<guint>(interval.count()));
   g_source_set_priority(source, G_PRIORITY_DEFAULT);
-  return std::make_unique<SourceOwner>(source, timerFired, std::move(handler), context_);
+  auto call = [tick = std::move(tick)](GIOCondition) { return tick(); };
+  return std::make_unique<SourceOwner>(source, timerFired, Handler{std::move(call), log_},
+                                       context_);
 }
 
 std::unique_ptr<Registration> RunLoop::watch(int descriptor, GIOCondition condition,
                                              std::function<void(GIOCondition)> handler) {
-  auto always = [handler = std::move(handler)](GIOCondition ready) {
-    handler(ready);
-    return true;
-  };
   GSource* source = g_unix_fd_source_new(descriptor, condition);
   g_source_set_can_recurse(source, TRUE);
-  return std::make_unique<SourceOwner>(
-      source, reinterpret_cast<GSourceFunc>(reinterpret_cast<void (*)()>(descriptorReady)),
-      std::make_unique<Handler>(std::move(always), log_), context_);
+  auto function = reinterpret_cast<void (*)()>(descriptorReady);
+  return std::make_unique<SourceOwner>(source, reinterpret_cast<GSourceFunc>(function),
+                                       Handler{alwaysAgain(std::move(handler)), log_}, context_);
 }
 
 std::unique_ptr<Registration> RunLoop::onSignal(int number, std::function<void()> handler) {
-  auto always = [handler = std::move(handler)](GIOCondition /*condition*/) {
-    handler();
-    return true;
-  };
+  auto call = [handler = std::move(handler)](GIOCondition) { handler(); };
   return std::make_unique<SourceOwner>(g_unix_signal_source_new(number), timerFired,
-                                       std::make_unique<Handler>(std::move(always), log_),
-                                       context_);
+                                       Handler{alwaysAgain(std::move(call)), log_}, context_);
 }
 
 void RunLoop::run() {
