@@ -1,0 +1,293 @@
+// Statements that act: the start, keys and focus, messages, time, the main application's coming and
+// going, and commands that no key reaches.
+
+#include <limits>
+
+#include "hosts/field/KeyTable.h"
+#include "src/bridge/ToolCalls.h"
+#include "src/session/QBIM_IMK_Interactive.h"
+#include "src/shell/QuorvaneInputController.h"
+#include "src/shell/QuorvaneInputController_Commit.h"
+#include "src/shell/main.h"
+#include "tools/scenario/World.h"
+
+namespace quorvane::scenario {
+namespace {
+
+void start(World& world, const Arguments& /*is*/) {
+  world.mainResult = InputMethodMain(world.process, {});
+  world.settle();
+}
+void startWith(World& world, const Arguments& is) {
+  std::vector<std::string> arguments;
+  for (const Argument& argument : is) arguments.push_back(toBytes(argument.text));
+  world.mainResult = InputMethodMain(world.process, arguments);
+  world.settle();
+}
+void forget(World& world, const Arguments& /*is*/) { forgetRecords(world); }
+
+// Keys.
+
+NSEvent keyEvent(NSEventType type, const Keystroke& stroke) {
+  NSEvent event;
+  event.type = type;
+  event.modifierFlags = stroke.modifierFlags;
+  if (const auto key = field::keyForCharacter(stroke.character)) {
+    event.keyCode = key->keyCode;
+    if (key->shift) event.modifierFlags |= NSEventModifierFlagShift;
+    if (key->function) event.modifierFlags |= NSEventModifierFlagFunction;
+  }
+  event.characters = toUtf16({stroke.character});
+  return event;
+}
+
+// Down and up; only the outcome of the down counts.
+void pressAndRelease(World& world, const Keystroke& stroke, const field::Delivery& how = {}) {
+  world.deliver(keyEvent(NSEventType::KeyDown, stroke), how);
+  world.deliver(keyEvent(NSEventType::KeyUp, stroke), how);
+  world.outcomes.pop_back();
+}
+
+void typeTimes(World& world, const Literal& text, std::int64_t times) {
+  world.outcomes.clear();
+  for (std::int64_t i = 0; i < times; ++i) {
+    for (const char32_t character : text) pressAndRelease(world, {character, 0});
+  }
+}
+void type(World& world, const Arguments& is) { typeTimes(world, is[0].text, 1); }
+void typeOften(World& world, const Arguments& is) { typeTimes(world, is[0].text, is[1].number); }
+
+void press(World& world, const Arguments& is) {
+  world.outcomes.clear();
+  pressAndRelease(world, is[0].key);
+}
+void pressOften(World& world, const Arguments& is) {
+  world.outcomes.clear();
+  for (std::int64_t i = 0; i < is[1].number; ++i) pressAndRelease(world, is[0].key);
+}
+void pressWithoutRecord(World& world, const Arguments& is) {
+  world.outcomes.clear();
+  pressAndRelease(world, is[0].key, {.withEventRef = false, .repeat = false});
+}
+void pressKeyCode(World& world, const Arguments& is) {
+  world.outcomes.clear();
+  NSEvent event;
+  event.keyCode = static_cast<std::uint16_t>(is[0].number);
+  event.characters = toUtf16(is[1].text);
+  world.deliver(event);
+}
+void deliverOne(World& world, NSEventType type, const Keystroke& stroke, bool repeat = false) {
+  world.outcomes.clear();
+  world.deliver(keyEvent(type, stroke), {.withEventRef = true, .repeat = repeat});
+}
+void keyDown(World& world, const Arguments& is) {
+  deliverOne(world, NSEventType::KeyDown, is[0].key);
+}
+void keyRepeat(World& world, const Arguments& is) {
+  deliverOne(world, NSEventType::KeyDown, is[0].key, true);
+}
+void keyUp(World& world, const Arguments& is) { deliverOne(world, NSEventType::KeyUp, is[0].key); }
+void modifiers(World& world, const Arguments& is) {
+  world.outcomes.clear();
+  NSEvent event;
+  event.type = NSEventType::FlagsChanged;
+  event.modifierFlags = is[0].key.modifierFlags;
+  world.deliver(event);
+}
+void click(World& world, const Arguments& is) {
+  world.outcomes = {world.host.text.click(static_cast<std::uint64_t>(is[0].number))};
+  world.settle();
+}
+
+// Focus.
+
+void focus(World& world, const Arguments& is) {
+  world.host.text.focus(&world.document(is[0].word));
+  world.settle();
+}
+void leave(World& world, const Arguments& /*is*/) {
+  world.host.text.focus(nullptr);
+  world.settle();
+}
+void activate(World& world, const Arguments& is) {
+  world.controller.activateServer(&world.document(is[0].word));
+  world.settle();
+}
+void deactivate(World& world, const Arguments& is) {
+  world.controller.deactivateServer(&world.document(is[0].word));
+  world.settle();
+}
+void closeDocument(World& world, const Arguments& is) { world.document(is[0].word).close(); }
+void endController(World& world, const Arguments& /*is*/) {
+  Get_QuorvaneInputController(world.process).dealloc();
+}
+
+// Messages to the own port.
+
+void post(World& world, std::uint32_t id, std::optional<CFData> data) {
+  const bool served =
+      world.host.mainApplication.sendMessage(static_cast<std::int32_t>(id), std::move(data));
+  if (!served) world.expect(false, "a message port of the input method", "none");
+  world.settle();
+}
+void message(World& world, const Arguments& is) { post(world, is[0].u32(), std::nullopt); }
+void messageWithBytes(World& world, const Arguments& is) { post(world, is[0].u32(), is[1].bytes); }
+void messageWithNumber(World& world, const Arguments& is) {
+  CFData data;
+  for (int shift = 24; shift >= 0; shift -= 8) {
+    data.push_back(static_cast<std::uint8_t>(is[1].u32() >> shift));
+  }
+  if (is.size() > 2) {
+    const std::string text = toBytes(is[2].text);
+    data.insert(data.end(), text.begin(), text.end());
+  }
+  post(world, is[0].u32(), std::move(data));
+}
+void correctText(World& world, const Arguments& is) {
+  world.host.mainApplication.writeCorrectedText(toBytes(is[0].text));
+}
+
+// Time.
+
+void waitTicks(World& world, const Arguments& is) {
+  world.host.clock.advanceTicks(is[0].measure);
+  world.settle();
+}
+void waitSeconds(World& world, const Arguments& is) {
+  world.host.clock.advanceSeconds(is[0].measure);
+  world.settle();
+}
+
+// The main application and the others.
+
+constexpr auto kQueued = memory::Notice::Queued;
+constexpr auto kMissed = memory::Notice::Missed;
+constexpr auto kKept = memory::SegmentFate::Kept;
+constexpr auto kRemoved = memory::SegmentFate::Removed;
+
+void launch(World& world, memory::Notice notice) {
+  world.host.mainApplication.launch(notice);
+  world.settle();
+}
+void vanish(World& world, memory::Notice notice, memory::SegmentFate segments) {
+  world.host.mainApplication.vanish(notice, segments);
+  world.settle();
+}
+void bringToFront(World& world, const ProcessSerialNumber& psn, memory::Notice notice) {
+  world.host.processes.setFront(psn, notice);
+  world.settle();
+}
+void appStarts(World& world, const Arguments& /*is*/) { launch(world, kQueued); }
+void appStartsUnnoticed(World& world, const Arguments& /*is*/) { launch(world, kMissed); }
+void appQuits(World& world, const Arguments& /*is*/) { vanish(world, kQueued, kRemoved); }
+void appQuitsUnnoticed(World& world, const Arguments& /*is*/) { vanish(world, kMissed, kRemoved); }
+void appCrashes(World& world, const Arguments& /*is*/) { vanish(world, kQueued, kKept); }
+void appCrashesUnnoticed(World& world, const Arguments& /*is*/) { vanish(world, kMissed, kKept); }
+void appToFront(World& world, const Arguments& /*is*/) {
+  bringToFront(world, world.host.mainApplication.psn(), kQueued);
+}
+void appToFrontUnnoticed(World& world, const Arguments& /*is*/) {
+  bringToFront(world, world.host.mainApplication.psn(), kMissed);
+}
+void applicationToFront(World& world, const Arguments& is) {
+  bringToFront(world, world.application(is[0].word), kQueued);
+}
+void nothingInFront(World& world, const Arguments& /*is*/) { bringToFront(world, {}, kQueued); }
+void applicationQuits(World& world, const Arguments& is) {
+  world.host.processes.remove(world.application(is[0].word));
+  world.settle();
+}
+
+// Commands and commits that no key reaches.
+
+void flagCommand(World& world, const Arguments& is) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent(world.process, is[0].u32());
+}
+void flagCommandWaiting(World& world, const Arguments& is) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(world.process, is[0].u32());
+}
+void messageCommand(World& world, const Arguments& is) {
+  CallDirectQorvToolCommandAppEvent(world.process, is[0].u32());
+}
+void messageCommandWaiting(World& world, const Arguments& is) {
+  CallDirectQorvToolCommandAppEventWait(world.process, is[0].u32());
+}
+void openingCommand(World& world, const Arguments& is) {
+  CallQuorvaneToolCommand(world.process, is[0].u32(), false);
+}
+void openingCommandNamed(World& world, const Arguments& is) {
+  CallQuorvaneToolCommand(world.process, is[0].u32(), true);
+}
+void askForWritingStyles(World& world, const Arguments& /*is*/) {
+  const auto buffer = do_New_Get_Qorv_Menu_Handle(world.process, 0);
+  world.writingStyles.reset();
+  if (buffer) world.writingStyles = (*buffer)[3];
+}
+void parkBytes(World& world, const Arguments& is) {
+  const std::string bytes = toBytes(is[0].text);
+  Do_commit_to_composition(world.process, reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                           static_cast<std::uint32_t>(bytes.size()), is[1].u32());
+}
+void commitRomanByte(World& world, const Arguments& is) {
+  const auto byte = static_cast<std::uint8_t>(is[0].number);
+  Send_Char_Fix(world.process, &byte, is[1].u32());
+}
+void deliverPosted(World& world, const Arguments& /*is*/) { world.settle(); }
+
+constexpr Pattern kPatterns[] = {
+    {"start", start},
+    {"start with TEXT", startWith},
+    {"start with TEXT TEXT", startWith},
+    {"forget", forget},
+    {"type TEXT", type},
+    {"type TEXT NUMBER times", typeOften},
+    {"press KEY", press},
+    {"press KEY NUMBER times", pressOften},
+    {"press KEY without an event record", pressWithoutRecord},
+    {"press key code NUMBER giving TEXT", pressKeyCode},
+    {"key down KEY", keyDown},
+    {"key repeat KEY", keyRepeat},
+    {"key up KEY", keyUp},
+    {"modifiers KEY", modifiers},
+    {"click at NUMBER", click},
+    {"focus NAME", focus},
+    {"leave the document", leave},
+    {"activate NAME", activate},
+    {"deactivate NAME", deactivate},
+    {"document NAME closes", closeDocument},
+    {"controller ends", endController},
+    {"message NUMBER", message},
+    {"message NUMBER number NUMBER", messageWithNumber},
+    {"message NUMBER number NUMBER text TEXT", messageWithNumber},
+    {"message NUMBER bytes BYTES", messageWithBytes},
+    {"main application writes TEXT", correctText},
+    {"wait MEASURE ticks", waitTicks},
+    {"wait MEASURE seconds", waitSeconds},
+    {"main application starts", appStarts},
+    {"main application starts unnoticed", appStartsUnnoticed},
+    {"main application quits", appQuits},
+    {"main application quits unnoticed", appQuitsUnnoticed},
+    {"main application crashes", appCrashes},
+    {"main application crashes unnoticed", appCrashesUnnoticed},
+    {"main application comes to the front", appToFront},
+    {"main application comes to the front unnoticed", appToFrontUnnoticed},
+    {"application NAME comes to the front", applicationToFront},
+    {"application NAME quits", applicationQuits},
+    {"nothing comes to the front", nothingInFront},
+    {"tool command NUMBER by flag route", flagCommand},
+    {"tool command NUMBER by flag route waiting", flagCommandWaiting},
+    {"tool command NUMBER by message route", messageCommand},
+    {"tool command NUMBER by message route waiting", messageCommandWaiting},
+    {"tool command NUMBER by opening route", openingCommand},
+    {"tool command NUMBER by opening route naming the client", openingCommandNamed},
+    {"ask for the writing styles", askForWritingStyles},
+    {"park bytes TEXT replacing NUMBER", parkBytes},
+    {"commit Roman byte NUMBER replacing NUMBER", commitRomanByte},
+    {"run loop turns", deliverPosted},
+};
+
+}  // namespace
+
+std::span<const Pattern> actPatterns() { return kPatterns; }
+
+}  // namespace quorvane::scenario

@@ -1,0 +1,289 @@
+// Statements that set the stage: what runs, what the shared records hold, what doesn't work.
+
+#include <array>
+
+#include "src/session/CurrentAppFlags.h"
+#include "src/shell/main.h"
+#include "tools/scenario/World.h"
+
+namespace quorvane::scenario {
+namespace {
+
+constexpr std::int64_t kUsualSwitches = 0x11833;
+
+void useSwitches(World& world, std::int64_t switches) {
+  const auto word = static_cast<std::uint32_t>(switches);
+  world.host.mainApplication.appFlagStatus = word;
+  world.host.mainApplication.setField(49, word);
+  world.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = word;
+}
+
+void setSwitches(World& world, const Arguments& is) { useSwitches(world, is[0].number); }
+
+struct Version {
+  std::int64_t number;
+  double appKit;
+};
+// An AppKit version that each system version shipped with.
+constexpr std::array<Version, 10> kVersions{{{106, 1038},
+                                             {107, 1138},
+                                             {108, 1187},
+                                             {109, 1265},
+                                             {1010, 1343},
+                                             {1011, 1404},
+                                             {1012, 1504},
+                                             {1013, 1561},
+                                             {1014, 1671},
+                                             {1015, 1894}}};
+
+void setSystemVersion(World& world, const Arguments& is) {
+  for (const Version& version : kVersions) {
+    if (version.number == is[0].number) {
+      world.host.application.appKitVersion = version.appKit;
+      return;
+    }
+  }
+  throw BadStatement("unknown system version");
+}
+
+// Records.
+
+void setField(World& world, const Arguments& is) {
+  world.host.mainApplication.setField(is[0].u32(), is[1].u32());
+}
+void setStatus(World& world, const Arguments& is) {
+  world.host.mainApplication.setStatus(is[0].u32(), is[1].u32());
+}
+void setEntry(World& world, const Arguments& is) {
+  world.host.mainApplication.setScanEntry(is[0].u32(), is[1].u32());
+}
+void setDefault(World& world, const Arguments& is) {
+  world.host.userDefaults.values[toBytes(is[0].text)] = is[1].word == "on";
+}
+void setWritingStyles(World& world, const Arguments& is) {
+  std::vector<std::string> items;
+  for (std::int64_t i = 0; i < is[0].number; ++i) items.push_back("Style " + std::to_string(i + 1));
+  world.host.mainApplication.setMenuBuffer(items, 1);
+}
+
+int segment(World& world, const Argument& key) {
+  const auto id = world.host.sharedMemory.find(key.u32());
+  if (!id) throw BadStatement("there is no segment " + key.word);
+  return *id;
+}
+
+void writeBytes(World& world, const Arguments& is) {
+  world.host.sharedMemory.write(segment(world, is[0]), static_cast<std::size_t>(is[1].number),
+                                is[2].bytes);
+}
+void scribble(World& world, const Arguments& is) {
+  const std::vector<std::uint8_t> noise(8192, 0xFF);
+  world.host.sharedMemory.write(segment(world, is[0]), 0, noise);
+}
+void removeSegment(World& world, const Arguments& is) {
+  world.host.sharedMemory.remove(segment(world, is[0]));
+}
+void strangersSegment(World& world, const Arguments& is) {
+  world.host.mainApplication.segmentOptions[is[0].u32()].stranger = true;
+}
+void smallSegment(World& world, const Arguments& is) {
+  world.host.mainApplication.segmentOptions[is[0].u32()].wholePages = false;
+  world.host.mainApplication.segmentSizes[is[0].u32()] = static_cast<std::size_t>(is[1].number);
+}
+void attachFails(World& world, const Arguments& is) {
+  world.host.sharedMemory.failAttach(is[0].u32(), memory::AttachFailure::Failed);
+}
+
+// Documents, screens and applications.
+
+void setText(World& world, const Arguments& is) {
+  world.document(is[0].word).setText(toUtf16(is[1].text));
+}
+void selectText(World& world, const Arguments& is) {
+  const auto from = static_cast<std::uint64_t>(is[0].number);
+  const auto to = static_cast<std::uint64_t>(is[1].number);
+  if (to < from) throw BadStatement("the selection ends before it begins");
+  world.focused().select({from, to - from});
+}
+void setCaretRectangle(World& world, const Arguments& is) {
+  world.focused().lineRectangle = {is[0].measure, is[1].measure, is[2].measure, is[3].measure};
+}
+void setDocumentKind(World& world, const Arguments& is) {
+  auto& services = world.host.textServicesManager;
+  services.activeDocument = 1;
+  services.documentProperties[1]["dapy"_4cc] = is[0].u32();
+}
+void addScreen(World& world, const Arguments& is) {
+  world.host.screens.frames = {{0, 0, is[0].measure, is[1].measure}};
+  world.host.screens.positioningBounds = {0, 22, is[0].measure, is[1].measure - 22};
+}
+void giveFirstSession(World& world, const Arguments& is) {
+  BIMSessionRec* head = world.process.state<SessionState>().gSessionHandleStart;
+  if (head == nullptr) throw BadStatement("there is no session yet");
+  head->clientID = static_cast<std::uint32_t>(
+      reinterpret_cast<std::uintptr_t>(static_cast<IMKTextInput*>(&world.document(is[0].word))));
+}
+void startApplication(World& world, const Arguments& is) {
+  memory::MemoryProcess process;
+  process.name = is[0].word;
+  process.signature = is[1].u32();
+  process.bundleIdentifier = toBytes(is[2].text);
+  world.applications[is[0].word] = world.host.processes.add(process);
+  world.settle();
+}
+void changeSignature(World& world, const Arguments& is) {
+  world.host.processes.find(world.application(is[0].word))->signature = is[1].u32();
+}
+void installInputSource(World& world, const Arguments& is) {
+  world.host.textInputSources.installed.push_back(std::make_shared<TISInputSource>(
+      TISInputSource{toBytes(is[0].text), toBytes(is[0].text), is[1].word == "selectable"}));
+}
+
+// What doesn't work.
+
+struct Part {
+  std::string_view name;
+  void (*set)(memory::MemoryHost&, bool fails);
+};
+constexpr std::array<Part, 12> kParts{{
+    {"candidates-panel", [](auto& host, bool f) { host.inputMethodKit.candidatesFail = f; }},
+    {"server-connection", [](auto& host, bool f) { host.inputMethodKit.serverFails = f; }},
+    {"own-port", [](auto& host, bool f) { host.messagePorts.createLocalFails = f; }},
+    {"port-source", [](auto& host, bool f) { host.messagePorts.createRunLoopSourceFails = f; }},
+    {"run-loop", [](auto& host, bool f) { host.messagePorts.getCurrentFails = f; }},
+    {"own-process", [](auto& host, bool f) { host.processes.getCurrentProcessFails = f; }},
+    {"front-process", [](auto& host, bool f) { host.processes.getFrontProcessFails = f; }},
+    {"wake-up", [](auto& host, bool f) { host.processes.wakeUpProcessFails = f; }},
+    {"event-creation", [](auto& host, bool f) { host.carbonEvents.createEventFails = f; }},
+    {"keyboard-device", [](auto& host, bool f) { host.eventPosting.serviceOpenFails = f; }},
+    {"text-conversion", [](auto& host, bool f) { host.textEncoding.convertFails = f; }},
+    {"text-decoding", [](auto& host, bool f) { host.textEncoding.decodeFails = f; }},
+}};
+
+void setPart(World& world, const std::string& name, bool fails) {
+  for (const Part& part : kParts) {
+    if (part.name == name) return part.set(world.host, fails);
+  }
+  throw BadStatement("there is no part " + name);
+}
+void breakPart(World& world, const Arguments& is) { setPart(world, is[0].word, true); }
+void mendPart(World& world, const Arguments& is) { setPart(world, is[0].word, false); }
+
+// The server port of the main application, now and after its next start.
+
+template <class Change>
+void changeServer(World& world, Change change) {
+  change(world.host.mainApplication.server);
+  if (auto* server = world.host.messagePorts.server(memory::MemoryMainApplication::kServerPort)) {
+    change(*server);
+  }
+}
+void serverIsSilent(World& world, const Arguments& /*is*/) {
+  changeServer(world, [](memory::MemoryServer& server) { server.silent = true; });
+}
+void serverIsFull(World& world, const Arguments& /*is*/) {
+  changeServer(world, [](memory::MemoryServer& server) { server.full = true; });
+}
+void serverIsGone(World& world, const Arguments& /*is*/) {
+  world.host.messagePorts.stopServing(memory::MemoryMainApplication::kServerPort);
+}
+void serverDoes(World& world, const Arguments& is) {
+  changeServer(world, [&](memory::MemoryServer& server) {
+    server.answer = [&world, statements = is[0].statements](auto, const auto&) {
+      world.runInside(statements);
+      return std::optional<CFData>(CFData{});
+    };
+  });
+}
+
+// Answers to requests.
+
+memory::Answer answer(World& world, double ticks, const std::vector<Statement>& statements) {
+  return {.afterTicks = ticks,
+          .action = [&world, statements] { world.runInside(statements); },
+          .evenIfTakenBack = false};
+}
+void answerScan(World& world, const Arguments& is) {
+  world.host.mainApplication.answerScan(answer(world, is[0].measure, {}));
+}
+void answerScanDoing(World& world, const Arguments& is) {
+  world.host.mainApplication.answerScan(answer(world, is[0].measure, is[1].statements));
+}
+void neverAnswerScan(World& world, const Arguments& /*is*/) {
+  world.host.mainApplication.ignoreScan();
+}
+void answerBit(World& world, const Arguments& is) {
+  world.host.mainApplication.answer(is[0].u32(), answer(world, is[1].measure, {}));
+}
+void answerBitDoing(World& world, const Arguments& is) {
+  world.host.mainApplication.answer(is[0].u32(), answer(world, is[1].measure, is[2].statements));
+}
+
+void setClockStep(World& world, const Arguments& is) {
+  world.host.clock.step = static_cast<std::uint64_t>(is[0].number) * 1000;
+}
+void beforePlatformCall(World& world, const Arguments& is) {
+  world.host.journal.beforeCall(
+      static_cast<std::uint64_t>(is[0].number),
+      [&world, statements = is[1].statements] { world.runInside(statements); });
+}
+void atClientCall(World& world, const Arguments& is) {
+  world.atClientCall.emplace(toBytes(is[0].text), is[1].statements);
+}
+
+void usualStage(World& world, const Arguments& /*is*/) {
+  useSwitches(world, kUsualSwitches);
+  world.host.mainApplication.launch();
+  world.settle();
+  world.mainResult = InputMethodMain(world.process, {});
+  world.settle();
+  world.host.text.focus(&world.document("letter"));
+  world.settle();
+  forgetRecords(world);
+}
+
+constexpr Pattern kPatterns[] = {
+    {"usual stage", usualStage},
+    {"switches HEX", setSwitches},
+    {"system version NUMBER", setSystemVersion},
+    {"clock step NUMBER microseconds", setClockStep},
+    {"screen MEASURE by MEASURE", addScreen},
+    {"default TEXT is set NAME", setDefault},
+    {"input source TEXT NAME", installInputSource},
+    {"field NUMBER becomes NUMBER", setField},
+    {"status NUMBER becomes NUMBER", setStatus},
+    {"entry NUMBER becomes NUMBER", setEntry},
+    {"writing styles NUMBER", setWritingStyles},
+    {"segment NUMBER at NUMBER becomes BYTES", writeBytes},
+    {"segment NUMBER is scribbled over", scribble},
+    {"segment NUMBER is removed", removeSegment},
+    {"segment NUMBER is made by a stranger", strangersSegment},
+    {"segment NUMBER is made with NUMBER bytes", smallSegment},
+    {"segment NUMBER fails to attach", attachFails},
+    {"document NAME holds TEXT", setText},
+    {"select NUMBER to NUMBER", selectText},
+    {"caret rectangle MEASURE MEASURE MEASURE MEASURE", setCaretRectangle},
+    {"document kind NUMBER", setDocumentKind},
+    {"first session belongs to NAME", giveFirstSession},
+    {"application NAME with signature NUMBER and bundle TEXT", startApplication},
+    {"application NAME has signature NUMBER", changeSignature},
+    {"NAME fails", breakPart},
+    {"NAME works", mendPart},
+    {"server port is silent", serverIsSilent},
+    {"server port is full", serverIsFull},
+    {"server port is gone", serverIsGone},
+    {"server port does: STATEMENTS", serverDoes},
+    {"scan takes MEASURE ticks", answerScan},
+    {"scan takes MEASURE ticks and does: STATEMENTS", answerScanDoing},
+    {"scan is never answered", neverAnswerScan},
+    {"request bit NUMBER takes MEASURE ticks", answerBit},
+    {"request bit NUMBER takes MEASURE ticks and does: STATEMENTS", answerBitDoing},
+    {"before platform call NUMBER do: STATEMENTS", beforePlatformCall},
+    {"at client call TEXT do: STATEMENTS", atClientCall},
+};
+
+}  // namespace
+
+std::span<const Pattern> stagePatterns() { return kPatterns; }
+
+}  // namespace quorvane::scenario

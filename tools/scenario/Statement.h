@@ -1,0 +1,57 @@
+#pragma once
+// Statements: what a line may say, and what it then does. The tables of the three kinds (Stage.cpp,
+// Act.cpp, Expect.cpp) are the language.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/scenario/Words.h"
+
+namespace quorvane::scenario {
+
+class World;
+struct Statement;
+
+/// What stood in the place of one capital word of a pattern.
+struct Argument {
+  std::string word;
+  Literal text;                       ///< TEXT
+  std::int64_t number = 0;            ///< NUMBER, HEX
+  double measure = 0;                 ///< MEASURE
+  Keystroke key;                      ///< KEY
+  std::vector<std::uint8_t> bytes;    ///< BYTES
+  std::vector<Statement> statements;  ///< STATEMENTS
+
+  [[nodiscard]] std::uint32_t u32() const { return static_cast<std::uint32_t>(number); }
+};
+using Arguments = std::vector<Argument>;
+
+/// Words in small letters stand for themselves. Those in capitals stand for
+///   TEXT "..."   NUMBER   HEX   MEASURE a number with a fraction   NAME any word   KEY a keystroke
+///   RECORD two words   BYTES hexadecimal to the end   STATEMENTS to the end, divided by `;`
+struct Pattern {
+  std::string_view words;
+  void (*handler)(World&, const Arguments&);
+};
+
+struct Statement {
+  const Pattern* pattern = nullptr;
+  Arguments arguments;
+  std::size_t line = 0;
+  std::string source;
+};
+
+std::span<const Pattern> stagePatterns();
+std::span<const Pattern> actPatterns();
+std::span<const Pattern> expectPatterns();
+/// Every pattern there is, in the order in which they are tried.
+std::vector<const Pattern*> allPatterns();
+
+/// Throws BadStatement. Empty for a line without a statement.
+std::optional<Statement> parseLine(std::string_view source, std::size_t line);
+
+}  // namespace quorvane::scenario

@@ -1,0 +1,283 @@
+#include "tools/scenario/Words.h"
+
+#include <array>
+#include <charconv>
+#include <system_error>
+
+#include "platform/AppKitEvents.h"
+#include "src/base/Text.h"
+
+namespace quorvane::scenario {
+namespace {
+
+constexpr std::string_view kSpaces = " \t\r";
+
+char32_t rawByte(std::uint32_t byte) { return byte < 0x80 ? byte : kRawByte + byte; }
+
+// Takes one character off UTF-8 text.
+char32_t takeCharacter(std::string_view& rest) {
+  const auto first = static_cast<unsigned char>(rest.front());
+  const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+  if ((first >= 0x80 && first < 0xC2) || length > rest.size()) {
+    throw BadStatement("the text isn't valid UTF-8");
+  }
+  char32_t character = length == 1 ? first : first & (0x7Fu >> length);
+  for (std::size_t i = 1; i < length; ++i) {
+    character = (character << 6) | (static_cast<unsigned char>(rest[i]) & 0x3F);
+  }
+  rest.remove_prefix(length);
+  return character;
+}
+
+// The number between the braces of \x{...} and \d{...}.
+std::uint32_t takeBraced(std::string_view& rest, int base) {
+  const std::size_t end = rest.find('}');
+  if (rest.empty() || rest.front() != '{' || end == std::string_view::npos) {
+    throw BadStatement("an escape lacks its {...}");
+  }
+  std::uint32_t number = 0;
+  const auto [stop, error] = std::from_chars(rest.data() + 1, rest.data() + end, number, base);
+  if (error != std::errc{} || stop != rest.data() + end || number > 0x10FFFF) {
+    throw BadStatement("an escape isn't a number");
+  }
+  rest.remove_prefix(end + 1);
+  return number;
+}
+
+char32_t takeEscape(std::string_view& rest) {
+  if (rest.empty()) throw BadStatement("a text ends in a backslash");
+  const char kind = rest.front();
+  rest.remove_prefix(1);
+  switch (kind) {
+    case 'n':
+      return '\n';
+    case 'r':
+      return '\r';
+    case 't':
+      return '\t';
+    case 'x':
+      return takeBraced(rest, 16);
+    case 'd':
+      return rawByte(takeBraced(rest, 10) & 0xFF);
+    case '"':
+    case '\\':
+      return static_cast<char32_t>(kind);
+    default:
+      throw BadStatement(std::string("unknown escape \\") + kind);
+  }
+}
+
+Word takeQuoted(std::string_view& rest) {
+  Word word;
+  word.quoted = true;
+  rest.remove_prefix(1);
+  while (!rest.empty() && rest.front() != '"') {
+    if (rest.front() == '\\') {
+      rest.remove_prefix(1);
+      word.literal += takeEscape(rest);
+    } else {
+      word.literal += takeCharacter(rest);
+    }
+  }
+  if (rest.empty()) throw BadStatement("a text has no closing quote");
+  rest.remove_prefix(1);
+  word.text = describe(word.literal);
+  return word;
+}
+
+Word takePlain(std::string_view& rest) {
+  std::size_t length = 1;
+  if (rest.front() == '\'') {  // a four-character code may hold spaces
+    const std::size_t end = rest.find('\'', 1);
+    length = end == std::string_view::npos ? rest.size() : end + 1;
+  } else if (rest.front() != ';') {
+    length = std::min(rest.find_first_of(" \t\r;"), rest.size());
+  }
+  Word word;
+  word.text = std::string(rest.substr(0, length));
+  rest.remove_prefix(length);
+  return word;
+}
+
+struct NamedKey {
+  std::string_view name;
+  char32_t code;
+};
+constexpr std::array<NamedKey, 15> kKeys{{{"left", 28},
+                                          {"right", 29},
+                                          {"up", 30},
+                                          {"down", 31},
+                                          {"page-up", 11},
+                                          {"page-down", 12},
+                                          {"home", 1},
+                                          {"end", 4},
+                                          {"escape", 27},
+                                          {"enter", 3},
+                                          {"return", 13},
+                                          {"tab", 9},
+                                          {"space", 32},
+                                          {"backspace", 8},
+                                          {"forward-delete", 127}}};
+
+constexpr std::array<NamedKey, 7> kModifiers{{{"command", NSEventModifierFlagCommand},
+                                              {"option", NSEventModifierFlagOption},
+                                              {"control", NSEventModifierFlagControl},
+                                              {"shift", NSEventModifierFlagShift},
+                                              {"caps-lock", NSEventModifierFlagCapsLock},
+                                              {"function", NSEventModifierFlagFunction},
+                                              {"none", 0}}};
+
+template <std::size_t Size>
+const NamedKey* find(const std::array<NamedKey, Size>& keys, std::string_view name) {
+  for (const NamedKey& key : keys) {
+    if (key.name == name) return &key;
+  }
+  return nullptr;
+}
+
+std::optional<char32_t> keyCharacter(std::string_view name) {
+  if (const NamedKey* key = find(kKeys, name)) return key->code;
+  if (name.empty()) return std::nullopt;
+  const char32_t character = takeCharacter(name);
+  return name.empty() ? std::optional(character) : std::nullopt;
+}
+
+template <class Number>
+std::optional<Number> parseWhole(std::string_view word, int base) {
+  Number number{};
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number, base);
+  const bool whole = error == std::errc{} && end == word.data() + word.size();
+  return whole ? std::optional(number) : std::nullopt;
+}
+
+}  // namespace
+
+std::vector<Word> splitWords(std::string_view line) {
+  std::vector<Word> words;
+  for (;;) {
+    line.remove_prefix(std::min(line.find_first_not_of(kSpaces), line.size()));
+    if (line.empty() || line.front() == '#') return words;
+    words.push_back(line.front() == '"' ? takeQuoted(line) : takePlain(line));
+  }
+}
+
+std::optional<std::int64_t> parseNumber(std::string_view word) {
+  if (word.starts_with("0x")) return parseWhole<std::int64_t>(word.substr(2), 16);
+  if (word.size() == 6 && word.front() == '\'' && word.back() == '\'') {
+    std::int64_t code = 0;
+    for (const char c : word.substr(1, 4)) code = (code << 8) | static_cast<unsigned char>(c);
+    return code;
+  }
+  return parseWhole<std::int64_t>(word, 10);
+}
+
+std::optional<std::uint32_t> parseHex(std::string_view word) {
+  return parseWhole<std::uint32_t>(word, 16);
+}
+
+std::optional<double> parseMeasure(std::string_view word) {
+  double number = 0;
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  const bool whole = error == std::errc{} && end == word.data() + word.size();
+  return whole ? std::optional(number) : std::nullopt;
+}
+
+std::optional<Keystroke> parseKeystroke(std::string_view word) {
+  Keystroke stroke;
+  for (std::string_view rest = word; !rest.empty();) {
+    const std::size_t plus = rest.find('+', 1);
+    const std::string_view part = rest.substr(0, plus);
+    const bool last = plus == std::string_view::npos;
+    if (const NamedKey* modifier = find(kModifiers, part)) {
+      stroke.modifierFlags |= modifier->code;
+    } else if (const auto character = keyCharacter(part); character && last) {
+      stroke.character = *character;
+    } else {
+      return std::nullopt;
+    }
+    rest = last ? std::string_view{} : rest.substr(plus + 1);
+  }
+  return stroke;
+}
+
+Literal literalFromBytes(std::span<const std::uint8_t> bytes) {
+  Literal literal;
+  for (const std::uint8_t byte : bytes) literal += rawByte(byte);
+  return literal;
+}
+
+Literal literalFromBytes(std::string_view bytes) {
+  return literalFromBytes({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+}
+
+Literal literalFromUtf16(std::u16string_view text) {
+  const std::string utf8 = toUtf8(text);
+  Literal literal;
+  for (std::string_view rest = utf8; !rest.empty();) literal += takeCharacter(rest);
+  return literal;
+}
+
+std::string toBytes(const Literal& literal) {
+  std::string bytes;
+  for (const char32_t character : literal) {
+    if (character >= kRawByte) {
+      bytes += static_cast<char>(character - kRawByte);
+    } else {
+      bytes += toUtf8(toUtf16({character}));
+    }
+  }
+  return bytes;
+}
+
+std::u16string toUtf16(const Literal& literal) {
+  std::u16string text;
+  for (char32_t character : literal) {
+    if (character >= kRawByte) character -= kRawByte;
+    if (character >= 0x10000) {
+      text += static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
+      text += static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF));
+    } else {
+      text += static_cast<char16_t>(character);
+    }
+  }
+  return text;
+}
+
+std::string describe(const Literal& literal) {
+  std::string text;
+  for (const char32_t character : literal) {
+    if (character >= kRawByte) {
+      text += "\\d{" + std::to_string(character - kRawByte) + "}";
+    } else if (character == '\n' || character == '\r' || character == '\t') {
+      text += character == '\n' ? "\\n" : character == '\r' ? "\\r" : "\\t";
+    } else if (character < 0x20) {
+      text += "\\d{" + std::to_string(static_cast<unsigned>(character)) + "}";
+    } else {
+      text += toUtf8(toUtf16({character}));
+    }
+  }
+  return text;
+}
+
+std::string describeCode(std::uint32_t code) {
+  std::string text = "'";
+  for (int shift = 24; shift >= 0; shift -= 8) text += static_cast<char>((code >> shift) & 0xFF);
+  for (const char c : text) {
+    if (c < 0x20 || c > 0x7E) return std::to_string(code);
+  }
+  return text + "'";
+}
+
+bool matches(std::string_view pattern, std::string_view text) {
+  const std::size_t star = pattern.find('*');
+  if (star == std::string_view::npos) return pattern == text;
+  if (!text.starts_with(pattern.substr(0, star))) return false;
+  text.remove_prefix(star);
+  pattern.remove_prefix(star + 1);
+  for (;; text.remove_prefix(1)) {
+    if (matches(pattern, text)) return true;
+    if (text.empty()) return false;
+  }
+}
+
+}  // namespace quorvane::scenario

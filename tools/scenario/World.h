@@ -1,0 +1,85 @@
+#pragma once
+// What a scenario plays in: the input method on the memory host, the documents and applications
+// that the scenario has named, and what has been observed.
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/memory/MemoryHost.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/shell/InputController.h"
+#include "tools/scenario/Statement.h"
+
+namespace quorvane::scenario {
+
+/// An expectation that doesn't hold, or a statement that couldn't be carried out.
+struct Failure {
+  std::size_t line = 0;
+  std::string statement;
+  std::string expected;
+  std::string found;
+};
+
+class World {
+ public:
+  World();
+  World(const World&) = delete;
+  World& operator=(const World&) = delete;
+
+  /// Never throws: what goes wrong is kept in `failures` and `errors`.
+  void run(const Statement& statement);
+  /// Statements within a call of the input method on the platform.
+  void runInside(const std::vector<Statement>& statements);
+  /// A turn of the run loop, except inside a call.
+  void settle();
+  /// Hands an event over and notes what becomes of it.
+  void deliver(const NSEvent& event, const field::Delivery& how = {});
+
+  void expect(bool holds, std::string expected, std::string found);
+  void expectEqual(const std::string& expected, const std::string& found);
+  void expectNumber(std::int64_t expected, std::int64_t found);
+
+  // By name. A document is made when it is first spoken of; the rest throws BadStatement.
+  field::Document& document(const std::string& name);
+  field::Document& focused();
+  ProcessSerialNumber application(const std::string& name);
+  /// Null: the document has no session.
+  BIMSessionRec* sessionOf(const std::string& documentName);
+  BIMSessionRec* activeSession();
+
+  memory::MemoryHost host;
+  Process process{host.platform()};
+  InputController controller{process};
+
+  std::map<std::string, field::Document*> documents;
+  std::map<std::string, ProcessSerialNumber> applications;
+  std::optional<int> mainResult;             ///< what `main` returned
+  std::vector<field::Outcome> outcomes;      ///< of the last statement that pressed keys
+  std::vector<std::string> clientCalls;      ///< as `field::describe` writes them
+  std::optional<std::size_t> writingStyles;  ///< number of items got at the last request
+  std::map<std::string, std::size_t> seen;   ///< lines of each record that are behind us
+  std::uint64_t markedTime = 0;
+  /// Run once, at the first client call that its text matches.
+  std::optional<std::pair<std::string, std::vector<Statement>>> atClientCall;
+
+  std::vector<Failure> failures;
+  std::vector<Failure> errors;  ///< statements that can't be carried out
+  std::size_t expectations = 0;
+
+ private:
+  void noteClientCall(const field::ClientCall& call);
+  const Statement* current_ = nullptr;
+  int depth_ = 0;
+};
+
+/// A record of things in order, by its name in singular: "platform call", "client call", "posted
+/// event", "sent message", "log line", "console line". Throws BadStatement.
+std::vector<std::string> recordLines(World& world, const std::string& name);
+/// Everything recorded so far is behind us; ticks are counted from now.
+void forgetRecords(World& world);
+
+}  // namespace quorvane::scenario
