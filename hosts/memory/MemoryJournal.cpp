@@ -25,7 +25,7 @@ void appendPiece(std::string& line, Hex number) {
 }
 
 void appendPiece(std::string& line, Octal number) {
-  appendFormatted(line, "0%o", static_cast<unsigned>(number.value));
+  appendFormatted(line, "%#o", static_cast<unsigned>(number.value));
 }
 
 void appendPiece(std::string& line, Code code) {

@@ -1,0 +1,207 @@
+// The way of an event: controller, document, posted events, and what is thrown on the way.
+
+#include "hosts/field/TextApplication.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "hosts/memory/MemoryHost.h"
+
+namespace quorvane::field {
+namespace {
+
+constexpr NSRange kHere{NSNotFound, NSNotFound};
+constexpr std::uint32_t kAllEvents = 0x6001c06;
+
+std::string nameOf(IMKTextInput* client, TextApplication& application) {
+  for (std::size_t i = 0; i < application.documents().size(); ++i) {
+    if (application.documents()[i].get() == client) return std::to_string(i);
+  }
+  return "?";
+}
+
+/// Does what the test says, and notes what it was told.
+struct ScriptedController : IMKInputController {
+  explicit ScriptedController(TextApplication& host) : application(host) {}
+  bool handleEvent(const NSEvent& event, IMKTextInput* client) override {
+    carbon = event.eventRef ? std::optional(*event.eventRef) : std::nullopt;
+    told.push_back(std::to_string(static_cast<int>(event.type)) + ":" +
+                   std::to_string(event.keyCode) + "@" + nameOf(client, application));
+    return onEvent && onEvent(event, *client);
+  }
+  void activateServer(IMKTextInput* sender) override {
+    told.push_back("activate " + nameOf(sender, application));
+  }
+  void deactivateServer(IMKTextInput* sender) override {
+    told.push_back("deactivate " + nameOf(sender, application));
+  }
+  std::uint32_t recognizedEvents(IMKTextInput*) override { return recognized; }
+
+  TextApplication& application;
+  std::function<bool(const NSEvent&, IMKTextInput&)> onEvent;
+  std::optional<CarbonEvent> carbon;
+  std::uint32_t recognized = kAllEvents;
+  std::vector<std::string> told;
+};
+
+class TextApplicationTest : public testing::Test {
+ protected:
+  TextApplicationTest() {
+    host.text.setController(&controller);
+    host.text.focus(&document);
+    controller.told.clear();
+    host.text.trace = [this](const EventReport& report) {
+      std::string line(describe(report.outcome));
+      for (const std::string& call : report.clientCalls) line += ", " + call;
+      traced.push_back(line);
+    };
+  }
+  void postShift() {
+    host.queue.IOHIDPostEvent(1, NX_FLAGSCHANGED, {}, 2, NSEventModifierFlagShift, 0);
+    host.queue.IOHIDPostEvent(1, NX_FLAGSCHANGED, {}, 2, 0, 0);
+  }
+
+  memory::MemoryHost host;
+  ScriptedController controller{host.text};
+  Document& document = host.text.addDocument();
+  std::vector<std::string> traced;
+};
+
+TEST_F(TextApplicationTest, OnlyWhatIsPassedOnReachesTheDocument) {
+  controller.onEvent = [](const NSEvent& event, IMKTextInput& client) {
+    if (event.type != NSEventType::KeyDown || event.characters != u"\"") return false;
+    client.insertText(u"\u201C", kHere);
+    return true;
+  };
+  EXPECT_EQ(host.text.type(U'a'), Outcome::PassedOn);
+  EXPECT_EQ(host.text.type(U'"'), Outcome::Consumed);
+  EXPECT_EQ(host.text.type(U'\n'), Outcome::PassedOn);
+  EXPECT_EQ(host.text.type(U'\U0001F600'), Outcome::PassedOn);
+  EXPECT_EQ(document.text(), u"a\u201C\n\U0001F600");
+  EXPECT_EQ(traced[2], "consumed, insertText \"\xE2\x80\x9C\" {-,-}");
+}
+
+TEST_F(TextApplicationTest, CarbonRecordStandsBehindTheEvent) {
+  host.text.press(u"A", 0, NSEventModifierFlagShift | NSEventModifierFlagCapsLock);
+  ASSERT_TRUE(controller.carbon);
+  EXPECT_EQ(controller.carbon->eventClass, kEventClassKeyboard);
+  EXPECT_EQ(controller.carbon->kind, kEventRawKeyUp);
+  EXPECT_EQ(controller.carbon->kchr, std::uint8_t{'A'});
+  EXPECT_EQ(controller.carbon->kmod, shiftKey | alphaLock);
+  EXPECT_EQ(controller.carbon->kcod, 0U);
+  EXPECT_DOUBLE_EQ(controller.carbon->time, static_cast<double>(host.clock.now()) / 1e9);
+  EXPECT_EQ(host.carbonEvents.GetCurrentKeyModifiers(), shiftKey | alphaLock);
+  host.text.deliver({NSEventType::KeyDown, 0, 14, u"\u00E9", nullptr}, {true, true});
+  EXPECT_EQ(controller.carbon->kind, kEventRawKeyRepeat);
+  EXPECT_EQ(controller.carbon->kchr, std::uint8_t{0});
+  host.text.deliver({NSEventType::KeyDown, 0, 0, u"a", nullptr}, {false, false});
+  EXPECT_FALSE(controller.carbon);
+}
+
+TEST_F(TextApplicationTest, PostedEventsComeBeforeTheNextTypedKey) {
+  controller.onEvent = [this](const NSEvent& event, IMKTextInput&) {
+    if (event.type != NSEventType::KeyDown || event.keyCode == 8) return false;
+    postShift();
+    NXKeyEventData data;
+    data.keyCode = 8;
+    host.queue.IOHIDPostEvent(1, NX_KEYDOWN, data, 2, 0, 0);
+    EXPECT_EQ(document.text(), u"") << "nothing comes back during the event";
+    return false;
+  };
+  host.text.type(U'a');
+  EXPECT_EQ(controller.told,
+            (std::vector<std::string>{"10:0@0", "12:0@0", "12:0@0", "10:8@0", "11:0@0"}));
+  EXPECT_EQ(document.text(), u"ac") << "the typed key first, then the posted one";
+}
+
+TEST_F(TextApplicationTest, EndlessPostingIsCutOffAndRecorded) {
+  controller.onEvent = [this](const NSEvent&, IMKTextInput&) {
+    postShift();
+    return false;
+  };
+  host.text.deliver({NSEventType::KeyDown, 0, 0, u"a", nullptr});
+  EXPECT_EQ(controller.told.size(), TextApplication::kPostedEventLimit + 1);
+  EXPECT_EQ(host.queue.size(), 0U);
+  EXPECT_EQ(host.text.errors().size(), 1U);
+  EXPECT_EQ(document.text(), u"a");
+}
+
+TEST_F(TextApplicationTest, WhatIsThrownCostsNoKeyAndDoublesNone) {
+  const struct {
+    const char* name;
+    std::function<void(IMKTextInput&)> calls;
+    Outcome outcome;
+    const char16_t* text;
+  } cases[] = {
+      {"before any call", [](IMKTextInput&) {}, Outcome::PassedAfterError, u"a"},
+      {"only asked", [](IMKTextInput& client) { client.selectedRange(); },
+       Outcome::PassedAfterError, u"a"},
+      {"a refused change",
+       [](IMKTextInput& client) {
+         client.insertText(u"X", {9, 1});
+       },
+       Outcome::PassedAfterError, u"a"},
+      {"changed already", [](IMKTextInput& client) { client.insertText(u"X", kHere); },
+       Outcome::ConsumedAfterError, u"X"},
+  };
+  for (const auto& each : cases) {
+    document.setText(u"");
+    controller.onEvent = [&](const NSEvent& event, IMKTextInput& client) -> bool {
+      if (event.type == NSEventType::KeyUp) throw 7;
+      each.calls(client);
+      throw std::runtime_error("out of luck");
+    };
+    EXPECT_EQ(host.text.type(U'a'), each.outcome) << each.name;
+    EXPECT_EQ(document.text(), each.text) << each.name;
+  }
+  EXPECT_EQ(host.text.errors().size(), 8U);
+  EXPECT_EQ(host.log.lines.front(), "* * * the input method threw: out of luck");
+}
+
+TEST_F(TextApplicationTest, NestedEventTakesTheSameWayAndAnswersForItself) {
+  controller.onEvent = [this](const NSEvent& event, IMKTextInput& client) -> bool {
+    if (event.characters == u"b") {
+      client.insertText(u"B", kHere);
+      return true;
+    }
+    EXPECT_TRUE(host.text.delivering());
+    postShift();
+    EXPECT_EQ(host.text.deliver({NSEventType::KeyDown, 0, 11, u"b", nullptr}), Outcome::Consumed);
+    EXPECT_EQ(host.queue.size(), 2U) << "posted events wait for the outermost event";
+    throw std::runtime_error("after the nested event");
+  };
+  controller.recognized = 1U << 10;
+  host.text.setController(&controller);
+  host.text.type(U'a');
+  EXPECT_EQ(document.text(), u"Ba") << "the nested change isn't the outer event's";
+  EXPECT_EQ(controller.told.size(), 2U) << "only wanted events are offered";
+  EXPECT_FALSE(host.text.delivering());
+}
+
+TEST_F(TextApplicationTest, FocusGoesOverWithDeactivationFirst) {
+  Document& other = host.text.addDocument();
+  host.text.focus(&other);
+  host.text.focus(&other);
+  host.text.type(U'x');
+  host.text.focus(nullptr);
+  EXPECT_EQ(host.text.type(U'y'), Outcome::PassedOn);
+  EXPECT_EQ(controller.told, (std::vector<std::string>{"deactivate 0", "activate 1", "10:7@1",
+                                                       "11:7@1", "deactivate 1"}));
+  EXPECT_EQ(document.text(), u"");
+  EXPECT_EQ(other.text(), u"x");
+}
+
+TEST_F(TextApplicationTest, ClickPlacesTheCaretUnlessConsumed) {
+  document.setText(u"abc");
+  host.text.click(1);
+  EXPECT_EQ(document.selection(), (NSRange{1, 0}));
+  ASSERT_TRUE(controller.carbon);
+  EXPECT_EQ(controller.carbon->eventClass, kEventClassMouse);
+  controller.onEvent = [](const NSEvent&, IMKTextInput&) { return true; };
+  host.text.click(3);
+  EXPECT_EQ(document.selection(), (NSRange{1, 0}));
+}
+
+}  // namespace
+}  // namespace quorvane::field
