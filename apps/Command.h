@@ -19,5 +19,6 @@ using Run = std::function<int()>;
 
 void addTypeCommand(CLI::App& app, Run& run);
 void addCheckerCommand(CLI::App& app, Run& run);
+void addReplayCommand(CLI::App& app, Run& run);
 
 }  // namespace quorvane

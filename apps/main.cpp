@@ -15,6 +15,7 @@ int parseAndRun(int argc, char** argv) {
   quorvane::Run run;
   quorvane::addTypeCommand(app, run);
   quorvane::addCheckerCommand(app, run);
+  quorvane::addReplayCommand(app, run);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
