@@ -15,16 +15,19 @@ namespace quorvane {
 namespace {
 
 /// Between fork and exec: only calls that are safe there.
-[[noreturn]] void becomeStandIn(pid_t parent, bool talks) {
+[[noreturn]] void becomeStandIn(pid_t parent, StandIn::Talk talk) {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (::getppid() != parent) ::_exit(1);
   const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
   ::dup2(nothing, STDIN_FILENO);
-  ::dup2(talks ? STDERR_FILENO : nothing, STDOUT_FILENO);
-  if (!talks) ::dup2(nothing, STDERR_FILENO);
+  if (talk == StandIn::Talk::None) ::dup2(nothing, STDERR_FILENO);
+  ::dup2(STDERR_FILENO, STDOUT_FILENO);
   std::array<char, 9> name{"quorvane"};
   std::array<char, 8> command{"checker"};
-  std::array<char*, 3> arguments{name.data(), command.data(), nullptr};
+  std::array<char, 15> showPrivate{"--show-private"};
+  const bool text = talk == StandIn::Talk::LogWithText;
+  std::array<char*, 4> arguments{name.data(), command.data(), text ? showPrivate.data() : nullptr,
+                                 nullptr};
   ::execv("/proc/self/exe", arguments.data());
   ::_exit(127);
 }
@@ -36,14 +39,14 @@ void waitTenMilliseconds() {
 
 }  // namespace
 
-StandIn::StandIn(bool talks) {
+StandIn::StandIn(Talk talk) {
   const pid_t parent = ::getpid();
   pid_ = ::fork();
   if (pid_ < 0) {
     throw std::system_error(errno, std::generic_category(),
                             "can't start the stand-in main application");
   }
-  if (pid_ == 0) becomeStandIn(parent, talks);
+  if (pid_ == 0) becomeStandIn(parent, talk);
 }
 
 bool StandIn::reap(int options) {

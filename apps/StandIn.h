@@ -8,8 +8,10 @@ namespace quorvane {
 /// Runs `quorvane checker`. It ends when this object does, and when this process dies.
 class StandIn {
  public:
-  /// `talks`: its standard error joins ours. Throws std::system_error where it can't be started.
-  explicit StandIn(bool talks);
+  enum class Talk { None, Log, LogWithText };  ///< to our standard error
+
+  /// Throws std::system_error where it can't be started.
+  explicit StandIn(Talk talk);
   ~StandIn() { end(); }
   StandIn(const StandIn&) = delete;
   StandIn& operator=(const StandIn&) = delete;

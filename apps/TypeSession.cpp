@@ -1,5 +1,6 @@
 #include "apps/TypeSession.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -25,7 +26,18 @@ constexpr milliseconds kQuietLimit{200};
 void say(std::string_view text) { std::cerr << text << '\n'; }
 
 std::unique_ptr<StandIn> startStandIn(const TypeOptions& options) {
-  return options.checker ? std::make_unique<StandIn>(options.trace || options.log) : nullptr;
+  if (!options.checker) return nullptr;
+  const bool text = options.trace || options.showPrivate;
+  const auto talk = text ? StandIn::Talk::LogWithText : StandIn::Talk::Log;
+  const bool quiet = !options.trace && !options.log;
+  return std::make_unique<StandIn>(quiet ? StandIn::Talk::None : talk);
+}
+
+/// Log and console lines are shown on request only.
+desktop::DesktopConfiguration configurationFor(const TypeOptions& options, int nowhere) {
+  auto configuration = desktop::DesktopConfiguration::fromEnvironment();
+  if (!options.log) configuration.consoleDescriptor = nowhere;
+  return configuration;
 }
 
 /// The keyboard knows one return key, and a line feed comes of it.
@@ -37,7 +49,9 @@ TypeSession::TypeSession(const TypeOptions& options)
     : options_(options),
       trace_(say),
       standIn_(startStandIn(options)),
-      host_(desktop::DesktopConfiguration::fromEnvironment(), events_),
+      nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
+      configuration_(configurationFor(options, nowhere_.get())),
+      host_(configuration_, events_),
       messagePorts_(host_.platform().messagePorts),
       sharedMemory_(host_.platform().sharedMemory),
       application_(
@@ -143,8 +157,7 @@ void TypeSession::awaitStandIn() {
 }
 
 void TypeSession::typeAll() {
-  const desktop::DesktopConfiguration configuration;
-  announcement_ = host_.processRegistry().announce(configuration.ownProcess);
+  announcement_ = host_.processRegistry().announce(configuration_.ownProcess);
   textApplication_.focus(&document_);
   settle();
   for (const char32_t character : text_) {

@@ -53,6 +53,8 @@ class TypeSession {
   TypeSurroundings surroundings_;
   std::unique_ptr<StandIn> standIn_;  ///< null: without
   field::EventQueue events_;
+  desktop::Descriptor nowhere_;
+  desktop::DesktopConfiguration configuration_;
   desktop::DesktopHost host_;
   ObservedMessagePorts messagePorts_;
   ObservedSharedMemory sharedMemory_;

@@ -67,16 +67,19 @@ void addTypeCommand(CLI::App& app, Run& run) {
   const auto options = std::make_shared<TypeOptions>();
   const auto switches = std::make_shared<std::string>("11833");
   const auto delay = std::make_shared<unsigned>(0);
-  command->add_option("--switches", *switches, "The application's switch word, hexadecimal")
+  command->add_option("--switches", *switches, "The application's switch word")
       ->check([](const std::string& text) {
         const bool good = !text.empty() && text.size() <= 8 &&
                           text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
         return good ? std::string() : "not a hexadecimal word of 32 bits: " + text;
       })
-      ->capture_default_str();
-  command->add_option("--delay", *delay, "Milliseconds between keys")
-      ->check(CLI::Range(0U, 60'000U));
-  command->add_flag("!--no-checker", options->checker, "Leave the stand-in main application out");
+      ->option_text("HEX [11833]");
+  command->add_option("--delay", *delay, "Milliseconds behind each key, spent in the run loop")
+      ->check(CLI::Range(0U, 60'000U))
+      ->option_text("MS");
+  command->add_flag_callback(
+      "--no-checker", [options] { options->checker = false; },
+      "Leave the stand-in main application out");
   command->add_flag("--trace", options->trace,
                     "Tell each key's outcome, each client call and each packet, with their text");
   command->add_flag("--log", options->log, "Show the log on standard error");

@@ -1,0 +1,52 @@
+// `quorvane checker`
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "apps/Command.h"
+#include "tools/checker/Checker.h"
+
+namespace quorvane {
+namespace {
+
+using checker::Manner;
+
+const std::map<std::string, Manner>& manners() {
+  static const std::map<std::string, Manner> table{{"honest", Manner::Honest},
+                                                   {"slow", Manner::Slow},
+                                                   {"silent", Manner::Silent},
+                                                   {"stale", Manner::Stale},
+                                                   {"hostile", Manner::Hostile}};
+  return table;
+}
+
+}  // namespace
+
+void addCheckerCommand(CLI::App& app, Run& run) {
+  CLI::App* const command = app.add_subcommand(
+      "checker", "Run the stand-in main application alone, until it is interrupted.");
+  const auto options = std::make_shared<checker::CheckerOptions>();
+  command->add_option("--manner", options->manner, "How it keeps its side of the agreement")
+      ->transform(CLI::CheckedTransformer(manners()))
+      ->option_text("honest|slow|silent|stale|hostile");
+  command->add_option("--slow", options->slowMilliseconds, "Milliseconds that --manner slow thinks")
+      ->check(CLI::Range(0U, 60'000U))
+      ->option_text("MS");
+  command->add_option("--seed", options->seed, "Seed of --manner hostile")->option_text("N [1]");
+  command->add_option("--dictionary", options->dictionary, "The dictionary's name for Enchant")
+      ->option_text("NAME [en_US]");
+  command->add_flag("--trace", options->traceScans, "A log line for each scan");
+  command->add_flag("--show-private", options->showText, "Show words in the log");
+  command->callback([&run, options] {
+    run = [options] {
+      std::signal(SIGPIPE, SIG_IGN);
+      checker::runChecker(*options);
+      return kExitDone;
+    };
+  });
+}
+
+}  // namespace quorvane

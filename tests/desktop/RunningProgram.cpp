@@ -1,0 +1,103 @@
+#include "tests/desktop/RunningProgram.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+namespace quorvane::tests {
+namespace {
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ostringstream content;
+  content << std::ifstream(file, std::ios::binary).rdbuf();
+  return content.str();
+}
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+  std::vector<char*> result;
+  for (std::string& text : texts) result.push_back(text.data());
+  result.push_back(nullptr);
+  return result;
+}
+
+void redirect(const std::filesystem::path& file, int flags, int descriptor) {
+  const int opened = ::open(file.c_str(), flags, 0600);
+  if (opened < 0) ::_exit(126);
+  ::dup2(opened, descriptor);
+}
+
+}  // namespace
+
+void pauseShortly() { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }
+
+OwnFolder::OwnFolder() {
+  std::string name = "/tmp/qvXXXXXX";
+  if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no folder for the test");
+  path_ = name;
+}
+
+OwnFolder::~OwnFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(path_, ignored);
+}
+
+std::vector<std::string> OwnFolder::environment() const {
+  return {"XDG_RUNTIME_DIR=" + path_.string(), "XDG_CONFIG_HOME=" + (path_ / "config").string(),
+          "HOME=" + path_.string(), "PATH=/usr/bin:/bin", "LC_ALL=C.UTF-8"};
+}
+
+RunningProgram::RunningProgram(const OwnFolder& folder, const Start& start) {
+  static int number = 0;
+  const std::string name = "program" + std::to_string(number++);
+  const std::filesystem::path input = folder.path() / (name + ".in");
+  outputFile_ = start.output.empty() ? folder.path() / (name + ".out") : start.output;
+  errorFile_ = folder.path() / (name + ".err");
+  std::ofstream(input, std::ios::binary) << start.input;
+
+  std::vector<std::string> arguments{QUORVANE_PROGRAM};
+  arguments.insert(arguments.end(), start.arguments.begin(), start.arguments.end());
+  std::vector<std::string> variables = folder.environment();
+  variables.insert(variables.end(), start.variables.begin(), start.variables.end());
+  const std::vector<char*> argv = pointersTo(arguments);
+  const std::vector<char*> envp = pointersTo(variables);
+  pid_ = ::fork();
+  if (pid_ < 0) throw std::runtime_error("can't fork");
+  if (pid_ > 0) return;
+  redirect(input, O_RDONLY, STDIN_FILENO);
+  redirect(outputFile_, O_WRONLY | O_CREAT, STDOUT_FILENO);
+  redirect(errorFile_, O_WRONLY | O_CREAT | O_APPEND, STDERR_FILENO);
+  ::execve(argv.front(), argv.data(), envp.data());
+  ::_exit(127);
+}
+
+RunningProgram::~RunningProgram() {
+  if (ended_) return;
+  ::kill(pid_, SIGKILL);
+  ::waitpid(pid_, nullptr, 0);
+}
+
+void RunningProgram::signal(int number) const { ::kill(pid_, number); }
+
+int RunningProgram::wait() {
+  const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+  int status = 0;
+  while (::waitpid(pid_, &status, WNOHANG) == 0) {
+    if (std::chrono::steady_clock::now() > limit) return -1;
+    pauseShortly();
+  }
+  ended_ = true;
+  return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+std::string RunningProgram::output() const { return contentOf(outputFile_); }
+std::string RunningProgram::errors() const { return contentOf(errorFile_); }
+
+}  // namespace quorvane::tests

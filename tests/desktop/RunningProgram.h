@@ -1,0 +1,74 @@
+#pragma once
+// `quorvane` as a child process of a test, with a folder of its own for everything that it keeps.
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorvane::tests {
+
+/// Holds the runtime folder and the settings of the programs of one test. Gone afterwards.
+class OwnFolder {
+ public:
+  OwnFolder();
+  ~OwnFolder();
+  OwnFolder(const OwnFolder&) = delete;
+  OwnFolder& operator=(const OwnFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+  /// Where programs meet that have been told nothing else.
+  [[nodiscard]] std::filesystem::path usualRuntimeFolder() const { return path_ / "quorvane"; }
+  [[nodiscard]] std::vector<std::string> environment() const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+struct Start {
+  std::vector<std::string> arguments;
+  std::string input{};                   ///< standard input
+  std::vector<std::string> variables{};  ///< NAME=VALUE, in addition to the folder's
+  std::string output{};                  ///< a file for standard output; empty: it is kept
+};
+
+class RunningProgram {
+ public:
+  RunningProgram(const OwnFolder& folder, const Start& start);
+  /// Kills it where it still runs.
+  ~RunningProgram();
+  RunningProgram(const RunningProgram&) = delete;
+  RunningProgram& operator=(const RunningProgram&) = delete;
+
+  [[nodiscard]] pid_t pid() const { return pid_; }
+  void signal(int number) const;
+  /// Exit code, 128 + number after a signal, -1 where it hasn't ended within a minute.
+  int wait();
+  [[nodiscard]] std::string output() const;
+  [[nodiscard]] std::string errors() const;
+
+ private:
+  std::filesystem::path outputFile_;
+  std::filesystem::path errorFile_;
+  pid_t pid_ = -1;
+  bool ended_ = false;
+};
+
+void pauseShortly();
+
+/// Looks again and again until `condition` holds; false where it doesn't within ten seconds.
+template <class Condition>
+bool eventually(Condition condition) {
+  using namespace std::chrono_literals;
+  const auto limit = std::chrono::steady_clock::now() + 10s;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > limit) return false;
+    pauseShortly();
+  }
+  return true;
+}
+
+}  // namespace quorvane::tests

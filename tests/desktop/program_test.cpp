@@ -1,0 +1,167 @@
+// The programs as a person runs them: real processes, real segments, real sockets.
+
+#include <gtest/gtest.h>
+#include <sys/shm.h>
+
+#include <csignal>
+#include <cstdlib>
+
+#include "apps/TypeSurroundings.h"
+#include "tests/desktop/RunningProgram.h"
+
+namespace quorvane::tests {
+namespace {
+
+constexpr std::string_view kMistakes = "I recieve teh letter, it doesn't matter. ";
+constexpr std::string_view kCorrected = "I receive the letter, it doesn't matter. ";
+
+std::string repeated(std::string_view text, int times) {
+  std::string result;
+  for (int i = 0; i < times; ++i) result += text;
+  return result;
+}
+
+std::size_t entriesIn(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (entry.path().filename() != ".lock") ++count;
+  }
+  return count;
+}
+
+/// The private folder of a `type`, with the announcements of both processes in it.
+bool bothAnnounced(const std::filesystem::path& folder) {
+  std::error_code error;
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (entry.path().extension() == ".process") ++count;
+  }
+  return count == 2;
+}
+
+std::filesystem::path folderOf(const OwnFolder& folder, const RunningProgram& type) {
+  return folder.usualRuntimeFolder() / ("type-" + std::to_string(type.pid()));
+}
+
+bool hasSegment(pid_t typePid) {
+  return ::shmget(static_cast<key_t>(keyOffsetOf(typePid) + 880), 0, 0) >= 0;
+}
+
+TEST(Program, ExitCodesAreHonest) {
+  struct Case {
+    Start start;
+    int code;
+    std::string_view output;  ///< is part of it; empty: there is none
+    std::string_view errors;  ///< are part of them
+  };
+  const std::vector<Case> cases{
+      {{.arguments = {"--help"}}, 0, "type", ""},
+      {{.arguments = {"type", "--help"}}, 0, "--delay", ""},
+      {{.arguments = {"--version"}}, 0, ".", ""},
+      {{.arguments = {}}, 2, "", "subcommand"},
+      {{.arguments = {"typo"}}, 2, "", "typo"},
+      {{.arguments = {"type", "--switches", "12g"}}, 2, "", "12g"},
+      {{.arguments = {"type", "--delay", "-1"}}, 2, "", "delay"},
+      {{.arguments = {"type"}, .input = "ab\xC3("}, 2, "", "offset 2"},
+      {{.arguments = {"type", "--no-checker"},
+        .input = "a",
+        .variables = {"QUORVANE_KEY_OFFSET=x"}},
+       1,
+       "",
+       "QUORVANE_KEY_OFFSET"},
+      {{.arguments = {"type", "--no-checker"}, .input = "a", .output = "/dev/full"},
+       1,
+       "",
+       "standard output"},
+  };
+  const OwnFolder folder;
+  for (const Case& one : cases) {
+    SCOPED_TRACE(one.start.arguments.empty() ? "no argument" : one.start.arguments.back());
+    RunningProgram program(folder, one.start);
+    EXPECT_EQ(program.wait(), one.code);
+    EXPECT_NE(program.output().find(one.output), std::string::npos);
+    if (one.output.empty() && one.start.output.empty()) EXPECT_EQ(program.output(), "");
+    EXPECT_NE(program.errors().find(one.errors), std::string::npos) << program.errors();
+  }
+}
+
+TEST(Type, CorrectsWhatIsTypedAndLeavesNothing) {
+  const OwnFolder folder;
+  RunningProgram type(folder, {.arguments = {"type"}, .input = std::string(kMistakes)});
+  EXPECT_EQ(type.wait(), 0);
+  EXPECT_EQ(type.output(), kCorrected);
+  EXPECT_EQ(type.errors(), "");
+  EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
+  EXPECT_FALSE(hasSegment(type.pid()));
+}
+
+TEST(Type, WithoutStandInTheTextStaysAsTyped) {
+  const OwnFolder folder;
+  const std::string text = "teh\tna\xC3\xAFve \xE2\x82\xAC \xF0\x9F\x90\xA6 (\"x\")\n\nend teh\n";
+  RunningProgram type(folder, {.arguments = {"type", "--no-checker"}, .input = text});
+  EXPECT_EQ(type.wait(), 0);
+  EXPECT_EQ(type.output(), text);
+}
+
+TEST(Type, TraceTellsAttachPacketAndClientCallOfAFix) {
+  const OwnFolder folder;
+  RunningProgram type(folder, {.arguments = {"type", "--trace"}, .input = "teh "});
+  EXPECT_EQ(type.wait(), 0);
+  EXPECT_EQ(type.output(), "the ");
+  const std::string errors = type.errors();
+  const std::size_t key = errors.find("key \" \": passed on, attached 893 896 893");
+  ASSERT_NE(key, std::string::npos) << errors;
+  const std::size_t packet = errors.find("packet 202, 8 bytes, replace 4 by \"the \"", key);
+  ASSERT_NE(packet, std::string::npos) << errors;
+  EXPECT_NE(errors.find("client setMarkedText \"the \"", packet), std::string::npos) << errors;
+}
+
+class TypeSignal : public testing::TestWithParam<int> {};
+
+TEST_P(TypeSignal, LeavesNothingBehind) {
+  const OwnFolder folder;
+  RunningProgram type(folder,
+                      {.arguments = {"type", "--delay", "20"}, .input = repeated(kMistakes, 50)});
+  ASSERT_TRUE(eventually([&] { return bothAnnounced(folderOf(folder, type)); }));
+  ASSERT_TRUE(hasSegment(type.pid()));
+  type.signal(GetParam());
+  EXPECT_EQ(type.wait(), 128 + GetParam());
+  EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
+  EXPECT_FALSE(hasSegment(type.pid()));
+  EXPECT_EQ(type.output(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TypeSignal, testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+TEST(Type, WhatAKillLeavesIsClearedAwayByTheNext) {
+  const OwnFolder folder;
+  const std::string text = repeated(kMistakes, 50);
+  RunningProgram killed(folder, {.arguments = {"type", "--delay", "20"}, .input = text});
+  ASSERT_TRUE(eventually([&] { return bothAnnounced(folderOf(folder, killed)); }));
+  killed.signal(SIGKILL);
+  EXPECT_EQ(killed.wait(), 128 + SIGKILL);
+  EXPECT_TRUE(eventually([&] { return !hasSegment(killed.pid()); })) << "the stand-in lives on";
+  ASSERT_EQ(entriesIn(folder.usualRuntimeFolder()), 1U);
+  RunningProgram next(folder, {.arguments = {"type"}, .input = std::string(kMistakes)});
+  EXPECT_EQ(next.wait(), 0);
+  EXPECT_EQ(next.output(), kCorrected);
+  EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
+}
+
+TEST(Type, SeveralRunSideBySide) {
+  const OwnFolder folder;
+  const std::vector<std::string> arguments{"type", "--delay", "5"};
+  RunningProgram one(folder, {.arguments = arguments, .input = "I beleive teh words. "});
+  RunningProgram two(folder, {.arguments = arguments, .input = std::string(kMistakes)});
+  RunningProgram plain(folder, {.arguments = {"type", "--no-checker"}, .input = "teh end. "});
+  EXPECT_EQ(one.wait(), 0);
+  EXPECT_EQ(two.wait(), 0);
+  EXPECT_EQ(plain.wait(), 0);
+  EXPECT_EQ(one.output(), "I believe the words. ");
+  EXPECT_EQ(two.output(), kCorrected);
+  EXPECT_EQ(plain.output(), "teh end. ");
+}
+
+}  // namespace
+}  // namespace quorvane::tests
