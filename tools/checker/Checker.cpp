@@ -1,0 +1,226 @@
+#include "tools/checker/Checker.h"
+
+#include <csignal>
+#include <iostream>
+#include <stdexcept>
+
+#include "src/base/Log.h"
+#include "src/bridge/qorv_sharedmem.h"
+
+namespace quorvane::checker {
+
+namespace {
+
+using Milliseconds = desktop::RunLoop::Milliseconds;
+
+constexpr std::string_view kServerPort = "Q7T2M4K9W1.com.tallowmere.Quorvane.server";
+
+struct SegmentRow {
+  std::uint32_t key;
+  std::size_t size;
+};
+constexpr SegmentRow kToolSegment{880, kToolRecordSize};
+constexpr SegmentRow kTextSegment{893, kTextRecordSize};
+constexpr SegmentRow kCommandSegment{896, 408};
+constexpr SegmentRow kMenuSegment{897, 384};
+constexpr SegmentRow kSpellSegment{899, 708};
+constexpr std::uint32_t kTextSlot = 1;
+
+// A scan must end within 100 ms, and the key waits for as long as it takes. After two quiet seconds
+// the first one may take a little longer.
+constexpr Milliseconds kBusyInterval{1};
+constexpr Milliseconds kIdleInterval{10};
+constexpr std::uint64_t kIdleAfterNanoseconds = 2'000'000'000;
+
+// The answers to commands that are waited for: neither key was taken by a popup.
+constexpr std::int32_t kControlKeyForPopup = 101;
+constexpr std::int32_t kTabKeyForPopup = 106;
+
+std::u16string widened(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+
+std::string_view textOf(ScanEnd end) {
+  switch (end) {
+    case ScanEnd::Fixed:
+      return "fixed";
+    case ScanEnd::NobodyToTell:
+      return "nobody to send the fix to";
+    case ScanEnd::Late:
+      return "too late";
+    case ScanEnd::NothingToFix:
+      break;
+  }
+  return "nothing to fix";
+}
+
+/// The stand-in presses no keys.
+class NoEventPosting final : public EventPosting {
+ public:
+  std::uint32_t IOServiceOpen() override { return 0; }
+  std::int32_t IOHIDPostEvent(std::uint32_t /*connection*/, std::uint32_t /*type*/,
+                              const NXKeyEventData& /*data*/, std::uint32_t /*version*/,
+                              std::uint32_t /*flags*/, std::uint32_t /*options*/) override {
+    return -1;
+  }
+};
+
+}  // namespace
+
+desktop::Announcement checkerAnnouncement() {
+  return {"Quorvane", "QVPX"_4cc, "APPL"_4cc, "com.tallowmere.quorvane"};
+}
+
+struct Checker::Block {
+  void* address;
+  std::size_t size;
+
+  [[nodiscard]] std::span<std::uint8_t> bytes() const {
+    return {static_cast<std::uint8_t*>(address), size};
+  }
+  [[nodiscard]] std::span<std::uint32_t> words() const {
+    return {static_cast<std::uint32_t*>(address), size / sizeof(std::uint32_t)};
+  }
+};
+
+Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
+                 std::unique_ptr<Spelling> spelling)
+    : host_(host), process_(host.platform()), options_(options), spelling_(std::move(spelling)) {
+  // The creating attach would clear the segments of a main application that is at work.
+  if (process_.platform().messagePorts.CFMessagePortCreateRemote(kServerPort) != nullptr) {
+    throw std::runtime_error("a main application is running already; end it first");
+  }
+  createSegments();
+  servePort();
+  ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
+  trySpelling();
+  announcement_ = host_.processRegistry().announce(checkerAnnouncement());
+  beginConversation();
+  Log(process_, "* checker: ready");
+}
+
+/// In the reverse order: who looks for us first finds us gone.
+Checker::~Checker() {
+  timer_.reset();
+  announcement_.reset();
+  const ToolRecord tool(segments_.tool);
+  tool.put(At::AppReady, 0);
+  tool.put(At::InteractiveMode, 0);
+  Log(process_, "* checker: ended");
+  host_.cleanUp();
+}
+
+void Checker::createSegments() {
+  segments_.tool = createSegment(kToolSegment.key, kToolSegment.size, 0).words();
+  segments_.text = createSegment(kTextSegment.key, kTextSegment.size, kTextSlot).bytes();
+  commandBytes_ = createSegment(kCommandSegment.key, kCommandSegment.size, 2).bytes();
+  segments_.command = commandBytes_;
+  createSegment(kMenuSegment.key, kMenuSegment.size, 3);
+  createSegment(kSpellSegment.key, kSpellSegment.size, 4);
+}
+
+Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot) {
+  void* address = GETSAFEMEMBLOCK(process_, key, size, slot);
+  if (address == nullptr || process_.platform().sharedMemory.attachedSize(address) < size) {
+    throw std::runtime_error("can't create the shared segment with key " + std::to_string(key) +
+                             "; see `ipcs -m` for who has it");
+  }
+  return {address, size};
+}
+
+void Checker::servePort() {
+  Platform& platform = process_.platform();
+  const auto port = platform.messagePorts.CFMessagePortCreateLocal(
+      kServerPort,
+      [this](std::int32_t command, const CFData* /*data*/) { return commandMessage(command); });
+  const auto source = platform.messagePorts.CFMessagePortCreateRunLoopSource(port);
+  CFRunLoop* loop = platform.runLoop.CFRunLoopGetCurrent();
+  if (port == nullptr || source == nullptr || loop == nullptr) {
+    throw std::runtime_error("can't serve the port " + std::string(kServerPort));
+  }
+  platform.runLoop.CFRunLoopAddSource(*loop, source);
+}
+
+std::optional<CFData> Checker::commandMessage(std::int32_t command) {
+  Log(process_, "* checker: command message ", command);
+  const ToolRecord tool(segments_.tool);
+  if (command == kControlKeyForPopup) tool.put(At::PopupAnswer, 0);
+  if (command == kTabKeyForPopup) tool.put(At::PopupAnswer, 1);
+  return std::nullopt;
+}
+
+/// The trial also makes the spell checker load what it loads at its first suggestion.
+void Checker::trySpelling() {
+  if (spelling_ != nullptr && spelling_->suggestions("recieve").empty()) spelling_.reset();
+  if (spelling_ == nullptr) {
+    std::cerr << "quorvane checker: Enchant has no dictionary for " << options_.dictionary
+              << " (for en_US, Debian's hunspell-en-us or aspell-en): typing goes on unchecked\n";
+    return;
+  }
+  ToolRecord(segments_.tool).put(At::AppReady, 1);
+}
+
+void Checker::beginConversation() {
+  Platform& platform = process_.platform();
+  const int textSegment = process_.state<SharedMemoryState>().shmid[kTextSlot];
+  inputMethod_.emplace(host_.processRegistry(), platform.messagePorts, textSegment);
+  if (options_.manner == Manner::Hostile) {
+    scribbler_.emplace(segments_.tool, segments_.text, commandBytes_, *inputMethod_, options_.seed);
+  }
+  const bool first = runningInputMethods(host_.processRegistry()).empty();
+  conversation_.emplace(segments_, spelling_.get(), platform.clock, *inputMethod_, options_, first,
+                        listener());
+  lastWork_ = platform.clock.mach_absolute_time();
+  pollEvery(kBusyInterval);
+}
+
+Listener Checker::listener() {
+  Listener listener;
+  listener.fix = [this](const Fix& fix) { logFix(fix); };
+  listener.command = [this](std::uint32_t command, std::uint32_t bits) {
+    Log(process_, "* checker: command ", command, " bits ", bits);
+  };
+  if (options_.traceScans) {
+    listener.scan = [this](ScanEnd end) { Log(process_, "* checker: scan: ", textOf(end)); };
+  }
+  return listener;
+}
+
+void Checker::logFix(const Fix& fix) {
+  const std::u16string word = widened(fix.word);
+  const std::u16string replacement = widened(fix.replacement);
+  Log(process_, "* checker: fix \"", Private{word}, "\" to \"", Private{replacement}, "\" count ",
+      fix.count, " port ", inputMethod_->name());
+}
+
+void Checker::look() {
+  const std::uint64_t now = process_.platform().clock.mach_absolute_time();
+  if (conversation_->poll()) lastWork_ = now;
+  if (scribbler_) scribbler_->maybe();
+  const bool idle = now > lastWork_ && now - lastWork_ > kIdleAfterNanoseconds;
+  pollEvery(idle ? kIdleInterval : kBusyInterval);
+}
+
+void Checker::pollEvery(Milliseconds interval) {
+  if (interval == interval_) return;
+  interval_ = interval;
+  timer_ = host_.runLoop().addTimer(interval, [this, interval] {
+    look();
+    return interval == interval_;  // another timer has taken over otherwise
+  });
+}
+
+void runChecker(const CheckerOptions& options) {
+  auto configuration = desktop::DesktopConfiguration::fromEnvironment();
+  configuration.ownProcess = checkerAnnouncement();
+  NoEventPosting eventPosting;
+  desktop::DesktopHost host(configuration, eventPosting);
+  host.log().showPrivate = options.showText;
+  // From here on such a signal waits for the loop, so that it can't leave anything behind.
+  const auto end = [&host] { host.runLoop().quit(); };
+  const auto onInterrupt = host.runLoop().onSignal(SIGINT, end);
+  const auto onTerminate = host.runLoop().onSignal(SIGTERM, end);
+  const auto onHangUp = host.runLoop().onSignal(SIGHUP, end);
+  const Checker checker(host, options, openEnchant(options.dictionary));
+  host.runLoop().run();
+}
+
+}  // namespace quorvane::checker

@@ -1,0 +1,64 @@
+#pragma once
+// The stand-in main application: creates the shared segments, serves the server port, answers
+// scans, and says that it runs.
+
+#include <memory>
+#include <optional>
+
+#include "hosts/desktop/DesktopHost.h"
+#include "src/base/Process.h"
+#include "tools/checker/CheckerOptions.h"
+#include "tools/checker/Conversation.h"
+#include "tools/checker/InputMethods.h"
+#include "tools/checker/Scribbler.h"
+#include "tools/checker/Spelling.h"
+
+namespace quorvane::checker {
+
+/// What the stand-in says of itself; also to be given to its host.
+desktop::Announcement checkerAnnouncement();
+
+class Checker {
+ public:
+  /// Starts in the order that the agreement lays down; the announcement comes last. `spelling`
+  /// null: no dictionary. Throws std::runtime_error where a main application runs already or a
+  /// segment or the port can't be had. All that it does happens while the host's run loop runs.
+  Checker(desktop::DesktopHost& host, const CheckerOptions& options,
+          std::unique_ptr<Spelling> spelling);
+  ~Checker();
+  Checker(const Checker&) = delete;
+  Checker& operator=(const Checker&) = delete;
+
+ private:
+  struct Block;
+
+  void createSegments();
+  Block createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot);
+  void servePort();
+  void trySpelling();
+  void beginConversation();
+  std::optional<CFData> commandMessage(std::int32_t command);
+  Listener listener();
+  void logFix(const Fix& fix);
+  void look();
+  void pollEvery(desktop::RunLoop::Milliseconds interval);
+
+  desktop::DesktopHost& host_;
+  Process process_;
+  CheckerOptions options_;
+  std::unique_ptr<Spelling> spelling_;
+  Segments segments_;
+  std::span<std::uint8_t> commandBytes_;
+  std::optional<DesktopInputMethodPort> inputMethod_;
+  std::optional<Scribbler> scribbler_;
+  std::optional<Conversation> conversation_;
+  std::unique_ptr<Registration> announcement_;
+  std::unique_ptr<Registration> timer_;
+  desktop::RunLoop::Milliseconds interval_{0};
+  std::uint64_t lastWork_ = 0;
+};
+
+/// All of `quorvane checker`, until SIGINT, SIGTERM or SIGHUP. Throws what kept it from starting.
+void runChecker(const CheckerOptions& options);
+
+}  // namespace quorvane::checker

@@ -1,0 +1,33 @@
+#pragma once
+// What is to change in a scanned text, and the message that changes the document likewise.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/checker/Spelling.h"
+#include "tools/checker/TextRecord.h"
+
+namespace quorvane::checker {
+
+inline constexpr std::int32_t kMessageInput = 202;
+
+struct Fix {
+  std::string word;
+  std::string replacement;
+  /// Of the characters before the caret, the key that ended the word included: the message is
+  /// handled once that key has been inserted.
+  std::uint32_t count = 0;
+  std::string text;  ///< UTF-8, in the place of those characters
+  TextRecord corrected;
+};
+
+/// Empty where the key just typed ends no word, or none that is misspelt and can be mended, or one
+/// that begins before `vouchedFrom`.
+std::optional<Fix> findFix(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling);
+
+/// The count, 4 bytes big-endian, and the text.
+std::vector<std::uint8_t> messagePayload(const Fix& fix);
+
+}  // namespace quorvane::checker

@@ -1,0 +1,23 @@
+#pragma once
+// The input method's own port, as the conversation needs it.
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace quorvane::checker {
+
+class InputMethodPort {
+ public:
+  virtual ~InputMethodPort() = default;
+
+  /// Looks for the input method that asks for the scan in progress. False where it can't be told or
+  /// has no port.
+  virtual bool find() = 0;
+  /// To the one found last, without waiting for a reply. False where the message didn't go.
+  virtual bool send(std::int32_t messageId, std::span<const std::uint8_t> payload) = 0;
+  /// Of the one found last.
+  [[nodiscard]] virtual const std::string& name() const = 0;
+};
+
+}  // namespace quorvane::checker

@@ -1,0 +1,54 @@
+#include "tools/checker/InputMethods.h"
+
+#include <sys/shm.h>
+
+#include <algorithm>
+
+namespace quorvane::checker {
+
+namespace {
+
+constexpr std::string_view kBundle = "com.tallowmere.inputmethod.Quorvane";
+constexpr std::string_view kPortNameBase = "Q7T2M4K9W1.com.tallowmere.QorvInPortServer";
+
+}  // namespace
+
+std::vector<std::int32_t> runningInputMethods(const desktop::ProcessRegistry& registry) {
+  std::vector<std::int32_t> pids;
+  for (const auto& process : registry.processes()) {
+    if (process.announcement.bundleIdentifier == kBundle) pids.push_back(process.pid);
+  }
+  return pids;
+}
+
+std::string inputMethodPortName(const ProcessSerialNumber& serialNumber) {
+  return std::string(kPortNameBase) + std::to_string(serialNumber.highLongOfPSN) +
+         std::to_string(serialNumber.lowLongOfPSN);
+}
+
+std::optional<std::int32_t> DesktopInputMethodPort::asker() const {
+  const auto running = runningInputMethods(registry_);
+  shmid_ds segment{};
+  if (::shmctl(textSegment_, IPC_STAT, &segment) == 0 &&
+      std::ranges::find(running, segment.shm_lpid) != running.end()) {
+    return segment.shm_lpid;
+  }
+  return running.size() == 1 ? std::optional(running.front()) : std::nullopt;
+}
+
+bool DesktopInputMethodPort::find() {
+  remote_.reset();
+  const auto pid = asker();
+  if (!pid) return false;
+  name_ = inputMethodPortName(desktop::serialNumberOf(*pid));
+  remote_ = ports_.CFMessagePortCreateRemote(name_);
+  return remote_ != nullptr;
+}
+
+bool DesktopInputMethodPort::send(std::int32_t messageId, std::span<const std::uint8_t> payload) {
+  return remote_ != nullptr &&
+         ports_.CFMessagePortSendRequest(*remote_, messageId, payload, 0.0, 0.0, nullptr) ==
+             kCFMessagePortSuccess;
+}
+
+}  // namespace quorvane::checker

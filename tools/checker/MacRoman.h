@@ -1,0 +1,26 @@
+#pragma once
+// The part of Mac OS Roman that a fix may hold: ASCII, dashes and curly quotes. The session text
+// has no other byte from 128 up that stands for one known character: what was typed outside ASCII
+// arrives there as the first byte of its UTF-8 form.
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace quorvane::checker {
+
+inline constexpr std::uint8_t kFirstSmartChar = 208;  ///< en dash
+inline constexpr std::uint8_t kRightDoubleQuote = 211;
+inline constexpr std::uint8_t kLeftSingleQuote = 212;
+inline constexpr std::uint8_t kRightSingleQuote = 213;  ///< also the curly apostrophe
+inline constexpr std::uint8_t kLastSmartChar = 213;
+
+constexpr bool isSmartChar(std::uint8_t byte) {
+  return byte >= kFirstSmartChar && byte <= kLastSmartChar;
+}
+
+/// As a document holds it: a return is a line feed there. Empty where a byte is none of the above.
+std::optional<std::string> documentText(std::span<const std::uint8_t> bytes);
+
+}  // namespace quorvane::checker

@@ -1,0 +1,50 @@
+#pragma once
+// The tool record (segment 880) as the main application sees it: big-endian 32-bit words at byte
+// offsets. Written from the wire formats, not from the input method's own accessors.
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace quorvane::checker {
+
+inline constexpr std::size_t kToolRecordSize = 376;
+
+/// Byte offsets. Field i of the array lies at 68 + 4 * i, entry i of a group at the group's base
+/// + 4 * i.
+enum class At : std::size_t {
+  Requests = 72,         ///< field 1: set by the input method, cleared here
+  InteractiveMode = 92,  ///< field 6
+  BufferChanged = 112,   ///< field 11
+  PopupAnswer = 172,     ///< field 26
+  SessionHandle = 204,   ///< field 34
+  AppReady = 236,        ///< field 42
+  MousePoint = 244,      ///< field 44
+  AppFlags = 264,        ///< field 49
+  ScanFlags = 284,       ///< field 54
+  SessionChange = 360,   ///< entry 4 of the group at 344
+};
+
+inline constexpr std::uint32_t kScanBit = 1U << 16;         ///< in Requests and in ScanFlags
+inline constexpr std::uint32_t kInteractiveSpelling = 0x2;  ///< in AppFlags
+inline constexpr std::uint32_t kWordCompletion = 0x40;      ///< in AppFlags
+inline constexpr std::uint32_t kTextOverflowed = 2;         ///< in SessionChange
+inline constexpr std::uint32_t kTextCancelled = 3;          ///< in SessionChange
+
+/// A view of somebody else's memory: each access is one load or store of the whole word, since the
+/// other process writes at the same time. Offsets outside the record read 0 and take nothing.
+class ToolRecord {
+ public:
+  explicit ToolRecord(std::span<std::uint32_t> words) : words_(words) {}
+
+  [[nodiscard]] std::uint32_t get(At at) const;
+  void put(At at, std::uint32_t value) const;
+  /// Leaves every other bit as it is, also one that the other side sets at this moment.
+  void clearBits(At at, std::uint32_t mask) const;
+
+ private:
+  [[nodiscard]] std::uint32_t* word(At at) const;
+  std::span<std::uint32_t> words_;
+};
+
+}  // namespace quorvane::checker

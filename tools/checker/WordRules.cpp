@@ -1,0 +1,87 @@
+#include "tools/checker/WordRules.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "tools/checker/MacRoman.h"
+
+namespace quorvane::checker {
+
+namespace {
+
+constexpr std::uint8_t kTab = 9;
+constexpr std::uint8_t kReturn = 13;
+constexpr std::uint8_t kStraightApostrophe = 39;
+
+using Bytes = std::span<const std::uint8_t>;
+
+bool isUpper(std::uint8_t byte) { return byte >= 'A' && byte <= 'Z'; }
+bool isLetter(std::uint8_t byte) { return isUpper(byte) || (byte >= 'a' && byte <= 'z'); }
+bool isDigit(std::uint8_t byte) { return byte >= '0' && byte <= '9'; }
+bool isApostrophe(std::uint8_t byte) {
+  return byte == kStraightApostrophe || byte == kRightSingleQuote;
+}
+bool isOneOf(std::string_view set, std::uint8_t byte) {
+  return byte < 128 && set.find(static_cast<char>(byte)) != std::string_view::npos;
+}
+bool isWhite(std::uint8_t byte) { return isOneOf(" \t\r", byte); }
+
+/// A hyphen isn't among these: half of a compound is no word of its own yet.
+bool endsWord(std::uint8_t key) {
+  return isWhite(key) || isOneOf(".,;:!?)]}\"", key) || key == kRightDoubleQuote;
+}
+
+/// What glues a word to the one before it in addresses, paths, names of files and sums.
+bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`", byte); }
+
+bool isOrdinary(Bytes word) {
+  return std::ranges::all_of(
+             word, [](std::uint8_t byte) { return isLetter(byte) || isApostrophe(byte); }) &&
+         std::ranges::none_of(word.subspan(1), isUpper);
+}
+
+bool opensSentence(Bytes before) {
+  while (!before.empty() && (isOneOf(" \t\"'(", before.back()) || isSmartChar(before.back()))) {
+    before = before.first(before.size() - 1);
+  }
+  return before.empty() || isOneOf(".!?\r", before.back());
+}
+
+}  // namespace
+
+bool belongsToWord(std::uint8_t byte) {
+  return isLetter(byte) || isDigit(byte) || isApostrophe(byte) ||
+         (byte >= 128 && !isSmartChar(byte));
+}
+
+bool typedBoundary(const TextRecord& record) {
+  return !record.text.empty() && record.key == record.text.back() && !belongsToWord(record.key);
+}
+
+std::optional<Word> endedWord(const TextRecord& record) {
+  if (!typedBoundary(record) || !endsWord(record.key)) return std::nullopt;
+  const Bytes text(record.text);
+  std::size_t end = text.size() - 1;
+  std::size_t start = end;
+  while (start > 0 && belongsToWord(text[start - 1])) --start;
+  if (start == end || (start > 0 && joinsWords(text[start - 1]))) return std::nullopt;
+
+  const bool quoted = start > 0 && text[start - 1] == kLeftSingleQuote;
+  const bool opened = isApostrophe(text[start]);
+  const bool closed = isApostrophe(text[end - 1]);
+  if (closed != (opened || quoted)) return std::nullopt;
+  if (opened) ++start;
+  if (closed) --end;
+  if (start >= end || !isOrdinary(text.subspan(start, end - start))) return std::nullopt;
+  return Word{start, end, opensSentence(text.first(start))};
+}
+
+std::string spelling(Bytes word) {
+  std::string ascii;
+  for (const std::uint8_t byte : word) {
+    ascii += isApostrophe(byte) ? '\'' : static_cast<char>(byte);
+  }
+  return ascii;
+}
+
+}  // namespace quorvane::checker

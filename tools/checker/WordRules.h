@@ -1,0 +1,38 @@
+#pragma once
+// Which word of a scanned text is to be checked, if any.
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "tools/checker/TextRecord.h"
+
+namespace quorvane::checker {
+
+/// Letters, digits, apostrophes (39, 213), and every byte from 128 up that isn't a dash or a quote:
+/// such a byte is a character we don't know, so that its word is known to be beyond us.
+bool belongsToWord(std::uint8_t byte);
+
+/// True where the key just typed is the byte before the cursor and ends a word or stands between
+/// two.
+bool typedBoundary(const TextRecord& record);
+
+/// A word by its place in the text.
+struct Word {
+  std::size_t start = 0;
+  std::size_t end = 0;
+  bool opensSentence = false;
+};
+
+/// The word that the key just typed has ended, where its spelling is our concern. A word stays
+/// unchecked that holds a digit, a capital behind its first letter or an unknown byte, that has an
+/// apostrophe at one end only (it may stand for what was left out), or that belongs to an address
+/// or a path. Enclosing apostrophes aren't part of it.
+std::optional<Word> endedWord(const TextRecord& record);
+
+/// The word as a dictionary spells it: ASCII, apostrophes straight.
+std::string spelling(std::span<const std::uint8_t> word);
+
+}  // namespace quorvane::checker
