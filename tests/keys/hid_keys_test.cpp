@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "hosts/memory/MemoryHost.h"
+#include "src/keys/qorvHIDkeys.h"
+
+namespace quorvane {
+namespace {
+
+struct HIDKeys : testing::Test {
+  std::vector<NSEvent> posted() {
+    std::vector<NSEvent> events;
+    while (auto event = host.queue.take()) events.push_back(*event);
+    return events;
+  }
+  std::uint32_t modifiers() { return process.state<HIDKeysState>().gModifiers; }
+
+  memory::MemoryHost host;
+  Process process{host.platform()};
+};
+
+TEST_F(HIDKeys, ModifiersGoOutAsFlagsChangedWithEverythingThatIsHeld) {
+  HIDPressVirtualKey(process, 56);
+  HIDPressVirtualKey(process, 56);
+  HIDPressVirtualKey(process, 0x100 + 55);  // cut to 8 bits
+  HIDReleaseVirtualKey(process, 56);
+  HIDReleaseVirtualKey(process, 55);
+  std::vector<std::uint32_t> flags;
+  for (const auto& event : posted()) {
+    EXPECT_EQ(event.type, NSEventType::FlagsChanged);
+    EXPECT_EQ(event.keyCode, 0) << "the key code isn't in the event";
+    flags.push_back(event.modifierFlags);
+  }
+  EXPECT_EQ(flags, (std::vector<std::uint32_t>{0x20000, 0x20000, 0x120000, 0x100000, 0}));
+}
+
+TEST_F(HIDKeys, EachModifierHasItsMaskAndItsNeighboursArePlainKeys) {
+  for (const auto& [code, mask] : std::map<std::uint32_t, std::uint32_t>{
+           {55, 0x100000}, {56, 0x20000}, {57, 0x10000}, {58, 0x80000}, {59, 0x40000}}) {
+    HIDPressVirtualKey(process, code);
+    EXPECT_EQ(modifiers(), mask) << code;
+    HIDReleaseVirtualKey(process, code);
+  }
+  posted();
+  for (const std::uint32_t code : {54, 60}) {
+    HID_PressRelease_VirtualKey(process, code);
+    const auto events = posted();
+    ASSERT_EQ(events.size(), 2u);
+    EXPECT_EQ(events[0].type, NSEventType::KeyDown);
+    EXPECT_EQ(events[1].type, NSEventType::KeyUp);
+    EXPECT_EQ(events[0].keyCode, code);
+  }
+  EXPECT_EQ(modifiers(), 0u);
+}
+
+TEST_F(HIDKeys, AConnectionThatDoesNotOpenIsTriedAgainAndThePostStillRuns) {
+  host.eventPosting.serviceOpenFails = true;
+  HIDPressVirtualKey(process, 56);
+  EXPECT_EQ(host.journal.lines().back().find("IOHIDPostEvent"), 0u);
+  host.eventPosting.serviceOpenFails = false;
+  EXPECT_NE(get_event_driver(process), 0u);
+}
+
+}  // namespace
+}  // namespace quorvane

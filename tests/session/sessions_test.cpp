@@ -1,0 +1,145 @@
+// What no key reaches by itself: sessions that are gone, without text, or that share an identity.
+
+#include <gtest/gtest.h>
+
+#include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_Publication.h"
+#include "src/session/QBIM_IMK_TextBuffer.h"
+#include "tests/support/StartedInputMethod.h"
+
+namespace quorvane {
+namespace {
+
+using test::StartedInputMethod;
+
+std::size_t sessionCount(Process& process) {
+  std::size_t count = 0;
+  for (auto* session = process.state<SessionState>().gSessionHandleStart; session != nullptr;
+       session = session->next) {
+    ++count;
+  }
+  return count;
+}
+
+TEST(Sessions, OnlyTheLow32BitsOfAClientCount) {
+  StartedInputMethod method;
+  ASSERT_EQ(Get_SessionHandleFromID(method.process, 0x1'0000'0042), 1);
+  const auto* first = BIMGetActiveSession(method.process);
+  ASSERT_EQ(Get_SessionHandleFromID(method.process, 0x7'0000'0042), 1);
+  EXPECT_EQ(BIMGetActiveSession(method.process), first);
+  EXPECT_EQ(Get_SessionHandleFromID(method.process, 0x5'0000'0000), 0) << "id 0 is nobody's";
+}
+
+TEST(Sessions, TheActiveSessionMayGoAndKeysStillPass) {
+  StartedInputMethod method;
+  method.type("some text");
+  auto* gone = &method.session();
+  const auto handle = gone->handle;
+  ASSERT_EQ(DeleteSessionHandleID(method.process, gone->clientID), 1);
+  ASSERT_EQ(BIMGetActiveSession(method.process), gone);
+  EXPECT_EQ(findSession(method.process, handle), nullptr);
+  EXPECT_EQ(method.host.mainApplication.field(34), 0u);
+  // Until the next lookup the stale session takes calls without harm.
+  EXPECT_EQ(BIMHandleInput(method.process, gone, 'x'), 0);
+  EXPECT_EQ(Set_InteractiveSession(method.process, gone, 'x'), 0);
+  Update_Document_Session(method.process, nullptr);
+  EXPECT_EQ(CheckEditReplacements(method.process, gone), 0);
+  method.type("y");
+  EXPECT_EQ(method.sessionText(), "y");
+  EXPECT_EQ(method.document.text(), u"some texty");
+}
+
+TEST(Sessions, HousekeepingReapsGoneApplicationsButNeverTheHead) {
+  StartedInputMethod method;
+  const std::size_t atStart = sessionCount(method.process);
+  for (const std::uint64_t client : {10, 11, 12}) Get_SessionHandleFromID(method.process, client);
+  auto& sessions = method.process.state<SessionState>();
+  sessions.gSessionHandleStart->signature = "GONE"_4cc;
+  for (auto* session = sessions.gSessionHandleStart->next; session != nullptr;
+       session = session->next) {
+    if (session->clientID == 10 || session->clientID == 11) session->signature = "GONE"_4cc;
+  }
+  Check_App_HouseKeeping(method.process);
+  EXPECT_EQ(sessionCount(method.process), atStart + 1);
+  EXPECT_EQ(sessions.gSessionHandleStart->signature, "GONE"_4cc);
+}
+
+TEST(Sessions, DeleteAllTakesThoseThatBelongToTheMainApplication) {
+  StartedInputMethod method;
+  for (const std::uint64_t client : {10, 11, 12}) Get_SessionHandleFromID(method.process, client);
+  const std::size_t before = sessionCount(method.process);
+  method.host.mainApplication.setField(9, 1);
+  Get_SessionHandleFromID(method.process, 10);
+  Get_SessionHandleFromID(method.process, 11);
+  DeleteAllQorvSessionHandleID(method.process);
+  EXPECT_EQ(sessionCount(method.process), before - 2);
+}
+
+TEST(Sessions, ClosingDisposesOfTheLastOneFirstAndHonoursTheWindow) {
+  StartedInputMethod method;
+  auto* front = CreateNewSessionHandle(method.process, 0);
+  front->next = CreateNewSessionHandle(method.process, 0);
+  front->windowRef = 77;
+  front->next->windowRef = 78;
+  auto& services = method.process.platform().textServicesManager;
+  services.SetWindowProperty(77, front->handle);
+  services.SetWindowProperty(78, 999);
+  const auto frontHandle = front->handle;
+  BIMSessionClose(method.process, front);
+  EXPECT_EQ(services.GetWindowProperty(77), 0u);
+  EXPECT_EQ(services.GetWindowProperty(78), 999u) << "that window belongs to another session";
+  EXPECT_EQ(method.host.mainApplication.field(34), frontHandle) << "the front one went last";
+}
+
+TEST(Sessions, WithoutTextEveryOperationOnItDoesNothing) {
+  StartedInputMethod method;
+  auto& session = method.session();
+  session.sessionText.reset();
+  method.type("abc ");
+  EXPECT_EQ(session.length, 0u);
+  EXPECT_EQ(method.document.text(), u"abc ");
+}
+
+TEST(Sessions, BackspaceInsideTheTextShiftsAndAtItsEndLeavesTheByte) {
+  StartedInputMethod method;
+  method.type("hello");
+  const auto& text = *method.session().sessionText;
+  BIMHandleInput(method.process, &method.session(), kBackspaceKey);
+  EXPECT_EQ(method.session().length, 4u);
+  EXPECT_EQ(text[4], 'o');
+  BIMHandleInput(method.process, &method.session(), kLeftArrowKey);
+  BIMHandleInput(method.process, &method.session(), kBackspaceKey);
+  EXPECT_EQ(method.sessionText(), "hel");
+  EXPECT_EQ(text[3], 'o') << "what lay behind the end moves along";
+  EXPECT_EQ(text[4], 0);
+  EXPECT_EQ(method.session().cursor, 2u);
+}
+
+TEST(Publication, TextThatComesBackOutOfBoundsIsDroppedAndCounted) {
+  struct Case {
+    std::uint32_t cursor;
+    std::uint32_t length;
+    bool taken;
+  };
+  constexpr Case kCases[] = {{0, 0, true},      {384, 384, true},        {2, 384, true},
+                             {385, 385, false}, {2, 385, false},         {3, 2, false},
+                             {~0u, ~0u, false}, {0x7fffffff, 10, false}, {10, 0x80000000, false}};
+  for (const auto& [cursor, length, taken] : kCases) {
+    StartedInputMethod method;
+    method.type("ab");
+    InteractiveTextRecord record(method.process);
+    for (unsigned i = 0; i < 4; ++i) {
+      record.bytes()[i] = static_cast<std::uint8_t>(cursor >> (24 - 8 * i));
+      record.bytes()[4 + i] = static_cast<std::uint8_t>(length >> (24 - 8 * i));
+    }
+    EXPECT_EQ(CheckEditReplacements(method.process, &method.session()), taken ? 1 : 0) << cursor;
+    EXPECT_EQ(method.session().cursor, taken ? cursor : 2u);
+    EXPECT_EQ(method.session().length, taken ? length : 2u);
+    EXPECT_EQ(method.process.state<PublicationState>().droppedEdits, taken ? 0u : 1u);
+    BIMHandleInput(method.process, &method.session(), 'c');
+    BIMHandleInput(method.process, &method.session(), kBackspaceKey);
+  }
+}
+
+}  // namespace
+}  // namespace quorvane

@@ -1,0 +1,43 @@
+#pragma once
+// The input method on the memory host, started as `main` starts it, with one focused document.
+
+#include <string_view>
+
+#include "hosts/memory/MemoryHost.h"
+#include "src/session/CurrentAppFlags.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/shell/InputController.h"
+#include "src/shell/QuorvaneInputController.h"
+#include "src/shell/main.h"
+
+namespace quorvane::test {
+
+struct StartedInputMethod {
+  explicit StartedInputMethod(bool withMainApplication = true) {
+    if (withMainApplication) host.mainApplication.launch(memory::Notice::Missed);
+    host.mainApplication.answerScan({});
+    InputMethodMain(process, {});
+    host.runPending();
+    host.text.setController(&controller);
+    host.processes.setFront(memory::MemoryProcesses::editor());
+    host.runPending();
+    process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0x11833;
+    host.text.focus(&document);
+  }
+
+  void type(std::string_view ascii) {
+    for (const char character : ascii) host.text.type(static_cast<char32_t>(character));
+  }
+  BIMSessionRec& session() { return *BIMGetActiveSession(process); }
+  std::string sessionText() {
+    const auto& bytes = *session().sessionText;
+    return {bytes.begin(), bytes.begin() + session().length};
+  }
+
+  memory::MemoryHost host;
+  Process process{host.platform()};
+  InputController controller{process};
+  field::Document& document = host.text.addDocument();
+};
+
+}  // namespace quorvane::test
