@@ -255,12 +255,15 @@ std::int32_t MemoryMessagePorts::sendToSelf(LocalPort& port, const SentMessage& 
     if (reply) clock_.advance(toNanoseconds(receiveTimeout));
     return reply ? kCFMessagePortReceiveTimeout : kCFMessagePortSuccess;
   }
+  // No bytes and no data are the same on the way.
+  const bool hasData = !message.data.empty();
   if (!reply) {
-    pending_.push_back({message.port, message.id, message.data});
+    pending_.push_back(
+        {message.port, message.id, hasData ? std::optional(message.data) : std::nullopt});
     return kCFMessagePortSuccess;
   }
   turnWhileWaiting();
-  *reply = port.callback(message.id, &message.data).value_or(CFData{});
+  *reply = port.callback(message.id, hasData ? &message.data : nullptr).value_or(CFData{});
   return kCFMessagePortSuccess;
 }
 

@@ -176,7 +176,6 @@ TEST(MemoryProcesses, NotificationsComeWithTheTurnOfTheRunLoop) {
   const auto launched = watch(WorkspaceNotification::DidLaunchApplication, "+");
   const auto terminated = watch(WorkspaceNotification::DidTerminateApplication, "-");
   auto activated = watch(WorkspaceNotification::DidActivateApplication, "^");
-  const auto before = host.processes.runningApplications();
   host.mainApplication.launch();
   host.mainApplication.bringToFront();
   ProcessSerialNumber psn;
