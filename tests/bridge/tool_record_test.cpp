@@ -98,8 +98,8 @@ TEST_F(ToolRecord, AMissingSegmentIsAskedForTwiceAndLogged) {
   EXPECT_EQ(GetToolCRecPtr(process), nullptr);
   EXPECT_EQ(GetSharedMemoryBlock(process, 881), nullptr);
   EXPECT_EQ(GetSharedMemoryBlock(process, 0), nullptr);
-  EXPECT_EQ(host.journal.take(), (Lines{"shmget 880 376 0666 -> -1", "shmget 880 376 00 -> -1",
-                                        "shmget 881 0 0666 -> -1", "shmget 881 0 00 -> -1"}));
+  EXPECT_EQ(host.journal.take(), (Lines{"shmget 880 376 0666 -> -1", "shmget 880 376 0 -> -1",
+                                        "shmget 881 0 0666 -> -1", "shmget 881 0 0 -> -1"}));
   EXPECT_TRUE(logged("*-*-* Shared Mem Err - 880"));
   EXPECT_TRUE(logged("*-*-* Shared Mem Err - 881"));
 }

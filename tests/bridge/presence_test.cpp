@@ -1,0 +1,124 @@
+#include "src/base/OSVersion.h"
+#include "src/bridge/QBIMLaunchServer.h"
+#include "tests/bridge/BridgeTest.h"
+
+namespace quorvane::test {
+namespace {
+
+class Presence : public BridgeTest {
+ protected:
+  PresenceState& presence() { return process.state<PresenceState>(); }
+  LaunchServerState& launched() { return process.state<LaunchServerState>(); }
+};
+
+TEST_F(Presence, VersionsComeFromTheTableAndStay) {
+  const std::pair<double, std::uint16_t> rows[] = {
+      {0, 106},     {1038.99, 106}, {1039, 107},    {1138, 107},  {1187, 108},    {1265, 109},
+      {1266, 1010}, {1404, 1011},   {1504.5, 1012}, {1561, 1013}, {1671.9, 1014}, {1672, 1015}};
+  for (const auto& [appKit, version] : rows) {
+    Process fresh(host.platform());
+    host.application.appKitVersion = appKit;
+    EXPECT_EQ(Get_OS_MAC_VERSION(fresh), version) << appKit;
+    host.application.appKitVersion = 9999;
+    EXPECT_EQ(Get_OS_MAC_VERSION(fresh), version) << appKit;
+  }
+}
+
+TEST_F(Presence, HalfASerialNumberIsUnknownAndTheScanAnswers) {
+  presence().quorvane_psn = {1, 0};
+  EXPECT_EQ(IsQUORVANEAPPRUNNING(process), 0);
+  launch();
+  EXPECT_EQ(IsQUORVANEAPPRUNNING(process), 1);
+  EXPECT_EQ(presence().quorvane_psn, (ProcessSerialNumber{1, 0}));  // the scan keeps nothing
+  Process old(host.platform());
+  host.application.appKitVersion = 1038;
+  EXPECT_EQ(IsQUORVANEAPPRUNNING(old), 0);
+}
+
+TEST_F(Presence, TheFrontIsComparedByProcessId) {
+  EXPECT_EQ(isQUORVANEAPP_FRONT(process), 1);  // neither is known
+  presence().front_app_pid = 4243;
+  EXPECT_EQ(isQUORVANEAPP_FRONT(process), 0);
+  launch();
+  EXPECT_EQ(isQUORVANEFRONTAPP(process), 0);
+  presence().front_app_pid = get_quorvane_pid(process);
+  EXPECT_EQ(isQUORVANEAPP_FRONT(process), 1);
+  app.vanish(memory::Notice::Missed);
+  EXPECT_EQ(get_quorvane_pid(process), presence().front_app_pid);  // cached
+}
+
+TEST_F(Presence, TheFrontSignatureIsAskedForOnlyWhereItIsUnknown) {
+  EXPECT_EQ(FRONTPROCESSSIGNATURE(process), "WRTR"_4cc);
+  EXPECT_EQ(presence().frontPSN, memory::MemoryProcesses::editor());
+  EXPECT_EQ(presence().frontapp_signature, 0u);
+  presence().frontapp_signature = "TEXT"_4cc;
+  host.journal.clear();
+  EXPECT_EQ(GetCurrentAppSignature(process), "TEXT"_4cc);
+  EXPECT_TRUE(host.journal.take().empty());
+  presence().frontapp_signature = 0;
+  host.processes.find(memory::MemoryProcesses::editor())->informationFails = true;
+  EXPECT_EQ(FRONTPROCESSSIGNATURE(process), 0u);
+}
+
+TEST_F(Presence, LookingForTheMainApplicationKeepsWhatItFinds) {
+  EXPECT_EQ(Init_GetQUORVANEPROCESS(process), 0);
+  EXPECT_EQ(WakeUpQuorvaneProcess(process), noErr);
+  launch();
+  EXPECT_EQ(GetQUORVANEPROCESS(process), 1);
+  EXPECT_EQ(launched().Quorvaneprocess, app.psn());
+  EXPECT_NE(launched().qorvpid, 0);
+  EXPECT_FALSE(isKnown(presence().quorvane_psn));
+  ProcessSerialNumber found;
+  EXPECT_EQ(GetQORVPROCESSRUNNING(process, &found), 1);
+  EXPECT_EQ(found, app.psn());
+  EXPECT_EQ(presence().quorvane_psn, app.psn());
+  EXPECT_EQ(presence().quorvane_pid, launched().qorvpid);
+  host.processes.wakeUpProcessFails = true;
+  EXPECT_NE(WakeUpQuorvaneProcess(process), noErr);
+  const ProcessSerialNumber other{1, 2};
+  set_quorvane_psn(process, other, nullptr);
+  EXPECT_EQ(presence().quorvane_pid, launched().qorvpid);
+
+  GetToolCRecPtr(process);
+  Set_Quorvane_Is_Active(process, 1);
+  EXPECT_NE(Get_OPENGlobalToolCRecPtr(process), nullptr);
+  Set_Quorvane_Is_Active(process, 0);
+  EXPECT_EQ(Get_OPENGlobalToolCRecPtr(process), nullptr);
+  EXPECT_EQ(launched().QORVMARPP_IS_RUNNING, 0);
+}
+
+TEST_F(Presence, AProcessIsLookedForBySignature) {
+  host.processes.find(memory::MemoryProcesses::self())->informationFails = true;  // skipped
+  memory::MemoryProcess second;
+  second.signature = "TWIN"_4cc;
+  const ProcessSerialNumber twin = host.processes.add(second);
+  ProcessSerialNumber psn = memory::MemoryProcesses::editor();
+  std::int32_t pid = 5;
+  EXPECT_EQ(Get_SPECIFIED_PROCESS(process, "WRTR"_4cc, psn, &pid), 1);
+  EXPECT_EQ(pid, 5);  // confirmed: nothing changes
+  EXPECT_EQ(Get_SPECIFIED_PROCESS(process, "TWIN"_4cc, psn, &pid), 1);
+  EXPECT_EQ(psn, twin);
+  EXPECT_EQ(pid, host.processes.find(twin)->pid);
+  EXPECT_EQ(Get_SPECIFIED_PROCESS(process, "none"_4cc, psn, &pid), 0);
+  EXPECT_EQ(psn, ProcessSerialNumber{});
+  EXPECT_EQ(pid, 0);
+  EXPECT_EQ(Check_appsignature(process, "none"_4cc, {}), 0);
+}
+
+TEST_F(Presence, TheFrontIdComesFromTheMenuBarOrTheActiveOne) {
+  AEToolEventSelectStruct record;
+  EXPECT_EQ(Get_FrontApp_AEToolEventSelectStruct(process, record), 4243);
+  EXPECT_EQ(record.frontProcessID, 4243u);
+  Process old(host.platform());
+  host.application.appKitVersion = 1038;
+  host.journal.clear();
+  EXPECT_EQ(Get_FrontApp_AEToolEventSelectStruct(old, record), 4243);
+  EXPECT_TRUE(host.journal.take().empty());
+  host.processes.setFront({}, memory::Notice::Missed);
+  EXPECT_EQ(Get_FrontApp_AEToolEventSelectStruct(old, record), 0);
+  EXPECT_EQ(Get_FrontApp_AEToolEventSelectStruct(process, record), 0);
+  EXPECT_EQ(record.frontProcessID, 0u);
+}
+
+}  // namespace
+}  // namespace quorvane::test
