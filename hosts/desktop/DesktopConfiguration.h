@@ -23,7 +23,7 @@ struct DesktopConfiguration {
   int logDescriptor = STDERR_FILENO;
   int consoleDescriptor = STDERR_FILENO;
   /// What this process is called in the list of processes until it announces itself.
-  Announcement ownProcess{"Quorvane", "\?\?\?\?"_4cc, "APPL"_4cc,
+  Announcement ownProcess{"Quorvane", "????"_4cc, "APPL"_4cc,
                           "com.tallowmere.inputmethod.Quorvane"};
 
   /// $QUORVANE_KEY_OFFSET; $QUORVANE_RUNTIME_DIR, else $XDG_RUNTIME_DIR/quorvane, else

@@ -1,0 +1,50 @@
+#include "tests/desktop/DesktopStage.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace quorvane::tests {
+
+std::uint32_t ownKeyOffset() {
+  static std::uint32_t count = 0;
+  constexpr std::uint32_t kApart = 1024;  // more than the keys lie apart from one another
+  return 0x20000000U + static_cast<std::uint32_t>(getpid()) * 4 * kApart + (count++ % 4) * kApart;
+}
+
+DesktopStage::DesktopStage() {
+  configuration_.keyOffset = ownKeyOffset();
+  configuration_.runtimeDirectory = folder_.path() / "run";
+  configuration_.configDirectory = folder_.path() / "config";
+  openHost();
+}
+
+void DesktopStage::openHost() {
+  host_ = std::make_unique<desktop::DesktopHost>(configuration_, posting_);
+}
+
+Child::Child(const std::function<void()>& work) {
+  int ends[2];
+  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+  pid_ = fork();
+  if (pid_ == 0) {
+    work();
+    const bool said = write(ends[1], "x", 1) == 1;
+    while (said) pause();
+    _exit(1);
+  }
+  close(ends[1]);
+  char byte = 0;
+  const bool heard = read(ends[0], &byte, 1) == 1;
+  close(ends[0]);
+  if (!heard) throw std::runtime_error("the child failed");
+}
+
+void Child::kill() {
+  if (!std::exchange(running_, false)) return;
+  ::kill(pid_, SIGKILL);
+  waitpid(pid_, nullptr, 0);
+}
+
+}  // namespace quorvane::tests

@@ -1,0 +1,73 @@
+#pragma once
+// A desktop host for one test, with a folder and shared-memory keys of its own.
+
+#include <chrono>
+#include <memory>
+#include <set>
+
+#include "hosts/desktop/DesktopHost.h"
+#include "tests/desktop/RunningProgram.h"
+
+namespace quorvane::tests {
+
+/// No other test, and no other run of the tests, has this one.
+std::uint32_t ownKeyOffset();
+
+struct NoEventPosting final : EventPosting {
+  std::uint32_t IOServiceOpen() override { return 0; }
+  std::int32_t IOHIDPostEvent(std::uint32_t, std::uint32_t, const NXKeyEventData&, std::uint32_t,
+                              std::uint32_t, std::uint32_t) override {
+    return -1;
+  }
+};
+
+class DesktopStage {
+ public:
+  DesktopStage();
+
+  [[nodiscard]] desktop::DesktopHost& host() { return *host_; }
+  [[nodiscard]] Platform platform() { return host_->platform(); }
+  [[nodiscard]] const desktop::DesktopConfiguration& configuration() const {
+    return configuration_;
+  }
+  [[nodiscard]] std::filesystem::path runtimeFile(std::string_view name) const {
+    return configuration_.runtimeDirectory / name;
+  }
+  void turn() { host_->runLoop().runPending(); }
+  /// Turns the loop until `condition` holds; false where it doesn't within ten seconds.
+  template <class Condition>
+  bool eventually(Condition condition) {
+    return tests::eventually([&] {
+      turn();
+      return condition();
+    });
+  }
+  /// As at the end of the program.
+  void closeHost() { host_.reset(); }
+  void openHost();
+
+ private:
+  OwnFolder folder_;
+  NoEventPosting posting_;
+  desktop::DesktopConfiguration configuration_;
+  std::unique_ptr<desktop::DesktopHost> host_;
+};
+
+/// A child process that runs `work`, says so, and then waits to be killed. Killed and waited for at
+/// the latest with this object.
+class Child {
+ public:
+  explicit Child(const std::function<void()>& work);
+  ~Child() { kill(); }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+
+  [[nodiscard]] pid_t pid() const { return pid_; }
+  void kill();
+
+ private:
+  pid_t pid_ = -1;
+  bool running_ = true;
+};
+
+}  // namespace quorvane::tests

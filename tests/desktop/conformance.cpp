@@ -1,0 +1,91 @@
+// The desktop host under the suites that every host must pass.
+
+#include <map>
+
+#include "hosts/desktop/AtomicFile.h"
+#include "hosts/icu/IcuTextEncoding.h"
+#include "tests/conformance/MessagePortsConformance.h"
+#include "tests/conformance/ProcessesConformance.h"
+#include "tests/conformance/SharedMemoryConformance.h"
+#include "tests/conformance/TextEncodingConformance.h"
+#include "tests/conformance/UserDefaultsConformance.h"
+#include "tests/desktop/DesktopStage.h"
+
+namespace quorvane::conformance {
+namespace {
+
+class Stage : public SharedMemoryStage,
+              public MessagePortsStage,
+              public ProcessesStage,
+              public UserDefaultsStage {
+ public:
+  SharedMemory& sharedMemory() override { return desktop_.platform().sharedMemory; }
+  UserDefaults& userDefaults() override { return desktop_.platform().userDefaults; }
+  MessagePorts& ports() override { return desktop_.platform().messagePorts; }
+  RunLoop& runLoop() override { return desktop_.host().runLoop(); }
+  ProcessManager& processManager() override { return desktop_.platform().processManager; }
+  Workspace& workspace() override { return desktop_.platform().workspace; }
+  void turn() override { desktop_.turn(); }
+
+  void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) override {
+    Elsewhere& elsewhere = elsewhere_[std::string(name)];
+    elsewhere.ports = std::make_unique<desktop::MessagePorts>(folder_, desktop_.host().runLoop(),
+                                                              desktop_.host().log());
+    elsewhere.port = elsewhere.ports->CFMessagePortCreateLocal(name, callback);
+    ASSERT_NE(elsewhere.port, nullptr);
+    if (callback == nullptr) return;
+    const auto source = elsewhere.ports->CFMessagePortCreateRunLoopSource(elsewhere.port);
+    runLoop().CFRunLoopAddSource(*runLoop().CFRunLoopGetCurrent(), source);
+  }
+  void stopElsewhere(std::string_view name) override {
+    elsewhere_.erase(std::string(name));
+    turn();
+  }
+
+  std::int32_t launch(std::string name, FourCharCode signature, std::string bundle) override {
+    const auto folder = desktop_.configuration().runtimeDirectory;
+    auto child = std::make_unique<tests::Child>([&] {
+      const auto content =
+          desktop::formatAnnouncement({getpid(), {name, signature, "APPL"_4cc, bundle}});
+      desktop::writeFileAtomically(folder / desktop::announcementFileName(getpid()), *content,
+                                   desktop::Durability::UntilReboot);
+    });
+    const pid_t pid = child->pid();
+    children_[pid] = std::move(child);
+    return pid;
+  }
+  void quit(std::int32_t pid) override { children_.erase(pid); }
+  void bringToFront(std::int32_t pid) override {
+    desktop_.host().processRegistry().setFrontApplication(pid);
+  }
+
+ private:
+  struct Elsewhere {
+    std::unique_ptr<desktop::MessagePorts> ports;
+    std::shared_ptr<CFMessagePort> port;
+  };
+
+  tests::DesktopStage desktop_;
+  desktop::RuntimeFolder folder_{desktop_.configuration().runtimeDirectory};
+  std::map<std::string, Elsewhere> elsewhere_;
+  std::map<pid_t, std::unique_ptr<tests::Child>> children_;
+};
+
+template <class Wanted>
+std::unique_ptr<Wanted> make() {
+  return std::make_unique<Stage>();
+}
+
+std::unique_ptr<TextEncoding> makeEncoding() { return std::make_unique<IcuTextEncoding>(); }
+
+INSTANTIATE_TEST_SUITE_P(Desktop, SharedMemoryConformance,
+                         testing::Values(make<SharedMemoryStage>));
+INSTANTIATE_TEST_SUITE_P(Desktop, MessagePortsConformance,
+                         testing::Values(make<MessagePortsStage>));
+INSTANTIATE_TEST_SUITE_P(Desktop, ProcessesConformance, testing::Values(make<ProcessesStage>));
+INSTANTIATE_TEST_SUITE_P(Desktop, UserDefaultsConformance,
+                         testing::Values(make<UserDefaultsStage>));
+INSTANTIATE_TEST_SUITE_P(Desktop, TextEncodingConformance, testing::Values(makeEncoding));
+
+}  // namespace
+}  // namespace quorvane::conformance
