@@ -39,7 +39,7 @@ void MemoryClock::advance(std::uint64_t nanoseconds) {
   while (runNextDue(std::max(until, now_))) {
   }
   now_ = std::max(until, now_);
-  for (std::size_t i = 0; i < hooks_.size(); ++i) hooks_[i]();
+  for (const std::function<void()>& hook : hooks_) hook();
 }
 
 void MemoryClock::advanceTicks(double ticks) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <list>
 #include <vector>
 
 #include "hosts/memory/MemoryJournal.h"
@@ -64,7 +65,7 @@ class MemoryClock : public Clock {
   std::uint64_t now_ = 1'000'000'000;
   std::uint64_t scheduled_ = 0;
   std::vector<Due> due_;
-  std::vector<std::function<void()>> hooks_;
+  std::list<std::function<void()>> hooks_;  ///< a hook may add another
   bool moving_ = false;
 };
 
