@@ -1,0 +1,79 @@
+// The memory host under the suites that every host must pass.
+
+#include "hosts/memory/MemoryHost.h"
+#include "tests/conformance/MessagePortsConformance.h"
+#include "tests/conformance/ProcessesConformance.h"
+#include "tests/conformance/SharedMemoryConformance.h"
+#include "tests/conformance/TextEncodingConformance.h"
+#include "tests/conformance/UserDefaultsConformance.h"
+
+namespace quorvane::conformance {
+namespace {
+
+struct MemoryStage : SharedMemoryStage, MessagePortsStage, ProcessesStage, UserDefaultsStage {
+  SharedMemory& sharedMemory() override { return host.sharedMemory; }
+  UserDefaults& userDefaults() override { return host.userDefaults; }
+  MessagePorts& ports() override { return host.messagePorts; }
+  RunLoop& runLoop() override { return host.messagePorts; }
+  ProcessManager& processManager() override { return host.processes; }
+  Workspace& workspace() override { return host.processes; }
+  void turn() override { host.runPending(); }
+
+  void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) override {
+    memory::MemoryServer server;
+    server.silent = callback == nullptr;
+    server.answer = [callback](std::int32_t id, const CFData& data) -> std::optional<CFData> {
+      if (callback == nullptr) return std::nullopt;
+      return callback(id, data.empty() ? nullptr : &data);
+    };
+    host.messagePorts.serve(name, server);
+  }
+  void stopElsewhere(std::string_view name) override { host.messagePorts.stopServing(name); }
+
+  std::int32_t launch(std::string name, FourCharCode signature, std::string bundle) override {
+    memory::MemoryProcess process;
+    process.name = std::move(name);
+    process.signature = signature;
+    process.bundleIdentifier = std::move(bundle);
+    const ProcessSerialNumber psn = host.processes.add(process);
+    return host.processes.find(psn)->pid;
+  }
+  void quit(std::int32_t pid) override { host.processes.remove(psnOf(pid)); }
+  void bringToFront(std::int32_t pid) override { host.processes.setFront(psnOf(pid)); }
+
+  ProcessSerialNumber psnOf(std::int32_t pid) {
+    ProcessSerialNumber psn;
+    host.processes.GetProcessForPID(pid, psn);
+    return psn;
+  }
+
+  memory::MemoryHost host;
+};
+
+template <class Stage>
+std::unique_ptr<Stage> make() {
+  return std::make_unique<MemoryStage>();
+}
+
+struct EncodingStage : TextEncoding {
+  std::ptrdiff_t TECConvertText(std::span<const std::uint8_t> roman, std::uint8_t* out,
+                                std::size_t capacity) override {
+    return host.textEncoding.TECConvertText(roman, out, capacity);
+  }
+  std::optional<std::u16string> initWithData(std::span<const std::uint8_t> bytes,
+                                             NSStringEncoding encoding) override {
+    return host.textEncoding.initWithData(bytes, encoding);
+  }
+  memory::MemoryHost host;
+};
+
+std::unique_ptr<TextEncoding> makeEncoding() { return std::make_unique<EncodingStage>(); }
+
+INSTANTIATE_TEST_SUITE_P(Memory, SharedMemoryConformance, testing::Values(make<SharedMemoryStage>));
+INSTANTIATE_TEST_SUITE_P(Memory, MessagePortsConformance, testing::Values(make<MessagePortsStage>));
+INSTANTIATE_TEST_SUITE_P(Memory, ProcessesConformance, testing::Values(make<ProcessesStage>));
+INSTANTIATE_TEST_SUITE_P(Memory, UserDefaultsConformance, testing::Values(make<UserDefaultsStage>));
+INSTANTIATE_TEST_SUITE_P(Memory, TextEncodingConformance, testing::Values(makeEncoding));
+
+}  // namespace
+}  // namespace quorvane::conformance
