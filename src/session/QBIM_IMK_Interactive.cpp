@@ -36,12 +36,12 @@ void countSuspendedKey(Process& process, const BIMSessionRec& session, WindowAnd
   PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendCount, count);
   if (state.suspendedTotal > count) {
     state.suspended = true;
-    Log(process, "suspendedresult = true");
+    Log(process, " suspendedresult = true");
   }
   if (sameSession(process, session)) return;
   endSuspension(process);
   state = {state.window, 0, false};
-  Log(process, "suspendedresult = false \n");
+  Log(process, " suspendedresult = false \n");
 }
 
 WindowAndCount readWindowAndCount(Process& process, const BIMSessionRec& session) {
