@@ -60,10 +60,6 @@ void removeLeftovers(const std::filesystem::path& usualFolder) {
 
 }  // namespace
 
-std::uint32_t keyOffsetOf(std::int32_t pid) {
-  return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
-}
-
 TypeSurroundings::TypeSurroundings() {
   if (std::getenv(kRuntimeDir) == nullptr) makeFolder();
   if (std::getenv(kKeyOffset) == nullptr) {

@@ -7,7 +7,9 @@
 namespace quorvane {
 
 /// The offset of the shared-memory keys of the `type` with this process id; no two overlap.
-std::uint32_t keyOffsetOf(std::int32_t pid);
+constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
+  return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
+}
 
 /// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
 /// unless it is set already, and clears away what dead ones left.

@@ -58,7 +58,8 @@ RunningProgram::RunningProgram(const OwnFolder& folder, const Start& start) {
   static int number = 0;
   const std::string name = "program" + std::to_string(number++);
   const std::filesystem::path input = folder.path() / (name + ".in");
-  outputFile_ = start.output.empty() ? folder.path() / (name + ".out") : start.output;
+  outputFile_ =
+      start.output.empty() ? folder.path() / (name + ".out") : std::filesystem::path(start.output);
   errorFile_ = folder.path() / (name + ".err");
   std::ofstream(input, std::ios::binary) << start.input;
 

@@ -60,7 +60,7 @@ TEST(Program, ExitCodesAreHonest) {
       {{.arguments = {"type", "--help"}}, 0, "--delay", ""},
       {{.arguments = {"--version"}}, 0, ".", ""},
       {{.arguments = {}}, 2, "", "subcommand"},
-      {{.arguments = {"typo"}}, 2, "", "typo"},
+      {{.arguments = {"typo"}}, 2, "", "subcommand"},
       {{.arguments = {"type", "--switches", "12g"}}, 2, "", "12g"},
       {{.arguments = {"type", "--delay", "-1"}}, 2, "", "delay"},
       {{.arguments = {"type"}, .input = "ab\xC3("}, 2, "", "offset 2"},
@@ -80,8 +80,10 @@ TEST(Program, ExitCodesAreHonest) {
     SCOPED_TRACE(one.start.arguments.empty() ? "no argument" : one.start.arguments.back());
     RunningProgram program(folder, one.start);
     EXPECT_EQ(program.wait(), one.code);
-    EXPECT_NE(program.output().find(one.output), std::string::npos);
-    if (one.output.empty() && one.start.output.empty()) EXPECT_EQ(program.output(), "");
+    if (one.start.output.empty()) {
+      EXPECT_NE(program.output().find(one.output), std::string::npos);
+      EXPECT_EQ(program.output().empty(), one.output.empty());
+    }
     EXPECT_NE(program.errors().find(one.errors), std::string::npos) << program.errors();
   }
 }
