@@ -14,7 +14,8 @@
 namespace quorvane::desktop {
 namespace {
 
-constexpr std::size_t kLongestPortName = 72;
+// "Q7T2M4K9W1.com.tallowmere.QorvInPortServer" and a serial number.
+constexpr std::size_t kLongestPortName = 53;
 constexpr std::size_t kLongestPath = sizeof(sockaddr_un::sun_path) - 1 - 1 - kLongestPortName;
 
 [[noreturn]] void refuse(const std::filesystem::path& path, const std::string& reason) {
