@@ -9,8 +9,6 @@ namespace quorvane::checker {
 
 namespace {
 
-constexpr std::uint8_t kTab = 9;
-constexpr std::uint8_t kReturn = 13;
 constexpr std::uint8_t kStraightApostrophe = 39;
 
 using Bytes = std::span<const std::uint8_t>;
