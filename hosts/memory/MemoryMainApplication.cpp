@@ -112,11 +112,11 @@ void MemoryMainApplication::writeCorrectedText(std::string_view roman) {
 }
 
 bool MemoryMainApplication::sendFix(std::uint32_t replaceCount, std::string_view utf8) {
-  CFData data;
-  for (int shift = 24; shift >= 0; shift -= 8) {
-    data.push_back(static_cast<std::uint8_t>(replaceCount >> shift));
+  CFData data(4 + utf8.size());
+  for (std::size_t i = 0; i < 4; ++i) {
+    data[i] = static_cast<std::uint8_t>(replaceCount >> (24 - 8 * i));
   }
-  data.insert(data.end(), utf8.begin(), utf8.end());
+  std::copy(utf8.begin(), utf8.end(), data.begin() + 4);
   return sendMessage(kMessageInput, std::move(data));
 }
 
