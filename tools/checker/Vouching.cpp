@@ -25,7 +25,7 @@ bool startsAfreshNext(const std::vector<std::uint8_t>& text) {
 
 bool beginsWith(const std::vector<std::uint8_t>& text, const std::vector<std::uint8_t>& other,
                 std::size_t count) {
-  return text.size() >= count &&
+  return text.size() >= count && other.size() >= count &&
          std::equal(other.begin(), other.begin() + static_cast<std::ptrdiff_t>(count),
                     text.begin());
 }
