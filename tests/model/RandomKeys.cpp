@@ -23,7 +23,7 @@ std::u16string randomCharacters(Random& random, Habit habit) {
   if (habit == Habit::OneWord) return one(dice < 30 ? u'\x1c' : random.oneOf(kLetters));
   if (habit == Habit::Sentences) {
     if (dice < 150) return one(u' ');
-    if (dice < 200) return one(random.oneOf(kMarks));
+    if (dice < 190) return one(dice < 175 ? u'.' : random.oneOf(kMarks));
     return one(dice < 205 ? u'\x1c' : random.oneOf(kLetters));
   }
   if (dice < 500) return one(random.oneOf(kLetters));

@@ -20,7 +20,7 @@ bool isPlainLetter(const NSEvent& event) {
 std::string describe(const NSEvent& event) {
   std::string text = "event type " + std::to_string(static_cast<std::uint32_t>(event.type)) +
                      ", modifiers " + std::to_string(event.modifierFlags) + ", characters";
-  for (const char16_t unit : event.characters) text += " " + std::to_string(unit);
+  for (const char16_t unit : event.characters) text.append(" ").append(std::to_string(unit));
   return text;
 }
 
@@ -405,7 +405,10 @@ void RandomWorld::compareSession() {
            std::to_string(real->cursor) + "\nand not\n  " + model->bytes.substr(0, model->length) +
            " " + std::to_string(model->cursor));
   }
-  if (real->editState != model->editState) broken("the session's change code");
+  if (real->editState != model->editState) {
+    broken("the session's change code is " + std::to_string(real->editState) + ", not " +
+           std::to_string(model->editState));
+  }
   if (!session_.differenceInFields().empty()) broken(session_.differenceInFields());
 }
 

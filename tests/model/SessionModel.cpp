@@ -164,6 +164,7 @@ std::string SessionModel::differenceInFields() const {
 Session& SessionModel::make(std::uint32_t client) {
   Session& session = list_.emplace_back();
   session.client = client;
+  session.tag = documentTag;
   session.handle = ++made_;
   return session;
 }
@@ -230,6 +231,7 @@ void SessionModel::sessionEvent(const NSEvent& event) {
 void SessionModel::handleInput(std::uint8_t key) {
   if (!active_) {
     active_ = &unlisted_.emplace_back();
+    active_->tag = documentTag;
     active_->handle = ++made_;
     publish(*active_, 0);
   }
@@ -380,7 +382,7 @@ void SessionModel::update() {
 void SessionModel::fixArrived(bool decoded, bool direct) {
   if (decoded) update();
   if (decoded && direct) attach();
-  if (active_ && documentTag != 0) update();
+  if (active_ && active_->tag != 0) update();
 }
 
 }  // namespace quorvane::model

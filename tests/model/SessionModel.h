@@ -20,6 +20,7 @@ struct Session {
   std::uint32_t editState = 0;
   std::uint32_t client = 0;
   std::uint32_t appInput = 0;
+  std::uint32_t tag = 0;     ///< of its document
   std::uint32_t handle = 0;  ///< sessions are numbered as they are made
 };
 
@@ -51,7 +52,7 @@ class SessionModel {
   [[nodiscard]] std::string differenceInFields() const;
 
   std::uint32_t flags;                 ///< the switches
-  std::uint32_t documentTag = 0;       ///< of every session
+  std::uint32_t documentTag = 0;       ///< of the document in front, for sessions to come
   std::vector<Write> scanWrites;       ///< made by the main application during the event
   std::vector<int> unusable;           ///< segments that can't be attached
   std::map<std::string, int> reached;  ///< how often the rarer rules were reached

@@ -10,7 +10,7 @@
 namespace quorvane::model {
 namespace {
 
-constexpr std::uint64_t kKeysOfOneLife = 20'000;
+constexpr std::uint64_t kKeysOfOneLife = 10'000;
 #ifdef NDEBUG
 constexpr std::uint64_t kKeys = 1'000'000;
 #else
@@ -37,7 +37,7 @@ TEST(RandomKeys, EachIsPassedOnOrNamedExactlyOnceAndInOrder) {
   std::cout << keys << " keys";
   for (const auto& [what, times] : reached) std::cout << ", " << times << ' ' << what;
   std::cout << '\n';
-  if (keys < kKeysOfOneLife) return;
+  if (keys < 100'000) return;
   for (const char* what : {"scans", "fixes landed", "counts refused", "texts taken back",
                            "impossible texts", "suspended keys", "sentence ends", "overflows"}) {
     EXPECT_GT(reached[what], 0) << what;
