@@ -1,0 +1,161 @@
+// Message ports of the desktop host under clients and servers that die, lie or say nothing.
+
+#include <gtest/gtest.h>
+
+#include "hosts/desktop/MessageFraming.h"
+#include "hosts/desktop/PacketSocket.h"
+#include "tests/desktop/DesktopStage.h"
+
+namespace quorvane::desktop {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+class DesktopMessagePorts : public testing::Test {
+ protected:
+  void serveHere(CFData reply = {}) {
+    auto& loop = stage_.host().runLoop();
+    auto& ports = stage_.platform().messagePorts;
+    const auto port = ports.CFMessagePortCreateLocal("port", [=, this](auto id, const CFData*) {
+      received_.push_back(id);
+      return std::optional(reply);
+    });
+    ASSERT_NE(port, nullptr);
+    loop.CFRunLoopAddSource(*loop.CFRunLoopGetCurrent(),
+                            ports.CFMessagePortCreateRunLoopSource(port));
+  }
+  std::int32_t ask(double timeout, CFData& reply) {
+    const auto remote = stage_.platform().messagePorts.CFMessagePortCreateRemote("port");
+    if (remote == nullptr) return 1;
+    return stage_.platform().messagePorts.CFMessagePortSendRequest(*remote, 5, {}, timeout, timeout,
+                                                                   &reply);
+  }
+  Descriptor client() { return connectTo(stage_.runtimeFile("port")); }
+  static bool put(const Descriptor& socket, std::vector<std::uint8_t> packet) {
+    return sendPacket(socket.get(), packet, {}) == Transfer::Done;
+  }
+  bool isClosedFor(const Descriptor& socket) {
+    std::vector<std::uint8_t> buffer(kRequestSizeLimit);
+    std::size_t size = 0;
+    return receiveReply(socket.get(), buffer, size) == Transfer::Gone;
+  }
+
+  tests::DesktopStage stage_;
+  std::vector<std::int32_t> received_;
+};
+
+TEST_F(DesktopMessagePorts, RequestsAreDecodedStrictly) {
+  const auto header = encodeRequestHeader(-2, true);
+  EXPECT_EQ(header, (std::array<std::uint8_t, 8>{255, 255, 255, 254, 0, 0, 0, 1}));
+  std::vector<std::uint8_t> packet{'I', 'M', 'q', 't', 0, 0, 0, 0, 'x'};
+  ASSERT_TRUE(decodeRequest(packet).has_value());
+  EXPECT_EQ(decodeRequest(packet)->messageId, 0x494d7174);
+  EXPECT_FALSE(decodeRequest(packet)->replyWanted);
+  EXPECT_EQ(decodeRequest(packet)->payload.size(), 1U);
+  EXPECT_FALSE(decodeRequest(std::span(packet).first(7)).has_value());
+  packet[7] = 2;
+  EXPECT_FALSE(decodeRequest(packet).has_value());
+  EXPECT_TRUE(decodeRequest(std::vector<std::uint8_t>(kRequestSizeLimit)).has_value());
+  EXPECT_FALSE(decodeRequest(std::vector<std::uint8_t>(kRequestSizeLimit + 1)).has_value());
+}
+
+TEST_F(DesktopMessagePorts, AClientThatSendsNoMessageIsDroppedAndTheOthersAreNot) {
+  serveHere();
+  const std::vector<std::vector<std::uint8_t>> bad{
+      {1, 2, 3}, {}, {0, 0, 0, 1, 0xFF, 0, 0, 0}, std::vector<std::uint8_t>(kRequestSizeLimit + 1)};
+  const Descriptor good = client();
+  for (const auto& packet : bad) {
+    const Descriptor hostile = client();
+    ASSERT_TRUE(put(hostile, packet));
+    EXPECT_TRUE(stage_.eventually([&] { return isClosedFor(hostile); })) << packet.size();
+  }
+  EXPECT_TRUE(put(good, {0, 0, 0, 9, 0, 0, 0, 0}));
+  stage_.turn();
+  EXPECT_EQ(received_, std::vector<std::int32_t>{9});
+}
+
+TEST_F(DesktopMessagePorts, SilentClientsAndThoseWhoNeverReadHoldNobodyUp) {
+  serveHere(CFData(kMessagePayloadLimit, 1));
+  std::vector<Descriptor> silent;
+  for (int i = 0; i < 100; ++i) {
+    silent.push_back(client());
+    stage_.turn();
+  }
+  EXPECT_TRUE(isClosedFor(silent.front())) << "the number of clients must be bounded";
+  const Descriptor greedy = client();
+  for (int i = 0; i < 50 && put(greedy, {0, 0, 0, 1, 0, 0, 0, 1}); ++i) stage_.turn();
+  CFData reply;
+  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(reply.size(), kMessagePayloadLimit);
+}
+
+TEST_F(DesktopMessagePorts, APacketSentBeforeTheClientLeftIsStillHandled) {
+  serveHere();
+  put(client(), {0, 0, 0, 3, 0, 0, 0, 1});
+  stage_.turn();
+  EXPECT_EQ(received_, std::vector<std::int32_t>{3});
+}
+
+TEST_F(DesktopMessagePorts, ASendWithoutReplyNeverBlocksLongerThanItsTimeout) {
+  auto& ports = stage_.platform().messagePorts;
+  const auto deaf = ports.CFMessagePortCreateLocal("deaf", [](auto, auto) { return CFData(); });
+  const auto remote = ports.CFMessagePortCreateRemote("deaf");
+  const CFData data(kMessagePayloadLimit);
+  std::int32_t status = kCFMessagePortSuccess;
+  for (int i = 0; i < 1000 && status == kCFMessagePortSuccess; ++i) {
+    status = ports.CFMessagePortSendRequest(*remote, 1, data, 0, 0, nullptr);
+  }
+  EXPECT_EQ(status, kCFMessagePortSendTimeout);
+  const auto start = Clock::now();
+  EXPECT_EQ(ports.CFMessagePortSendRequest(*remote, 1, data, 0.05, 0, nullptr),
+            kCFMessagePortSendTimeout);
+  EXPECT_LT(Clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST_F(DesktopMessagePorts, AnAnswerThatComesTooLateIsNotTakenForTheNextOne) {
+  const Descriptor listener = listenAt(stage_.runtimeFile("port"));
+  CFData reply;
+  EXPECT_EQ(ask(0.02, reply), kCFMessagePortReceiveTimeout);
+  const Descriptor late = acceptFrom(listener.get());
+  put(late, {'l', 'a', 't', 'e'});
+  const Descriptor next = acceptFrom(listener.get());
+  put(next, {'u', 'n', 'a', 's', 'k', 'e', 'd'});
+  const auto answering = stage_.host().runLoop().watch(next.get(), G_IO_IN, [&](GIOCondition) {
+    std::vector<std::uint8_t> buffer(64);
+    std::size_t size = 0;
+    if (receiveRequest(next.get(), buffer, size) == Transfer::Done) put(next, {'o', 'k'});
+  });
+  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(reply, (CFData{'o', 'k'}));
+}
+
+TEST_F(DesktopMessagePorts, AServerThatIsKilledEndsTheWaitAndItsSocketIsTakenOver) {
+  auto server = std::make_unique<tests::Child>([this] { serveHere(); });
+  auto& ports = stage_.platform().messagePorts;
+  EXPECT_EQ(ports.CFMessagePortCreateLocal("port", nullptr), nullptr) << "it is served";
+  const auto killing = stage_.host().runLoop().addTimer(std::chrono::milliseconds(20), [&] {
+    server->kill();
+    return false;
+  });
+  CFData reply;
+  EXPECT_EQ(ask(1600, reply), kCFMessagePortIsInvalid);
+  EXPECT_TRUE(std::filesystem::exists(stage_.runtimeFile("port")));
+  EXPECT_EQ(ports.CFMessagePortCreateRemote("port"), nullptr);
+  serveHere({'n'});
+  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(reply, CFData{'n'});
+  stage_.closeHost();
+  EXPECT_FALSE(std::filesystem::exists(stage_.runtimeFile("port")));
+}
+
+TEST_F(DesktopMessagePorts, ANameThatIsNoFileNameIsNotServed) {
+  auto& ports = stage_.platform().messagePorts;
+  for (const std::string& name : {std::string(), std::string("../port"), std::string(".lock"),
+                                  std::string(200, 'n'), std::string("a\0b", 3)}) {
+    EXPECT_EQ(ports.CFMessagePortCreateLocal(name, nullptr), nullptr) << name;
+    EXPECT_EQ(ports.CFMessagePortCreateRemote(name), nullptr) << name;
+  }
+}
+
+}  // namespace
+}  // namespace quorvane::desktop

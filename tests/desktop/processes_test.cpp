@@ -1,0 +1,113 @@
+// Announcements: what the dead leave, what strangers write, and the own one.
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fstream>
+
+#include "tests/desktop/DesktopStage.h"
+
+namespace quorvane::desktop {
+namespace {
+
+constexpr std::int32_t kNoPid = 4'194'304;  // above what the kernel gives
+
+const Announcement kMain{"Quorvane", "QVPX"_4cc, "APPL"_4cc, "com.tallowmere.quorvane"};
+
+class DesktopProcesses : public testing::Test {
+ protected:
+  void write(const std::string& name, const std::string& content) {
+    std::ofstream(stage_.runtimeFile(name)) << content;
+    stage_.turn();
+  }
+  bool exists(std::int32_t pid) {
+    return std::filesystem::exists(stage_.runtimeFile(announcementFileName(pid)));
+  }
+  ProcessRegistry& registry() { return stage_.host().processRegistry(); }
+
+  tests::DesktopStage stage_;
+};
+
+TEST_F(DesktopProcesses, AnnouncementsAreReadBackAndAnythingElseIsNone) {
+  const std::string good = *formatAnnouncement({77, kMain});
+  ASSERT_TRUE(parseAnnouncement(good).has_value());
+  EXPECT_EQ(parseAnnouncement(good)->announcement, kMain);
+  EXPECT_EQ(parseAnnouncement(good)->pid, 77);
+  const std::vector<std::pair<std::string, std::string>> changes{
+      {"process 1", "process 2"},
+      {"pid=77", "pid=077"},
+      {"pid=77", "pid=-7"},
+      {"pid=77", "pid="},
+      {"pid=77", "pid=9999999999"},
+      {"1:77", "1:78"},
+      {"QVPX", "QVP"},
+      {"APPL", "APP\x01"},
+      {"name=Quorvane", "name="},
+      {"name=", "nome="},
+      {"\ntype", "\n\ntype"},
+      {"quorvane\n", "quorvane"},
+      {"quorvane\n", "quorvane\nmore=1\n"},
+      {"name=", "name=" + std::string(64, 'n')}};
+  for (const auto& [from, to] : changes) {
+    std::string bad = good;
+    bad.replace(bad.rfind(from), from.size(), to);
+    EXPECT_FALSE(parseAnnouncement(bad).has_value()) << bad;
+  }
+  for (std::size_t size = 0; size < good.size(); ++size) {
+    EXPECT_FALSE(parseAnnouncement(good.substr(0, size)).has_value()) << size;
+  }
+  EXPECT_FALSE(formatAnnouncement({77, {"a\nb", 0x41414141, 0x41414141, ""}}).has_value());
+}
+
+TEST_F(DesktopProcesses, AKilledProcessIsNoticedAndItsAnnouncementCleared) {
+  tests::Child child([this] {
+    std::ofstream(stage_.runtimeFile(announcementFileName(getpid())))
+        << *formatAnnouncement({getpid(), kMain});
+  });
+  std::vector<std::int32_t> gone;
+  const auto observer = registry().addObserver(
+      WorkspaceNotification::DidTerminateApplication, [&](const ApplicationNotification& info) {
+        gone.push_back(info.application->processIdentifier);
+      });
+  stage_.turn();
+  ASSERT_NE(registry().find(child.pid()), nullptr);
+  kill(child.pid(), SIGKILL);
+  EXPECT_TRUE(stage_.eventually([&] { return registry().find(child.pid()) == nullptr; }))
+      << "also while nobody has waited for it";
+  stage_.turn();
+  EXPECT_EQ(gone, std::vector<std::int32_t>{child.pid()});
+  EXPECT_FALSE(exists(child.pid()));
+}
+
+TEST_F(DesktopProcesses, LeftoversAreClearedAndStrangeFilesIgnored) {
+  stage_.closeHost();
+  std::ofstream(stage_.runtimeFile(announcementFileName(kNoPid)))
+      << *formatAnnouncement({kNoPid, kMain});
+  stage_.openHost();
+  EXPECT_FALSE(exists(kNoPid));
+  const std::int32_t parent = getppid();
+  write(announcementFileName(parent), *formatAnnouncement({parent + 1, kMain}));
+  write("1.process", std::string(5000, 'x'));
+  write("x.process", *formatAnnouncement({parent, kMain}));
+  std::filesystem::create_directory(stage_.runtimeFile("2.process"));
+  std::filesystem::create_symlink("/dev/zero", stage_.runtimeFile("3.process"));
+  stage_.turn();
+  EXPECT_EQ(registry().processes().size(), 1U);
+}
+
+TEST_F(DesktopProcesses, TheOwnAnnouncementStandsAsLongAsItsOwner) {
+  auto owner = registry().announce(kMain);
+  EXPECT_TRUE(exists(getpid()));
+  EXPECT_EQ(registry().find(getpid())->announcement, kMain);
+  stage_.turn();
+  EXPECT_EQ(registry().processes().size(), 1U);
+  owner.reset();
+  EXPECT_FALSE(exists(getpid()));
+  owner = registry().announce(kMain);
+  stage_.closeHost();
+  EXPECT_FALSE(exists(getpid()));
+  owner.reset();
+}
+
+}  // namespace
+}  // namespace quorvane::desktop
