@@ -1,0 +1,148 @@
+// The main application killed and started again while somebody types: nothing that was typed is
+// lost, doubled or out of order, and the fixes stop and come back with it.
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <memory>
+#include <sstream>
+
+#include "tests/desktop/RunningProgram.h"
+
+namespace quorvane::tests {
+namespace {
+
+struct Word {
+  std::string typed;
+  std::string corrected;
+  std::size_t firstKey = 0;
+  std::size_t lastKey = 0;  ///< the space that ends it
+};
+
+/// Sentences of ten words: a text without an end is dropped by and by, and the word then at hand
+/// stays as typed.
+std::vector<Word> words(int count) {
+  const std::vector<Word> two{{"teh", "the"}, {"recieve", "receive"}};
+  std::vector<Word> result;
+  std::size_t key = 0;
+  for (int i = 0; i < count; ++i) {
+    Word word = two[static_cast<std::size_t>(i) % two.size()];
+    if (i % 10 == 9) word = {word.typed + '.', word.corrected + '.'};
+    word.firstKey = key;
+    word.lastKey = key + word.typed.size();
+    key = word.lastKey + 1;
+    result.push_back(word);
+  }
+  return result;
+}
+
+std::string typedText(const std::vector<Word>& words) {
+  std::string result;
+  for (const Word& word : words) result += word.typed + ' ';
+  return result;
+}
+
+/// Counted in keys.
+struct Absence {
+  std::size_t killed = 0;     ///< the last key before
+  std::size_t gone = 0;       ///< the first after it surely was
+  std::size_t restarted = 0;  ///< the last before it was started again
+  std::size_t back = 0;       ///< the first after it surely was
+};
+
+class Restart : public testing::Test {
+ protected:
+  void startChecker() {
+    checker_ = std::make_unique<RunningProgram>(
+        folder_, Start{.arguments = {"checker"}, .variables = variables_});
+    const auto file = runtime_ / (std::to_string(checker_->pid()) + ".process");
+    ASSERT_TRUE(eventually([&] { return std::filesystem::exists(file); })) << checker_->errors();
+  }
+
+  /// How many keys the trace of `type` tells of.
+  std::size_t keys() const {
+    const std::string trace = type_->errors();
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = trace.find("key \"", at)) != std::string::npos; ++at) ++count;
+    return count;
+  }
+  void awaitKey(std::size_t number) {
+    ASSERT_TRUE(eventually([&] { return keys() >= number; })) << type_->errors();
+  }
+
+  Absence killAndRestart() {
+    constexpr std::size_t kMargin = 5;
+    Absence absence;
+    absence.killed = keys();
+    checker_->signal(SIGKILL);
+    EXPECT_EQ(checker_->wait(), 128 + SIGKILL);
+    absence.gone = keys() + kMargin;
+    awaitKey(absence.gone + 30);
+    absence.restarted = keys();
+    startChecker();
+    absence.back = keys() + kMargin;
+    return absence;
+  }
+
+  OwnFolder folder_;
+  std::filesystem::path runtime_ = folder_.path() / "r";
+  std::vector<std::string> variables_{
+      "QUORVANE_RUNTIME_DIR=" + runtime_.string(),
+      "QUORVANE_KEY_OFFSET=" + std::to_string(0x30000000 + ::getpid() * 32)};
+  std::unique_ptr<RunningProgram> checker_;
+  std::unique_ptr<RunningProgram> type_;
+};
+
+bool within(const Word& word, std::size_t from, std::size_t to) {
+  return word.firstKey >= from && word.lastKey <= to;
+}
+
+struct Presence {
+  int corrected = 0;
+  int asTyped = 0;  ///< on a busy machine a fix may come too late, and is then not sent
+};
+
+TEST_F(Restart, ThreeTimesWhileTyping) {
+  const std::vector<Word> text = words(90);
+  startChecker();
+  type_ = std::make_unique<RunningProgram>(
+      folder_, Start{.arguments = {"type", "--no-checker", "--trace", "--delay", "20"},
+                     .input = typedText(text),
+                     .variables = variables_});
+  std::vector<Absence> absences{{}};  // from the start it is there
+  for (int i = 0; i < 3; ++i) {
+    awaitKey(absences.back().back + 60);
+    absences.push_back(killAndRestart());
+  }
+  EXPECT_EQ(type_->wait(), 0);
+  absences.push_back({.killed = typedText(text).size()});
+
+  std::istringstream document(type_->output());
+  std::string wellFormed;
+  int typedWhileAway = 0;
+  std::vector<Presence> presences(absences.size() - 1);
+  for (const Word& word : text) {
+    std::string found;
+    document >> found;
+    ASSERT_TRUE(found == word.typed || found == word.corrected) << found;
+    wellFormed += found + ' ';
+    for (std::size_t i = 0; i < presences.size(); ++i) {
+      if (within(word, absences[i].back, absences[i + 1].killed)) {
+        ++(found == word.corrected ? presences[i].corrected : presences[i].asTyped);
+      } else if (within(word, absences[i].gone, absences[i].restarted)) {
+        EXPECT_EQ(found, word.typed) << "at key " << word.firstKey;
+        ++typedWhileAway;
+      }
+    }
+  }
+  EXPECT_EQ(type_->output(), wellFormed);
+  EXPECT_GE(typedWhileAway, 9);
+  for (const Presence& presence : presences) {
+    EXPECT_GE(presence.corrected, 6);
+    EXPECT_LE(presence.asTyped, 2);
+  }
+}
+
+}  // namespace
+}  // namespace quorvane::tests
