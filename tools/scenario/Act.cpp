@@ -32,12 +32,13 @@ NSEvent keyEvent(NSEventType type, const Keystroke& stroke) {
   NSEvent event;
   event.type = type;
   event.modifierFlags = stroke.modifierFlags;
+  event.characters = toUtf16({stroke.character});
   if (const auto key = field::keyForCharacter(stroke.character)) {
     event.keyCode = key->keyCode;
     if (key->shift) event.modifierFlags |= NSEventModifierFlagShift;
     if (key->function) event.modifierFlags |= NSEventModifierFlagFunction;
+    event.characters = field::charactersForKey(event.keyCode, event.modifierFlags);
   }
-  event.characters = toUtf16({stroke.character});
   return event;
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "src/bridge/QBIMMessageSend.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/shell/main.h"
 #include "tools/scenario/World.h"
@@ -93,6 +94,9 @@ void smallSegment(World& world, const Arguments& is) {
 void attachFails(World& world, const Arguments& is) {
   world.host.sharedMemory.failAttach(is[0].u32(), memory::AttachFailure::Failed);
 }
+void attachWorks(World& world, const Arguments& is) {
+  world.host.sharedMemory.failAttach(is[0].u32(), memory::AttachFailure::None);
+}
 
 // Documents, screens and applications.
 
@@ -129,6 +133,12 @@ void startApplication(World& world, const Arguments& is) {
   process.signature = is[1].u32();
   process.bundleIdentifier = toBytes(is[2].text);
   world.applications[is[0].word] = world.host.processes.add(process);
+  world.settle();
+}
+void startPencilMenu(World& world, const Arguments& /*is*/) {
+  world.applications["pencil-menu"] = world.host.processes.add(
+      {{}, 0, "Quorvane_menulet", "QVKS"_4cc, "APPL"_4cc, 0, "com.tallowmere.menulet", false});
+  world.host.messagePorts.serve(kBasicMenuletPortName, {});
   world.settle();
 }
 void changeSignature(World& world, const Arguments& is) {
@@ -186,6 +196,9 @@ void serverIsFull(World& world, const Arguments& /*is*/) {
 }
 void serverIsGone(World& world, const Arguments& /*is*/) {
   world.host.messagePorts.stopServing(memory::MemoryMainApplication::kServerPort);
+}
+void serverTakes(World& world, const Arguments& is) {
+  changeServer(world, [&](memory::MemoryServer& server) { server.delayTicks = is[0].measure; });
 }
 void serverDoes(World& world, const Arguments& is) {
   changeServer(world, [&](memory::MemoryServer& server) {
@@ -260,6 +273,7 @@ constexpr Pattern kPatterns[] = {
     {"segment NUMBER is made by a stranger", strangersSegment},
     {"segment NUMBER is made with NUMBER bytes", smallSegment},
     {"segment NUMBER fails to attach", attachFails},
+    {"segment NUMBER attaches again", attachWorks},
     {"document NAME holds TEXT", setText},
     {"select NUMBER to NUMBER", selectText},
     {"caret rectangle MEASURE MEASURE MEASURE MEASURE", setCaretRectangle},
@@ -267,11 +281,13 @@ constexpr Pattern kPatterns[] = {
     {"first session belongs to NAME", giveFirstSession},
     {"application NAME with signature NUMBER and bundle TEXT", startApplication},
     {"application NAME has signature NUMBER", changeSignature},
+    {"pencil menu runs", startPencilMenu},
     {"NAME fails", breakPart},
     {"NAME works", mendPart},
     {"server port is silent", serverIsSilent},
     {"server port is full", serverIsFull},
     {"server port is gone", serverIsGone},
+    {"server port takes MEASURE ticks", serverTakes},
     {"server port does: STATEMENTS", serverDoes},
     {"scan takes MEASURE ticks", answerScan},
     {"scan takes MEASURE ticks and does: STATEMENTS", answerScanDoing},
