@@ -1,0 +1,185 @@
+// The main application's side: the stand-in's whole conversation over segments that hold anything,
+// with a dictionary and a port that answer anything.
+
+#include <string>
+
+#include "fuzz/Input.h"
+#include "fuzz/Law.h"
+#include "tools/checker/Conversation.h"
+
+namespace quorvane::fuzz {
+namespace {
+
+constexpr int kStepLimit = 300;
+constexpr std::size_t kToolWords = 1024;  // a page
+
+class AnyClock : public Clock {
+ public:
+  std::uint64_t mach_absolute_time() override { return now_ += step; }
+  double GetCurrentEventTime() override { return 0; }
+  void usleep(std::uint32_t microseconds) override { now_ += std::uint64_t{microseconds} * 1000; }
+
+  std::uint64_t step = 1000;
+
+ private:
+  std::uint64_t now_ = 0;
+};
+
+// Rejects words by a letter that the input chooses, and offers what it says.
+class AnySpelling : public checker::Spelling {
+ public:
+  bool accepts(const std::string& word) override {
+    require(!word.empty(), "no empty word is looked up");
+    return word.find(wrong) == std::string::npos;
+  }
+  std::vector<std::string> suggestions(const std::string& word) override {
+    std::vector<std::string> all = offered;
+    all.push_back(word.substr(1));
+    all.push_back(word + "s");
+    all.push_back(std::string(word.rbegin(), word.rend()));
+    return all;
+  }
+
+  char wrong = 'e';
+  std::vector<std::string> offered;
+};
+
+class AnyPort : public checker::InputMethodPort {
+ public:
+  bool find() override { return (manner & 1) == 0; }
+  bool send(std::int32_t /*messageId*/, Bytes payload) override {
+    require(payload.size() >= 4 && payload[0] == 0 && payload[1] == 0, "a fix has a sane count");
+    return (manner & 2) == 0;
+  }
+  [[nodiscard]] const std::string& name() const override { return name_; }
+
+  std::uint8_t manner = 0;
+
+ private:
+  std::string name_ = "port";
+};
+
+struct StandIn {
+  explicit StandIn(Input& input) {
+    const std::uint8_t manner = input.byte();
+    tool.resize((manner & 1) != 0 ? input.byte() : kToolWords);
+    text.resize((manner & 2) != 0 ? input.half() % 512 : 4096);
+    command.resize((manner & 4) != 0 ? input.byte() : 4096);
+    options.manner = static_cast<checker::Manner>(input.below(4));
+    options.slowMilliseconds = input.byte();
+    hasDictionary = (manner & 8) == 0;
+    beganWithUs = (manner & 16) == 0;
+  }
+
+  std::vector<std::uint32_t> tool;
+  std::vector<std::uint8_t> text;
+  std::vector<std::uint8_t> command;
+  checker::CheckerOptions options;
+  bool hasDictionary = true;
+  bool beganWithUs = true;
+  AnyClock clock;
+  AnySpelling spelling;
+  AnyPort port;
+};
+
+void writeWord(StandIn& standIn, std::size_t offset, std::uint32_t value) {
+  if (offset / 4 < standIn.tool.size()) standIn.tool[offset / 4] = __builtin_bswap32(value);
+}
+void writeText(StandIn& standIn, std::size_t at, Bytes bytes) {
+  for (const std::uint8_t byte : bytes) {
+    if (at < standIn.text.size()) standIn.text[at++] = byte;
+  }
+}
+void askForScan(StandIn& standIn) {
+  constexpr std::size_t kAppFlags = 264;
+  constexpr std::size_t kScanFlags = 284;
+  writeWord(standIn, kAppFlags, 0x11833);
+  writeWord(standIn, kScanFlags, 0x10000);
+}
+
+// A text as the input method publishes it, grown by some bytes.
+void publish(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
+  const Bytes more = input.counted();
+  text.insert(text.end(), more.begin(), more.end());
+  text.resize(std::min<std::size_t>(text.size(), 384));
+  const auto size = static_cast<std::uint32_t>(text.size());
+  const auto high = static_cast<std::uint8_t>(size >> 8);
+  const auto low = static_cast<std::uint8_t>(size);
+  const std::array<std::uint8_t, 8> numbers{0, 0, high, low, 0, 0, high, low};
+  writeText(standIn, 0, numbers);
+  writeText(standIn, 8, text);
+  const std::uint8_t key = text.empty() ? std::uint8_t{0} : text.back();
+  writeText(standIn, 392, {&key, 1});
+}
+
+void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
+  switch (input.below(12)) {
+    case 0: {
+      const std::size_t offset = 4 * input.below(96);
+      return writeWord(standIn, offset, input.number());
+    }
+    case 1: {
+      const std::size_t at = input.half() % 512;
+      return writeText(standIn, at, input.counted());
+    }
+    case 2: {
+      const Bytes bytes = input.counted();
+      std::copy_n(bytes.begin(), std::min(bytes.size(), standIn.command.size()),
+                  standIn.command.begin());
+      return;
+    }
+    case 3:
+      standIn.port.manner = input.byte();
+      return;
+    case 4:
+      standIn.clock.step = std::uint64_t{input.byte()} * 1'000'000;
+      return;
+    case 5:
+      standIn.spelling.wrong = static_cast<char>(input.byte() & 0x7F);
+      return;
+    case 6: {
+      const Bytes bytes = input.counted();
+      standIn.spelling.offered.emplace_back(bytes.begin(), bytes.end());
+      if (standIn.spelling.offered.size() > 8) standIn.spelling.offered.clear();
+      return;
+    }
+    case 7:
+      text.clear();
+      return;
+    case 8:
+      return writeWord(standIn, 204, input.byte() % 4U);
+    case 9:
+      return writeWord(standIn, 360, input.byte() % 5U);
+    default:
+      publish(standIn, input, text);
+      return askForScan(standIn);
+  }
+}
+
+void checkFix(const checker::Fix& fix) {
+  require(fix.corrected.text.size() <= fix.corrected.length, "a corrected cursor is in its text");
+  require(fix.corrected.length <= checker::kTextCapacity, "a corrected text has room");
+  require(fix.count <= checker::kTextCapacity, "a fix reaches back inside the text");
+}
+
+void run(Bytes bytes) {
+  Input input(bytes);
+  StandIn standIn(input);
+  std::vector<std::uint8_t> text;
+  checker::Conversation conversation({standIn.tool, standIn.text, standIn.command},
+                                     standIn.hasDictionary ? &standIn.spelling : nullptr,
+                                     standIn.clock, standIn.port, standIn.options,
+                                     standIn.beganWithUs, {nullptr, checkFix, nullptr});
+  for (int left = kStepLimit; left > 0 && !input.empty(); --left) {
+    step(standIn, input, text);
+    conversation.poll();
+  }
+}
+
+}  // namespace
+}  // namespace quorvane::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  quorvane::fuzz::run({data, size});
+  return 0;
+}

@@ -1,0 +1,124 @@
+// The text record coming back: any bytes in segment 893, written at any moment, taken over by a
+// session that is being typed into; and the main application's reader on the same bytes.
+
+#include "fuzz/Law.h"
+#include "fuzz/World.h"
+#include "src/session/QBIM_IMK_Publication.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "tools/checker/TextRecord.h"
+
+namespace quorvane::fuzz {
+namespace {
+
+constexpr std::uint32_t kTextRecord = 893;
+constexpr int kStepLimit = 200;
+
+std::vector<std::uint8_t> segment(Subject& subject) {
+  return subject.host.sharedMemory.read(subject.host.sharedMemory.find(kTextRecord).value_or(-1), 0,
+                                        10000);
+}
+void write(Subject& subject, std::size_t at, Bytes bytes) {
+  if (const auto id = subject.host.sharedMemory.find(kTextRecord)) {
+    subject.host.sharedMemory.write(*id, at, bytes);
+  }
+}
+BIMSessionRec* active(Subject& subject) { return BIMGetActiveSession(subject.process); }
+
+bool holdsText(const BIMSessionRec& session, const checker::TextRecord& record) {
+  return session.cursor == record.text.size() && session.length == record.length &&
+         std::equal(record.text.begin(), record.text.end(), session.sessionText->begin());
+}
+
+// Both readers must take, and refuse, the same records, and see the same text in them.
+void takeOver(Subject& subject, Input& /*input*/) {
+  BIMSessionRec* session = active(subject);
+  subject.host.journal.beforeCall(0, {});
+  const bool taken = CheckEditReplacements(subject.process, session) != 0;
+  const auto bytes = segment(subject);
+  const auto record = checker::decodeTextRecord(bytes);
+  if (taken && bytes.size() >= checker::kTextRecordSize) {
+    require(record && holdsText(*session, *record), "both readers see the same text");
+  }
+  if (!record || session == nullptr || !session->sessionText) return;
+  std::vector<std::uint8_t> again(checker::kTextRecordSize, 0xAA);
+  require(checker::encodeTextRecord(*record, again), "a decoded record can be encoded");
+  again[392] = record->key;
+  const auto decoded = checker::decodeTextRecord(again);
+  require(decoded && decoded->text == record->text && decoded->length == record->length,
+          "encoding and decoding give the record back");
+}
+
+void publish(Subject& subject, Input& input) {
+  BIMSessionRec* session = active(subject);
+  subject.host.journal.beforeCall(0, {});
+  if (Set_InteractiveSession(subject.process, session, input.byte()) == 0) return;
+  const auto bytes = segment(subject);
+  if (bytes.size() < checker::kTextRecordSize) return;
+  const auto record = checker::decodeTextRecord(bytes);
+  require(record && holdsText(*session, *record), "what is published can be read");
+}
+
+void refresh(Subject& subject, Input& input) {
+  Update_Document_Session(subject.process, input.flag() ? active(subject) : nullptr);
+}
+void orderRefresh(Subject& subject, Input& /*input*/) {
+  subject.host.mainApplication.sendMessage(static_cast<std::int32_t>("Updt"_4cc), std::nullopt);
+  subject.host.runPending();
+}
+void writeAnywhere(Subject& subject, Input& input) {
+  const std::size_t at = input.half() % 500;
+  write(subject, at, input.counted());
+}
+void writeLong(Subject& subject, Input& input) {
+  write(subject, 0, input.take(input.half() % 512));
+}
+void writeNumbers(Subject& subject, Input& input) {
+  for (std::size_t at = 0; at < 8; at += 4) {
+    const std::uint32_t number = input.number();
+    const std::array<std::uint8_t, 4> bytes{
+        static_cast<std::uint8_t>(number >> 24), static_cast<std::uint8_t>(number >> 16),
+        static_cast<std::uint8_t>(number >> 8), static_cast<std::uint8_t>(number)};
+    write(subject, at, bytes);
+  }
+  subject.host.mainApplication.setField(11, 1);
+}
+void writeCorrected(Subject& subject, Input& input) {
+  const Bytes text = input.counted();
+  subject.host.mainApplication.writeCorrectedText(
+      {reinterpret_cast<const char*>(text.data()), text.size()});
+}
+void replace(Subject& subject, Input& input) { replaceSegment(subject, kTextRecord, input); }
+void scribbleLater(Subject& subject, Input& input) {
+  const std::size_t n = input.byte();
+  const std::size_t at = input.half() % 500;
+  subject.host.journal.beforeCall(
+      n, [&subject, at, bytes = copyOf(input.counted())] { write(subject, at, bytes); });
+}
+// Of tens of keys at once, since a text has room for hundreds.
+void type(Subject& subject, Input& input) {
+  const NSEvent key = keyEvent(input);
+  for (std::size_t left = 1 + input.byte() / 4; left > 0; --left) subject.press(key);
+}
+void press(Subject& subject, Input& input) { subject.press(keyEvent(input)); }
+
+using Step = void (*)(Subject& subject, Input& input);
+constexpr std::array<Step, 14> kSteps{
+    takeOver,       publish, refresh,       orderRefresh, writeAnywhere, writeLong, writeNumbers,
+    writeCorrected, replace, scribbleLater, type,         press,         press,     worldAction};
+
+void run(Bytes bytes) {
+  Subject subject;
+  Input input(bytes);
+  for (int left = kStepLimit; left > 0 && !input.empty() && !subject.ended(); --left) {
+    input.oneOf(kSteps)(subject, input);
+    subject.checkLaw();
+  }
+}
+
+}  // namespace
+}  // namespace quorvane::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  quorvane::fuzz::run({data, size});
+  return 0;
+}

@@ -1,0 +1,163 @@
+// The tool record as a whole under a running key path: keys, clicks and commands, while the main
+// application, other processes and the system do anything at any moment.
+
+#include "fuzz/World.h"
+#include "src/bridge/ToolCalls.h"
+#include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/shell/QuorvaneInputController.h"
+
+namespace quorvane::fuzz {
+namespace {
+
+constexpr int kStepLimit = 250;
+
+field::Delivery delivery(Input& input) {
+  const std::uint8_t choice = input.byte();
+  return {(choice & 7) != 7, (choice & 8) != 0};
+}
+
+void press(Subject& subject, Input& input) { subject.press(keyEvent(input)); }
+void pressOddly(Subject& subject, Input& input) {
+  const NSEvent key = keyEvent(input);
+  subject.press(key, delivery(input));
+}
+void type(Subject& subject, Input& input) {
+  for (const std::uint8_t byte : input.counted()) {
+    NSEvent key;
+    key.characters = {static_cast<char16_t>(byte)};
+    subject.press(key);
+  }
+}
+void typeOften(Subject& subject, Input& input) {
+  const NSEvent key = keyEvent(input);
+  for (std::size_t left = input.byte(); left > 0; --left) subject.press(key);
+}
+void deliver(Subject& subject, Input& input) {
+  constexpr std::array kTypes{NSEventType::LeftMouseDown, NSEventType::LeftMouseUp,
+                              NSEventType::KeyDown,       NSEventType::KeyUp,
+                              NSEventType::FlagsChanged,  NSEventType::OtherMouseDown};
+  NSEvent event = keyEvent(input);
+  event.type = input.oneOf(kTypes);
+  subject.deliver(event, delivery(input));
+}
+void click(Subject& subject, Input& input) { subject.host.text.click(input.number()); }
+void focus(Subject& subject, Input& input) {
+  const std::size_t choice = input.below(4);
+  subject.host.text.focus(choice < 3 ? subject.documents[choice] : nullptr);
+}
+void turn(Subject& subject, Input& /*input*/) {
+  subject.disturb();
+  subject.host.runPending();
+}
+void passTime(Subject& subject, Input& input) { subject.host.clock.advanceTicks(input.byte()); }
+
+memory::Answer answer(Subject& subject, Input& input) {
+  memory::Answer given;
+  const std::uint8_t manner = input.byte();
+  given.afterTicks = manner % 16;
+  given.evenIfTakenBack = (manner & 16) != 0;
+  if ((manner & 32) != 0) given.afterTicks.reset();
+  given.action = [&subject, script = copyOf(input.counted())] { worldActions(subject, script); };
+  return given;
+}
+void answerScan(Subject& subject, Input& input) {
+  subject.host.mainApplication.answerScan(answer(subject, input));
+}
+void answerBit(Subject& subject, Input& input) {
+  const auto bit = static_cast<unsigned>(input.below(32));
+  subject.host.mainApplication.answer(bit, answer(subject, input));
+}
+void plan(Subject& subject, Input& input) {
+  const std::uint8_t n = input.byte();
+  planAtCall(subject, n, input.counted());
+}
+
+std::uint32_t commandOf(Input& input) {
+  constexpr std::array<std::uint32_t, 16> kCommands{
+      2, 6, 8, 17, 35, 87, 100, 104, 108, 121, 16383, 16390, 17100, 17110, 17149, 65534};
+  return input.oneOf(kCommands);
+}
+void askByFlag(Subject& subject, Input& input) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent(subject.process, commandOf(input));
+}
+void askByFlagAndWait(Subject& subject, Input& input) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(subject.process, commandOf(input));
+}
+void askByMessage(Subject& subject, Input& input) {
+  const std::uint32_t command = commandOf(input);
+  if (input.flag()) {
+    CallDirectQorvToolCommandAppEvent(subject.process, command);
+  } else {
+    CallDirectQorvToolCommandAppEventWait(subject.process, command);
+  }
+}
+void openingRoute(Subject& subject, Input& input) {
+  const std::uint32_t command = commandOf(input);
+  CallQuorvaneToolCommand(subject.process, command, input.flag());
+}
+void askForMenu(Subject& subject, Input& input) {
+  if (input.flag()) {
+    do_New_Get_Qorv_Menu_Handle(subject.process, 0);
+  } else {
+    GetQorvSubMenuHandle(subject.process);
+  }
+}
+
+void claimNextKey(Subject& subject, Input& /*input*/) {
+  subject.process.state<ControllerState>().KEYED_INITED_FLAG = 1;
+}
+void keepHouse(Subject& subject, Input& input) {
+  switch (input.below(5)) {
+    case 0:
+      return Check_App_HouseKeeping(subject.process);
+    case 1:
+      return DeleteAllQorvSessionHandleID(subject.process);
+    case 2:
+      return Get_QuorvaneInputController(subject.process).dealloc();
+    case 3:
+      CheckCurrentCheckStatus(subject.process, input.flag());
+      return;
+    default:
+      ISOPENTOOLREC(subject.process);
+      Wake_PHP_SharedMemProcess(subject.process);
+  }
+}
+void changeDocumentKind(Subject& subject, Input& input) {
+  auto& services = subject.host.textServicesManager;
+  services.activeDocument = input.byte() % 2;
+  services.documentProperties[1]["dapy"_4cc] = input.number();
+}
+
+void moveCaret(Subject& subject, Input& input) {
+  if (field::Document* document = subject.host.text.focused(); document != nullptr) {
+    const std::uint64_t location = input.number();
+    document->select({location, input.byte()});
+  }
+}
+
+using Step = void (*)(Subject& subject, Input& input);
+constexpr std::array<Step, 27> kSteps{
+    press,        press,        press,      pressOddly,   type,      typeOften,
+    deliver,      click,        focus,      turn,         turn,      passTime,
+    answerScan,   answerBit,    plan,       plan,         askByFlag, askByFlagAndWait,
+    askByMessage, openingRoute, askForMenu, claimNextKey, keepHouse, changeDocumentKind,
+    worldAction,  moveCaret,    worldAction};
+
+void run(Bytes bytes) {
+  Subject subject;
+  Input input(bytes);
+  for (int left = kStepLimit; left > 0 && !input.empty() && !subject.ended(); --left) {
+    input.oneOf(kSteps)(subject, input);
+    subject.checkLaw();
+  }
+  if (!subject.ended()) subject.press(NSEvent{NSEventType::KeyDown, 0, 0, u" ", nullptr});
+}
+
+}  // namespace
+}  // namespace quorvane::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  quorvane::fuzz::run({data, size});
+  return 0;
+}
