@@ -119,6 +119,20 @@ TEST(Type, TraceTellsAttachPacketAndClientCallOfAFix) {
   EXPECT_NE(errors.find("client setMarkedText \"the \"", packet), std::string::npos) << errors;
 }
 
+TEST(Program, TheLogKeepsTypedTextPrivate) {
+  const OwnFolder folder;
+  const std::string text = "teh recieve ";
+  RunningProgram log(folder, {.arguments = {"type", "--log"}, .input = text});
+  RunningProgram open(folder, {.arguments = {"type", "--log", "--show-private"}, .input = text});
+  EXPECT_EQ(log.wait(), 0);
+  EXPECT_EQ(open.wait(), 0);
+  for (const std::string_view word : {"recieve", "receive"}) {
+    EXPECT_EQ(log.errors().find(word), std::string::npos) << log.errors();
+    EXPECT_NE(open.errors().find(word), std::string::npos) << open.errors();
+  }
+  EXPECT_NE(log.errors().find("<private>"), std::string::npos);
+}
+
 class TypeSignal : public testing::TestWithParam<int> {};
 
 TEST_P(TypeSignal, LeavesNothingBehind) {

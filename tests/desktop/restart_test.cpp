@@ -2,6 +2,7 @@
 // lost, doubled or out of order, and the fixes stop and come back with it.
 
 #include <gtest/gtest.h>
+#include <sys/shm.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -53,6 +54,13 @@ struct Absence {
 
 class Restart : public testing::Test {
  protected:
+  ~Restart() override {
+    checker_.reset();
+    for (const std::uint32_t key : {880U, 893U, 896U, 897U, 899U}) {
+      ::shmctl(::shmget(static_cast<key_t>(key + keyOffset_), 0, 0), IPC_RMID, nullptr);
+    }
+  }
+
   void startChecker() {
     checker_ = std::make_unique<RunningProgram>(
         folder_, Start{.arguments = {"checker"}, .variables = variables_});
@@ -87,9 +95,9 @@ class Restart : public testing::Test {
 
   OwnFolder folder_;
   std::filesystem::path runtime_ = folder_.path() / "r";
-  std::vector<std::string> variables_{
-      "QUORVANE_RUNTIME_DIR=" + runtime_.string(),
-      "QUORVANE_KEY_OFFSET=" + std::to_string(0x30000000 + ::getpid() * 32)};
+  std::uint32_t keyOffset_ = 0x30000000 + static_cast<std::uint32_t>(::getpid()) * 32;
+  std::vector<std::string> variables_{"QUORVANE_RUNTIME_DIR=" + runtime_.string(),
+                                      "QUORVANE_KEY_OFFSET=" + std::to_string(keyOffset_)};
   std::unique_ptr<RunningProgram> checker_;
   std::unique_ptr<RunningProgram> type_;
 };
