@@ -274,10 +274,15 @@ bool matches(std::string_view pattern, std::string_view text) {
   if (!text.starts_with(pattern.substr(0, star))) return false;
   text.remove_prefix(star);
   pattern.remove_prefix(star + 1);
-  for (;; text.remove_prefix(1)) {
-    if (matches(pattern, text)) return true;
-    if (text.empty()) return false;
+  // Between two stars the first place that fits is as good as any other.
+  for (std::size_t next = pattern.find('*'); next != std::string_view::npos;
+       next = pattern.find('*')) {
+    const std::size_t place = text.find(pattern.substr(0, next));
+    if (place == std::string_view::npos) return false;
+    text.remove_prefix(place + next);
+    pattern.remove_prefix(next + 1);
   }
+  return text.ends_with(pattern);
 }
 
 }  // namespace quorvane::scenario
