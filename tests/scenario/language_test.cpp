@@ -1,0 +1,122 @@
+// The scenario language itself: it must be able to fail, and be described.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tools/scenario/Scenario.h"
+#include "tools/scenario/Statement.h"
+
+namespace quorvane::scenario {
+namespace {
+
+struct Replayed {
+  int result;
+  std::string output;
+};
+
+Replayed replay(std::string_view text) {
+  std::ostringstream out;
+  const int result = replayText(text, "file", out);
+  return {result, out.str()};
+}
+
+TEST(ScenarioLanguage, EveryStatementIsDescribedAndEveryDescriptionIsAStatement) {
+  std::ifstream file(std::string(QUORVANE_SOURCE_DIR) + "/docs/scenarios.md");
+  const std::vector<std::string> records{"platform call", "client call", "posted event",
+                                         "sent message",  "log line",    "console line"};
+  std::vector<std::string> described;
+  bool inTables = false;
+  for (std::string line; std::getline(file, line);) {
+    inTables = inTables || line == "## Setting the stage";
+    const std::size_t end = line.find("` |");
+    if (!inTables || !line.starts_with("| `") || end == std::string::npos) continue;
+    described.push_back(line.substr(3, end - 3));
+    if (std::count(records.begin(), records.end(), described.back()) != 0) described.pop_back();
+  }
+  std::vector<std::string> known;
+  for (const Pattern* pattern : allPatterns()) known.emplace_back(pattern->words);
+  std::sort(described.begin(), described.end());
+  std::sort(known.begin(), known.end());
+  EXPECT_EQ(described, known);
+}
+
+TEST(ScenarioLanguage, ADifferenceNamesItsLineAndBothSides) {
+  const Replayed replayed = replay("usual stage\n\ntype \"ab\"\nexpect session \"a|b\"\n");
+  EXPECT_EQ(replayed.result, kDiffers);
+  EXPECT_EQ(replayed.output, "file:4: expect session \"a|b\"\n  expected: a|b\n  found:    ab|\n");
+}
+
+// Each of these lines is wrong about a stage where "ab " has been typed and scanned.
+TEST(ScenarioLanguage, EachKindOfExpectationCanFail) {
+  for (const char* line :
+       {"expect document \"ab |c\"",
+        "expect document \"ab\"",
+        "expect consumed",
+        "expect session \"ab\"",
+        "expect session ends \"b|\"",
+        "expect no session is active",
+        "expect 2 sessions",
+        "expect session byte 0 is 98",
+        "expect session length is 2",
+        "expect session of note is active",
+        "expect session length of note is 0",
+        "expect field 51 is 7",
+        "expect field 51 has bit 0",
+        "expect field 51 lacks bit 3",
+        "expect field 34 names the session of note",
+        "expect status 1 is 0",
+        "expect entry 4 is 1",
+        "expect published \"ab \" length 2 key \" \"",
+        "expect published \"ab \" length 3 key \"b\"",
+        "expect segment 893 at 8 to hold 61 63",
+        "expect segment 893 is attached",
+        "expect command 87 from 'WRTR' process 1",
+        "expect client name \"x\"",
+        "expect exit status 0",
+        "expect main returned 1",
+        "expect default \"showTranslation\" is on",
+        "expect main-application in front",
+        "expect 3 writing styles",
+        "expect 20 to 30 ticks passed",
+        "expect next client call \"insertText*\"",
+        "expect client call \"insertText*\"",
+        "expect no client call \"attributes*\"",
+        "expect no more client calls",
+        "expect 2 sent messages \"*\"",
+        "expect log line \"nobody logs this\"",
+        "message 202 number 1 text \"x\" \n expect no more posted events\n expect still running\n"
+        "expect no more console lines"}) {
+    EXPECT_EQ(replay(std::string("usual stage\nscan takes 1 ticks\ntype \"ab \"\n") + line).result,
+              kDiffers)
+        << line;
+  }
+}
+
+TEST(ScenarioLanguage, WhatCantBeReadOrCarriedOutIsABadStatement) {
+  for (const char* line :
+       {"expect happiness", "type abc", "type \"abc", "press hyper+x", "field six becomes 1",
+        "type \"\\q\"", "expect session mood is 1", "application ghost quits", "nonsense fails",
+        "scan takes 1 ticks and does: expect happiness", "expect next dance \"x\"",
+        "expect session byte 4000 is 0", "caret rectangle 1 2 3"}) {
+    EXPECT_EQ(replay(std::string("usual stage\n") + line).result, kUnreadable) << line;
+  }
+  std::ostringstream out;
+  EXPECT_EQ(replayFiles({"no such file"}, out), kUnreadable);
+  EXPECT_EQ(out.str(), "no such file: can't be read\n");
+}
+
+// What goes wrong inside a call of the input method is told as well.
+TEST(ScenarioLanguage, AnExpectationInsideACallCanFail) {
+  const Replayed replayed =
+      replay("usual stage\nat client call \"*\" do: expect field 51 is 9\ntype \"a\"\n");
+  EXPECT_EQ(replayed.result, kDiffers);
+  EXPECT_NE(replayed.output.find("file:2: "), std::string::npos) << replayed.output;
+}
+
+}  // namespace
+}  // namespace quorvane::scenario
