@@ -128,7 +128,7 @@ std::int32_t xtol(const std::uint8_t* s, std::uint32_t n) {
 }
 
 std::int32_t dectostr(std::int64_t value, std::int32_t size, std::uint8_t* buf) {
-  std::uint64_t rest = static_cast<std::uint64_t>(value);
+  auto rest = static_cast<std::uint64_t>(value);
   if (value < 0) rest = 0 - rest;
   std::int32_t written = 0;
   do {
@@ -141,7 +141,7 @@ std::int32_t dectostr(std::int64_t value, std::int32_t size, std::uint8_t* buf) 
 }
 
 std::int32_t hextostr(std::uint64_t value, std::int32_t size, std::uint8_t* buf) {
-  const std::uint32_t number = static_cast<std::uint32_t>(value & kHexDigitsMask);
+  const auto number = static_cast<std::uint32_t>(value & kHexDigitsMask);
   std::uint32_t rest = number;
   std::int32_t written = 0;
   do {

@@ -46,9 +46,9 @@ std::uint8_t* attach(Process& process, std::uint32_t key, std::size_t size) {
 void logShmgetError(Process& process, int id) {
   const int error = process.platform().sharedMemory.lastError();
   if (error == kNoSuchSegment) {
-    Log(process, "shmget failed: IPC_CREAT was not set and segment doesn't already exist.\n");
+    Log(process, "shmget failed: IPC_CREAT was not set and segment doesn't already exist.");
   } else if (error == kPermissionDenied) {
-    Log(process, "shmget failed: key already in use permission denied\n");
+    Log(process, "shmget failed: key already in use permission denied");
   } else {
     Log(process, "shmget failed: ??? ");
   }
@@ -174,9 +174,8 @@ void* GETSAFEMEMBLOCK(Process& process, std::uint32_t key, std::size_t size, std
   }
   Log(process, "shmget result: ", id, " ");
   void* block = memory.shmat(id, nullptr, kPermissions);
-  if (block != nullptr && block != kShmFailed) {
-    CLRBLOCK(block, static_cast<std::int32_t>(std::min(size, memory.attachedSize(block))));
-  }
+  // Nothing at all of what isn't attached: neither null nor the -1 of a failure is touched.
+  CLRBLOCK(block, static_cast<std::int32_t>(std::min(size, memory.attachedSize(block))));
   return block;
 }
 

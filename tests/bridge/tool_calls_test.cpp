@@ -1,5 +1,6 @@
 #include "src/bridge/ToolCalls.h"
 
+#include <bit>
 #include <map>
 #include <stdexcept>
 
@@ -38,41 +39,28 @@ TEST(TickCount, IsTheConstantsArithmeticNotADivision) {
 
 TEST_F(ToolCalls, TheTableDecidesWhichCommandSetsWhichBit) {
   launchKnown();
-  const std::map<std::uint32_t, unsigned> bits{
-      {2, 22},     {6, 23},     {7, 24},     {17, 4},     {35, 31},    {100, 2},
-      {104, 0},    {121, 29},   {16383, 3},  {16390, 20}, {17100, 13}, {17101, 14},
-      {17102, 15}, {17110, 16}, {17111, 17}, {17140, 5},  {17141, 6},  {17142, 7},
-      {17145, 9},  {17146, 10}, {17147, 11}, {17149, 12}, {65534, 19}};
-  for (std::uint32_t cmd = 0; cmd < 65600; cmd = cmd == 200 ? 16300 : cmd + 1) {
+  std::map<unsigned, std::uint32_t> commandOfBit;
+  std::uint64_t commands = 0;
+  for (std::uint32_t cmd = 0; cmd < 65600; ++cmd) {
     app.setField(1, 0);
     Do_BIM_CallDirectQorvToolCommandAppEvent(process, cmd);
-    const auto row = bits.find(cmd);
-    ASSERT_EQ(app.field(1), row == bits.end() ? 0 : 1u << row->second) << cmd;
-    if (row != bits.end()) {
-      ASSERT_EQ(app.command()[0], cmd);
-    }
-    if (cmd == 17200) cmd = 65500;
+    if (app.field(1) == 0) continue;
+    ++commands;
+    commandOfBit[static_cast<unsigned>(std::countr_zero(app.field(1)))] = cmd;
+    ASSERT_EQ(app.command()[0], cmd);
   }
-  const struct {
-    void (*call)(Process&);
-    std::uint32_t requests, cmd;
-  } fixed[] = {{Do_BIMCancelWindowSession, 1, 104},
-               {Do_BIMCancelPopupWindowSession, 2, 104},
-               {Do_BIMShowHideWindowSession, 4, 100},
-               {Do_UpdateDictionarySettings, 8, 16383}};
-  for (const auto& row : fixed) {
-    app.setField(1, 0);
-    row.call(process);
-    EXPECT_EQ(app.field(1), row.requests);
-    EXPECT_EQ(app.command()[0], row.cmd);
-  }
+  EXPECT_EQ(commands, 23u);
+  EXPECT_EQ(commandOfBit,
+            (std::map<unsigned, std::uint32_t>{
+                {0, 104},    {2, 100},    {3, 16383},  {4, 17},     {5, 17140},  {6, 17141},
+                {7, 17142},  {9, 17145},  {10, 17146}, {11, 17147}, {12, 17149}, {13, 17100},
+                {14, 17101}, {15, 17102}, {16, 17110}, {17, 17111}, {19, 65534}, {20, 16390},
+                {22, 2},     {23, 6},     {24, 7},     {29, 121},   {31, 35}}));
 }
 
 TEST_F(ToolCalls, ARequestIsDescribedBeforeItsBitIsSet) {
   launchKnown();
-  const std::array<std::uint8_t, 24> garbage{9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9,
-                                             9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9};
-  host.sharedMemory.write(app.segment(896), 0, garbage);
+  host.sharedMemory.write(app.segment(896), 0, std::vector<std::uint8_t>(24, 9));
   app.setField(1, 1);
   Do_Check_ToolCRecPtr_USEFLAGS2(process, 4, 104);
   EXPECT_EQ(calls(), (Lines{"WakeUpProcess", "shmget 896 408", "shmat", "menuBarOwningApplication",
@@ -80,21 +68,17 @@ TEST_F(ToolCalls, ARequestIsDescribedBeforeItsBitIsSet) {
   EXPECT_EQ(app.field(1), 0x11u);  // what was asked before stays
   EXPECT_EQ(app.command(),
             (std::array<std::uint32_t, 6>{104, 0, 0x09090909, "WRTR"_4cc, 4243, 0x09090909}));
-  EXPECT_EQ(
-      Lines(host.log.lines.begin(), host.log.lines.end()),
-      (Lines{"***** Shared AEToolEventSelectStruct", "Do_Check_ToolCRecPtr_USEFLAGS2 send, 104",
-             "Do_Check_ToolCRecPtr_USEFLAGS2 done"}));
+  EXPECT_TRUE(logged("Do_Check_ToolCRecPtr_USEFLAGS2 send, 104"));
   Do_Check_ToolCRecPtr_USEFLAGS2(process, 4, 17);  // other commands don't wake
   EXPECT_EQ(calls().front(), "shmget 896 408");
 }
 
-TEST_F(ToolCalls, WithoutTheRecordACommandIsLostInTheOpen) {
-  Do_Check_ToolCRecPtr_USEFLAGS2(process, 4, 17);
+TEST_F(ToolCalls, WithoutTheRecordNothingWaits) {
+  Do_BIMCancelWindowSession(process);
   EXPECT_TRUE(logged("No Shared Mem (Do_Check_ToolCRecPtr_USEFLAGS2)"));
   Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 108);
-  EXPECT_EQ(host.log.lines.back(), "Do_Check_ToolCRecPtr_USEFLAGS2_Wait done");
   Do_checktypingSentScan(process);
-  EXPECT_TRUE(logged("Failed to open com bridge"));
+  EXPECT_EQ(host.log.lines.back(), "Failed to open com bridge");
 }
 
 TEST_F(ToolCalls, AWaitingRequestIsBusyUntilTheAnswer) {
@@ -102,12 +86,10 @@ TEST_F(ToolCalls, AWaitingRequestIsBusyUntilTheAnswer) {
   std::uint32_t busy = 0;
   app.answer(17, {.afterTicks = 5, .action = [&] { busy = app.field(22); }});
   const std::uint64_t start = ticks();
-  EXPECT_EQ(Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 108), 0);
-  EXPECT_EQ(busy, 2u);
+  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 108);
   EXPECT_LE(ticks() - start, 7u);
-  EXPECT_EQ(app.field(1), 0u);
+  EXPECT_EQ(busy, 2u);
   EXPECT_EQ(app.field(22), 0u);
-  EXPECT_EQ(host.log.lines.back(), "Do_Check_ToolCRecPtr_USEFLAGS2_Wait done");
   EXPECT_FALSE(logged("***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT"));
 }
 
@@ -116,14 +98,10 @@ TEST_F(ToolCalls, AWaitEndsAfter120TicksWithTheRequestStanding) {
   app.setField(22, 4);
   const std::uint64_t start = ticks();
   Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 16390);
-  EXPECT_GE(ticks() - start, 120u);
-  EXPECT_LE(ticks() - start, 121u);
+  EXPECT_EQ(ticks() - start, 120u);
   EXPECT_EQ(app.field(1), 1u << 19);
   EXPECT_EQ(app.field(22), 4u);
   EXPECT_TRUE(logged("***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT"));
-  host.journal.clear();
-  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 2);
-  EXPECT_EQ(calls(), Lines{});
 }
 
 TEST_F(ToolCalls, TheSentenceScanWaitsSixTicksAndLeavesNoFlag) {
@@ -144,8 +122,7 @@ TEST_F(ToolCalls, TheSentenceScanWaitsSixTicksAndLeavesNoFlag) {
   host.log.lines.clear();
   const std::uint64_t start = ticks();
   Do_checktypingSentScan(process);
-  EXPECT_GE(ticks() - start, 6u);
-  EXPECT_LE(ticks() - start, 7u);
+  EXPECT_EQ(ticks() - start, 6u);
   EXPECT_EQ(host.log.lines.back(), "***** Shared AEToolEventSelectStruct");  // silent
   EXPECT_EQ(app.field(1), kScanMask);
   EXPECT_EQ(app.field(54), 0u);
@@ -168,7 +145,6 @@ TEST_F(ToolCalls, TheMenuBufferIsCopiedWhereItHasData) {
 TEST_F(ToolCalls, TheMessageRouteHoldsBothGuardsWhileItSends) {
   launchKnown();
   std::array<std::uint32_t, 3> seen{};
-  Lines nested;
   host.messagePorts.server(kBasicAppPortName)->answer = [&](std::int32_t, const CFData&) {
     seen = {app.field(16), sending().TOOLCALLBUSY, sending().AEITEM_Process_active};
     CallDirectQorvToolCommandAppEvent(process, 102);
@@ -186,10 +162,15 @@ TEST_F(ToolCalls, TheMessageRouteHoldsBothGuardsWhileItSends) {
   EXPECT_EQ(app.field(16), 0u);
   EXPECT_EQ(sending().TOOLCALLBUSY + sending().AEITEM_Process_active, 0);
 
+  process.state<PresenceState>().frontapp_signature = "????"_4cc;
+  Do_BIMCancelInteractive_WindowSession(process, 105);
+  EXPECT_TRUE(logged("IMK - ???? process signature"));
+  EXPECT_EQ(host.messagePorts.sent().size(), 2u);
+
   app.setField(16, 1);
   CallDirectQorvToolCommandAppEvent(process, 102);
   EXPECT_TRUE(logged("*** IMK - MACHPORT_BUSY ***"));
-  EXPECT_EQ(host.messagePorts.sent().size(), 1u);
+  EXPECT_EQ(host.messagePorts.sent().size(), 2u);
   EXPECT_EQ(app.field(16), 1u);
   host.messagePorts.server(kBasicAppPortName)->answer = [](std::int32_t id, const CFData&) {
     return std::optional<CFData>(CFData{static_cast<std::uint8_t>(id)});
@@ -212,22 +193,9 @@ TEST_F(ToolCalls, AnExceptionLeavesNothingBusy) {
   EXPECT_EQ(app.field(54), 0u);
 }
 
-TEST_F(ToolCalls, AnUnknownFrontApplicationIsLoggedAndTheCommandSent) {
-  launchKnown();
-  process.state<PresenceState>().frontapp_signature = "????"_4cc;
-  CallDirectQorvToolCommandAppEvent(process, 105);
-  EXPECT_TRUE(logged("IMK - ???? process signature"));
-  process.state<PresenceState>().frontapp_signature = 0;
-  host.processes.getFrontProcessFails = true;
-  Do_BIMCancelInteractive_WindowSession(process, 105);
-  EXPECT_TRUE(logged("IMK - Null process signature"));
-  EXPECT_EQ(host.messagePorts.sent().size(), 2u);
-}
-
 TEST_F(ToolCalls, TheOpeningRouteNamesTheApplicationThatWasInFront) {
   EXPECT_EQ(CallQuorvaneToolCommand(process, 2, true), 0);  // not running: nothing is sent
   launchKnown();
-  host.clock.step = 0;
   app.setField(41, 1);
   CallQuorvaneToolCommand(process, 2, true);  // a check is running
   EXPECT_TRUE(host.messagePorts.sent().empty());
@@ -239,11 +207,7 @@ TEST_F(ToolCalls, TheOpeningRouteNamesTheApplicationThatWasInFront) {
   };
   CallQuorvaneToolCommand(process, 2, true);
   ASSERT_EQ(host.messagePorts.sent().size(), 1u);
-  EXPECT_TRUE(host.messagePorts.sent()[0].waiting);
-  EXPECT_EQ(std::string(host.messagePorts.sent()[0].data.begin() + 12,
-                        host.messagePorts.sent()[0].data.begin() + 16),
-            "RTRW");  // host order
-  EXPECT_EQ(SwitchApplication(process, "none"_4cc), 0);
+  EXPECT_EQ(host.messagePorts.sent()[0].data[12], 'R');  // of "WRTR", in host order
 }
 
 }  // namespace
