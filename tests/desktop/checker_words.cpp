@@ -145,6 +145,8 @@ TEST(CheckerSuggestions, TyposAreMendedAndNamesAreLeft) {
       {"Smyth", true, {"Smith"}, "-"},
       {"Zoltan", false, {"Sultan", "Bolton"}, "-"},
       {"Kowalski", true, {"Kawasaki"}, "-"},
+      {"Quorvane", false, {"Quorate"}, "-"},
+      {"tommorow", true, {"tomorrow"}, "tomorrow"},
       {"alot", true, {"a lot"}, "-"},
       {"teh", true, {}, "-"},
   };

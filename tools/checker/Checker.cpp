@@ -32,10 +32,6 @@ constexpr Milliseconds kBusyInterval{1};
 constexpr Milliseconds kIdleInterval{10};
 constexpr std::uint64_t kIdleAfterNanoseconds = 2'000'000'000;
 
-// The answers to commands that are waited for: neither key was taken by a popup.
-constexpr std::int32_t kControlKeyForPopup = 101;
-constexpr std::int32_t kTabKeyForPopup = 106;
-
 std::u16string widened(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
 
 std::string_view textOf(ScanEnd end) {
@@ -129,22 +125,16 @@ Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::
 void Checker::servePort() {
   Platform& platform = process_.platform();
   const auto port = platform.messagePorts.CFMessagePortCreateLocal(
-      kServerPort,
-      [this](std::int32_t command, const CFData* /*data*/) { return commandMessage(command); });
+      kServerPort, [this](std::int32_t command, const CFData* /*data*/) -> std::optional<CFData> {
+        Log(process_, "* checker: command message ", command);
+        return std::nullopt;
+      });
   const auto source = platform.messagePorts.CFMessagePortCreateRunLoopSource(port);
   CFRunLoop* loop = platform.runLoop.CFRunLoopGetCurrent();
   if (port == nullptr || source == nullptr || loop == nullptr) {
     throw std::runtime_error("can't serve the port " + std::string(kServerPort));
   }
   platform.runLoop.CFRunLoopAddSource(*loop, source);
-}
-
-std::optional<CFData> Checker::commandMessage(std::int32_t command) {
-  Log(process_, "* checker: command message ", command);
-  const ToolRecord tool(segments_.tool);
-  if (command == kControlKeyForPopup) tool.put(At::PopupAnswer, 0);
-  if (command == kTabKeyForPopup) tool.put(At::PopupAnswer, 1);
-  return std::nullopt;
 }
 
 /// The trial also makes the spell checker load what it loads at its first suggestion.

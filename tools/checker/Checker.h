@@ -37,7 +37,6 @@ class Checker {
   void servePort();
   void trySpelling();
   void beginConversation();
-  std::optional<CFData> commandMessage(std::int32_t command);
   Listener listener();
   void logFix(const Fix& fix);
   void look();

@@ -99,7 +99,6 @@ std::optional<Fix> Conversation::inManner(std::optional<Fix> fix, const TextReco
 
 /// Text and message go together or not at all.
 ScanEnd Conversation::hand(const Fix& fix) {
-  const std::uint32_t session = tool_.get(At::SessionHandle);
   const std::vector<std::uint8_t> before(text_.begin(), text_.end());
   if (!encodeTextRecord(fix.corrected, text_)) return ScanEnd::NothingToFix;
   tool_.put(At::BufferChanged, 1);
@@ -108,7 +107,6 @@ ScanEnd Conversation::hand(const Fix& fix) {
     std::ranges::copy(before, text_.begin());
     return ScanEnd::NobodyToTell;
   }
-  vouching_.corrected(session, fix.corrected.text);
   if (listener_.fix) listener_.fix(fix);
   return ScanEnd::Fixed;
 }

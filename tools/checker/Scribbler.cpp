@@ -1,5 +1,6 @@
 #include "tools/checker/Scribbler.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -30,7 +31,6 @@ void Scribbler::scribbleBytes(std::span<std::uint8_t> bytes) {
   for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random_());
 }
 
-/// Cursor and length, big-endian, with a false cursor at times as small as a true one.
 void Scribbler::lieAboutText() {
   for (std::size_t offset = 0; offset < 8 && offset + 4 <= text_.size(); offset += 4) {
     const std::uint32_t number = anyNumber();
@@ -44,6 +44,8 @@ void Scribbler::sendGarbage() {
   if (!port_.find()) return;
   std::vector<std::uint8_t> payload(below(16) == 0 ? below(kLargestPayload + 1) : below(16));
   scribbleBytes(payload);
+  // Half of them read as text, with any count.
+  if (below(2) == 0) std::ranges::for_each(payload, [](std::uint8_t& byte) { byte &= 0x7F; });
   port_.send(kMessages[below(kMessages.size())], payload);
 }
 

@@ -16,7 +16,7 @@ class Scribbler {
             std::span<std::uint8_t> command, InputMethodPort& port, std::uint32_t seed)
       : tool_(tool), text_(text), command_(command), port_(port), random_(seed) {}
 
-  /// To be called at each look at the segments; one in eight is a fit.
+  /// To be called at each look at the segments; a fit comes every eighth time or so.
   void maybe();
 
  private:

@@ -69,9 +69,9 @@ bool usable(const std::string& suggestion) {
 
 int limit(const std::string& word, bool midSentence) {
   if (word.size() < 2) return 0;
-  const bool isName = midSentence && isUpper(word[0]);
-  if (word.size() <= 3 || isName) return kSlip;
-  return word.size() <= 5 ? kOneEdit : kTwoEdits;
+  const bool capital = isUpper(word[0]);
+  if (word.size() <= 3 || (capital && midSentence)) return kSlip;
+  return word.size() <= 5 || capital ? kOneEdit : kTwoEdits;
 }
 
 /// An abbreviation in small letters: changing all of it is no mend.

@@ -10,10 +10,11 @@ namespace quorvane::checker {
 
 /// The nearest suggestion by edits (two neighbours changing places are one), the spell checker's
 /// own order deciding between equals; the word's leading capital is kept. Empty where none is near:
-/// a word of up to three letters, or a name, takes a slip only (neighbours changed, an apostrophe
-/// left out or put in, a small first letter), one of up to five takes one edit, a longer one two.
+/// - a word of up to three letters, or one with a capital in mid-sentence, which is a name, takes a
+///   slip only: neighbours changed, an apostrophe left out or put in, a small first letter;
+/// - one of up to five letters, or with a capital, takes one edit;
+/// - any other takes two.
 /// `word` is ASCII; suggestions with anything but letters and apostrophes don't count.
-/// `midSentence`: a leading capital then makes the word a name.
 std::optional<std::string> chooseSuggestion(const std::string& word, bool midSentence,
                                             const std::vector<std::string>& suggestions);
 

@@ -16,7 +16,6 @@ enum class At : std::size_t {
   Requests = 72,         ///< field 1: set by the input method, cleared here
   InteractiveMode = 92,  ///< field 6
   BufferChanged = 112,   ///< field 11
-  PopupAnswer = 172,     ///< field 26
   SessionHandle = 204,   ///< field 34
   AppReady = 236,        ///< field 42
   MousePoint = 244,      ///< field 44

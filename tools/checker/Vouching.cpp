@@ -1,7 +1,6 @@
 #include "tools/checker/Vouching.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "tools/checker/ToolRecord.h"
 #include "tools/checker/WordRules.h"
@@ -61,10 +60,6 @@ Sight Vouching::observe(std::uint32_t session, const TextRecord& record, std::ui
   if (!from && typedBoundary(record)) from = record.text.size();
   before.text = record.text;
   return sight;
-}
-
-void Vouching::corrected(std::uint32_t session, std::vector<std::uint8_t> text) {
-  known(session).text = std::move(text);
 }
 
 }  // namespace quorvane::checker

@@ -23,10 +23,9 @@ class Vouching {
   /// `textsBeganWithUs`: false where an input method was running before we were.
   explicit Vouching(bool textsBeganWithUs) : textsBeganWithUs_(textsBeganWithUs) {}
 
-  /// Takes in one scan. `change` is the session's change code.
+  /// Takes in one scan. `change` is the session's change code. A fix changes nothing before the
+  /// point known, so that it needn't be told here.
   Sight observe(std::uint32_t session, const TextRecord& record, std::uint32_t change);
-  /// The text of that session as our fix left it.
-  void corrected(std::uint32_t session, std::vector<std::uint8_t> text);
 
  private:
   struct Known {
