@@ -16,7 +16,9 @@ build_preset() {
   mkdir -p build
   (
     flock 9
-    if [ ! -f "build/$preset/build.ninja" ]; then cmake --preset "$preset" || exit 1; fi
+    if [ ! CMakePresets.json -ot "build/$preset/build.ninja" ]; then
+      cmake --preset "$preset" || exit 1
+    fi
     cmake --build "build/$preset" -j "$jobs" ${1:+--target "$@"}
   ) 9>"build/$preset.lock" >&2
 }

@@ -179,6 +179,7 @@ void Checker::logFix(const Fix& fix) {
   const std::u16string replacement = widened(fix.replacement);
   Log(process_, "* checker: fix \"", Private{word}, "\" to \"", Private{replacement}, "\" count ",
       fix.count, " port ", inputMethod_->name());
+  if (options_.showText) host_.log().flush();  // whoever watches sees it where it belongs
 }
 
 void Checker::look() {
