@@ -87,7 +87,7 @@ bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* cl
   if (!isFreeToHandle(process_, client)) return false;
   Get_SessionHandleFromID(process_, identityOf(client));
   if (client != state.lastClient) {
-    // Never so: `lastClient` is this client already. A change of client leaves the buffer alone.
+    // Only where an event of another client came in since: a change of client leaves the buffer.
     const std::u16string empty;
     setComposedBuffer(&empty);
   }

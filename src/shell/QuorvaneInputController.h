@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "src/base/Process.h"
@@ -23,8 +24,8 @@ struct ControllerState {
   IMKTextInput* activatedsender = nullptr;  ///< the client of the last activation
 
   std::optional<std::u16string> stringbuffer;  ///< parked by the string path
-  std::vector<std::uint8_t>
-      stringbufferHandle;                 ///< parked by the byte path: UTF-8 and a terminator
+  /// Parked by the byte path: UTF-8 and a terminator.
+  std::vector<std::uint8_t> stringbufferHandle;
   std::uint32_t ORIGINALREPLACE = 0;      ///< characters to replace with the parked text
   IMKTextInput* commit_sender = nullptr;  ///< takes direct commits; once set never cleared
 };
@@ -48,9 +49,19 @@ class QuorvaneInputController : public IMKInputController {
   void setComposedBuffer(const std::u16string* text);
   void setOriginalBuffer(const std::u16string* text);
   void originalBufferAppend(const std::u16string& text, IMKTextInput& client);
-  /// Inserts what is parked.
+  /// Inserts what is parked; without a client it stays parked.
   void commitComposition(IMKTextInput* sender);
   void nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength);
+
+  // Nothing to do on this side: composition and candidates are completion's.
+  void ClearComposedBuffer() {}
+  void cancelComposition() {}
+  void updateComposition() {}
+  void candidateSelected(const std::u16string& /*candidate*/) {}
+  void candidateSelectionChanged(const std::u16string& /*candidate*/) {}
+  void hidePalettes() {}
+  void doCommandBySelector(std::string_view /*selector*/, IMKTextInput* /*client*/) {}
+  std::nullptr_t modes(IMKTextInput* /*sender*/) { return nullptr; }
 
   // Text position.
   /// On every key event; asks the client at a word's first character and at every other key.

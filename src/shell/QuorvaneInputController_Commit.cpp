@@ -66,7 +66,7 @@ void QuorvaneInputController::originalBufferAppend(const std::u16string& text,
 
 void QuorvaneInputController::commitComposition(IMKTextInput* sender) {
   auto& state = process_.state<ControllerState>();
-  if (state.INITED_FLAG == 0) return;
+  if (state.INITED_FLAG == 0 || sender == nullptr) return;
   state.commit_sender = sender;
   if (state.stringbuffer) {
     const std::u16string text = *std::exchange(state.stringbuffer, std::nullopt);
@@ -77,7 +77,7 @@ void QuorvaneInputController::commitComposition(IMKTextInput* sender) {
   } else {
     return;
   }
-  if (sender != nullptr) insertComposed(*sender);
+  insertComposed(*sender);
 }
 
 // The buffer is empty between events, whatever the client does.
