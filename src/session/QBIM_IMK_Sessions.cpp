@@ -24,6 +24,7 @@ BIMSessionRec* addRecord(SessionState& sessions) {
 void readDocument(Process& process, BIMSessionRec& session) {
   TextServicesManager& services = process.platform().textServicesManager;
   const std::uint64_t document = services.TSMGetActiveDocument();
+  static_cast<void>(FRONTPROCESSSIGNATURE(process));  // asked for, not used
   std::uint32_t tag = 0;
   if (document != 0 && services.TSMGetDocumentProperty(document, kDocumentProperty, tag) == noErr) {
     session.documentTag = tag;
@@ -115,7 +116,8 @@ BIMSessionRec* findSession(Process& process, std::uint64_t handle) {
   return found == records.end() ? nullptr : found->get();
 }
 
-std::int32_t BIMSessionOpen(Process& process, BIMSessionRec*& sessionOut) {
+std::int32_t BIMSessionOpen(Process& process, std::uint64_t /*unused*/,
+                            BIMSessionRec*& sessionOut) {
   if (isQUORVANEAPP_FRONT(process) != 0 || sessionOut != nullptr) return 0;
   sessionOut = CreateNewSessionHandle(process, 0);
   return sessionOut != nullptr ? 0 : ~0;
@@ -128,8 +130,12 @@ std::int32_t BIMSessionActivate(Process& process, BIMSessionRec* session) {
   return 0;
 }
 
-// Inactive sessions are kept: there is nothing to dispose of.
-std::int32_t BIMSessionDeactivate(Process& /*process*/, BIMSessionRec* /*session*/) { return 0; }
+std::int32_t BIMSessionDeactivate(Process& process, BIMSessionRec* /*session*/) {
+  Dispose_InactiveSessions(process);
+  return 0;
+}
+
+void Dispose_InactiveSessions(Process& /*process*/) {}
 
 void BIMSessionClose(Process& process, BIMSessionRec* session) {
   std::vector<BIMSessionRec*> chain;

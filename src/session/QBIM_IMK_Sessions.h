@@ -29,19 +29,17 @@ struct BIMSessionRec {
   std::uint32_t cursor = 0;                  ///< bytes; never above `length`
   std::uint32_t length = 0;                  ///< bytes; never above kSessionTextSize
   std::uint64_t documentRef = 0;
-  std::uint32_t documentTag =
-      0;  ///< the document's 'dapy' property; nonzero: a fix refreshes the session
+  std::uint32_t documentTag = 0;  ///< its 'dapy' property; nonzero: a fix refreshes the session
   std::uint64_t windowRef = 0;
   std::uint32_t editState = 0;
   std::uint32_t appMark32 = 0;
   std::uint32_t scanMark7 = 0;
   std::uint32_t appMark30 = 0;
   std::uint32_t sentenceFlags = 0;
-  std::uint32_t clientID = 0;  ///< low 32 bits of the client's identity; 0: belongs to no client
-  std::int32_t appInput = 0;   ///< field 9 at the last lookup
-  std::uint32_t signature =
-      0;                     ///< creator code of the front process at the making; 0: never reaped
-  std::uint32_t handle = 0;  ///< the identity that travels through field 34
+  std::uint32_t clientID = 0;   ///< low 32 bits of the client's identity; 0: belongs to no client
+  std::int32_t appInput = 0;    ///< field 9 at the last lookup
+  std::uint32_t signature = 0;  ///< creator code of the front process then; 0: never reaped
+  std::uint32_t handle = 0;     ///< the identity that travels through field 34
 };
 
 struct SessionState {
@@ -62,9 +60,11 @@ BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t client);
 BIMSessionRec* findSession(Process& process, std::uint64_t handle);
 
 /// Makes a session where `sessionOut` is null. 0, or ~0 where none could be made.
-std::int32_t BIMSessionOpen(Process& process, BIMSessionRec*& sessionOut);
+std::int32_t BIMSessionOpen(Process& process, std::uint64_t unused, BIMSessionRec*& sessionOut);
 std::int32_t BIMSessionActivate(Process& process, BIMSessionRec* session);
 std::int32_t BIMSessionDeactivate(Process& process, BIMSessionRec* session);
+/// Nothing: inactive sessions are kept.
+void Dispose_InactiveSessions(Process& process);
 /// Disposes of the session and all behind it, the last one first.
 void BIMSessionClose(Process& process, BIMSessionRec* session);
 void DisposeSession(Process& process, BIMSessionRec* session);

@@ -127,7 +127,7 @@ bool changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t keyByte
 
 std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8_t keyByte) {
   if (session == nullptr) {
-    BIMSessionOpen(process, session);
+    BIMSessionOpen(process, 0, session);
     BIMSessionActivate(process, session);
   }
   if (session == nullptr || !session->sessionText) return 0;

@@ -44,13 +44,13 @@ void readMenuResources(Process& process) {
   if (state.gKeyGlyphHandle) resources.DetachResource(state.gKeyGlyphHandle);
 }
 
-void makeFirstSessions(Process& process, void* instance) {
+void makeFirstSessions(Process& process) {
   auto& sessions = process.state<SessionState>();
   BIMSessionRec* head = CreateNewSessionHandle(process, 0);
   if (head == nullptr) return;
   sessions.gActiveSession = head;
   sessions.gSessionHandleStart = head;
-  process.platform().textServicesManager.SetComponentInstanceStorage(instance, head->handle);
+  process.platform().textServicesManager.SetComponentInstanceStorage(nullptr, head->handle);
   head->next = CreateNewSessionHandle(process, 0);
   if (head->next != nullptr) head->next->signature = 0;
 }
@@ -70,21 +70,21 @@ void Init_Carbon_Menu(Process& process) {
   if (state.NoRecursion || state.inited) return;
   FlagGuard recursion(state.NoRecursion);
   state.inited = true;
-  OpenIMComponent(process, nullptr);
+  OpenIMComponent(process);
   set_INITED_FLAG(process, 1);
 }
 
 void Init_Controller(Process& process) {
   Log(process, "OS_MAC_VERSION: ", Get_OS_MAC_VERSION(process));
-  OpenIMComponent(process, nullptr);
+  OpenIMComponent(process);
   set_INITED_FLAG(process, 1);
 }
 
-void OpenIMComponent(Process& process, void* instance) {
-  BIMInitialize(process, instance, 0);
+void OpenIMComponent(Process& process) {
+  BIMInitialize(process, nullptr, 0);
   Init_Toolversion(process);
   if (process.state<SessionState>().gSessionHandleStart != nullptr) return;
-  makeFirstSessions(process, instance);
+  makeFirstSessions(process);
 }
 
 std::int32_t BIMInitialize(Process& process, void* /*instance*/, std::int32_t /*unused*/) {
@@ -113,5 +113,11 @@ void Open_IMK_Resource(Process& process) {
 
 // Press-and-hold stays as the system has it.
 void EnablePressAndHoldPalette() {}
+
+void BIMTerminate(Process& /*process*/) {}
+
+void BIMInitialize_Pencil(Process& /*process*/) {}
+
+void BIMTerminate_Pencil(Process& /*process*/) {}
 
 }  // namespace quorvane
