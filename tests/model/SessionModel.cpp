@@ -7,6 +7,7 @@ namespace {
 
 constexpr std::string_view kMain = "com.tallowmere.quorvane";
 constexpr std::uint32_t kMainSignature = "QVPX"_4cc;
+constexpr std::uint32_t kScanBit = 0x10000;
 constexpr std::size_t kEntry4 = 344 + 4 * 4;
 
 bool isMain(const ApplicationNotification& notification) {
@@ -143,18 +144,16 @@ void SessionModel::setWord(std::vector<std::uint8_t>& bytes, std::size_t offset,
 std::string SessionModel::differenceInFields() const {
   if (!seen_) return {};
   std::string difference;
-  const auto compare = [&](std::size_t offset, const char* name) {
+  const auto compare = [&](std::size_t offset, const std::string& name) {
     const auto now = host_.sharedMemory.read(*seen_, offset, 4);
     if (now.size() == 4 && word(now, 0) != word(tool_, offset)) {
-      difference += std::string(name) + " is " + std::to_string(word(now, 0)) + ", not " +
+      difference += name + " is " + std::to_string(word(now, 0)) + ", not " +
                     std::to_string(word(tool_, offset)) + "; ";
     }
   };
-  compare(68 + 4 * 9, "field 9");
-  compare(68 + 4 * 11, "field 11");
-  compare(68 + 4 * 19, "field 19");
-  compare(68 + 4 * 20, "field 20");
-  compare(68 + 4 * 34, "field 34");
+  for (const std::size_t i : {9, 11, 19, 20, 22, 34, 54}) {
+    compare(68 + 4 * i, "field " + std::to_string(i));
+  }
   compare(kEntry4, "entry 4");
   return difference;
 }
@@ -199,7 +198,7 @@ void SessionModel::activated(std::uint32_t client) {
 
 void SessionModel::event(const NSEvent& event, bool withEventRef, std::uint32_t client) {
   attach();
-  if (hasRecord() && field(22) != 0) return;
+  if (hasRecord() && field(22) != 0) return setField(22, 0);
   if (mainInFront()) return;
   for (const Session& session : list_) {
     if (session.client == client && session.appInput != 0) return;
@@ -329,7 +328,7 @@ void SessionModel::interactive(Session& session, std::uint8_t key) {
   if (isWordByte(key) && suspended == 0 && session.editState == 0) return;
   if (key == 27) return;
   if (suspended == 0 && field(31) == 0 && (key == 8 || key == 28)) return;
-  if ((flags & 0x10000) != 0) {
+  if ((flags & kScanBit) != 0) {
     ++reached["scans"];
     for (const Write& write : scanWrites) {
       auto& target = write.segment == seen_ ? tool_ : text_;
@@ -338,6 +337,8 @@ void SessionModel::interactive(Session& session, std::uint8_t key) {
         target[write.offset + i] = write.bytes[i];
       }
     }
+    setField(22, field(22) & ~kScanBit);
+    setField(54, field(54) & ~kScanBit);
     updateFrom(session);
   }
   session.editState = 0;
@@ -381,7 +382,10 @@ void SessionModel::update() {
 
 void SessionModel::fixArrived(bool decoded, bool direct) {
   if (decoded) update();
-  if (decoded && direct) attach();
+  if (decoded && direct) {
+    attach();
+    if (hasRecord()) setField(22, 0);
+  }
   if (active_ && active_->tag != 0) update();
 }
 
