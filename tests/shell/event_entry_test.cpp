@@ -1,0 +1,205 @@
+// What an event meets on its way in that no scenario can set up: flags that nothing in the system
+// sets, events of other classes, clients that throw.
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "src/session/QBIM_IMK_SessionEvent.h"
+#include "src/session/QBIM_IMK_TextBuffer.h"
+#include "tests/support/StartedInputMethod.h"
+
+namespace quorvane {
+namespace {
+
+using field::Outcome;
+
+struct EventEntry : testing::Test {
+  ControllerState& state() { return method.process.state<ControllerState>(); }
+  Outcome keyDown(char16_t character, std::uint32_t flags = 0) {
+    return deliver(NSEventType::KeyDown, {character}, flags);
+  }
+  Outcome deliver(NSEventType type, std::u16string characters, std::uint32_t flags = 0) {
+    return method.host.text.deliver({type, flags, 0, std::move(characters), nullptr});
+  }
+  std::int32_t sessionEvent(const CarbonEvent& event, std::uint8_t keyByte = 0) {
+    return BIMSessionEvent(method.process, nullptr, &event, keyByte);
+  }
+  /// The client's next call that begins so throws.
+  void throwAt(std::string start) {
+    method.host.text.onClientCall = [this, start = std::move(start)](
+                                        const auto&, const field::ClientCall& call) {
+      if (!describe(call).starts_with(start)) return;
+      method.host.text.onClientCall = {};
+      throw std::runtime_error("the client is out of order");
+    };
+  }
+
+  test::StartedInputMethod method;
+};
+
+TEST_F(EventEntry, TheOneShotFlagConsumesTheNextKeyDownBeforeAnythingElse) {
+  state().INITED_FLAG = 0;
+  state().KEYED_INITED_FLAG = 1;
+  EXPECT_EQ(deliver(NSEventType::FlagsChanged, {}), Outcome::PassedOn);
+  EXPECT_EQ(deliver(NSEventType::KeyUp, u"a"), Outcome::PassedOn);
+  EXPECT_EQ(keyDown(u'a'), Outcome::Consumed);
+  EXPECT_EQ(keyDown(u'b'), Outcome::PassedOn);
+  EXPECT_EQ(method.document.text(), u"b");
+}
+
+TEST_F(EventEntry, APlainKeyIsRememberedUntilTheNextEvent) {
+  for (const auto& [flags, plain] :
+       {std::pair(0u, 1u), std::pair(NSEventModifierFlagShift, 1u),
+        std::pair(NSEventModifierFlagFunction, 1u), std::pair(NSEventModifierFlagCommand, 0u),
+        std::pair(NSEventModifierFlagControl, 0u), std::pair(NSEventModifierFlagOption, 0u),
+        std::pair(NSEventModifierFlagCapsLock, 0u)}) {
+    keyDown(u'a');
+    keyDown(u'a', flags);
+    EXPECT_EQ(state().Event_keyDownEvent, plain) << flags;
+  }
+  keyDown(u'a');
+  deliver(NSEventType::FlagsChanged, {});
+  EXPECT_EQ(state().Event_keyDownEvent, 0u);
+}
+
+TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
+  throwAt("attributesForCharacterIndex");
+  EXPECT_EQ(keyDown(u'a'), Outcome::PassedAfterError);
+  EXPECT_EQ(state().handleEvent_BUSY, 0u);
+
+  for (const char* call : {"selectedRange", "setMarkedText", "insertText"}) {
+    throwAt(call);
+    EXPECT_THROW(
+        Get_QuorvaneInputController(method.process).nsstring_commit_to_composition(u"A", 1),
+        std::runtime_error);
+    EXPECT_EQ(method.host.mainApplication.field(22), 0u) << call;
+  }
+
+  state().stringbuffer = u"parked";
+  state().ORIGINALREPLACE = 1;
+  throwAt("insertText");
+  keyDown(u'b');
+  EXPECT_FALSE(state().stringbuffer);
+  EXPECT_EQ(state().ORIGINALREPLACE, 0u);
+  EXPECT_EQ(Get_QuorvaneInputController(method.process).composedBuffer(), u"");
+  EXPECT_EQ(keyDown(u'c'), Outcome::PassedOn);
+  EXPECT_EQ(method.sessionText(), "c");
+}
+
+TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
+  auto& controller = Get_QuorvaneInputController(method.process);
+  keyDown(u'a');
+  state().stringbuffer = u"-";
+  controller.commitComposition(nullptr);
+  EXPECT_TRUE(state().stringbuffer);
+  EXPECT_EQ(state().commit_sender, &method.document);
+  state().INITED_FLAG = 0;
+  controller.commitComposition(&method.document);
+  EXPECT_EQ(method.document.text(), u"a");
+  state().INITED_FLAG = 1;
+  controller.commitComposition(&method.document);
+  EXPECT_EQ(method.document.text(), u"a-");
+}
+
+// Only a byte path can park what isn't UTF-8: the count is carried out, with nothing to insert.
+TEST_F(EventEntry, ParkedBytesThatAreNotUtf8DeleteWhatTheyWereToReplace) {
+  method.type("abc");
+  state().stringbufferHandle = {0xFF, 'x', 0};
+  state().ORIGINALREPLACE = 2;
+  deliver(NSEventType::FlagsChanged, {});
+  EXPECT_EQ(method.document.text(), u"a");
+  EXPECT_TRUE(state().stringbufferHandle.empty());
+}
+
+TEST_F(EventEntry, TheOriginalBufferGrowsAsMarkedText) {
+  auto& controller = Get_QuorvaneInputController(method.process);
+  controller.originalBufferAppend(u"ab", method.document);
+  controller.originalBufferAppend(u"c", method.document);
+  EXPECT_EQ(controller.insertionIndex(), 2);
+  EXPECT_EQ(method.document.markedRange(), (NSRange{0, 3}));
+  EXPECT_EQ(method.document.selection(), (NSRange{0, 3}));
+  controller.setOriginalBuffer(nullptr);
+  EXPECT_EQ(controller.originalBuffer(), u"abc");
+  const std::u16string text = u"x";
+  controller.setComposedBuffer(&text);
+  controller.setComposedBuffer(nullptr);
+  EXPECT_EQ(controller.composedBuffer(), u"x");
+}
+
+TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
+  CarbonEvent key{kEventClassKeyboard, kEventRawKeyDown, 10.0, std::uint8_t{'q'}, 0u, {}, {}};
+  const auto separate = [&](double time) {
+    key.time = time;
+    EXPECT_EQ(sessionEvent(key), 0);
+    return method.process.state<SessionEventState>().SeparateKeyPress;
+  };
+  EXPECT_TRUE(separate(10));
+  EXPECT_FALSE(separate(10.5)) << "not more than half a second";
+  EXPECT_TRUE(separate(11.001));
+  EXPECT_EQ(method.sessionText(), "qqq");
+  key.kmod = rightControlKey;
+  sessionEvent(key, 'r');
+  EXPECT_EQ(method.sessionText(), "qqq");
+}
+
+TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {
+  method.type("ab");
+  const CarbonEvent mouse{kEventClassMouse, kEventMouseDown, 0, {}, {}, {}, HIPoint{-3.9, 40000.5}};
+  method.host.carbonEvents.keyModifiers = controlKey;
+  EXPECT_EQ(sessionEvent(mouse), 0);
+  EXPECT_EQ(method.sessionText(), "ab");
+  method.host.carbonEvents.keyModifiers = shiftKey;
+  EXPECT_EQ(sessionEvent(mouse, 'x'), 0);
+  EXPECT_EQ(method.sessionText(), "");
+  EXPECT_EQ(method.session().editState, kEditCancelled);
+  EXPECT_EQ(method.host.mainApplication.field(44), 0x9C40FFFDu);
+  EXPECT_NE(method.host.sharedMemory.totalAttachments(), 0u) << "the record stays attached";
+}
+
+TEST_F(EventEntry, CompletionAsksForItsSwitchAndForNothingThatBlocksIt) {
+  auto& main = method.host.mainApplication;
+  auto& flags = method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u);
+  flags = 0x10040;
+  main.setField(49, flags);
+  main.setField(7, 5);
+  main.setField(8, 2);
+  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0x40u);
+  main.setField(8, 4);
+  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u) << "7 and 8 have a bit in common";
+  main.setField(8, 0);
+  main.setField(6, 0);
+  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u);
+  main.setField(6, 1);
+  flags = 0x40;
+  main.setField(49, flags);
+  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u) << "the master switch is off";
+
+  struct Case {
+    std::uint32_t field, value;
+    bool blocks;
+  };
+  EXPECT_FALSE(do_AutoCompleteCancelWindow(method.process));
+  for (const Case& one :
+       {Case{31, 1, true}, Case{31, 2, false}, Case{27, 3, true}, Case{19, 2, true}}) {
+    main.setField(one.field, one.value);
+    EXPECT_EQ(do_AutoCompleteCancelWindow(method.process), one.blocks) << one.field;
+    main.setField(one.field, 0);
+  }
+}
+
+TEST_F(EventEntry, EveryKeyThatReachesCompletionSaysThatItIsOff) {
+  const auto lines = [&] {
+    return std::count(method.host.log.lines.begin(), method.host.log.lines.end(),
+                      " ************* InteractiveAutoCompleteMask  NOTENABLED");
+  };
+  const auto before = lines();
+  keyDown(u'a');
+  EXPECT_EQ(lines(), before + 1);
+  EXPECT_EQ(GetLastClient(method.process), &method.document);
+  EXPECT_EQ(method.process.state<InputControllerState>().lastClient, &method.document);
+}
+
+}  // namespace
+}  // namespace quorvane

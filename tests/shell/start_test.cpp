@@ -1,0 +1,127 @@
+// What a start finds in the bundle and in its surroundings, and what the delegate is told.
+
+#include <gtest/gtest.h>
+
+#include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
+#include "src/bridge/qorv_sharedmem.h"
+#include "src/shell/QBIM_IMK_Start.h"
+#include "src/shell/QuorvaneInputAppDelegate.h"
+#include "src/shell/QuorvaneInputController_TextPosition.h"
+#include "tests/support/StartedInputMethod.h"
+
+namespace quorvane {
+namespace {
+
+using test::StartedInputMethod;
+
+struct Start : testing::Test {
+  memory::MemoryHost host;
+  Process process{host.platform()};
+};
+
+TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
+  auto& state = process.state<StartState>();
+  host.resources.openResult = -1;
+  Open_IMK_Resource(process);
+  EXPECT_EQ(host.log.lines.back(), "CAUTION: no refnum --  not open");
+  host.resources.openResult = 7;
+  host.resources.bundle[{"STR#"_4cc, 131}] = {0, 3, 4, 'O', 'p', 'e', 'n', 4, 'Q', 'u', 'i', 't'};
+  host.resources.bundle[{"GLYP"_4cc, 15873}] = {1, 2, 3};
+  Open_IMK_Resource(process);
+  EXPECT_EQ(state.OpenMenuItemStr, "Open");
+  EXPECT_EQ(state.QuitMenuItemStr, "Quit");
+  EXPECT_EQ(host.resources.CurResFile(), memory::MemoryResources::kApplicationFile);
+  ASSERT_TRUE(state.gKeyGlyphHandle);
+  EXPECT_FALSE(state.gKeyGlyphHandle->isResource) << "it outlives the map";
+  const Handle glyphs = state.gKeyGlyphHandle;
+
+  // A list that ends too early, and one that says so, have no second string.
+  for (const std::vector<std::uint8_t>& list :
+       {std::vector<std::uint8_t>{0, 2, 1, 'o', 9, 'q'}, {0, 1, 1, 'o', 1, 'q'}, {0, 2, 1, 'o'}}) {
+    host.resources.bundle[{"STR#"_4cc, 131}] = list;
+    Open_IMK_Resource(process);
+    EXPECT_EQ(state.OpenMenuItemStr, "o");
+    EXPECT_EQ(state.QuitMenuItemStr, "");
+  }
+  EXPECT_EQ(state.gKeyGlyphHandle, glyphs);
+}
+
+TEST_F(Start, TheSwitchesOfCompletionDecidePanelAndDefaults) {
+  process.state<MainState>().GlobalAutoCompleteFlags = {0, 1, 0};
+  EXPECT_EQ(init_inputmenu_server(process)->panelType,
+            IMKCandidatePanelType::SingleColumnScrolling);
+  EXPECT_EQ(host.log.lines.back(), "verticalCandidate: YES");
+  process.state<MainState>().GlobalAutoCompleteFlags = {0, 0, 1};
+  EXPECT_EQ(init_inputmenu_server(process)->panelType, IMKCandidatePanelType::SingleRowStepping);
+  initPreference(process);
+  EXPECT_FALSE(host.userDefaults.values["commitWordWithSpace"]);
+  EXPECT_FALSE(host.userDefaults.values["verticalCandidate"]);
+  EXPECT_TRUE(host.userDefaults.values["ShiftKeyToggle"]);
+}
+
+TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
+  host.application.hasBeginActivity = false;
+  EXPECT_EQ(InputMethodMain(process, {}), 0);
+  for (const auto& line : host.journal.lines()) EXPECT_FALSE(line.starts_with("beginActivity"));
+  EXPECT_EQ(process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS, 0x1800u);
+  EXPECT_EQ(process.state<SharedMemoryState>().SETMENUFLAG, 1u);
+  const auto* head = process.state<SessionState>().gSessionHandleStart;
+  EXPECT_EQ(head->next->signature, 0u);
+  Init_From_Delegate_applicationDidFinishLaunching(process);
+  EXPECT_EQ(process.state<SessionState>().gSessionHandleStart, head);
+  EXPECT_EQ(process.state<SessionState>().records.size(), 2u);
+}
+
+TEST_F(Start, FocusBeforeAndAfterIt) {
+  auto& state = process.state<ControllerState>();
+  auto& document = host.text.addDocument();
+  do_activateServer1(process, &document);
+  EXPECT_EQ(state.is_ACTIVE, 1u);
+  EXPECT_EQ(state.activatedsender, nullptr);
+  InputMethodMain(process, {});
+  do_activateServer1(process, &document);
+  EXPECT_EQ(state.activatedsender, &document);
+  do_deactivateServer1(process, &document);
+  EXPECT_EQ(state.is_ACTIVE, 0u);
+}
+
+TEST(Delegate, TakesInWhatTheWorkspaceTells) {
+  StartedInputMethod method(false);
+  auto& presence = method.process.state<PresenceState>();
+  auto& delegate = method.process.state<QuorvaneInputAppDelegate>();
+  const NSRunningApplication main{77, "com.tallowmere.quorvane", true};
+  const NSRunningApplication pencil{78, "com.tallowmere.menulet", false};
+  const auto pencilPid = [&] { return method.process.state<LaunchServerState>().Penc_pid; };
+
+  delegate.Frontappchanged({&main, {1, 5}});
+  EXPECT_EQ(presence.quorvane_psn, (ProcessSerialNumber{1, 5}));
+  EXPECT_EQ(presence.quorvane_pid, 77);
+  delegate.QuorvaneLaunched({&pencil, {1, 6}});
+  EXPECT_EQ(pencilPid(), 78);
+  EXPECT_EQ(presence.quorvane_psn, (ProcessSerialNumber{1, 5}));
+  EXPECT_EQ(method.process.state<AppDelegateState>().App_Permissions_Setting, 0u);
+  delegate.QuorvaneTerminated({&pencil, {1, 6}});
+  EXPECT_EQ(pencilPid(), 0);
+  EXPECT_EQ(presence.quorvane_pid, 77);
+  delegate.QuorvaneTerminated({nullptr, {1, 5}});
+  EXPECT_EQ(presence.quorvane_pid, 77);
+  delegate.QuorvaneTerminated({&main, {1, 5}});
+  EXPECT_EQ(presence.quorvane_psn, ProcessSerialNumber{});
+  EXPECT_EQ(presence.quorvane_pid, 0);
+  delegate.QuorvaneLaunched({&main, {1, 9}});
+  EXPECT_EQ(presence.quorvane_psn, (ProcessSerialNumber{1, 9}));
+  EXPECT_EQ(method.process.state<LaunchServerState>().Quorvaneprocess, (ProcessSerialNumber{1, 9}));
+  EXPECT_EQ(method.process.state<AppDelegateState>().App_Permissions_Setting, 1u);
+}
+
+TEST_F(Start, TheDesktopIsWhatWindowsMayUse) {
+  host.screens.positioningBounds = {-100, 22, 1540.9, 878};
+  GetDeskTopRectangle(process);
+  const auto& state = process.state<TextPositionState>();
+  EXPECT_EQ(state.screenBitsBounds, (QDRect{22, -100, 900, 1440}));
+  EXPECT_EQ(state.dragBoundsRect, (QDRect{22, -100, 896, 1436}));
+}
+
+}  // namespace
+}  // namespace quorvane
