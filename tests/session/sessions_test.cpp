@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
 #include "tests/support/StartedInputMethod.h"
@@ -91,6 +92,34 @@ TEST(Sessions, ClosingDisposesOfTheLastOneFirstAndHonoursTheWindow) {
   EXPECT_EQ(method.host.mainApplication.field(34), frontHandle) << "the front one went last";
 }
 
+TEST(Sessions, WithoutASessionAKeyMakesOneThatIsInNoList) {
+  StartedInputMethod method;
+  const std::size_t listed = sessionCount(method.process);
+  auto& active = method.process.state<SessionState>().gActiveSession;
+  active = nullptr;
+  BIMHandleInput(method.process, nullptr, 'a');
+  ASSERT_NE(active, nullptr);
+  BIMHandleInput(method.process, active, 'b');
+  EXPECT_EQ(method.sessionText(), "ab");
+  EXPECT_EQ(sessionCount(method.process), listed);
+
+  active = nullptr;
+  method.host.processes.setFront(method.host.mainApplication.psn());
+  method.host.runPending();
+  EXPECT_EQ(BIMHandleInput(method.process, nullptr, 'a'), 0);
+  EXPECT_EQ(active, nullptr) << "the main application is in front";
+}
+
+TEST(Sessions, NothingIsToldOfARemovalWhileTheMainApplicationIsInFront) {
+  StartedInputMethod method;
+  method.type("a");
+  const std::uint32_t handle = method.session().handle;
+  method.host.processes.setFront(method.host.mainApplication.psn());
+  method.host.runPending();
+  ASSERT_EQ(DeleteSessionHandleID(method.process, method.session().clientID), 1);
+  EXPECT_EQ(method.host.mainApplication.field(34), handle);
+}
+
 TEST(Sessions, WithoutTextEveryOperationOnItDoesNothing) {
   StartedInputMethod method;
   auto& session = method.session();
@@ -113,6 +142,37 @@ TEST(Sessions, BackspaceInsideTheTextShiftsAndAtItsEndLeavesTheByte) {
   EXPECT_EQ(text[3], 'o') << "what lay behind the end moves along";
   EXPECT_EQ(text[4], 0);
   EXPECT_EQ(method.session().cursor, 2u);
+}
+
+TEST(Suspension, ComparesTheLow16BitsOfTheSessionAndEndsForAnother) {
+  StartedInputMethod method;
+  auto& main = method.host.mainApplication;
+  method.type("a");
+  main.setField(6, 0);
+  const auto suspendedKey = [&](std::uint32_t sessionValue) {
+    main.setField(19, 2);
+    main.setField(20, 0);
+    main.setField(30, 4);
+    main.setField(34, sessionValue);
+    return CallInteractiveEventHandler(method.process, &method.session(), 'b', false);
+  };
+  EXPECT_EQ(suspendedKey(method.session().handle + 0x50000), 1);
+  EXPECT_EQ(main.field(20), 1u);
+  EXPECT_EQ(main.field(30), 4u);
+  EXPECT_EQ(suspendedKey(method.session().handle + 1), 0);
+  EXPECT_EQ(main.field(19), 0u);
+  EXPECT_EQ(main.field(20), 0u);
+  EXPECT_EQ(main.field(30), 0u);
+}
+
+TEST(Publication, OneSwitchOfInteractiveCheckingIsEnough) {
+  StartedInputMethod method;
+  for (const std::uint32_t on : {0x1u, 0x2u, 0x10u, 0x20u, 0x40u}) {
+    method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0xFF8C | on;
+    const std::string before = method.host.mainApplication.published().text;
+    method.type("a");
+    EXPECT_EQ(method.host.mainApplication.published().text, before + "a") << on;
+  }
 }
 
 TEST(Publication, TextThatComesBackOutOfBoundsIsDroppedAndCounted) {
