@@ -108,6 +108,7 @@ TEST(ScenarioLanguage, WhatCantBeReadOrCarriedOutIsABadStatement) {
   std::ostringstream out;
   EXPECT_EQ(replayFiles({"no such file"}, out), kUnreadable);
   EXPECT_EQ(out.str(), "no such file: can't be read\n");
+  EXPECT_EQ(replayFiles({QUORVANE_SOURCE_DIR}, out), kUnreadable);
 }
 
 // What goes wrong inside a call of the input method is told as well.
