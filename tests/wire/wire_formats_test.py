@@ -1,0 +1,50 @@
+"""Types into the program given as argument, with main_application.py as the main application."""
+import os
+import subprocess
+import sys
+import tempfile
+import time
+
+import main_application as wire
+
+CASES = [("I saw teh cat. ", "I saw the cat. "), ("A mistke, teh\n", "A mistake, the\n")]
+TRIES, LONGEST_PAUSE = 3, 50  # milliseconds; after a longer one a correction may be missing
+
+
+def type_text(program, typed):
+    """The document, and whether the main application was held up."""
+    application = subprocess.Popen([sys.executable, wire.__file__], stdout=subprocess.PIPE)
+    try:
+        end = time.monotonic() + 10
+        while not os.path.exists(wire.path("%d.process" % application.pid)):
+            if application.poll() is not None or time.monotonic() > end:
+                raise RuntimeError("the main application didn't announce itself")
+            time.sleep(0.01)
+        document = subprocess.run([program, "type", "--no-checker"], input=typed.encode(),
+                                  stdout=subprocess.PIPE, check=True, timeout=20).stdout.decode()
+        application.terminate()
+        return document, int(application.communicate(timeout=10)[0]) > LONGEST_PAUSE
+    finally:
+        application.kill()
+        application.wait()
+
+
+def is_corrected(program, typed, expected):
+    for _ in range(TRIES):
+        document, held_up = type_text(program, typed)
+        print("%r became %r%s" % (typed, document, ", held up" * held_up))
+        if document == expected or not held_up:
+            break
+    return document == expected
+
+
+if __name__ == "__main__":
+    with tempfile.TemporaryDirectory() as folder:
+        os.environ["QUORVANE_RUNTIME_DIR"] = folder
+        os.environ["QUORVANE_KEY_OFFSET"] = str(0x20000000 + 32 * os.getpid())
+        try:
+            good = all([is_corrected(sys.argv[1], *case) for case in CASES])
+        finally:
+            left = [wire.remove_segments(), os.listdir(folder)]
+        print("left behind: %d segments, files %s" % tuple(left))
+    sys.exit(0 if good and left == [0, [".lock"]] else 1)
