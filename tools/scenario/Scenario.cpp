@@ -64,11 +64,11 @@ int replayText(std::string_view text, const std::string& name, std::ostream& out
 
 int replayFile(const std::string& path, std::ostream& out) {
   std::ifstream file(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   if (!file.is_open() || std::filesystem::is_directory(path)) {
     out << path << ": can't be read\n";
     return kUnreadable;
   }
+  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   return replayText(text, path, out);
 }
 
