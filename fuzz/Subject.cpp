@@ -12,6 +12,7 @@ namespace quorvane::fuzz {
 namespace {
 
 constexpr std::uint32_t kSwitches = 0x11833;
+constexpr std::uint64_t kClockStep = 4'000'000;  // a quarter of a tick: waits spin less
 constexpr std::uint32_t kToolRecord = 880;
 constexpr std::size_t kFields = 68;
 constexpr std::array<std::size_t, 3> kBusyFields{16, 22, 54};
@@ -39,6 +40,7 @@ struct Subject::Sight {
 
 Subject::Subject() {
   host.journal.setRecording(false);
+  host.clock.step = kClockStep;
   host.log.limit = 4;
   host.log.showPrivate = true;
   host.console.limit = 4;

@@ -10,7 +10,7 @@
 namespace quorvane::fuzz {
 namespace {
 
-constexpr int kStepLimit = 250;
+constexpr int kStepLimit = 120;
 
 field::Delivery delivery(Input& input) {
   const std::uint8_t choice = input.byte();
@@ -31,7 +31,7 @@ void type(Subject& subject, Input& input) {
 }
 void typeOften(Subject& subject, Input& input) {
   const NSEvent key = keyEvent(input);
-  for (std::size_t left = input.byte(); left > 0; --left) subject.press(key);
+  for (std::size_t left = 1 + input.byte() / 2; left > 0; --left) subject.press(key);
 }
 void deliver(Subject& subject, Input& input) {
   constexpr std::array kTypes{NSEventType::LeftMouseDown, NSEventType::LeftMouseUp,
