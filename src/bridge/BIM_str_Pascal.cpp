@@ -18,8 +18,8 @@ std::uint8_t* Pstrcat(std::uint8_t* dst, const std::uint8_t* src) {
 }
 
 std::int32_t Pstrcmp(const std::uint8_t* a, const std::uint8_t* b) {
-  if (b[0] == 0) return 0;
-  return std::memcmp(a, b, std::size_t{b[0]} + 1) == 0 ? -1 : 0;
+  if (b[0] == 0 || a[0] != b[0]) return 0;
+  return std::memcmp(a + 1, b + 1, b[0]) == 0 ? -1 : 0;
 }
 
 std::uint8_t* PtoCstrCpy(std::uint8_t* dst, const std::uint8_t* src) {

@@ -74,6 +74,7 @@ TEST(BIMStr, PascalStringsKeepTheirOddities) {
   const std::uint8_t ab[] = {2, 'a', 'b'};
   EXPECT_EQ(Pstrcmp(empty, empty), 0);
   EXPECT_EQ(Pstrcmp(ab, ab), -1);
+  EXPECT_EQ(Pstrcmp(ab, Buffer("\3abc").data()), 0);
 
   Buffer longOne(std::string(300, 'x'));
   CtoPstr(longOne.data());
