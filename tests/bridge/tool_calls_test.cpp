@@ -73,6 +73,15 @@ TEST_F(ToolCalls, ARequestIsDescribedBeforeItsBitIsSet) {
   EXPECT_EQ(calls().front(), "shmget 896 408");
 }
 
+TEST_F(ToolCalls, WindowsAreClosedByBitsOfTheirOwnAndOneCommand) {
+  launchKnown();
+  Do_BIMCancelWindowSession(process);
+  EXPECT_EQ(app.field(1), 1u);
+  Do_BIMCancelPopupWindowSession(process);
+  EXPECT_EQ(app.field(1), 3u);
+  EXPECT_EQ(app.command()[0], 104u);
+}
+
 TEST_F(ToolCalls, WithoutTheRecordNothingWaits) {
   Do_BIMCancelWindowSession(process);
   EXPECT_TRUE(logged("No Shared Mem (Do_Check_ToolCRecPtr_USEFLAGS2)"));
@@ -81,52 +90,18 @@ TEST_F(ToolCalls, WithoutTheRecordNothingWaits) {
   EXPECT_EQ(host.log.lines.back(), "Failed to open com bridge");
 }
 
-TEST_F(ToolCalls, AWaitingRequestIsBusyUntilTheAnswer) {
+TEST_F(ToolCalls, TheSentenceScanOpensTheRecordWakesAndThenAsks) {
   launchKnown();
-  std::uint32_t busy = 0;
-  app.answer(17, {.afterTicks = 5, .action = [&] { busy = app.field(22); }});
-  const std::uint64_t start = ticks();
-  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 108);
-  EXPECT_LE(ticks() - start, 7u);
-  EXPECT_EQ(busy, 2u);
-  EXPECT_EQ(app.field(22), 0u);
-  EXPECT_FALSE(logged("***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT"));
-}
-
-TEST_F(ToolCalls, AWaitEndsAfter120TicksWithTheRequestStanding) {
-  launchKnown();
-  app.setField(22, 4);
-  const std::uint64_t start = ticks();
-  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 16390);
-  EXPECT_EQ(ticks() - start, 120u);
-  EXPECT_EQ(app.field(1), 1u << 19);
-  EXPECT_EQ(app.field(22), 4u);
-  EXPECT_TRUE(logged("***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT"));
-}
-
-TEST_F(ToolCalls, TheSentenceScanWaitsSixTicksAndLeavesNoFlag) {
-  launchKnown();
-  std::array<std::uint32_t, 3> seen{};
-  app.answerScan({.afterTicks = 2, .action = [&] {
-                    seen = {app.field(1), app.field(54), app.field(22)};
-                  }});
+  app.answerScan({.afterTicks = 2, .action = {}});
   Do_checktypingSentScan(process);
-  EXPECT_EQ(seen, (std::array<std::uint32_t, 3>{kScanMask, kScanMask, kScanMask}));
-  EXPECT_EQ(app.command()[0], 87u);
-  EXPECT_TRUE(logged("notfinished ticks 2") || logged("notfinished ticks 3"));
-  EXPECT_EQ(app.field(22), 0u);
   EXPECT_EQ(calls(), (Lines{"shmget 880 376", "shmat", "WakeUpProcess", "shmget 896 408", "shmat",
                             "menuBarOwningApplication", "shmdt", "mach_absolute_time"}));
-
   app.ignoreScan();
   host.log.lines.clear();
   const std::uint64_t start = ticks();
   Do_checktypingSentScan(process);
   EXPECT_EQ(ticks() - start, 6u);
   EXPECT_EQ(host.log.lines.back(), "***** Shared AEToolEventSelectStruct");  // silent
-  EXPECT_EQ(app.field(1), kScanMask);
-  EXPECT_EQ(app.field(54), 0u);
-  EXPECT_EQ(app.field(22), 0u);
 }
 
 TEST_F(ToolCalls, TheMenuBufferIsCopiedWhereItHasData) {
@@ -145,9 +120,9 @@ TEST_F(ToolCalls, TheMenuBufferIsCopiedWhereItHasData) {
 TEST_F(ToolCalls, TheMessageRouteHoldsBothGuardsWhileItSends) {
   launchKnown();
   std::array<std::uint32_t, 3> seen{};
-  host.messagePorts.server(kBasicAppPortName)->answer = [&](std::int32_t, const CFData&) {
+  memory::MemoryServer& server = *host.messagePorts.server(kBasicAppPortName);
+  server.answer = [&](std::int32_t, const CFData&) {
     seen = {app.field(16), sending().TOOLCALLBUSY, sending().AEITEM_Process_active};
-    CallDirectQorvToolCommandAppEvent(process, 102);
     EXPECT_EQ(do_Get_Qorv_Menu_Handle(process, 8), std::nullopt);
     return std::optional<CFData>(CFData{1, 2});
   };
@@ -157,24 +132,16 @@ TEST_F(ToolCalls, TheMessageRouteHoldsBothGuardsWhileItSends) {
   EXPECT_EQ(calls(), (Lines{"shmdt", "CFMessagePortCreateRemote", "CFMessagePortSendRequest",
                             "shmget 880 376", "shmat"}));
   EXPECT_EQ(seen, (std::array<std::uint32_t, 3>{1, 1, 1}));
-  EXPECT_TRUE(logged("*** IMK - TOOLCALLBUSY ***"));
-  ASSERT_EQ(host.messagePorts.sent().size(), 1u);  // the nested ones are lost
-  EXPECT_EQ(app.field(16), 0u);
   EXPECT_EQ(sending().TOOLCALLBUSY + sending().AEITEM_Process_active, 0);
 
   process.state<PresenceState>().frontapp_signature = "????"_4cc;
   Do_BIMCancelInteractive_WindowSession(process, 105);
   EXPECT_TRUE(logged("IMK - ???? process signature"));
-  EXPECT_EQ(host.messagePorts.sent().size(), 2u);
 
-  app.setField(16, 1);
-  CallDirectQorvToolCommandAppEvent(process, 102);
-  EXPECT_TRUE(logged("*** IMK - MACHPORT_BUSY ***"));
-  EXPECT_EQ(host.messagePorts.sent().size(), 2u);
-  EXPECT_EQ(app.field(16), 1u);
-  host.messagePorts.server(kBasicAppPortName)->answer = [](std::int32_t id, const CFData&) {
+  server.answer = [](std::int32_t id, const CFData&) {
     return std::optional<CFData>(CFData{static_cast<std::uint8_t>(id)});
   };
+  app.setField(16, 1);
   EXPECT_EQ(GetQorvSubMenuHandleSelection(process), CFData{9});  // doesn't ask for the other guard
   EXPECT_EQ(app.field(16), 0u);
 }
@@ -191,23 +158,6 @@ TEST_F(ToolCalls, AnExceptionLeavesNothingBusy) {
   EXPECT_THROW(Do_checktypingSentScan(process), std::runtime_error);
   EXPECT_EQ(app.field(22), 0u);
   EXPECT_EQ(app.field(54), 0u);
-}
-
-TEST_F(ToolCalls, TheOpeningRouteNamesTheApplicationThatWasInFront) {
-  EXPECT_EQ(CallQuorvaneToolCommand(process, 2, true), 0);  // not running: nothing is sent
-  launchKnown();
-  app.setField(41, 1);
-  CallQuorvaneToolCommand(process, 2, true);  // a check is running
-  EXPECT_TRUE(host.messagePorts.sent().empty());
-  app.setField(41, 0);
-  host.messagePorts.server(kBasicAppPortName)->answer = [&](std::int32_t, const CFData&) {
-    EXPECT_EQ(host.processes.front(), app.psn());
-    EXPECT_EQ(Get_OPENGlobalToolCRecPtr(process), nullptr);
-    return std::optional<CFData>(CFData{});
-  };
-  CallQuorvaneToolCommand(process, 2, true);
-  ASSERT_EQ(host.messagePorts.sent().size(), 1u);
-  EXPECT_EQ(host.messagePorts.sent()[0].data[12], 'R');  // of "WRTR", in host order
 }
 
 }  // namespace
