@@ -143,11 +143,10 @@ void ProcessRegistry::watchFolder() {
     throw std::runtime_error("runtime folder " + folder_.path().string() + ": can't be watched (" +
                              std::strerror(errno) + "); raise fs.inotify.max_user_instances");
   }
-  folderWatch_ =
-      runLoop_.watch(folderEvents_.get(), G_IO_IN, [this](GIOCondition) { readFolderEvents(); });
+  folderWatch_ = runLoop_.watch(folderEvents_.get(), G_IO_IN, [this](GIOCondition) { refresh(); });
 }
 
-void ProcessRegistry::readFolderEvents() {
+void ProcessRegistry::refresh() {
   alignas(inotify_event) std::array<char, 16 * 1024> events;
   const ssize_t size = read(folderEvents_.get(), events.data(), events.size());
   for (const char* at = events.data(); at < events.data() + size;) {

@@ -28,6 +28,8 @@ class ProcessRegistry {
   [[nodiscard]] std::unique_ptr<Registration> announce(const Announcement& announcement);
   /// Takes this process's announcement back, whoever still keeps the owner of it.
   void withdraw();
+  /// Takes in what has changed in the folder since the run loop last turned.
+  void refresh();
 
   /// Puts a process of the list in front; 0 puts none there. False where the list hasn't got it.
   /// Observers hear of it when the run loop turns.
@@ -57,7 +59,6 @@ class ProcessRegistry {
   class ObserverOwner;
 
   void watchFolder();
-  void readFolderEvents();
   void scanFolder();
   void announcementAppeared(std::string_view fileName);
   void announcementWent(std::string_view fileName);

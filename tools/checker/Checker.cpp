@@ -80,15 +80,14 @@ struct Checker::Block {
 Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
                  std::unique_ptr<Spelling> spelling)
     : host_(host), process_(host.platform()), options_(options), spelling_(std::move(spelling)) {
-  // The creating attach would clear the segments of a main application that is at work.
-  if (process_.platform().messagePorts.CFMessagePortCreateRemote(kServerPort) != nullptr) {
-    throw std::runtime_error("a main application is running already; end it first");
-  }
+  // The creating attach would clear the segments of a main application that is at work. Only one
+  // process can have the port, so that of two that start at once only one comes to the segments.
+  const auto port = takePort();
   createSegments();
-  servePort();
+  servePort(port);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
   trySpelling();
-  announcement_ = host_.processRegistry().announce(checkerAnnouncement());
+  announce();
   beginConversation();
   Log(process_, "* checker: ready");
 }
@@ -122,16 +121,26 @@ Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::
   return {address, size};
 }
 
-void Checker::servePort() {
-  Platform& platform = process_.platform();
-  const auto port = platform.messagePorts.CFMessagePortCreateLocal(
+std::shared_ptr<CFMessagePort> Checker::takePort() {
+  MessagePorts& ports = process_.platform().messagePorts;
+  auto port = ports.CFMessagePortCreateLocal(
       kServerPort, [this](std::int32_t command, const CFData* /*data*/) -> std::optional<CFData> {
         Log(process_, "* checker: command message ", command);
         return std::nullopt;
       });
+  if (port != nullptr) return port;
+  if (ports.CFMessagePortCreateRemote(kServerPort) != nullptr) {
+    throw std::runtime_error("a main application is running already; end it first");
+  }
+  throw std::runtime_error("can't serve the port " + std::string(kServerPort));
+}
+
+/// What has been sent to the port since it was taken waits for this.
+void Checker::servePort(const std::shared_ptr<CFMessagePort>& port) {
+  Platform& platform = process_.platform();
   const auto source = platform.messagePorts.CFMessagePortCreateRunLoopSource(port);
   CFRunLoop* loop = platform.runLoop.CFRunLoopGetCurrent();
-  if (port == nullptr || source == nullptr || loop == nullptr) {
+  if (source == nullptr || loop == nullptr) {
     throw std::runtime_error("can't serve the port " + std::string(kServerPort));
   }
   platform.runLoop.CFRunLoopAddSource(*loop, source);
@@ -148,6 +157,15 @@ void Checker::trySpelling() {
   ToolRecord(segments_.tool).put(At::AppReady, 1);
 }
 
+/// An input method that waits for the announcement types only afterwards, under our eyes; one that
+/// runs by now may be in the middle of a word.
+void Checker::announce() {
+  desktop::ProcessRegistry& registry = host_.processRegistry();
+  registry.refresh();
+  textsBeganWithUs_ = runningInputMethods(registry).empty();
+  announcement_ = registry.announce(checkerAnnouncement());
+}
+
 void Checker::beginConversation() {
   Platform& platform = process_.platform();
   const int textSegment = process_.state<SharedMemoryState>().shmid[kTextSlot];
@@ -155,9 +173,8 @@ void Checker::beginConversation() {
   if (options_.manner == Manner::Hostile) {
     scribbler_.emplace(segments_.tool, segments_.text, commandBytes_, *inputMethod_, options_.seed);
   }
-  const bool first = runningInputMethods(host_.processRegistry()).empty();
-  conversation_.emplace(segments_, spelling_.get(), platform.clock, *inputMethod_, options_, first,
-                        listener());
+  conversation_.emplace(segments_, spelling_.get(), platform.clock, *inputMethod_, options_,
+                        textsBeganWithUs_, listener());
   lastWork_ = platform.clock.mach_absolute_time();
   pollEvery(kBusyInterval);
 }

@@ -32,10 +32,12 @@ class Checker {
  private:
   struct Block;
 
+  std::shared_ptr<CFMessagePort> takePort();
   void createSegments();
   Block createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot);
-  void servePort();
+  void servePort(const std::shared_ptr<CFMessagePort>& port);
   void trySpelling();
+  void announce();
   void beginConversation();
   Listener listener();
   void logFix(const Fix& fix);
@@ -52,6 +54,7 @@ class Checker {
   std::optional<Scribbler> scribbler_;
   std::optional<Conversation> conversation_;
   std::unique_ptr<Registration> announcement_;
+  bool textsBeganWithUs_ = false;
   std::unique_ptr<Registration> timer_;
   desktop::RunLoop::Milliseconds interval_{0};
   std::uint64_t lastWork_ = 0;

@@ -1,0 +1,46 @@
+// The stand-in's start beside another one, as a person may start two.
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include "tests/desktop/DesktopStage.h"
+
+namespace quorvane::tests {
+namespace {
+
+std::size_t announcementsIn(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (entry.path().extension() == ".process") ++count;
+  }
+  return count;
+}
+
+TEST(CheckerStart, OfTwoAtOnceOneWorksAndTheOtherLeavesItsSegmentsAlone) {
+  const OwnFolder folder;
+  const std::filesystem::path runtime = folder.path() / "r";
+  const std::vector<std::string> variables{"QUORVANE_RUNTIME_DIR=" + runtime.string(),
+                                           "QUORVANE_KEY_OFFSET=" + std::to_string(ownKeyOffset())};
+  for (int round = 0; round < 3; ++round) {
+    const Start start{.arguments = {"checker"}, .variables = variables};
+    RunningProgram one(folder, start);
+    RunningProgram two(folder, start);
+    ASSERT_TRUE(eventually([&] { return announcementsIn(runtime) == 1; }));
+    RunningProgram type(
+        folder,
+        {.arguments = {"type", "--no-checker"}, .input = "teh end ", .variables = variables});
+    EXPECT_EQ(type.wait(), 0);
+    EXPECT_EQ(type.output(), "the end ");
+    one.signal(SIGTERM);
+    two.signal(SIGTERM);
+    const bool oneServed = one.wait() == 0;
+    EXPECT_EQ(two.wait(), oneServed ? 1 : 0);
+    const std::string errors = (oneServed ? two : one).errors();
+    EXPECT_NE(errors.find("running already"), std::string::npos) << errors;
+  }
+}
+
+}  // namespace
+}  // namespace quorvane::tests
