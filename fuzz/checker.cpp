@@ -46,6 +46,7 @@ class AnySpelling : public checker::Spelling {
 
 class AnyPort : public checker::InputMethodPort {
  public:
+  [[nodiscard]] std::int32_t asker() const override { return manner >> 2; }
   bool find() override { return (manner & 1) == 0; }
   bool send(std::int32_t /*messageId*/, Bytes payload) override {
     require(payload.size() >= 4 && payload[0] == 0 && payload[1] == 0, "a fix has a sane count");

@@ -38,11 +38,13 @@ class OneMistake : public Spelling {
 
 class RecordedPort : public InputMethodPort {
  public:
+  std::int32_t pid = 1;
   bool present = true;
   bool accepting = true;
   std::function<void()> sending = [] {};
   std::vector<std::pair<std::int32_t, std::vector<std::uint8_t>>> sent;
 
+  [[nodiscard]] std::int32_t asker() const override { return pid; }
   bool find() override { return present; }
   bool send(std::int32_t messageId, std::span<const std::uint8_t> payload) override {
     sending();
@@ -166,6 +168,14 @@ TEST_F(CheckerConversation, TheFirstWordAfterALateStartIsLeftAlone) {
   scan("teh teh ");
   EXPECT_EQ(published(), "teh the ");
   EXPECT_EQ(port.sent.size(), 1U);
+}
+
+TEST_F(CheckerConversation, TheSameHandleInAnotherInputMethodIsAnotherSession) {
+  for (const std::int32_t pid : {1, 2}) {
+    port.pid = pid;
+    scan("teh ");
+  }
+  EXPECT_EQ(port.sent.size(), 2U);
 }
 
 TEST_F(CheckerConversation, SwitchesTurnSpellingOffButEveryScanEnds) {

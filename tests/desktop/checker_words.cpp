@@ -199,28 +199,30 @@ TEST(CheckerFix, TheTailBehindTheCaretStaysOnlyWhereItNeedNotMove) {
 TEST(CheckerVouching, AWordIsVouchedForFromTheFirstBoundarySeen) {
   using Start = std::optional<std::size_t>;
   Vouching ours(true);
-  EXPECT_EQ(ours.observe(1, typed("teh "), 0).vouchedFrom, Start(0));
-  EXPECT_FALSE(ours.observe(1, typed("teh "), 0).isNew);
-  EXPECT_EQ(ours.observe(1, typed("x "), kTextCancelled).vouchedFrom, Start());
-  EXPECT_EQ(ours.observe(1, typed("x teh "), 0).vouchedFrom, Start(2));
+  EXPECT_EQ(ours.observe({1, 1}, typed("teh "), 0).vouchedFrom, Start(0));
+  EXPECT_FALSE(ours.observe({1, 1}, typed("teh "), 0).isNew);
+  EXPECT_EQ(ours.observe({1, 1}, typed("x "), kTextCancelled).vouchedFrom, Start());
+  EXPECT_EQ(ours.observe({1, 1}, typed("x teh "), 0).vouchedFrom, Start(2));
 
   Vouching late(false);
   TextRecord arrow = typed("hello ");
   arrow.key = 29;
-  EXPECT_EQ(late.observe(1, arrow, 0).vouchedFrom, Start()) << "no boundary typed under our eyes";
-  EXPECT_EQ(late.observe(1, typed("hello ld "), 0).vouchedFrom, Start());
-  EXPECT_EQ(late.observe(1, typed("hello ld teh "), 0).vouchedFrom, Start(9));
-  EXPECT_EQ(late.observe(2, typed("ab "), 0).vouchedFrom, Start()) << "another session";
-  EXPECT_EQ(late.observe(1, typed("hello k "), 0).vouchedFrom, Start()) << "gone back behind it";
+  EXPECT_EQ(late.observe({1, 1}, arrow, 0).vouchedFrom, Start())
+      << "no boundary typed under our eyes";
+  EXPECT_EQ(late.observe({1, 1}, typed("hello ld "), 0).vouchedFrom, Start());
+  EXPECT_EQ(late.observe({1, 1}, typed("hello ld teh "), 0).vouchedFrom, Start(9));
+  EXPECT_EQ(late.observe({1, 2}, typed("ab "), 0).vouchedFrom, Start()) << "another session";
+  EXPECT_EQ(late.observe({1, 1}, typed("hello k "), 0).vouchedFrom, Start())
+      << "gone back behind it";
 }
 
 TEST(CheckerVouching, ASentencesEndThatEmptiesTheTextIsABoundary) {
   using Start = std::optional<std::size_t>;
   const std::string sentence = "x " + std::string(316, 'a') + ". ";
   Vouching vouching(false);
-  vouching.observe(1, typed("x "), 0);
-  vouching.observe(1, typed(sentence), 0);
-  EXPECT_EQ(vouching.observe(1, typed("Teh "), 0).vouchedFrom, Start(0));
+  vouching.observe({1, 1}, typed("x "), 0);
+  vouching.observe({1, 1}, typed(sentence), 0);
+  EXPECT_EQ(vouching.observe({1, 1}, typed("Teh "), 0).vouchedFrom, Start(0));
 }
 
 TEST(CheckerSpelling, TheRealDictionaryMendsOrdinaryTypos) {

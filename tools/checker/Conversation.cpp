@@ -74,7 +74,7 @@ std::optional<Fix> Conversation::decide() {
   const std::uint32_t change = takeSessionChange();
   const auto record = decodeTextRecord(bytes);
   if (!record) return std::nullopt;
-  const Sight sight = vouching_.observe(tool_.get(At::SessionHandle), *record, change);
+  const Sight sight = vouching_.observe(session(), *record, change);
   if (!sight.isNew) return std::nullopt;
   if (options_.manner == Manner::Slow) clock_.usleep(options_.slowMilliseconds * 1000);
   std::optional<Fix> fix;
@@ -83,6 +83,8 @@ std::optional<Fix> Conversation::decide() {
   }
   return inManner(std::move(fix), *record);
 }
+
+SessionKey Conversation::session() const { return {port_.asker(), tool_.get(At::SessionHandle)}; }
 
 /// Zeroed so that the input method doesn't take its own word for news of ours.
 std::uint32_t Conversation::takeSessionChange() {

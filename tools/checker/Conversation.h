@@ -47,6 +47,7 @@ class Conversation {
   [[nodiscard]] bool spellingWanted() const;
   void answerScan();
   std::optional<Fix> decide();
+  [[nodiscard]] SessionKey session() const;
   std::uint32_t takeSessionChange();
   std::optional<Fix> inManner(std::optional<Fix> fix, const TextRecord& record);
   ScanEnd hand(const Fix& fix);

@@ -11,8 +11,9 @@ class InputMethodPort {
  public:
   virtual ~InputMethodPort() = default;
 
-  /// Looks for the input method that asks for the scan in progress. False where it can't be told or
-  /// has no port.
+  /// Process id of the input method that asks for the scan in progress; 0 where it can't be told.
+  [[nodiscard]] virtual std::int32_t asker() const = 0;
+  /// Looks for the port of that one. False where it can't be told or has no port.
   virtual bool find() = 0;
   /// To the one found last, without waiting for a reply. False where the message didn't go.
   virtual bool send(std::int32_t messageId, std::span<const std::uint8_t> payload) = 0;

@@ -26,21 +26,21 @@ std::string inputMethodPortName(const ProcessSerialNumber& serialNumber) {
          std::to_string(serialNumber.lowLongOfPSN);
 }
 
-std::optional<std::int32_t> DesktopInputMethodPort::asker() const {
+std::int32_t DesktopInputMethodPort::asker() const {
   const auto running = runningInputMethods(registry_);
   shmid_ds segment{};
   if (::shmctl(textSegment_, IPC_STAT, &segment) == 0 &&
       std::ranges::find(running, segment.shm_lpid) != running.end()) {
     return segment.shm_lpid;
   }
-  return running.size() == 1 ? std::optional(running.front()) : std::nullopt;
+  return running.size() == 1 ? running.front() : 0;
 }
 
 bool DesktopInputMethodPort::find() {
   remote_.reset();
-  const auto pid = asker();
-  if (!pid) return false;
-  name_ = inputMethodPortName(desktop::serialNumberOf(*pid));
+  const std::int32_t pid = asker();
+  if (pid == 0) return false;
+  name_ = inputMethodPortName(desktop::serialNumberOf(pid));
   remote_ = ports_.CFMessagePortCreateRemote(name_);
   return remote_ != nullptr;
 }

@@ -1,7 +1,6 @@
 #pragma once
 // The input methods that run on this desktop.
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,13 +25,12 @@ class DesktopInputMethodPort final : public InputMethodPort {
                          int textSegment)
       : registry_(registry), ports_(ports), textSegment_(textSegment) {}
 
+  [[nodiscard]] std::int32_t asker() const override;
   bool find() override;
   bool send(std::int32_t messageId, std::span<const std::uint8_t> payload) override;
   [[nodiscard]] const std::string& name() const override { return name_; }
 
  private:
-  [[nodiscard]] std::optional<std::int32_t> asker() const;
-
   const desktop::ProcessRegistry& registry_;
   MessagePorts& ports_;
   int textSegment_;

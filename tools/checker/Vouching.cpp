@@ -9,7 +9,7 @@ namespace quorvane::checker {
 
 namespace {
 
-constexpr std::size_t kSessionLimit = 256;
+constexpr std::size_t kSessionLimit = 4096;
 /// From this length on a sentence's end makes the session's text start afresh at the next key.
 constexpr std::size_t kFreshStartLength = 320;
 
@@ -31,7 +31,7 @@ bool beginsWith(const std::vector<std::uint8_t>& text, const std::vector<std::ui
 
 }  // namespace
 
-Vouching::Known& Vouching::known(std::uint32_t session) {
+Vouching::Known& Vouching::known(const SessionKey& session) {
   const auto found = sessions_.find(session);
   if (found != sessions_.end()) return found->second;
   if (sessions_.size() >= kSessionLimit) {  // all are met again as strangers
@@ -43,7 +43,7 @@ Vouching::Known& Vouching::known(std::uint32_t session) {
   return fresh;
 }
 
-Sight Vouching::observe(std::uint32_t session, const TextRecord& record, std::uint32_t change) {
+Sight Vouching::observe(const SessionKey& session, const TextRecord& record, std::uint32_t change) {
   Known& before = known(session);
   auto& from = before.vouchedFrom;
   if (change == kTextOverflowed || change == kTextCancelled) {

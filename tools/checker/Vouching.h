@@ -3,6 +3,7 @@
 // application ran is missing from the text, and after a reset the text may begin inside a word: a
 // word that begins before the point known is left alone.
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -12,6 +13,13 @@
 #include "tools/checker/TextRecord.h"
 
 namespace quorvane::checker {
+
+/// Handles are an input method's own: the next one counts them from the start again.
+struct SessionKey {
+  std::int32_t inputMethod = 0;  ///< process id
+  std::uint32_t handle = 0;
+  auto operator<=>(const SessionKey&) const = default;
+};
 
 struct Sight {
   std::optional<std::size_t> vouchedFrom;  ///< empty: no word may be touched
@@ -25,17 +33,17 @@ class Vouching {
 
   /// Takes in one scan. `change` is the session's change code. A fix changes nothing before the
   /// point known, so that it needn't be told here.
-  Sight observe(std::uint32_t session, const TextRecord& record, std::uint32_t change);
+  Sight observe(const SessionKey& session, const TextRecord& record, std::uint32_t change);
 
  private:
   struct Known {
     std::vector<std::uint8_t> text;  ///< at the last scan, as far as the cursor
     std::optional<std::size_t> vouchedFrom;
   };
-  Known& known(std::uint32_t session);
+  Known& known(const SessionKey& session);
 
   bool textsBeganWithUs_;
-  std::map<std::uint32_t, Known> sessions_;
+  std::map<SessionKey, Known> sessions_;
 };
 
 }  // namespace quorvane::checker
