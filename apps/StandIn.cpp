@@ -11,6 +11,8 @@
 #include <ctime>
 #include <system_error>
 
+#include "apps/EndSignals.h"
+
 namespace quorvane {
 namespace {
 
@@ -18,6 +20,8 @@ namespace {
 [[noreturn]] void becomeStandIn(pid_t parent, StandIn::Talk talk) {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (::getppid() != parent) ::_exit(1);
+  const sigset_t heldByParent = endSignals();
+  ::sigprocmask(SIG_UNBLOCK, &heldByParent, nullptr);
   const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
   ::dup2(nothing, STDIN_FILENO);
   if (talk == StandIn::Talk::None) ::dup2(nothing, STDERR_FILENO);

@@ -3,11 +3,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
-#include <csignal>
 #include <iostream>
 #include <stdexcept>
 
+#include "apps/EndSignals.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/shell/main.h"
@@ -112,7 +113,7 @@ void TypeSession::observe() {
 }
 
 void TypeSession::watchSignals() {
-  for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int number : kEndSignals) {
     signalWatches_.push_back(
         host_.runLoop().onSignal(number, [this, number] { interrupted(number); }));
   }
@@ -156,6 +157,9 @@ void TypeSession::awaitStandIn() {
   MasterCloseToolRecPtr(process_);
 }
 
+/// Announced last of all: our port stands, and the stand-in has announced itself before us. One
+/// that finds us running already can't know how the word began that it sees first, and leaves it
+/// alone.
 void TypeSession::typeAll() {
   announcement_ = host_.processRegistry().announce(configuration_.ownProcess);
   textApplication_.focus(&document_);
@@ -171,8 +175,18 @@ void TypeSession::typeOne(char32_t character) {
   textApplication_.type(keyFor(character));
   settle();
   if (options_.delay.count() == 0) return;
-  host_.runLoop().runFor(options_.delay);
+  pause();
   settle();
+}
+
+/// The delay in short turns, so that a signal needn't wait for the end of it.
+void TypeSession::pause() {
+  const auto end = SteadyClock::now() + options_.delay;
+  while (signal_ == 0) {
+    const auto left = std::chrono::ceil<milliseconds>(end - SteadyClock::now());
+    if (left <= milliseconds(0)) return;
+    host_.runLoop().runFor(std::min(left, kTurn));
+  }
 }
 
 /// Everything that waits is handled: messages, notifications, posted events.

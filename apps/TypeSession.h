@@ -44,6 +44,7 @@ class TypeSession {
   void awaitStandIn();
   void typeAll();
   void typeOne(char32_t character);
+  void pause();
   void settle();
   void awaitLastFixes();
   void cleanUp();

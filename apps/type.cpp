@@ -7,10 +7,12 @@
 #include <csignal>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 
 #include "apps/Command.h"
+#include "apps/EndSignals.h"
 #include "apps/TypeOptions.h"
 #include "apps/TypeSession.h"
 #include "apps/Utf8Input.h"
@@ -25,7 +27,9 @@ struct Typed {
 };
 
 Typed typeInto(const TypeOptions& options, std::u32string_view text) {
+  auto held = std::make_optional<HeldEndSignals>();
   TypeSession session(options);
+  held.reset();
   session.run(text);
   return {toUtf8(session.document()), session.signal()};
 }
