@@ -35,6 +35,12 @@ std::optional<std::int32_t> pidOfFolder(std::string_view name) {
   return whole && pid > 0 ? std::optional(pid) : std::nullopt;
 }
 
+/// An empty variable counts as unset, here as everywhere.
+bool isSet(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr && *value != '\0';
+}
+
 bool isAlive(std::int32_t pid) { return ::kill(pid, 0) == 0 || errno != ESRCH; }
 
 /// A segment of another user stays.
@@ -61,8 +67,8 @@ void removeLeftovers(const std::filesystem::path& usualFolder) {
 }  // namespace
 
 TypeSurroundings::TypeSurroundings() {
-  if (std::getenv(kRuntimeDir) == nullptr) makeFolder();
-  if (std::getenv(kKeyOffset) == nullptr) {
+  if (!isSet(kRuntimeDir)) makeFolder();
+  if (!isSet(kKeyOffset)) {
     keyOffset_ = keyOffsetOf(::getpid());
     ::setenv(kKeyOffset, std::to_string(keyOffset_).c_str(), 1);
   }

@@ -1,5 +1,8 @@
 // The command a person types. Constructs and runs, nothing more.
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
@@ -7,6 +10,15 @@
 #include "apps/Command.h"
 
 namespace {
+
+/// A closed one would go to the next file or socket that is opened, and what is meant for standard
+/// error would end there. Opened the wrong way round, so that whoever uses it still fails.
+void openClosedStandardDescriptors() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (::fcntl(descriptor, F_GETFD) >= 0) continue;
+    if (::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY) < 0) return;
+  }
+}
 
 int parseAndRun(int argc, char** argv) {
   CLI::App app("The input-method half of a desktop writing checker.", "quorvane");
@@ -27,6 +39,7 @@ int parseAndRun(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  openClosedStandardDescriptors();
   try {
     return parseAndRun(argc, argv);
   } catch (const std::exception& error) {
