@@ -51,11 +51,6 @@ class TextApplicationTest : public testing::Test {
     host.text.setController(&controller);
     host.text.focus(&document);
     controller.told.clear();
-    host.text.trace = [this](const EventReport& report) {
-      std::string line(describe(report.outcome));
-      for (const std::string& call : report.clientCalls) line += ", " + call;
-      traced.push_back(line);
-    };
   }
   void postShift() {
     host.queue.IOHIDPostEvent(1, NX_FLAGSCHANGED, {}, 2, NSEventModifierFlagShift, 0);
@@ -65,27 +60,11 @@ class TextApplicationTest : public testing::Test {
   memory::MemoryHost host;
   ScriptedController controller{host.text};
   Document& document = host.text.addDocument();
-  std::vector<std::string> traced;
 };
-
-TEST_F(TextApplicationTest, OnlyWhatIsPassedOnReachesTheDocument) {
-  controller.onEvent = [](const NSEvent& event, IMKTextInput& client) {
-    if (event.type != NSEventType::KeyDown || event.characters != u"\"") return false;
-    client.insertText(u"\u201C", kHere);
-    return true;
-  };
-  EXPECT_EQ(host.text.type(U'a'), Outcome::PassedOn);
-  EXPECT_EQ(host.text.type(U'"'), Outcome::Consumed);
-  EXPECT_EQ(host.text.type(U'\n'), Outcome::PassedOn);
-  EXPECT_EQ(host.text.type(U'\U0001F600'), Outcome::PassedOn);
-  EXPECT_EQ(document.text(), u"a\u201C\n\U0001F600");
-  EXPECT_EQ(traced[2], "consumed, insertText \"\xE2\x80\x9C\" {-,-}");
-}
 
 TEST_F(TextApplicationTest, CarbonRecordStandsBehindTheEvent) {
   host.text.press(u"A", 0, NSEventModifierFlagShift | NSEventModifierFlagCapsLock);
   ASSERT_TRUE(controller.carbon);
-  EXPECT_EQ(controller.carbon->eventClass, kEventClassKeyboard);
   EXPECT_EQ(controller.carbon->kind, kEventRawKeyUp);
   EXPECT_EQ(controller.carbon->kchr, std::uint8_t{'A'});
   EXPECT_EQ(controller.carbon->kmod, shiftKey | alphaLock);
@@ -190,17 +169,6 @@ TEST_F(TextApplicationTest, FocusGoesOverWithDeactivationFirst) {
                                                        "11:7@1", "deactivate 1"}));
   EXPECT_EQ(document.text(), u"");
   EXPECT_EQ(other.text(), u"x");
-}
-
-TEST_F(TextApplicationTest, ClickPlacesTheCaretUnlessConsumed) {
-  document.setText(u"abc");
-  host.text.click(1);
-  EXPECT_EQ(document.selection(), (NSRange{1, 0}));
-  ASSERT_TRUE(controller.carbon);
-  EXPECT_EQ(controller.carbon->eventClass, kEventClassMouse);
-  controller.onEvent = [](const NSEvent&, IMKTextInput&) { return true; };
-  host.text.click(3);
-  EXPECT_EQ(document.selection(), (NSRange{1, 0}));
 }
 
 }  // namespace
