@@ -40,8 +40,6 @@ class RandomWorld::Gate : public IMKInputController {
   Gate(RandomWorld& world, Fault fault) : world_(world), fault_(fault) {}
 
   bool handleEvent(const NSEvent& event, IMKTextInput* client) override {
-    world_.session_.observe();
-    world_.inEvent_ = true;
     const bool due = world_.keys_ > kFaultAfter && isPlainLetter(event) &&
                      !static_cast<field::Document*>(client)->closed();
     const bool twoLetters = due && isPlainLetter(last_) && lastClient_ == client;
@@ -51,9 +49,8 @@ class RandomWorld::Gate : public IMKInputController {
     return handle(event, client);
   }
   void activateServer(IMKTextInput* sender) override {
-    world_.session_.observe();
     world_.method_.controller.activateServer(sender);
-    world_.session_.activated(idOf(sender));
+    world_.active_ = world_.indexOf(sender);
   }
   void deactivateServer(IMKTextInput* sender) override {
     world_.method_.controller.deactivateServer(sender);
@@ -91,21 +88,19 @@ class RandomWorld::Gate : public IMKInputController {
 
 RandomWorld::RandomWorld(std::uint64_t seed, Fault fault)
     : random_(seed),
-      method_(random_.chance(700)),
-      gate_(std::make_unique<Gate>(*this, fault)),
-      session_(host_, method_.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS) {
+      honest_(fault != Fault::None || random_.chance(500)),
+      method_(honest_ || random_.chance(400)),
+      gate_(std::make_unique<Gate>(*this, fault)) {
   host_.journal.setRecording(false);
   host_.log.enabled = random_.chance(200);
   host_.log.limit = host_.console.limit = 100;
   host_.text.trace = [this](const field::EventReport& report) { onReport(report); };
   documents_.emplace_back();
-  session_.observe();
-  session_.activated(idOf(&method_.document));
+  sessions_.emplace_back();
   host_.text.setController(gate_.get());
   if (random_.chance(500)) {
-    session_.documentTag = 1 + random_.below(9);
     host_.textServicesManager.activeDocument = 77;
-    host_.textServicesManager.documentProperties[77]["dapy"_4cc] = session_.documentTag;
+    host_.textServicesManager.documentProperties[77]["dapy"_4cc] = 5;
   }
   while (random_.chance(500)) sendFix();
   host_.text.focus(random_.chance(500) ? nullptr : &method_.document);
@@ -127,10 +122,8 @@ void RandomWorld::step() {
     mouse();
   } else if (dice < 960) {
     message();
-  } else if (dice < 965) {
-    mainApplication();
   } else if (dice < 975) {
-    scribble();
+    disturb();
   } else if (dice < 985) {
     scanAnswer();
   } else if (dice < 990) {
@@ -173,11 +166,21 @@ void RandomWorld::documents() {
   if (documents_.size() < kDocumentLimit && random_.chance(300)) {
     host_.text.addDocument();
     documents_.emplace_back();
+    sessions_.emplace_back();
   }
   if (documents_.size() > 2 && random_.chance(20)) {
     const std::size_t which = random_.below(static_cast<std::uint32_t>(documents_.size()));
     host_.text.documents()[which]->close();
     documents_[which].closed = true;
+  }
+}
+
+void RandomWorld::disturb() {
+  if (honest_) return;
+  if (random_.chance(300)) {
+    mainApplication();
+  } else {
+    scribble();
   }
 }
 
@@ -189,7 +192,6 @@ void RandomWorld::mainApplication() {
     const std::uint32_t odd = random_.chance(300) ? random_.oneOf(std::array{880U, 893U}) : 0;
     if (odd != 0) main.segmentOptions[odd].stranger = true;
     main.launch(notice);
-    if (odd != 0) session_.unusable.push_back(main.segment(odd));
   } else if (random_.chance(300)) {
     main.vanish(notice,
                 random_.chance(500) ? memory::SegmentFate::Kept : memory::SegmentFate::Removed);
@@ -202,20 +204,23 @@ void RandomWorld::mainApplication() {
 
 void RandomWorld::scanAnswer() {
   memory::Answer answer;
-  if (random_.chance(200)) {
+  answer.action = [this] { answerScan(); };
+  if (honest_) {
+    answer.afterTicks = random_.oneOf(std::array{0.0, 1.5});
+  } else if (random_.chance(200)) {
     answer.afterTicks = std::nullopt;
   } else {
-    answer.afterTicks = random_.oneOf(std::array{0.0, 0.0, 1.5, 5.0, 20.0});
+    answer.afterTicks = random_.oneOf(std::array{0.0, 5.0, 20.0});
     answer.evenIfTakenBack = random_.chance(300);
-    answer.action = [this] { lie(); };
   }
   host_.mainApplication.answerScan(answer);
 }
 
-void RandomWorld::lie() {
+void RandomWorld::answerScan() {
+  ++reached_["scans"];
   if (random_.chance(300)) writeText();
   if (random_.chance(300)) sendFix();
-  if (random_.chance(20)) scribble();
+  if (!honest_ && random_.chance(20)) scribble();
 }
 
 void RandomWorld::scribble() {
@@ -240,25 +245,27 @@ void RandomWorld::scribble() {
 }
 
 void RandomWorld::switches() {
-  session_.flags =
+  method_.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS =
       random_.oneOf(std::array{0x11833U, 0x11833U, 0x11833U, 0x1800U, 0x11871U, 0x1U, 0x10000U});
-  method_.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = session_.flags;
 }
 
 void RandomWorld::writeText() {
-  const std::uint32_t cursor = random_.chance(100) ? random_.word() : random_.below(390);
-  writeWord(893, 0, cursor);
-  writeWord(893, 4, random_.chance(800) ? cursor : cursor + random_.below(50));
-  std::vector<std::uint8_t> bytes(random_.below(384), 'w');
-  for (std::size_t i = 0; i < bytes.size(); i += 1 + random_.below(9)) bytes[i] = ' ';
-  write(893, 8, bytes);
+  WrittenText text;
+  text.cursor = random_.chance(100) ? random_.word() : random_.below(390);
+  text.length = random_.chance(800) ? text.cursor : text.cursor + random_.below(50);
+  text.bytes.assign(384, 'w');
+  for (std::size_t i = 0; i < 384; i += 1 + random_.below(9)) text.bytes[i] = ' ';
+  ++reached_[text.possible() ? "texts taken back" : "impossible texts"];
+  writeWord(893, 0, text.cursor);
+  writeWord(893, 4, text.length);
+  write(893, 8, {text.bytes.begin(), text.bytes.end()});
   writeWord(880, 68 + 4 * 11, 1);
+  written_ = std::move(text);
 }
 
-void RandomWorld::write(std::uint32_t key, std::size_t offset, std::vector<std::uint8_t> bytes) {
-  const int segment = host_.mainApplication.segment(key);
-  host_.sharedMemory.write(segment, offset, bytes);
-  if (inEvent_) session_.scanWrites.push_back({segment, offset, std::move(bytes)});
+void RandomWorld::write(std::uint32_t key, std::size_t offset,
+                        const std::vector<std::uint8_t>& bytes) {
+  host_.sharedMemory.write(host_.mainApplication.segment(key), offset, bytes);
 }
 
 void RandomWorld::writeWord(std::uint32_t key, std::size_t offset, std::uint32_t value) {
@@ -300,7 +307,6 @@ void RandomWorld::send(Message message) {
 
 void RandomWorld::turn() {
   host_.processes.deliverNotifications();
-  session_.observe();
   host_.messagePorts.runPending();
   for (; !sent_.empty(); sent_.pop_front()) arrived(sent_.front());
   compareSession();
@@ -308,16 +314,12 @@ void RandomWorld::turn() {
 }
 
 void RandomWorld::arrived(const Message& message) {
-  if (message.id == static_cast<std::int32_t>("Updt"_4cc)) session_.update();
-  if (message.id == static_cast<std::int32_t>("gInt"_4cc)) session_.versionAsked();
-  if (message.id != 202 || !message.data || message.data->size() < 4) return;
-  session_.fixArrived(message.text.has_value(), lastClient_ != nullptr);
-  if (!message.text) return;
+  if (message.id != 202 || !message.text) return;
   if (!lastClient_) {
     parked_ = {message.count, *message.text};
   } else {
-    const bool landed = modelOf(lastClient_).fix(message.count, *message.text);
-    ++session_.reached[landed ? "fixes landed" : "counts refused"];
+    const bool landed = documents_[*lastClient_].fix(message.count, *message.text);
+    ++reached_[landed ? "fixes landed" : "counts refused"];
   }
 }
 
@@ -332,7 +334,6 @@ void RandomWorld::deliver(const NSEvent& event, bool withEventRef) {
 }
 
 void RandomWorld::onReport(const field::EventReport& report) {
-  inEvent_ = false;
   const NSEvent& event = report.event;
   if (!report.posted) {
     const bool inOrder = !expected_.empty() && expected_.front().type == event.type &&
@@ -340,17 +341,20 @@ void RandomWorld::onReport(const field::EventReport& report) {
     if (!inOrder) return broken("out of order: " + describe(event));
     expected_.pop_front();
   }
-  lastClient_ = host_.text.focused();
-  DocumentModel& document = modelOf(lastClient_);
+  const std::size_t client = indexOf(host_.text.focused());
+  lastClient_ = active_ = client;
   if (parked_) {
-    document.parkedFix(parked_->count, parked_->text);
+    documents_[client].parkedFix(parked_->count, parked_->text);
     parked_.reset();
-    ++session_.reached["parked fixes"];
+    ++reached_["parked fixes"];
   }
-  session_.event(event, report.posted || withEventRef_, idOf(lastClient_));
+  const bool isTyped = event.type == NSEventType::KeyDown && (report.posted || withEventRef_);
+  if (isTyped) sessions_[client].key(event);
+  if (written_) sessions_[client].take(*written_);
+  written_.reset();
   if (report.outcome == field::Outcome::PassedOn) {
-    document.key(event, clipboard_);
-    if (event.type == NSEventType::LeftMouseDown) document.click(clickIndex_);
+    documents_[client].key(event, clipboard_);
+    if (event.type == NSEventType::LeftMouseDown) documents_[client].click(clickIndex_);
   } else if (report.outcome != field::Outcome::Consumed) {
     broken("the controller threw at " + describe(event));
   } else if (std::none_of(report.clientCalls.begin(), report.clientCalls.end(), changesText)) {
@@ -359,57 +363,49 @@ void RandomWorld::onReport(const field::EventReport& report) {
   compareSession();
 }
 
-std::uint32_t RandomWorld::idOf(const IMKTextInput* client) {
-  return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(client));
-}
-
-DocumentModel& RandomWorld::modelOf(const IMKTextInput* client) {
+std::size_t RandomWorld::indexOf(const IMKTextInput* client) const {
   const auto all = host_.text.documents();
   const auto found = std::find_if(all.begin(), all.end(),
                                   [&](const auto& document) { return document.get() == client; });
-  return documents_.at(static_cast<std::size_t>(found - all.begin()));
+  return static_cast<std::size_t>(found - all.begin());
 }
 
 void RandomWorld::compareDocuments() {
-  for (std::size_t i = 0; i < documents_.size(); ++i) {
-    const field::Document& document = *host_.text.documents()[i];
-    const DocumentModel& model = documents_[i];
-    if (document.text() != model.text) {
-      broken("document " + std::to_string(i) + " holds\n  " + toUtf8(document.text()) +
-             "\nand not\n  " + toUtf8(model.text));
-    }
-    const NSRange selection{model.from, model.to - model.from};
-    if (document.markedRange() || (!model.closed && document.selection() != selection)) {
-      broken("the selection of document " + std::to_string(i));
-    }
-    if (document.text().size() > kTidyAbove && !model.closed) {
-      host_.text.documents()[i]->setText(u"tidy ");
-      documents_[i].text = u"tidy ";
-      documents_[i].from = documents_[i].to = 5;
-    }
+  for (std::size_t i = 0; i < documents_.size(); ++i) compareDocument(i);
+}
+
+void RandomWorld::compareDocument(std::size_t which) {
+  field::Document& document = *host_.text.documents()[which];
+  DocumentModel& model = documents_[which];
+  if (document.text() != model.text) {
+    broken("document " + std::to_string(which) + " holds\n  " + toUtf8(document.text()) +
+           "\nand not\n  " + toUtf8(model.text));
+  }
+  const NSRange selection{model.from, model.to - model.from};
+  if (document.markedRange() || (!model.closed && document.selection() != selection)) {
+    broken("the selection of document " + std::to_string(which));
+  }
+  if (document.text().size() > kTidyAbove && !model.closed) {
+    document.setText(u"tidy ");
+    model.text = u"tidy ";
+    model.from = model.to = 5;
   }
 }
 
 void RandomWorld::compareSession() {
-  const BIMSessionRec* real = BIMGetActiveSession(method_.process);
-  const Session* model = session_.active();
-  if (!real || !model) {
-    if (real || model) broken("which session is active");
-    return;
+  if (!honest_) return;
+  const BIMSessionRec& real = method_.session();
+  const SessionModel& model = sessions_[active_];
+  const std::string bytes(real.sessionText->begin(), real.sessionText->begin() + real.length);
+  if (real.cursor != model.cursor || bytes != model.text()) {
+    broken("the session holds\n  " + bytes + " " + std::to_string(real.cursor) + "\nand not\n  " +
+           model.text() + " " + std::to_string(model.cursor));
   }
-  const std::string bytes(real->sessionText->begin(), real->sessionText->end());
-  if (real->clientID != model->client) broken("the active session is another client's");
-  if (real->cursor != model->cursor || real->length != model->length ||
-      bytes.substr(0, real->length) != model->bytes.substr(0, model->length)) {
-    broken("the session holds\n  " + bytes.substr(0, real->length) + " " +
-           std::to_string(real->cursor) + "\nand not\n  " + model->bytes.substr(0, model->length) +
-           " " + std::to_string(model->cursor));
+  if (real.length == 384) ++reached_["full sessions"];
+  for (const unsigned busy : {16, 22, 54}) {
+    const std::uint32_t value = host_.mainApplication.field(busy);
+    if (value != 0) broken("field " + std::to_string(busy) + " is " + std::to_string(value));
   }
-  if (real->editState != model->editState) {
-    broken("the session's change code is " + std::to_string(real->editState) + ", not " +
-           std::to_string(model->editState));
-  }
-  if (!session_.differenceInFields().empty()) broken(session_.differenceInFields());
 }
 
 void RandomWorld::broken(const std::string& what) {

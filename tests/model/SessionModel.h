@@ -1,109 +1,108 @@
 #pragma once
-// What the input method must remember of each client's typing, and of the main application: a naive
-// account that reads the platform and the shared segments as any third party could.
+// What the input method must remember of one client's typing, worked out naively: the bytes of the
+// sentence that is being typed, and the place of the cursor in them.
 
 #include <cstdint>
-#include <deque>
-#include <map>
-#include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
-#include "hosts/memory/MemoryHost.h"
+#include "platform/AppKitEvents.h"
 
 namespace quorvane::model {
 
-struct Session {
-  std::string bytes = std::string(385, '\0');
+/// A text that the main application wrote in place of the copy.
+struct WrittenText {
   std::uint32_t cursor = 0;
   std::uint32_t length = 0;
-  std::uint32_t editState = 0;
-  std::uint32_t client = 0;
-  std::uint32_t appInput = 0;
-  std::uint32_t tag = 0;     ///< of its document
-  std::uint32_t handle = 0;  ///< sessions are numbered as they are made
+  std::string bytes;
+
+  [[nodiscard]] bool possible() const { return cursor <= length && length <= 384; }
 };
 
-/// Something that the main application wrote into a segment.
-struct Write {
-  int segment = 0;
-  std::size_t offset = 0;
-  std::vector<std::uint8_t> bytes;
-};
+struct SessionModel {
+  std::string bytes = std::string(385, '\0');  ///< what lies behind the text counts too
+  std::uint32_t cursor = 0;
+  std::uint32_t length = 0;
 
-class SessionModel {
- public:
-  /// The input method has started, its two first sessions are made, nothing is active.
-  SessionModel(memory::MemoryHost& host, std::uint32_t appFlags);
+  [[nodiscard]] std::string text() const { return bytes.substr(0, length); }
 
-  /// Looks at the segments as an event or a message will find them.
-  void observe();
-  void activated(std::uint32_t client);
-  void event(const NSEvent& event, bool withEventRef, std::uint32_t client);
-  /// Message 202. `decoded` false: its text was in no encoding; `direct`: a client is known.
-  void fixArrived(bool decoded, bool direct);
-  /// Message "Updt".
-  void update();
-  /// Message "gInt".
-  void versionAsked() { attach(); }
+  /// A key down with an event record behind it.
+  void key(const NSEvent& event) {
+    constexpr std::uint32_t kNotTyping =
+        NSEventModifierFlagCommand | NSEventModifierFlagControl | NSEventModifierFlagFunction;
+    const std::uint8_t code = leadByte(event.characters);
+    if (event.modifierFlags == NSEventModifierFlagCommand && code == 'a') forget();
+    if ((event.modifierFlags & kNotTyping) == 0) typed(code == 3 ? 13 : code);
+  }
 
-  [[nodiscard]] const Session* active() const { return active_; }
-  /// What differs in the shared fields that the model accounts for; empty: nothing.
-  [[nodiscard]] std::string differenceInFields() const;
-
-  std::uint32_t flags;                 ///< the switches
-  std::uint32_t documentTag = 0;       ///< of the document in front, for sessions to come
-  std::vector<Write> scanWrites;       ///< made by the main application during the event
-  std::vector<int> unusable;           ///< segments that can't be attached
-  std::map<std::string, int> reached;  ///< how often the rarer rules were reached
+  void take(const WrittenText& written) {
+    if (!written.possible()) return;
+    cursor = written.cursor;
+    length = written.length;
+    bytes.replace(0, cursor, written.bytes, 0, cursor);
+  }
 
  private:
-  [[nodiscard]] bool running();
-  [[nodiscard]] bool mainInFront();
-  [[nodiscard]] std::uint32_t frontSignature();
-  void find();
-  void launched(const ApplicationNotification& notification);
-  void terminated(const ApplicationNotification& notification);
-  void frontChanged(const ApplicationNotification& notification);
-  [[nodiscard]] std::int32_t listedPid();
-
-  void attach() {
-    if (!segment_) segment_ = seen_;
+  /// First byte of the UTF-8 form; half a pair alone has none.
+  static std::uint8_t leadByte(const std::u16string& text) {
+    if (text.empty()) return 0;
+    const char16_t unit = text[0];
+    if (unit < 0x80) return static_cast<std::uint8_t>(unit);
+    if (unit < 0x800) return static_cast<std::uint8_t>(0xC0 | unit >> 6);
+    if (unit < 0xD800 || unit > 0xDFFF) return static_cast<std::uint8_t>(0xE0 | unit >> 12);
+    const bool pair = unit < 0xDC00 && text.size() > 1 && text[1] >= 0xDC00 && text[1] < 0xE000;
+    return pair ? static_cast<std::uint8_t>(0xF0 | (0x40u + (unit & 0x3FFu)) >> 8) : 0;
   }
-  [[nodiscard]] std::optional<int> usable(std::uint32_t key);
-  [[nodiscard]] bool hasRecord() const { return seen_.has_value(); }
-  [[nodiscard]] std::uint32_t field(std::size_t i) const { return word(tool_, 68 + 4 * i); }
-  void setField(std::size_t i, std::uint32_t value) { setWord(tool_, 68 + 4 * i, value); }
-  static std::uint32_t word(const std::vector<std::uint8_t>& bytes, std::size_t offset);
-  static void setWord(std::vector<std::uint8_t>& bytes, std::size_t offset, std::uint32_t value);
 
-  Session& make(std::uint32_t client);
-  void lookup(std::uint32_t client);
-  void sessionEvent(const NSEvent& event);
-  void handleInput(std::uint8_t key);
-  void makeRoom(Session& session);
-  void insert(Session& session, std::uint8_t key);
-  static void erase(Session& session);
-  static void forget(Session& session);
-  void interactive(Session& session, std::uint8_t key);
-  void publish(Session& session, std::uint8_t key);
-  void updateFrom(Session& session);
+  void typed(std::uint8_t key) {
+    if (key == 8 || key == 127) return erase();
+    if (key == 30 || key == 31) return forget();
+    if (key == 28) cursor -= cursor > 0 ? 1 : 0;
+    if (key == 29) cursor += cursor < length ? 1 : 0;
+    const bool silent = key == 0 || key == 11 || key == 12 || key == 27 || key == 28 || key == 29;
+    if (!silent) insert(key);
+  }
 
-  memory::MemoryHost& host_;
-  std::vector<std::unique_ptr<Registration>> observers_;
-  ProcessSerialNumber psn_;
-  std::int32_t pid_ = 0;
-  std::int32_t frontPid_ = 0;
-  std::uint32_t frontSignature_ = 0;
-  std::optional<int> segment_;      ///< the tool record that is attached
-  std::optional<int> seen_;         ///< the one that `observe` saw
-  std::optional<int> textSegment_;  ///< the text record that would be attached
-  std::vector<std::uint8_t> tool_;
-  std::vector<std::uint8_t> text_;
-  std::deque<Session> list_;
-  std::deque<Session> unlisted_;
-  Session* active_ = nullptr;
-  std::uint32_t made_ = 0;
+  void insert(std::uint8_t key) {
+    makeRoom();
+    if (cursor < length) moveTail(cursor + 1);
+    bytes[cursor++] = static_cast<char>(key);
+    bytes[++length] = '\0';
+  }
+
+  void erase() {
+    if (cursor == 0 || length == 0) return;
+    if (cursor < length) moveTail(cursor - 1);
+    bytes[length] = '\0';
+    --cursor;
+    --length;
+  }
+
+  /// The tail goes with the byte behind it; what lies further behind stays.
+  void moveTail(std::uint32_t to) {
+    const std::string tail = bytes.substr(cursor, length - cursor + 1);
+    bytes.replace(to, tail.size(), tail);
+    bytes.resize(385);
+  }
+
+  void makeRoom() {
+    if (length < 320) return;
+    if (isBefore(1, " \r\t")) {
+      if (length >= 368 || isBefore(2, ".?!\r")) forget();
+    } else if (length >= 384) {
+      if (length > cursor + 32) {
+        length = cursor;
+      } else {
+        forget();
+      }
+    }
+  }
+
+  [[nodiscard]] bool isBefore(std::uint32_t distance, std::string_view set) const {
+    return cursor >= distance && set.find(bytes[cursor - distance]) != std::string_view::npos;
+  }
+
+  void forget() { cursor = length = 0; }
 };
 
 }  // namespace quorvane::model
