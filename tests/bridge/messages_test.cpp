@@ -114,6 +114,7 @@ TEST_F(Messages, SendingFailsAsEachSenderSays) {
   const std::uint64_t start = host.clock.now();
   EXPECT_EQ(BIMSendMessageToAppServerWithReply(process, 1, 0), -2);
   EXPECT_NEAR(static_cast<double>(host.clock.now() - start) / 1e9, 10, 1);
+  EXPECT_EQ(BIM_SendMessageToUIServerWithReply(process, 1, 0, nullptr), -2);
   // The port stays cached when its peer has gone, and is replaced when another one serves.
   app.vanish(memory::Notice::Missed);
   EXPECT_EQ(BIM_SendMessageToUIServerWithReply(process, 1, 0, nullptr), kCFMessagePortIsInvalid);

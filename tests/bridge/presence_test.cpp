@@ -47,16 +47,6 @@ TEST_F(Presence, TheFrontIsComparedByProcessId) {
   EXPECT_EQ(get_quorvane_pid(process), presence().front_app_pid);  // cached
 }
 
-TEST_F(Presence, TheFrontSignatureIsAskedForOnlyWhereItIsUnknown) {
-  EXPECT_EQ(FRONTPROCESSSIGNATURE(process), "WRTR"_4cc);
-  EXPECT_EQ(presence().frontPSN, memory::MemoryProcesses::editor());
-  EXPECT_EQ(presence().frontapp_signature, 0u);
-  host.processes.find(memory::MemoryProcesses::editor())->informationFails = true;
-  EXPECT_EQ(FRONTPROCESSSIGNATURE(process), 0u);
-  presence().frontapp_signature = "TEXT"_4cc;
-  EXPECT_EQ(GetCurrentAppSignature(process), "TEXT"_4cc);
-}
-
 TEST_F(Presence, LookingForTheMainApplicationKeepsWhatItFinds) {
   EXPECT_EQ(Init_GetQUORVANEPROCESS(process), 0);
   EXPECT_EQ(WakeUpQuorvaneProcess(process), noErr);
@@ -92,18 +82,6 @@ TEST_F(Presence, AProcessIsLookedForBySignature) {
   EXPECT_EQ(Get_SPECIFIED_PROCESS(process, "none"_4cc, psn, &pid), 0);
   EXPECT_EQ(psn, ProcessSerialNumber{});
   EXPECT_EQ(pid, 0);
-}
-
-TEST_F(Presence, TheFrontIdComesFromTheMenuBarOrTheActiveOne) {
-  AEToolEventSelectStruct record;
-  EXPECT_EQ(Get_FrontApp_AEToolEventSelectStruct(process, record), 4243);
-  Process old(host.platform());
-  host.application.appKitVersion = 1038;
-  EXPECT_EQ(Get_FrontApp_AEToolEventSelectStruct(old, record), 4243);
-  EXPECT_EQ(host.journal.take(), Lines{"menuBarOwningApplication"});
-  host.processes.setFront({}, memory::Notice::Missed);
-  EXPECT_EQ(Get_FrontApp_AEToolEventSelectStruct(old, record), 0);
-  EXPECT_EQ(record.frontProcessID, 0u);
 }
 
 }  // namespace

@@ -143,16 +143,6 @@ TEST_F(ToolRecord, TheClientNameIsCappedAndOnlyAClientHasOne) {
   EXPECT_EQ(app.clientName(), std::string(58, 'n'));  // a running check leaves the name
 }
 
-TEST_F(ToolRecord, TheBusyWordSpeaksOnTheConsole) {
-  launchKnown();
-  Set_ToolCRecPtr_unusedx2(process, 1);
-  EXPECT_EQ(host.console.lines.back(), "IMK set ToolCRecPtr_unusedx2 set\n");
-  EXPECT_EQ(IS_TOOL_BUSY(process), 1);
-  Set_ToolCRecPtr_unusedx2(process, 0);
-  EXPECT_EQ(Get_ToolCRecPtr_unusedx2(process), 0u);
-  EXPECT_EQ(host.console.lines.back(), "IMK get ToolCRecPtr_unusedx2 clear\n");
-}
-
 TEST_F(ToolRecord, TheCreatingAttachClearsTheBlockAndNamesItsFailures) {
   EXPECT_NE(GETSAFEMEMBLOCK(process, 880, 376, 0), nullptr);
   const int id = *host.sharedMemory.find(880);
