@@ -18,7 +18,7 @@ namespace quorvane::checker {
 struct SessionKey {
   std::int32_t inputMethod = 0;  ///< process id
   std::uint32_t handle = 0;
-  auto operator<=>(const SessionKey&) const = default;
+  auto operator<=>(const SessionKey&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
 };
 
 struct Sight {
