@@ -22,10 +22,10 @@
 namespace quorvane::desktop {
 
 struct Announcement {
-  std::string name;                         ///< 1 to 63 printable ASCII characters
+  std::string name;                     ///< 1 to 63 printable ASCII characters
   FourCharCode signature = "????"_4cc;  ///< "????": it has no creator code
-  FourCharCode type = "APPL"_4cc;           ///< both of printable ASCII characters
-  std::string bundleIdentifier;             ///< up to 255 characters; may be empty
+  FourCharCode type = "APPL"_4cc;       ///< both of printable ASCII characters
+  std::string bundleIdentifier;         ///< up to 255 characters; may be empty
   bool operator==(const Announcement&) const = default;
 };
 

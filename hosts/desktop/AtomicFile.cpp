@@ -43,7 +43,8 @@ bool replace(const std::string& temporary, const std::filesystem::path& path,
 
 bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
                          Durability durability) {
-  const std::string name = "." + path.filename().string() + "." + std::to_string(getpid()) + ".new";
+  std::string name(".");
+  name.append(path.filename().native()).append(".").append(std::to_string(getpid())).append(".new");
   const std::string temporary = (path.parent_path() / name).string();
   if (replace(temporary, path, content, durability)) return true;
   const int error = errno;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hosts/desktop/BoundedWriter.h"
 #include "platform/Console.h"
 
 namespace quorvane::desktop {
@@ -7,17 +8,13 @@ namespace quorvane::desktop {
 class Console final : public quorvane::Console {
  public:
   /// `descriptor` stays the caller's.
-  explicit Console(int descriptor) : descriptor_(descriptor) {}
+  explicit Console(int descriptor) : writer_(descriptor) {}
 
   /// Ends the line where the text doesn't.
   void print(std::string_view line) override;
 
  private:
-  int descriptor_;
+  BoundedWriter writer_;
 };
-
-/// Writes all of it, in one call where the system takes it so. What a descriptor can't take within
-/// a second is given up.
-void writeAll(int descriptor, std::string_view text);
 
 }  // namespace quorvane::desktop

@@ -1,7 +1,5 @@
 #include "hosts/desktop/LogSink.h"
 
-#include "hosts/desktop/Console.h"
-
 namespace quorvane::desktop {
 namespace {
 
@@ -40,7 +38,7 @@ struct LogSink::FlushSource {
 };
 
 LogSink::LogSink(int descriptor, GMainContext* context)
-    : descriptor_(descriptor), source_(FlushSource::create(this)) {
+    : writer_(descriptor), source_(FlushSource::create(this)) {
   buffer_.reserve(kBufferSize);
   g_source_attach(source_, context);
 }
@@ -61,7 +59,7 @@ void LogSink::writeLine(std::string_view line) {
 
 void LogSink::flush() {
   if (buffer_.empty()) return;
-  writeAll(descriptor_, buffer_);
+  writer_.write(buffer_);
   buffer_.clear();
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 
+#include "hosts/desktop/BoundedWriter.h"
 #include "platform/Console.h"
 
 namespace quorvane::desktop {
@@ -27,7 +28,7 @@ class LogSink final : public quorvane::LogSink {
  private:
   struct FlushSource;
 
-  int descriptor_;
+  BoundedWriter writer_;
   std::string buffer_;
   std::int64_t due_ = 0;  ///< monotonic microseconds; meaningful while the buffer holds something
   GSource* source_;

@@ -43,9 +43,10 @@ std::shared_ptr<CFMessagePort> MessagePorts::CFMessagePortCreateLocal(
 }
 
 std::shared_ptr<CFMessagePort> MessagePorts::CFMessagePortCreateRemote(std::string_view name) {
+  // Those whose peer has gone would keep their sockets for ever: names of ports don't come again.
+  std::erase_if(remotes_, [](const auto& remote) { return !remote.second->isValid(); });
   const auto known = remotes_.find(name);
-  if (known != remotes_.end() && known->second->isValid()) return known->second;
-  if (known != remotes_.end()) remotes_.erase(known);
+  if (known != remotes_.end()) return known->second;
   if (name.empty() || name.front() == '.' || name.find('/') != std::string_view::npos) return {};
   auto port = RemotePort::connect(folder_ / name, runLoop_);
   if (port != nullptr) remotes_.emplace(name, port);

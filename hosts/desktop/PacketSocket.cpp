@@ -45,9 +45,10 @@ bool passCredentials(int socket) {
   return setsockopt(socket, SOL_SOCKET, SO_PASSCRED, &on, sizeof(on)) == 0;
 }
 
-Transfer outcomeOf(int error) {
-  if (error == EAGAIN) return Transfer::NotReady;
-  if (error == EPIPE || error == ECONNRESET || error == ENOTCONN) return Transfer::Gone;
+Transfer outcomeOf(ssize_t result) {
+  if (result >= 0) return Transfer::Done;
+  if (errno == EAGAIN) return Transfer::NotReady;
+  if (errno == EPIPE || errno == ECONNRESET || errno == ENOTCONN) return Transfer::Gone;
   return Transfer::Failed;
 }
 
@@ -60,20 +61,16 @@ ssize_t uninterrupted(Call call) {
   return result;
 }
 
-Transfer receive(int socket, std::span<std::uint8_t> buffer, std::span<char> control,
-                 std::size_t& size, std::size_t& controlSize) {
-  iovec piece{buffer.data(), buffer.size()};
+Transfer sendInPieces(int socket, std::span<const std::uint8_t> head,
+                      std::span<const std::uint8_t> rest) {
+  const auto piece = [](std::span<const std::uint8_t> bytes) {
+    return iovec{const_cast<std::uint8_t*>(bytes.data()), bytes.size()};
+  };
+  std::array<iovec, 2> pieces{piece(head), piece(rest)};
   msghdr message{};
-  message.msg_iov = &piece;
-  message.msg_iovlen = 1;
-  message.msg_control = control.data();
-  message.msg_controllen = control.size();
-  const ssize_t received = uninterrupted([&] { return recvmsg(socket, &message, 0); });
-  if (received < 0) return outcomeOf(errno);
-  if ((message.msg_flags & MSG_TRUNC) != 0) return Transfer::Failed;
-  size = static_cast<std::size_t>(received);
-  controlSize = message.msg_controllen;
-  return Transfer::Done;
+  message.msg_iov = pieces.data();
+  message.msg_iovlen = pieces.size();
+  return outcomeOf(uninterrupted([&] { return sendmsg(socket, &message, MSG_NOSIGNAL); }));
 }
 
 }  // namespace
@@ -113,30 +110,41 @@ Descriptor acceptFrom(int listener) {
 
 Transfer sendPacket(int socket, std::span<const std::uint8_t> head,
                     std::span<const std::uint8_t> rest) {
-  const auto piece = [](std::span<const std::uint8_t> bytes) {
-    return iovec{const_cast<std::uint8_t*>(bytes.data()), bytes.size()};
-  };
-  std::array<iovec, 2> pieces{piece(head), piece(rest)};
-  msghdr message{};
-  message.msg_iov = pieces.data();
-  message.msg_iovlen = rest.empty() ? 1 : 2;
-  const ssize_t sent = uninterrupted([&] { return sendmsg(socket, &message, MSG_NOSIGNAL); });
-  return sent >= 0 ? Transfer::Done : outcomeOf(errno);
+  std::array<std::uint8_t, 512> whole;
+  const std::size_t size = head.size() + rest.size();
+  if (size > whole.size()) return sendInPieces(socket, head, rest);
+  // For the usual small packet a copy costs less than a list of pieces.
+  std::ranges::copy(rest, std::ranges::copy(head, whole.begin()).out);
+  return outcomeOf(uninterrupted([&] { return send(socket, whole.data(), size, MSG_NOSIGNAL); }));
 }
 
 Transfer receiveRequest(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
-  std::size_t controlSize = 0;
-  const Transfer transfer = receive(socket, buffer, {}, size, controlSize);
+  const Transfer transfer = receiveReply(socket, buffer, size);
   return transfer == Transfer::Done && size == 0 ? Transfer::Gone : transfer;
 }
 
 Transfer receiveReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
+  const ssize_t received =
+      uninterrupted([&] { return recv(socket, buffer.data(), buffer.size(), MSG_TRUNC); });
+  if (received < 0) return outcomeOf(received);
+  size = static_cast<std::size_t>(received);
+  return size > buffer.size() ? Transfer::Failed : Transfer::Done;
+}
+
+Transfer receiveLastReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
   // Room for the credentials alone: the kernel then drops whatever else comes along.
   alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control;
-  std::size_t controlSize = 0;
-  const Transfer transfer = receive(socket, buffer, control, size, controlSize);
-  const bool isEnd = transfer == Transfer::Done && size == 0 && controlSize == 0;
-  return isEnd ? Transfer::Gone : transfer;
+  iovec piece{buffer.data(), buffer.size()};
+  msghdr message{};
+  message.msg_iov = &piece;
+  message.msg_iovlen = 1;
+  message.msg_control = control.data();
+  message.msg_controllen = control.size();
+  const ssize_t received = uninterrupted([&] { return recvmsg(socket, &message, 0); });
+  if (received < 0) return outcomeOf(received);
+  if ((message.msg_flags & MSG_TRUNC) != 0) return Transfer::Failed;
+  size = static_cast<std::size_t>(received);
+  return size == 0 && message.msg_controllen == 0 ? Transfer::Gone : Transfer::Done;
 }
 
 }  // namespace quorvane::desktop

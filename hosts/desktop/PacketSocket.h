@@ -29,9 +29,11 @@ Descriptor acceptFrom(int listener);
 Transfer sendPacket(int socket, std::span<const std::uint8_t> head,
                     std::span<const std::uint8_t> rest);
 /// One packet into `buffer`; `size` is its length, never 0: no packet of a client is empty, and one
-/// that is reads as Gone. Descriptors sent along are refused.
+/// that is reads as Gone.
 Transfer receiveRequest(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
-/// The same on a socket that `connectTo` made. An answer may be empty.
+/// The same for an answer, which may be empty, on a socket that `connectTo` made and that is ready.
 Transfer receiveReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
+/// The same once the peer has hung up, when there may be no answer left.
+Transfer receiveLastReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
 
 }  // namespace quorvane::desktop

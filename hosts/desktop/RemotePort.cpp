@@ -3,9 +3,6 @@
 #include <poll.h>
 
 #include <cerrno>
-
-#include "src/base/Process.h"
-
 namespace quorvane::desktop {
 namespace {
 
@@ -46,94 +43,87 @@ std::int32_t RemotePort::send(std::int32_t messageId, std::span<const std::uint8
 std::int32_t RemotePort::ask(std::int32_t messageId, std::span<const std::uint8_t> data,
                              RunLoop::Deadline room, std::chrono::microseconds answerTime,
                              CFData& reply) {
-  if (!asking_) return askOnThisConnection(messageId, data, room, answerTime, reply);
-  // Answers carry no id: a question asked while another waits goes over a connection of its own.
-  const auto second = connect(path_, runLoop_);
-  if (second == nullptr) return kCFMessagePortIsInvalid;
-  return second->ask(messageId, data, room, answerTime, reply);
-}
-
-std::int32_t RemotePort::askOnThisConnection(std::int32_t messageId,
-                                             std::span<const std::uint8_t> data,
-                                             RunLoop::Deadline room,
-                                             std::chrono::microseconds answerTime, CFData& reply) {
+  if (question_ != nullptr) {
+    const auto second = connect(path_, runLoop_);
+    if (second == nullptr) return kCFMessagePortIsInvalid;
+    return second->ask(messageId, data, room, answerTime, reply);
+  }
   const auto keepAlive = shared_from_this();
-  const FlagGuard guard(asking_);
-  if (!dropUnaskedAnswers()) return invalidate();
-  const std::int32_t status = sendRequest(messageId, true, data, [&] {
-    return runLoop_.runUntilReady(socket_.get(), POLLOUT, room) != 0;
-  });
-  if (status != kCFMessagePortSuccess) return status;
-  return takeAnswer(std::chrono::steady_clock::now() + answerTime, reply);
+  Question question{reply, std::nullopt};
+  const std::int32_t sent = sendRequest(messageId, true, data, [&] { return runUntilRoom(room); });
+  return sent == kCFMessagePortSuccess ? await(question, answerTime) : sent;
 }
 
 template <class WaitForRoom>
 std::int32_t RemotePort::sendRequest(std::int32_t messageId, bool replyWanted,
                                      std::span<const std::uint8_t> data, WaitForRoom waitForRoom) {
-  if (!valid_) return kCFMessagePortIsInvalid;
   const auto header = encodeRequestHeader(messageId, replyWanted);
-  for (;;) {
+  while (valid_) {
     switch (sendPacket(socket_.get(), header, data)) {
       case Transfer::Done:
         return kCFMessagePortSuccess;
       case Transfer::Gone:
-        return invalidate();
+        invalidate();
+        break;
       case Transfer::Failed:
         return kCFMessagePortTransportError;
       case Transfer::NotReady:
         if (!waitForRoom()) return kCFMessagePortSendTimeout;
     }
   }
+  return kCFMessagePortIsInvalid;
 }
 
-std::int32_t RemotePort::takeAnswer(RunLoop::Deadline deadline, CFData& reply) {
-  for (;;) {
-    if (runLoop_.runUntilReady(socket_.get(), POLLIN, deadline) == 0) {
-      reconnect();
-      return kCFMessagePortReceiveTimeout;
-    }
-    std::size_t size = 0;
-    switch (receiveReply(socket_.get(), packet_, size)) {
-      case Transfer::Done:
-        reply.assign(packet_.begin(), packet_.begin() + static_cast<std::ptrdiff_t>(size));
-        return kCFMessagePortSuccess;
-      case Transfer::Gone:
-        return invalidate();
-      case Transfer::Failed:
-        reconnect();
-        return kCFMessagePortTransportError;
-      case Transfer::NotReady:
-        break;
-    }
-  }
+bool RemotePort::runUntilRoom(RunLoop::Deadline deadline) {
+  bool room = false;
+  const auto watch =
+      runLoop_.watch(socket_.get(), G_IO_OUT, [&room](GIOCondition) { room = true; });
+  return runLoop_.runUntil([&] { return room || !valid_; }, deadline);
 }
 
-bool RemotePort::dropUnaskedAnswers() {
-  constexpr int kMost = 1000;
-  if (!valid_) return false;
-  std::size_t size = 0;
-  for (int i = 0; i < kMost; ++i) {
-    switch (receiveReply(socket_.get(), packet_, size)) {
-      case Transfer::NotReady:
-        return true;
-      case Transfer::Gone:
-        return false;
-      case Transfer::Done:
-      case Transfer::Failed:
-        break;
-    }
+std::int32_t RemotePort::await(Question& question, std::chrono::microseconds answerTime) {
+  const auto deadline = std::chrono::steady_clock::now() + answerTime;
+  question_ = &question;
+  if (runLoop_.runUntil([&] { return question.status.has_value(); }, deadline)) {
+    return *question.status;
   }
+  question_ = nullptr;
   reconnect();
-  return valid_;
+  return kCFMessagePortReceiveTimeout;
+}
+
+/// Handles one packet from the peer. What nobody asked for is dropped.
+void RemotePort::readAnswer(GIOCondition ready) {
+  const bool hungUp = (ready & (G_IO_HUP | G_IO_ERR)) != 0;
+  std::size_t size = 0;
+  switch (hungUp ? receiveLastReply(socket_.get(), packet_, size)
+                 : receiveReply(socket_.get(), packet_, size)) {
+    case Transfer::Done:
+      if (question_ == nullptr) return;
+      question_->reply.assign(packet_.begin(), packet_.begin() + static_cast<std::ptrdiff_t>(size));
+      return settle(kCFMessagePortSuccess);
+    case Transfer::Gone:
+      return invalidate();
+    case Transfer::Failed:
+      settle(kCFMessagePortTransportError);
+      return reconnect();
+    case Transfer::NotReady:
+      return;
+  }
+}
+
+void RemotePort::settle(std::int32_t status) {
+  if (Question* const question = std::exchange(question_, nullptr)) question->status = status;
 }
 
 void RemotePort::watchPeer() {
-  hangUp_ = runLoop_.watch(socket_.get(), GIOCondition{}, [this](GIOCondition) { invalidate(); });
+  watch_ =
+      runLoop_.watch(socket_.get(), G_IO_IN, [this](GIOCondition ready) { readAnswer(ready); });
 }
 
 /// An answer that comes too late dies with its connection, so that the next one isn't taken for it.
 void RemotePort::reconnect() {
-  hangUp_.reset();
+  watch_.reset();
   socket_ = connectTo(path_);
   if (socket_.valid()) {
     watchPeer();
@@ -142,10 +132,10 @@ void RemotePort::reconnect() {
   }
 }
 
-std::int32_t RemotePort::invalidate() {
+void RemotePort::invalidate() {
   valid_ = false;
-  hangUp_.reset();
-  return kCFMessagePortIsInvalid;
+  watch_.reset();
+  settle(kCFMessagePortIsInvalid);
 }
 
 }  // namespace quorvane::desktop

@@ -1,6 +1,9 @@
 #pragma once
-// The sending end of a message port: one connection, kept for as long as the peer lives.
+// The sending end of a message port: one connection, kept for as long as the peer lives. The run
+// loop reads it all the time: it notices there that the peer has gone, and drops what nobody asked
+// for.
 
+#include <optional>
 #include <vector>
 
 #include "hosts/desktop/MessageFraming.h"
@@ -21,30 +24,36 @@ class RemotePort final : public CFMessagePort, public std::enable_shared_from_th
   /// Both give one of the kCFMessagePort codes. Waiting for room, `send` doesn't run the loop.
   std::int32_t send(std::int32_t messageId, std::span<const std::uint8_t> data,
                     RunLoop::Deadline room);
-  /// Runs the loop until the answer is there. `answerTime` counts from the moment of sending.
+  /// Runs the loop until the answer is there. `answerTime` counts from the moment of sending. What
+  /// is asked while another answer is awaited goes over a connection of its own.
   std::int32_t ask(std::int32_t messageId, std::span<const std::uint8_t> data,
                    RunLoop::Deadline room, std::chrono::microseconds answerTime, CFData& reply);
 
  private:
-  std::int32_t askOnThisConnection(std::int32_t messageId, std::span<const std::uint8_t> data,
-                                   RunLoop::Deadline room, std::chrono::microseconds answerTime,
-                                   CFData& reply);
+  /// A request whose answer is awaited. Only one at a time: answers carry no id.
+  struct Question {
+    CFData& reply;
+    std::optional<std::int32_t> status;
+  };
+
   template <class WaitForRoom>
   std::int32_t sendRequest(std::int32_t messageId, bool replyWanted,
                            std::span<const std::uint8_t> data, WaitForRoom waitForRoom);
-  std::int32_t takeAnswer(RunLoop::Deadline deadline, CFData& reply);
-  bool dropUnaskedAnswers();
+  bool runUntilRoom(RunLoop::Deadline deadline);
+  std::int32_t await(Question& question, std::chrono::microseconds answerTime);
+  void readAnswer(GIOCondition ready);
+  void settle(std::int32_t status);
   void watchPeer();
   void reconnect();
-  std::int32_t invalidate();
+  void invalidate();
 
   std::filesystem::path path_;
   Descriptor socket_;
   RunLoop& runLoop_;
-  std::unique_ptr<Registration> hangUp_;
+  std::unique_ptr<Registration> watch_;
   std::vector<std::uint8_t> packet_;
+  Question* question_ = nullptr;
   bool valid_ = true;
-  bool asking_ = false;
 };
 
 }  // namespace quorvane::desktop

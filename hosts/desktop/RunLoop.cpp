@@ -71,18 +71,6 @@ struct LoopRelease {
   void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
 };
 
-/// A step of GLib's cycle may be taken only by the thread that owns the context.
-class Ownership {
- public:
-  explicit Ownership(GMainContext* context) : context_(context) { g_main_context_acquire(context); }
-  ~Ownership() { g_main_context_release(context_); }
-  Ownership(const Ownership&) = delete;
-  Ownership& operator=(const Ownership&) = delete;
-
- private:
-  GMainContext* context_;
-};
-
 int millisecondsUntil(RunLoop::Deadline deadline) {
   using std::chrono::milliseconds;
   const auto left = deadline - std::chrono::steady_clock::now();
@@ -157,26 +145,19 @@ void RunLoop::runPending() {
   }
 }
 
-short RunLoop::runUntilReady(int descriptor, short events, Deadline deadline) {
-  // GLib's own cycle, one step at a time, with our descriptor polled beside the context's: waiting
-  // for an answer then costs one poll and no source.
-  const Ownership ownership(context_);
-  for (;;) {
-    int priority = 0;
-    g_main_context_prepare(context_, &priority);
-    int timeout = -1;
-    const std::size_t count = queryDescriptors(priority, timeout);
-    const int left = millisecondsUntil(deadline);
-    polled_[count] = GPollFD{descriptor, static_cast<gushort>(events), 0};
-    const int wait = timeout < 0 ? left : std::min(timeout, left);
-    const int ready = poll(reinterpret_cast<pollfd*>(polled_.data()), count + 1, wait);
-    const auto ours = static_cast<short>(polled_[count].revents);
-    if (ready > 0 && ours != 0) return ours;
-    if (g_main_context_check(context_, priority, polled_.data(), static_cast<int>(count))) {
-      g_main_context_dispatch(context_);
-    }
-    if (left == 0) return 0;
+bool RunLoop::turn(Deadline deadline) {
+  // GLib's own cycle, step by step, since its iteration knows no deadline.
+  int priority = 0;
+  g_main_context_prepare(context_, &priority);
+  int timeout = -1;
+  const std::size_t count = queryDescriptors(priority, timeout);
+  const int left = millisecondsUntil(deadline);
+  const int wait = timeout < 0 ? left : std::min(timeout, left);
+  poll(reinterpret_cast<pollfd*>(polled_.data()), count, wait);
+  if (g_main_context_check(context_, priority, polled_.data(), static_cast<int>(count))) {
+    g_main_context_dispatch(context_);
   }
+  return left > 0;
 }
 
 std::size_t RunLoop::queryDescriptors(int priority, int& timeout) {
@@ -185,8 +166,8 @@ std::size_t RunLoop::queryDescriptors(int priority, int& timeout) {
         context_, priority, &timeout, polled_.data(), static_cast<int>(polled_.size())));
   };
   std::size_t count = query();
-  while (count + 1 > polled_.size()) {
-    polled_.resize(2 * count + 1);
+  while (count > polled_.size()) {
+    polled_.resize(count);
     count = query();
   }
   return count;

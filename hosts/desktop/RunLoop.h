@@ -53,15 +53,37 @@ class RunLoop final : public quorvane::RunLoop {
   /// Handles what is ready, without waiting, until nothing is; a source that is always ready can't
   /// hold it for ever.
   void runPending();
-  /// Runs the loop until `descriptor` is ready for `events` (as poll has them) or the time is over.
-  /// Returns what it is ready for, 0 at the deadline.
-  short runUntilReady(int descriptor, short events, Deadline deadline);
+  /// Runs the loop until `isOver` says so, asked after each turn, or the time is up: false then.
+  template <class Condition>
+  bool runUntil(Condition isOver, Deadline deadline) {
+    const Ownership ownership(context_);
+    while (!isOver()) {
+      if (!turn(deadline)) return isOver();
+    }
+    return true;
+  }
   /// Drops every source that CFRunLoopAddSource was given, and so the ports that only they keep.
   void removeAllSources() { sources_.clear(); }
 
  private:
   struct Current : CFRunLoop {};
 
+  /// A step of GLib's cycle may be taken only by the thread that owns the context.
+  class Ownership {
+   public:
+    explicit Ownership(GMainContext* context) : context_(context) {
+      g_main_context_acquire(context);
+    }
+    ~Ownership() { g_main_context_release(context_); }
+    Ownership(const Ownership&) = delete;
+    Ownership& operator=(const Ownership&) = delete;
+
+   private:
+    GMainContext* context_;
+  };
+
+  /// Waits for something to handle, and handles it. False once `deadline` has come.
+  bool turn(Deadline deadline);
   std::size_t queryDescriptors(int priority, int& timeout);
 
   quorvane::LogSink& log_;

@@ -37,7 +37,7 @@ class DesktopMessagePorts : public testing::Test {
   bool isClosedFor(const Descriptor& socket) {
     std::vector<std::uint8_t> buffer(kRequestSizeLimit);
     std::size_t size = 0;
-    return receiveReply(socket.get(), buffer, size) == Transfer::Gone;
+    return receiveLastReply(socket.get(), buffer, size) == Transfer::Gone;
   }
 
   tests::DesktopStage stage_;
@@ -120,6 +120,7 @@ TEST_F(DesktopMessagePorts, AnAnswerThatComesTooLateIsNotTakenForTheNextOne) {
   put(late, {'l', 'a', 't', 'e'});
   const Descriptor next = acceptFrom(listener.get());
   put(next, {'u', 'n', 'a', 's', 'k', 'e', 'd'});
+  stage_.turn();
   const auto answering = stage_.host().runLoop().watch(next.get(), G_IO_IN, [&](GIOCondition) {
     std::vector<std::uint8_t> buffer(64);
     std::size_t size = 0;
@@ -127,6 +128,20 @@ TEST_F(DesktopMessagePorts, AnAnswerThatComesTooLateIsNotTakenForTheNextOne) {
   });
   EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
   EXPECT_EQ(reply, (CFData{'o', 'k'}));
+}
+
+TEST_F(DesktopMessagePorts, AnEmptyAnswerCountsThoughTheServerHasLeft) {
+  const Descriptor listener = listenAt(stage_.runtimeFile("port"));
+  const auto answering = stage_.host().runLoop().watch(listener.get(), G_IO_IN, [&](GIOCondition) {
+    const Descriptor server = acceptFrom(listener.get());
+    std::vector<std::uint8_t> buffer(64);
+    std::size_t size = 0;
+    EXPECT_EQ(receiveRequest(server.get(), buffer, size), Transfer::Done);
+    EXPECT_TRUE(put(server, {}));
+  });
+  CFData reply{1};
+  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_TRUE(reply.empty());
 }
 
 TEST_F(DesktopMessagePorts, AServerThatIsKilledEndsTheWaitAndItsSocketIsTakenOver) {
@@ -146,6 +161,20 @@ TEST_F(DesktopMessagePorts, AServerThatIsKilledEndsTheWaitAndItsSocketIsTakenOve
   EXPECT_EQ(reply, CFData{'n'});
   stage_.closeHost();
   EXPECT_FALSE(std::filesystem::exists(stage_.runtimeFile("port")));
+}
+
+TEST_F(DesktopMessagePorts, PeersThatHaveGoneLeaveNoSocketOpen) {
+  using Entries = std::filesystem::directory_iterator;
+  const auto descriptors = [] { return std::distance(Entries("/proc/self/fd"), Entries()); };
+  auto& ports = stage_.platform().messagePorts;
+  const auto before = descriptors();
+  for (const std::string_view name : {"one", "two", "three"}) {
+    const Descriptor server = listenAt(stage_.runtimeFile(name));
+    EXPECT_NE(ports.CFMessagePortCreateRemote(name), nullptr);
+  }
+  stage_.turn();
+  EXPECT_EQ(ports.CFMessagePortCreateRemote("four"), nullptr);
+  EXPECT_EQ(descriptors(), before);
 }
 
 TEST_F(DesktopMessagePorts, ANameThatIsNoFileNameIsNotServed) {
