@@ -4,6 +4,7 @@
 #include "fuzz/World.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QuorvaneInputController.h"
 
@@ -136,13 +137,32 @@ void moveCaret(Subject& subject, Input& input) {
   }
 }
 
+void askState(Subject& subject, Input& input) {
+  Process& process = subject.process;
+  Get_IMK_updateMenus(process, input.number());
+  Get_InputMethod_UpdateMenus(process, input.number());
+  Is_Quorvane_AppReady(process);
+  Get_ToolCRecPtr_unusedx2(process);
+  GET_ONE_TOOLCRECPTR_QORVSTATUS(process, input.number());
+  Get_Reset_Quorvane_App_Input(process);
+}
+void fixOneself(Subject& subject, Input& input) {
+  const bool parked = input.flag();
+  const std::uint8_t byte = input.byte();
+  if (parked) {
+    DO_Fix_Commit_Composition(subject.process, BIMGetActiveSession(subject.process), byte);
+  } else {
+    Send_Char_Fix(subject.process, &byte, input.number());
+  }
+}
+
 using Step = void (*)(Subject& subject, Input& input);
-constexpr std::array<Step, 27> kSteps{
-    press,        press,        press,      pressOddly,   type,      typeOften,
-    deliver,      click,        focus,      turn,         turn,      passTime,
-    answerScan,   answerBit,    plan,       plan,         askByFlag, askByFlagAndWait,
-    askByMessage, openingRoute, askForMenu, claimNextKey, keepHouse, changeDocumentKind,
-    worldAction,  moveCaret,    worldAction};
+constexpr std::array<Step, 29> kSteps{
+    press,        press,        press,       pressOddly,   type,      typeOften,
+    deliver,      click,        focus,       turn,         turn,      passTime,
+    answerScan,   answerBit,    plan,        plan,         askByFlag, askByFlagAndWait,
+    askByMessage, openingRoute, askForMenu,  claimNextKey, keepHouse, changeDocumentKind,
+    worldAction,  moveCaret,    worldAction, askState,     fixOneself};
 
 void run(Bytes bytes) {
   Subject subject;
