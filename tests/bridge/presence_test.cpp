@@ -13,8 +13,9 @@ class Presence : public BridgeTest {
 
 TEST_F(Presence, VersionsComeFromTheTableAndStay) {
   const std::pair<double, std::uint16_t> rows[] = {
-      {0, 106},     {1038.99, 106}, {1039, 107},    {1138, 107},  {1187, 108},    {1265, 109},
-      {1266, 1010}, {1404, 1011},   {1504.5, 1012}, {1561, 1013}, {1671.9, 1014}, {1672, 1015}};
+      {0, 106},     {1038.99, 106}, {1039, 107},  {1138, 107},  {1187, 108},
+      {1265, 109},  {1266, 1010},   {1349, 1010}, {1404, 1011}, {1504.5, 1012},
+      {1561, 1013}, {1671.9, 1014}, {1672, 1015}};
   for (const auto& [appKit, version] : rows) {
     Process fresh(host.platform());
     host.application.appKitVersion = appKit;
@@ -53,11 +54,9 @@ TEST_F(Presence, LookingForTheMainApplicationKeepsWhatItFinds) {
   launch();
   EXPECT_EQ(GetQUORVANEPROCESS(process), 1);
   EXPECT_EQ(launched().Quorvaneprocess, app.psn());
-  EXPECT_NE(launched().qorvpid, 0);
   EXPECT_FALSE(isKnown(presence().quorvane_psn));
   ProcessSerialNumber found;
   EXPECT_EQ(GetQORVPROCESSRUNNING(process, &found), 1);
-  EXPECT_EQ(found, app.psn());
   EXPECT_EQ(presence().quorvane_psn, app.psn());
   EXPECT_EQ(presence().quorvane_pid, launched().qorvpid);
   GetToolCRecPtr(process);

@@ -176,12 +176,7 @@ void RandomWorld::documents() {
 }
 
 void RandomWorld::disturb() {
-  if (honest_) return;
-  if (random_.chance(300)) {
-    mainApplication();
-  } else {
-    scribble();
-  }
+  if (!honest_) random_.chance(300) ? mainApplication() : scribble();
 }
 
 void RandomWorld::mainApplication() {
@@ -224,20 +219,10 @@ void RandomWorld::answerScan() {
 }
 
 void RandomWorld::scribble() {
-  switch (random_.below(8)) {
-    case 0:
-      return writeWord(880, 68 + 4 * 9, random_.below(2));
-    case 1:
-    case 2:
-      return writeWord(880, 68 + 4 * 19, random_.below(12));
-    case 3:
-      return writeWord(880, 68 + 4 * 22, random_.below(3));
-    case 4:
-      return writeText();
-    case 5:
-      return writeWord(880, 68 + 4 * random_.below(77), random_.word() >> random_.below(32));
-    default:
-      break;
+  if (random_.chance(300)) return writeText();
+  const std::uint32_t field = random_.oneOf(std::array{9U, 19U, 19U, 22U, random_.below(77)});
+  if (random_.chance(700)) {
+    return writeWord(880, 68 + 4 * field, random_.chance(800) ? random_.below(12) : random_.word());
   }
   std::vector<std::uint8_t> bytes(random_.below(40));
   for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random_.word());
