@@ -7,11 +7,16 @@
 namespace quorvane::field {
 namespace {
 constexpr std::int32_t kIOReturnBadArgument = -536870206;
-}
+constexpr std::uint32_t kNXEventDataVersion = 2;
+}  // namespace
 
 std::int32_t EventQueue::IOHIDPostEvent(std::uint32_t /*connection*/, std::uint32_t type,
-                                        const NXKeyEventData& data, std::uint32_t /*version*/,
-                                        std::uint32_t flags, std::uint32_t /*options*/) {
+                                        const NXKeyEventData& data, std::uint32_t version,
+                                        std::uint32_t flags, std::uint32_t options) {
+  const bool setsFlags = (options & kIOHIDSetGlobalEventFlags) != 0;
+  if (version != kNXEventDataVersion || setsFlags != (type == NX_FLAGSCHANGED)) {
+    return kIOReturnBadArgument;
+  }
   NSEvent event;
   event.modifierFlags = flags;
   if (type == NX_FLAGSCHANGED) {

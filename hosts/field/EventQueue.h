@@ -12,7 +12,8 @@ namespace quorvane::field {
 
 /// The HID system of a text-field application: what is posted comes back as events. Flags changed
 /// has the flags, key code 0 and no characters; a key has its code and what the keyboard makes of
-/// it. Any other type is refused with a nonzero result.
+/// it. Any other type or version is refused with a nonzero result, and so are flags that don't come
+/// as the global ones.
 class EventQueue : public EventPosting {
  public:
   std::uint32_t IOServiceOpen() override { return 1; }
