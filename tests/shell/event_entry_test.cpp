@@ -87,6 +87,26 @@ TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
   EXPECT_EQ(method.sessionText(), "c");
 }
 
+TEST_F(EventEntry, AnEventWithinAnotherCommitsAndLooksUpBeforeItIsTurnedAway) {
+  auto& other = method.host.text.addDocument();
+  method.host.text.onClientCall = [&](const auto&, const auto&) {
+    method.host.text.onClientCall = {};
+    state().stringbuffer = u"-";
+    EXPECT_FALSE(
+        method.controller.handleEvent({NSEventType::KeyDown, 0, 0, u"b", nullptr}, &other));
+  };
+  EXPECT_EQ(keyDown(u'a'), Outcome::PassedOn);
+  EXPECT_EQ(other.text(), u"-");
+  EXPECT_EQ(method.session().clientID, static_cast<std::uint32_t>(identityOf(&other)));
+}
+
+TEST_F(EventEntry, WithoutAnEventRecordTheClientIsNotAskedForThePosition) {
+  throwAt("attributesForCharacterIndex");
+  EXPECT_EQ(method.host.text.deliver({NSEventType::KeyDown, 0, 0, u" ", nullptr},
+                                     {.withEventRef = false, .repeat = false}),
+            Outcome::PassedOn);
+}
+
 TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
   auto& controller = Get_QuorvaneInputController(method.process);
   keyDown(u'a');
@@ -121,6 +141,9 @@ TEST_F(EventEntry, TheOriginalBufferGrowsAsMarkedText) {
   EXPECT_EQ(method.document.selection(), (NSRange{0, 3}));
   controller.setOriginalBuffer(nullptr);
   EXPECT_EQ(controller.originalBuffer(), u"abc");
+  state().stringbuffer = u"d";
+  controller.commitComposition(&method.document);
+  EXPECT_EQ(controller.insertionIndex(), 0);
   const std::u16string text = u"x";
   controller.setComposedBuffer(&text);
   controller.setComposedBuffer(nullptr);
@@ -141,6 +164,11 @@ TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
   key.kmod = rightControlKey;
   sessionEvent(key, 'r');
   EXPECT_EQ(method.sessionText(), "qqq");
+  key.kmod = 0;
+  method.host.processes.setFront(method.host.mainApplication.psn());
+  method.host.runPending();
+  sessionEvent(key, 's');
+  EXPECT_EQ(method.sessionText(), "qqq") << "the main application is in front";
 }
 
 TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {

@@ -71,6 +71,12 @@ TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
   Init_From_Delegate_applicationDidFinishLaunching(process);
   EXPECT_EQ(process.state<SessionState>().gSessionHandleStart, head);
   EXPECT_EQ(process.state<SessionState>().records.size(), 2u);
+  const auto lines = host.journal.lines();
+  EXPECT_EQ(
+      std::count_if(lines.begin(), lines.end(),
+                    [](const auto& line) { return line.starts_with("CFMessagePortCreateLocal"); }),
+      3)
+      << "the menu's part runs once only";
 }
 
 TEST_F(Start, FocusBeforeAndAfterIt) {
@@ -115,7 +121,9 @@ TEST(Delegate, TakesInWhatTheWorkspaceTells) {
   EXPECT_EQ(method.process.state<AppDelegateState>().App_Permissions_Setting, 1u);
 }
 
-TEST_F(Start, TheDesktopIsWhatWindowsMayUse) {
+TEST_F(Start, TheDesktopIsWhatWindowsMayUseAndEachEdgeIsCutByItself) {
+  EXPECT_EQ(SSQDRectFromNSRect({10.6, 20.7, 5.5, 15.2}, {0, 0, 1440, 900}),
+            (QDRect{864, 10, 879, 16}));
   host.screens.positioningBounds = {-100, 22, 1540.9, 878};
   GetDeskTopRectangle(process);
   const auto& state = process.state<TextPositionState>();
