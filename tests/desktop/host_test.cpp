@@ -131,6 +131,21 @@ TEST(DesktopLog, GoesOutASecondAfterTheLastLineOrWhenFullOrAtTheEnd) {
   EXPECT_EQ(arrived(), line + "\n");
 }
 
+TEST(DesktopLog, AReaderThatHasStoppedReadingHoldsNobodyUp) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  const Descriptor reader(ends[0]);
+  const Descriptor writer(ends[1]);
+  const auto start = std::chrono::steady_clock::now();
+  BoundedWriter bounded(writer.get());
+  for (int i = 0; i < 20; ++i) bounded.write(std::string(100'000, 'x'));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  std::string text(1024 * 1024, '\0');
+  EXPECT_GE(read(reader.get(), text.data(), text.size()), 4096);
+  bounded.write("back");
+  EXPECT_EQ(read(reader.get(), text.data(), text.size()), 4);
+}
+
 TEST(DesktopRunLoop, AHandlerThatThrowsEndsNothingAndItsOwnerEndsIt) {
   tests::DesktopStage stage;
   RunLoop& loop = stage.host().runLoop();

@@ -135,11 +135,14 @@ class TypeSignal : public testing::TestWithParam<int> {};
 
 TEST_P(TypeSignal, LeavesNothingBehind) {
   const OwnFolder folder;
-  RunningProgram type(folder,
-                      {.arguments = {"type", "--delay", "20"}, .input = repeated(kMistakes, 50)});
+  // Variables that are empty count as unset; a signal ends the delay, too.
+  RunningProgram type(folder, {.arguments = {"type", "--delay", "60000"},
+                               .input = std::string(kMistakes),
+                               .variables = {"QUORVANE_RUNTIME_DIR=", "QUORVANE_KEY_OFFSET="}});
   ASSERT_TRUE(eventually([&] { return bothAnnounced(folderOf(folder, type)); }));
   ASSERT_TRUE(hasSegment(type.pid()));
   type.signal(GetParam());
+  EXPECT_TRUE(eventually([&] { return !hasSegment(type.pid()); }));
   EXPECT_EQ(type.wait(), 128 + GetParam());
   EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
   EXPECT_FALSE(hasSegment(type.pid()));
