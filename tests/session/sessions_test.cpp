@@ -13,17 +13,24 @@ namespace {
 
 using test::StartedInputMethod;
 
-std::size_t sessionCount(Process& process) {
-  std::size_t count = 0;
-  for (auto* session = process.state<SessionState>().gSessionHandleStart; session != nullptr;
-       session = session->next) {
-    ++count;
+struct Sessions : testing::Test {
+  std::size_t sessionCount() {
+    std::size_t count = 0;
+    for (auto* session = method.process.state<SessionState>().gSessionHandleStart;
+         session != nullptr; session = session->next) {
+      ++count;
+    }
+    return count;
   }
-  return count;
-}
+  void lookUp(std::initializer_list<std::uint64_t> clients) {
+    for (const std::uint64_t client : clients) Get_SessionHandleFromID(method.process, client);
+  }
 
-TEST(Sessions, OnlyTheLow32BitsOfAClientCount) {
   StartedInputMethod method;
+};
+using Suspension = Sessions;
+
+TEST_F(Sessions, OnlyTheLow32BitsOfAClientCount) {
   ASSERT_EQ(Get_SessionHandleFromID(method.process, 0x1'0000'0042), 1);
   const auto* first = BIMGetActiveSession(method.process);
   ASSERT_EQ(Get_SessionHandleFromID(method.process, 0x7'0000'0042), 1);
@@ -31,8 +38,7 @@ TEST(Sessions, OnlyTheLow32BitsOfAClientCount) {
   EXPECT_EQ(Get_SessionHandleFromID(method.process, 0x5'0000'0000), 0) << "id 0 is nobody's";
 }
 
-TEST(Sessions, TheActiveSessionMayGoAndKeysStillPass) {
-  StartedInputMethod method;
+TEST_F(Sessions, TheActiveSessionMayGoAndKeysStillPass) {
   method.type("some text");
   auto* gone = &method.session();
   const auto handle = gone->handle;
@@ -50,10 +56,9 @@ TEST(Sessions, TheActiveSessionMayGoAndKeysStillPass) {
   EXPECT_EQ(method.document.text(), u"some texty");
 }
 
-TEST(Sessions, HousekeepingReapsGoneApplicationsButNeverTheHead) {
-  StartedInputMethod method;
-  const std::size_t atStart = sessionCount(method.process);
-  for (const std::uint64_t client : {10, 11, 12}) Get_SessionHandleFromID(method.process, client);
+TEST_F(Sessions, HousekeepingReapsGoneApplicationsButNeverTheHead) {
+  const std::size_t atStart = sessionCount();
+  lookUp({10, 11, 12});
   auto& sessions = method.process.state<SessionState>();
   sessions.gSessionHandleStart->signature = "GONE"_4cc;
   for (auto* session = sessions.gSessionHandleStart->next; session != nullptr;
@@ -61,23 +66,20 @@ TEST(Sessions, HousekeepingReapsGoneApplicationsButNeverTheHead) {
     if (session->clientID == 10 || session->clientID == 11) session->signature = "GONE"_4cc;
   }
   Check_App_HouseKeeping(method.process);
-  EXPECT_EQ(sessionCount(method.process), atStart + 1);
+  EXPECT_EQ(sessionCount(), atStart + 1);
   EXPECT_EQ(sessions.gSessionHandleStart->signature, "GONE"_4cc);
 }
 
-TEST(Sessions, DeleteAllTakesThoseThatBelongToTheMainApplication) {
-  StartedInputMethod method;
-  for (const std::uint64_t client : {10, 11, 12}) Get_SessionHandleFromID(method.process, client);
-  const std::size_t before = sessionCount(method.process);
+TEST_F(Sessions, DeleteAllTakesThoseThatBelongToTheMainApplication) {
+  lookUp({10, 11, 12});
+  const std::size_t before = sessionCount();
   method.host.mainApplication.setField(9, 1);
-  Get_SessionHandleFromID(method.process, 10);
-  Get_SessionHandleFromID(method.process, 11);
+  lookUp({10, 11});
   DeleteAllQorvSessionHandleID(method.process);
-  EXPECT_EQ(sessionCount(method.process), before - 2);
+  EXPECT_EQ(sessionCount(), before - 2);
 }
 
-TEST(Sessions, ClosingDisposesOfTheLastOneFirstAndHonoursTheWindow) {
-  StartedInputMethod method;
+TEST_F(Sessions, ClosingDisposesOfTheLastOneFirstAndHonoursTheWindow) {
   auto* front = CreateNewSessionHandle(method.process, 0);
   front->next = CreateNewSessionHandle(method.process, 0);
   front->windowRef = 77;
@@ -92,36 +94,31 @@ TEST(Sessions, ClosingDisposesOfTheLastOneFirstAndHonoursTheWindow) {
   EXPECT_EQ(method.host.mainApplication.field(34), frontHandle) << "the front one went last";
 }
 
-TEST(Sessions, WithoutASessionAKeyMakesOneThatIsInNoList) {
-  StartedInputMethod method;
-  const std::size_t listed = sessionCount(method.process);
+TEST_F(Sessions, WithoutASessionAKeyMakesOneThatIsInNoList) {
+  const std::size_t listed = sessionCount();
   auto& active = method.process.state<SessionState>().gActiveSession;
   active = nullptr;
   BIMHandleInput(method.process, nullptr, 'a');
   ASSERT_NE(active, nullptr);
   BIMHandleInput(method.process, active, 'b');
   EXPECT_EQ(method.sessionText(), "ab");
-  EXPECT_EQ(sessionCount(method.process), listed);
+  EXPECT_EQ(sessionCount(), listed);
 
   active = nullptr;
-  method.host.processes.setFront(method.host.mainApplication.psn());
-  method.host.runPending();
+  method.bringMainApplicationToFront();
   EXPECT_EQ(BIMHandleInput(method.process, nullptr, 'a'), 0);
   EXPECT_EQ(active, nullptr) << "the main application is in front";
 }
 
-TEST(Sessions, NothingIsToldOfARemovalWhileTheMainApplicationIsInFront) {
-  StartedInputMethod method;
+TEST_F(Sessions, NothingIsToldOfARemovalWhileTheMainApplicationIsInFront) {
   method.type("a");
   const std::uint32_t handle = method.session().handle;
-  method.host.processes.setFront(method.host.mainApplication.psn());
-  method.host.runPending();
+  method.bringMainApplicationToFront();
   ASSERT_EQ(DeleteSessionHandleID(method.process, method.session().clientID), 1);
   EXPECT_EQ(method.host.mainApplication.field(34), handle);
 }
 
-TEST(Sessions, WithoutTextEveryOperationOnItDoesNothing) {
-  StartedInputMethod method;
+TEST_F(Sessions, WithoutTextEveryOperationOnItDoesNothing) {
   auto& session = method.session();
   session.sessionText.reset();
   method.type("abc ");
@@ -129,8 +126,7 @@ TEST(Sessions, WithoutTextEveryOperationOnItDoesNothing) {
   EXPECT_EQ(method.document.text(), u"abc ");
 }
 
-TEST(Sessions, BackspaceInsideTheTextShiftsAndAtItsEndLeavesTheByte) {
-  StartedInputMethod method;
+TEST_F(Sessions, BackspaceInsideTheTextShiftsAndAtItsEndLeavesTheByte) {
   method.type("hello");
   const auto& text = *method.session().sessionText;
   BIMHandleInput(method.process, &method.session(), kBackspaceKey);
@@ -144,8 +140,7 @@ TEST(Sessions, BackspaceInsideTheTextShiftsAndAtItsEndLeavesTheByte) {
   EXPECT_EQ(method.session().cursor, 2u);
 }
 
-TEST(Suspension, ComparesTheLow16BitsOfTheSessionAndEndsForAnother) {
-  StartedInputMethod method;
+TEST_F(Suspension, ComparesTheLow16BitsOfTheSessionAndEndsForAnother) {
   auto& main = method.host.mainApplication;
   method.type("a");
   main.setField(6, 0);

@@ -165,8 +165,7 @@ TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
   sessionEvent(key, 'r');
   EXPECT_EQ(method.sessionText(), "qqq");
   key.kmod = 0;
-  method.host.processes.setFront(method.host.mainApplication.psn());
-  method.host.runPending();
+  method.bringMainApplicationToFront();
   sessionEvent(key, 's');
   EXPECT_EQ(method.sessionText(), "qqq") << "the main application is in front";
 }

@@ -28,6 +28,10 @@ struct StartedInputMethod {
   void type(std::string_view ascii) {
     for (const char character : ascii) host.text.type(static_cast<char32_t>(character));
   }
+  void bringMainApplicationToFront() {
+    host.processes.setFront(host.mainApplication.psn());
+    host.runPending();
+  }
   BIMSessionRec& session() { return *BIMGetActiveSession(process); }
   std::string sessionText() {
     const auto& bytes = *session().sessionText;
