@@ -15,11 +15,6 @@ namespace {
 
 static_assert(kIpcCreate == IPC_CREAT && kIpcRemove == IPC_RMID);
 
-/// The maker keeps every right, whoever it has named as the owner.
-bool isOurs(const shmid_ds& segment) {
-  return segment.shm_perm.uid == geteuid() && segment.shm_perm.cuid == geteuid();
-}
-
 bool madeByNobodyElse(const shmid_ds& segment) {
   return segment.shm_cpid == getpid() || !isRunning(segment.shm_cpid);
 }
@@ -112,6 +107,11 @@ bool SharedMemory::removeLeftover(key_t key) {
   if (id < 0 || ::shmctl(id, IPC_STAT, &segment) != 0) return false;
   if (!isOurs(segment) || !madeByNobodyElse(segment)) return false;
   return shmctl(id, kIpcRemove) == 0;
+}
+
+/// The maker keeps every right, whoever it has named as the owner.
+bool SharedMemory::isOurs(const shmid_ds& segment) const {
+  return segment.shm_perm.uid == user_ && segment.shm_perm.cuid == user_;
 }
 
 void SharedMemory::adopt(int id) {

@@ -2,6 +2,7 @@
 // System V shared memory, with the calls as they are. A key has the offset added. A segment that
 // another user owns or made is refused.
 
+#include <sys/shm.h>
 #include <sys/types.h>
 
 #include <vector>
@@ -39,6 +40,7 @@ class SharedMemory final : public quorvane::SharedMemory {
   int fail(int error);
   int getOrCreate(key_t key, std::size_t size, int flags);
   bool removeLeftover(key_t key);
+  [[nodiscard]] bool isOurs(const shmid_ds& segment) const;
   void adopt(int id);
   void logRefusal(int id);
 
@@ -46,6 +48,7 @@ class SharedMemory final : public quorvane::SharedMemory {
   quorvane::LogSink& log_;
   std::vector<Attachment> attachments_;
   std::vector<int> ownSegments_;
+  uid_t user_;  ///< asked once: asking is a system call
   std::size_t pageSize_;
   int lastError_ = 0;
   int lastRefused_ = -1;
