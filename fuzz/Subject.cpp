@@ -32,7 +32,7 @@ struct Subject::Sight {
   NSRange selection;
   bool marked = false;
   std::uint64_t clientChanges = 0;
-  bool parked = false;  ///< a text waits for an event to bring a client along
+  std::uint64_t parked = 0;  ///< texts that wait for an event to bring a client along
   bool firstKeyIsOurs = false;
   std::optional<int> toolRecord;
   std::array<std::uint32_t, kBusyFields.size()> busy{};
@@ -69,7 +69,8 @@ Subject::Sight Subject::look() {
     sight.clientChanges = document->clientChanges();
   }
   const auto& controllerState = process.state<ControllerState>();
-  sight.parked = controllerState.stringbuffer || !controllerState.stringbufferHandle.empty();
+  if (controllerState.stringbuffer) ++sight.parked;
+  if (!controllerState.stringbufferHandle.empty()) ++sight.parked;
   sight.firstKeyIsOurs = controllerState.KEYED_INITED_FLAG != 0;
   sight.toolRecord = host.sharedMemory.find(kToolRecord);
   for (std::size_t i = 0; i < kBusyFields.size(); ++i) {
@@ -110,7 +111,7 @@ void Subject::checkDelivered(const NSEvent& event, bool consumed, const Sight& b
 void Subject::checkDocument(const NSEvent& event, bool consumed, const Sight& before) {
   const field::Document& document = *host.text.focused();
   const std::uint64_t changes = document.clientChanges() - before.clientChanges;
-  require(changes <= (before.parked ? 1 : 0), "an event changes a document by what was parked");
+  require(changes <= before.parked, "an event changes a document by what was parked");
   if (changes != 0 || before.marked) return;
   if (consumed) {
     require(document.text() == before.text, "a consumed key changes no document");
