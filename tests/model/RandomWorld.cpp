@@ -176,7 +176,12 @@ void RandomWorld::documents() {
 }
 
 void RandomWorld::disturb() {
-  if (!honest_) random_.chance(300) ? mainApplication() : scribble();
+  if (honest_) return;
+  if (random_.chance(300)) {
+    mainApplication();
+  } else {
+    scribble();
+  }
 }
 
 void RandomWorld::mainApplication() {
@@ -240,7 +245,6 @@ void RandomWorld::writeText() {
   text.length = random_.chance(800) ? text.cursor : text.cursor + random_.below(50);
   text.bytes.assign(384, 'w');
   for (std::size_t i = 0; i < 384; i += 1 + random_.below(9)) text.bytes[i] = ' ';
-  ++reached_[text.possible() ? "texts taken back" : "impossible texts"];
   writeWord(893, 0, text.cursor);
   writeWord(893, 4, text.length);
   write(893, 8, {text.bytes.begin(), text.bytes.end()});
@@ -335,7 +339,10 @@ void RandomWorld::onReport(const field::EventReport& report) {
   }
   const bool isTyped = event.type == NSEventType::KeyDown && (report.posted || withEventRef_);
   if (isTyped) sessions_[client].key(event);
-  if (written_) sessions_[client].take(*written_);
+  if (written_) {
+    sessions_[client].take(*written_);
+    ++reached_[written_->possible() ? "texts taken back" : "impossible texts"];
+  }
   written_.reset();
   if (report.outcome == field::Outcome::PassedOn) {
     documents_[client].key(event, clipboard_);
