@@ -226,6 +226,11 @@ TEST_F(EventEntry, EveryKeyThatReachesCompletionSaysThatItIsOff) {
   EXPECT_EQ(lines(), before + 1);
   EXPECT_EQ(GetLastClient(method.process), &method.document);
   EXPECT_EQ(method.process.state<InputControllerState>().lastClient, &method.document);
+  method.bringMainApplicationToFront();
+  field::Document& other = method.host.text.addDocument();
+  method.host.text.focus(&other);
+  keyDown(u'b');
+  EXPECT_EQ(GetLastClient(method.process), &other) << "though the key isn't ours";
 }
 
 }  // namespace
