@@ -4,6 +4,7 @@
 
 #include <sys/shm.h>
 #include <sys/types.h>
+#include <unistd.h>
 
 #include <vector>
 
@@ -48,7 +49,7 @@ class SharedMemory final : public quorvane::SharedMemory {
   quorvane::LogSink& log_;
   std::vector<Attachment> attachments_;
   std::vector<int> ownSegments_;
-  uid_t user_;  ///< asked once: asking is a system call
+  uid_t user_ = geteuid();  ///< asked once: asking is a system call
   std::size_t pageSize_;
   int lastError_ = 0;
   int lastRefused_ = -1;
