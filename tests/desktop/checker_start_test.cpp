@@ -1,6 +1,7 @@
 // The stand-in's start beside another one, as a person may start two.
 
 #include <gtest/gtest.h>
+#include <sys/shm.h>
 
 #include <csignal>
 
@@ -22,11 +23,23 @@ bool wasRefused(const RunningProgram& program) {
   return program.errors().find("running already") != std::string::npos;
 }
 
+/// Those that a failed test has killed leave their segments behind.
+struct RemovedSegments {
+  ~RemovedSegments() {
+    for (const std::uint32_t key : {880U, 893U, 896U, 897U, 899U}) {
+      ::shmctl(::shmget(static_cast<key_t>(key + keyOffset), 0, 0), IPC_RMID, nullptr);
+    }
+  }
+  std::uint32_t keyOffset = ownKeyOffset();
+};
+
 TEST(CheckerStart, OfTwoAtOnceOneWorksAndTheOtherLeavesItsSegmentsAlone) {
   const OwnFolder folder;
+  const RemovedSegments segments;
   const std::filesystem::path runtime = folder.path() / "r";
-  const std::vector<std::string> variables{"QUORVANE_RUNTIME_DIR=" + runtime.string(),
-                                           "QUORVANE_KEY_OFFSET=" + std::to_string(ownKeyOffset())};
+  const std::vector<std::string> variables{
+      "QUORVANE_RUNTIME_DIR=" + runtime.string(),
+      "QUORVANE_KEY_OFFSET=" + std::to_string(segments.keyOffset)};
   for (int round = 0; round < 3; ++round) {
     const Start start{.arguments = {"checker"}, .variables = variables};
     RunningProgram one(folder, start);
