@@ -17,7 +17,7 @@ namespace quorvane::checker {
 namespace {
 
 TextRecord typed(std::string_view text) {
-  TextRecord record{{text.begin(), text.end()}, text.size(), 0};
+  TextRecord record{{text.begin(), text.end()}, text.size(), 0, true};
   if (!text.empty()) record.key = record.text.back();
   return record;
 }
@@ -114,6 +114,14 @@ TEST(CheckerWordRules, WhichWordIsChecked) {
       {"", "-"},
   };
   for (const auto& [text, word] : rows) EXPECT_EQ(wordOf(typed(text)), word) << text;
+}
+
+TEST(CheckerWordRules, WithoutSmartCharactersTheirBytesAreLettersOfOtherScripts) {
+  for (const std::string text : {"teh\xD3", "te\xD5h ", "\xD2teh ", "a\xD1teh ", "teh\xD0 "}) {
+    TextRecord record = typed(text);
+    record.smartCharacters = false;
+    EXPECT_EQ(wordOf(record), "-") << text;
+  }
 }
 
 TEST(CheckerWordRules, OnlyTheKeyThatEndsTheWordChecksIt) {

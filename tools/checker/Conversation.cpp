@@ -72,8 +72,9 @@ void Conversation::answerScan() {
 std::optional<Fix> Conversation::decide() {
   const std::vector<std::uint8_t> bytes(text_.begin(), text_.end());
   const std::uint32_t change = takeSessionChange();
-  const auto record = decodeTextRecord(bytes);
+  auto record = decodeTextRecord(bytes);
   if (!record) return std::nullopt;
+  record->smartCharacters = (tool_.get(At::SmartCharacters) & kSmartCharacterMask) != 0;
   const Sight sight = vouching_.observe(session(), *record, change);
   if (!sight.isNew) return std::nullopt;
   if (options_.manner == Manner::Slow) clock_.usleep(options_.slowMilliseconds * 1000);

@@ -22,6 +22,9 @@ struct TextRecord {
   std::vector<std::uint8_t> text;  ///< as far as the cursor
   std::size_t length = 0;          ///< of the whole text, what lies behind the cursor included
   std::uint8_t key = 0;
+  /// Smart characters are switched on: a byte from 208 to 213 is a dash or a quote. Otherwise it is
+  /// the beginning of some letter's UTF-8 form.
+  bool smartCharacters = false;
 };
 
 /// Empty where the bytes are no text record: too short, or numbers out of bounds.

@@ -16,6 +16,10 @@ using Bytes = std::span<const std::uint8_t>;
 bool isUpper(std::uint8_t byte) { return byte >= 'A' && byte <= 'Z'; }
 bool isLetter(std::uint8_t byte) { return isUpper(byte) || (byte >= 'a' && byte <= 'z'); }
 bool isDigit(std::uint8_t byte) { return byte >= '0' && byte <= '9'; }
+/// A byte that may stand for any letter outside ASCII.
+bool isUnknown(const TextRecord& record, std::uint8_t byte) {
+  return byte >= 128 && !(record.smartCharacters && isSmartChar(byte));
+}
 bool isApostrophe(std::uint8_t byte) {
   return byte == kStraightApostrophe || byte == kRightSingleQuote;
 }
@@ -32,10 +36,17 @@ bool endsWord(std::uint8_t key) {
 /// What glues a word to the one before it in addresses, paths, names of files and sums.
 bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`", byte); }
 
-bool isOrdinary(Bytes word) {
-  return std::ranges::all_of(
-             word, [](std::uint8_t byte) { return isLetter(byte) || isApostrophe(byte); }) &&
-         std::ranges::none_of(word.subspan(1), isUpper);
+bool isOrdinary(const TextRecord& record, Bytes word) {
+  const auto ordinary = [&](std::uint8_t byte) {
+    return isLetter(byte) || (isApostrophe(byte) && !isUnknown(record, byte));
+  };
+  return std::ranges::all_of(word, ordinary) && std::ranges::none_of(word.subspan(1), isUpper);
+}
+
+/// Letters, digits, apostrophes (39, 213), and every byte from 128 up that isn't known to be a dash
+/// or a quote: its word is then known to be beyond us.
+bool belongsToWord(const TextRecord& record, std::uint8_t byte) {
+  return isLetter(byte) || isDigit(byte) || isApostrophe(byte) || isUnknown(record, byte);
 }
 
 bool opensSentence(Bytes before) {
@@ -47,13 +58,9 @@ bool opensSentence(Bytes before) {
 
 }  // namespace
 
-bool belongsToWord(std::uint8_t byte) {
-  return isLetter(byte) || isDigit(byte) || isApostrophe(byte) ||
-         (byte >= 128 && !isSmartChar(byte));
-}
-
 bool typedBoundary(const TextRecord& record) {
-  return !record.text.empty() && record.key == record.text.back() && !belongsToWord(record.key);
+  return !record.text.empty() && record.key == record.text.back() &&
+         !belongsToWord(record, record.key);
 }
 
 std::optional<Word> endedWord(const TextRecord& record) {
@@ -61,7 +68,7 @@ std::optional<Word> endedWord(const TextRecord& record) {
   const Bytes text(record.text);
   std::size_t end = text.size() - 1;
   std::size_t start = end;
-  while (start > 0 && belongsToWord(text[start - 1])) --start;
+  while (start > 0 && belongsToWord(record, text[start - 1])) --start;
   if (start == end || (start > 0 && joinsWords(text[start - 1]))) return std::nullopt;
 
   const bool quoted = start > 0 && text[start - 1] == kLeftSingleQuote;
@@ -70,7 +77,7 @@ std::optional<Word> endedWord(const TextRecord& record) {
   if (closed != (opened || quoted)) return std::nullopt;
   if (opened) ++start;
   if (closed) --end;
-  if (start >= end || !isOrdinary(text.subspan(start, end - start))) return std::nullopt;
+  if (start >= end || !isOrdinary(record, text.subspan(start, end - start))) return std::nullopt;
   return Word{start, end, opensSentence(text.first(start))};
 }
 

@@ -11,10 +11,6 @@
 
 namespace quorvane::checker {
 
-/// Letters, digits, apostrophes (39, 213), and every byte from 128 up that isn't a dash or a quote:
-/// such a byte is a character we don't know, so that its word is known to be beyond us.
-bool belongsToWord(std::uint8_t byte);
-
 /// True where the key just typed is the byte before the cursor and ends a word or stands between
 /// two.
 bool typedBoundary(const TextRecord& record);
