@@ -107,6 +107,26 @@ TEST_P(MessagePortsConformance, AServerMayAskBackWhileItIsAsked) {
   EXPECT_EQ(received_, (std::vector<Received>{{7, CFData{1}}}));
 }
 
+TEST_P(MessagePortsConformance, ACallbackThatWaitsStillGetsMessages) {
+  std::vector<std::int32_t> order;
+  serve("own", [&](std::int32_t id, const CFData*) -> std::optional<CFData> {
+    CFData reply;
+    if (id == 1) {
+      EXPECT_EQ(ask("server", 5, {}, reply), kCFMessagePortSuccess);
+    }
+    order.push_back(id);
+    return std::nullopt;
+  });
+  stage_->serveElsewhere("server", [&](std::int32_t, const CFData*) -> std::optional<CFData> {
+    CFData reply;
+    EXPECT_EQ(ask("own", 2, {}, reply), kCFMessagePortSuccess);
+    return std::nullopt;
+  });
+  EXPECT_EQ(send("own", 1, {}), kCFMessagePortSuccess);
+  stage_->turn();
+  EXPECT_EQ(order, (std::vector<std::int32_t>{2, 1}));
+}
+
 TEST_P(MessagePortsConformance, ANameIsServedOnce) {
   const auto port = serve("own", recording(std::nullopt));
   ASSERT_NE(port, nullptr);
