@@ -1,5 +1,6 @@
 #pragma once
-// SOCK_SEQPACKET sockets of the message ports: made, checked and spoken to without ever blocking.
+// SOCK_SEQPACKET sockets of the message ports: made, checked and spoken to. Only
+// receiveReplySoon waits.
 
 #include <cstdint>
 #include <filesystem>
@@ -33,6 +34,8 @@ Transfer sendPacket(int socket, std::span<const std::uint8_t> head,
 Transfer receiveRequest(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
 /// The same for an answer, which may be empty, on a socket that `connectTo` made and that is ready.
 Transfer receiveReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
+/// The same, waiting some milliseconds for it: the quickest way where the answer is about to come.
+Transfer receiveReplySoon(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
 /// The same once the peer has hung up, when there may be no answer left.
 Transfer receiveLastReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
 

@@ -84,6 +84,10 @@ bool RemotePort::runUntilRoom(RunLoop::Deadline deadline) {
 std::int32_t RemotePort::await(Question& question, std::chrono::microseconds answerTime) {
   const auto deadline = std::chrono::steady_clock::now() + answerTime;
   question_ = &question;
+  std::size_t size = 0;
+  const Transfer soon = receiveReplySoon(socket_.get(), packet_, size);
+  takeAnswer(soon, size);
+  if (question.status) return *question.status;
   if (runLoop_.runUntil([&] { return question.status.has_value(); }, deadline)) {
     return *question.status;
   }
@@ -96,8 +100,13 @@ std::int32_t RemotePort::await(Question& question, std::chrono::microseconds ans
 void RemotePort::readAnswer(GIOCondition ready) {
   const bool hungUp = (ready & (G_IO_HUP | G_IO_ERR)) != 0;
   std::size_t size = 0;
-  switch (hungUp ? receiveLastReply(socket_.get(), packet_, size)
-                 : receiveReply(socket_.get(), packet_, size)) {
+  const Transfer transfer = hungUp ? receiveLastReply(socket_.get(), packet_, size)
+                                   : receiveReply(socket_.get(), packet_, size);
+  takeAnswer(transfer, size);
+}
+
+void RemotePort::takeAnswer(Transfer transfer, std::size_t size) {
+  switch (transfer) {
     case Transfer::Done:
       if (question_ == nullptr) return;
       question_->reply.assign(packet_.begin(), packet_.begin() + static_cast<std::ptrdiff_t>(size));

@@ -42,6 +42,7 @@ class RemotePort final : public CFMessagePort, public std::enable_shared_from_th
   bool runUntilRoom(RunLoop::Deadline deadline);
   std::int32_t await(Question& question, std::chrono::microseconds answerTime);
   void readAnswer(GIOCondition ready);
+  void takeAnswer(Transfer transfer, std::size_t size);
   void settle(std::int32_t status);
   void watchPeer();
   void reconnect();
