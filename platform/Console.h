@@ -9,7 +9,8 @@ class LogSink {
  public:
   virtual ~LogSink() = default;
 
-  /// One line, without its line feed. The sink may keep it back for a second at most.
+  /// One line, without its line feed. The sink may keep it back until a second has
+  /// passed without another.
   virtual void writeLine(std::string_view line) = 0;
 
   bool enabled = true;       ///< false: nothing is formatted or written

@@ -40,7 +40,8 @@ void Set_Quorvane_Is_Active(Process& process, std::int32_t active);
 // Any process.
 
 /// 1 where a process has the signature. A `psn` that has it already stays as it is; otherwise the
-/// first one found goes to `psn`, and its id to `pidOut` unless null. Not found: both are 0.
+/// first one found goes to `psn`, and its id to `pidOut` unless null. A `psn` without
+/// that signature is cleared first, and the id with it.
 std::int32_t Get_SPECIFIED_PROCESS(Process& process, FourCharCode signature,
                                    ProcessSerialNumber& psnInOut, std::int32_t* pidOut);
 /// 1 where `psn` isn't all zero and its process has the signature.
