@@ -93,20 +93,6 @@ TEST_P(MessagePortsConformance, AWaitingSendGetsTheReplyOrAnEmptyOne) {
   EXPECT_TRUE(reply.empty());
 }
 
-TEST_P(MessagePortsConformance, AServerMayAskBackWhileItIsAsked) {
-  serve("own", recording(CFData{'y'}));
-  stage_->serveElsewhere("server", [this](std::int32_t, const CFData*) -> std::optional<CFData> {
-    CFData answer;
-    EXPECT_EQ(ask("own", 7, {1}, answer), kCFMessagePortSuccess);
-    answer.push_back('!');
-    return answer;
-  });
-  CFData reply;
-  EXPECT_EQ(ask("server", 1, {}, reply), kCFMessagePortSuccess);
-  EXPECT_EQ(reply, (CFData{'y', '!'}));
-  EXPECT_EQ(received_, (std::vector<Received>{{7, CFData{1}}}));
-}
-
 TEST_P(MessagePortsConformance, ACallbackThatWaitsStillGetsMessages) {
   std::vector<std::int32_t> order;
   serve("own", [&](std::int32_t id, const CFData*) -> std::optional<CFData> {

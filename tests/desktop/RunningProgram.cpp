@@ -36,6 +36,15 @@ void redirect(const std::filesystem::path& file, int flags, int descriptor) {
 
 }  // namespace
 
+std::size_t announcementsIn(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (entry.path().extension() == ".process") ++count;
+  }
+  return count;
+}
+
 void pauseShortly() { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }
 
 OwnFolder::OwnFolder() {

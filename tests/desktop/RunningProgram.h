@@ -57,6 +57,9 @@ class RunningProgram {
   bool ended_ = false;
 };
 
+/// How many processes have announced themselves in `folder`.
+std::size_t announcementsIn(const std::filesystem::path& folder);
+
 void pauseShortly();
 
 /// Looks again and again until `condition` holds; false where it doesn't within ten seconds.

@@ -5,10 +5,8 @@
 #include <array>
 #include <cstring>
 #include <functional>
-#include <map>
 
 #include "tools/checker/Conversation.h"
-#include "tools/checker/Scribbler.h"
 
 namespace quorvane::checker {
 namespace {
@@ -170,14 +168,6 @@ TEST_F(CheckerConversation, TheFirstWordAfterALateStartIsLeftAlone) {
   EXPECT_EQ(port.sent.size(), 1U);
 }
 
-TEST_F(CheckerConversation, TheSameHandleInAnotherInputMethodIsAnotherSession) {
-  for (const std::int32_t pid : {1, 2}) {
-    port.pid = pid;
-    scan("teh ");
-  }
-  EXPECT_EQ(port.sent.size(), 2U);
-}
-
 TEST_F(CheckerConversation, SwitchesTurnSpellingOffButEveryScanEnds) {
   for (const std::uint32_t off : {0x11831U, 0x11873U, 0U}) {
     flags = off;
@@ -216,15 +206,6 @@ TEST_F(CheckerConversation, OtherManners) {
   scan("teh cat ");
   EXPECT_EQ(published(), "the ");
   EXPECT_EQ(port.sent.size(), 2U);
-}
-
-TEST_F(CheckerConversation, HonestyAmongScribblesStaysInBounds) {
-  Scribbler scribbler(tool, text, command, port, 7);
-  for (int i = 0; i < 20'000; ++i) {
-    scribbler.maybe();
-    conversation->poll();
-  }
-  EXPECT_GT(port.sent.size(), 100U);
 }
 
 }  // namespace

@@ -14,12 +14,6 @@ namespace {
 constexpr std::string_view kMistakes = "I recieve teh letter, it doesn't matter. ";
 constexpr std::string_view kCorrected = "I receive the letter, it doesn't matter. ";
 
-std::string repeated(std::string_view text, int times) {
-  std::string result;
-  for (int i = 0; i < times; ++i) result += text;
-  return result;
-}
-
 std::size_t entriesIn(const std::filesystem::path& folder) {
   std::error_code error;
   std::size_t count = 0;
@@ -29,18 +23,9 @@ std::size_t entriesIn(const std::filesystem::path& folder) {
   return count;
 }
 
-/// The private folder of a `type`, with the announcements of both processes in it.
-bool bothAnnounced(const std::filesystem::path& folder) {
-  std::error_code error;
-  int count = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    if (entry.path().extension() == ".process") ++count;
-  }
-  return count == 2;
-}
-
-std::filesystem::path folderOf(const OwnFolder& folder, const RunningProgram& type) {
-  return folder.usualRuntimeFolder() / ("type-" + std::to_string(type.pid()));
+/// Both processes of a `type` stand in its private folder.
+bool bothAnnounced(const OwnFolder& folder, const RunningProgram& type) {
+  return announcementsIn(folder.usualRuntimeFolder() / ("type-" + std::to_string(type.pid()))) == 2;
 }
 
 /// The tool record of a `type`, whose keys are offset by 32 for each process id.
@@ -55,12 +40,8 @@ TEST(Program, ExitCodesAreHonest) {
   };
   const std::vector<Case> cases{
       {{.arguments = {"--help"}}, 0, "type", ""},
-      {{.arguments = {"type", "--help"}}, 0, "--delay", ""},
-      {{.arguments = {"--version"}}, 0, ".", ""},
-      {{.arguments = {}}, 2, "", "subcommand"},
       {{.arguments = {"typo"}}, 2, "", "subcommand"},
       {{.arguments = {"type", "--switches", "12g"}}, 2, "", "12g"},
-      {{.arguments = {"type", "--delay", "-1"}}, 2, "", "delay"},
       {{.arguments = {"type"}, .input = "ab\xC3("}, 2, "", "offset 2"},
       {{.arguments = {"type", "--no-checker"},
         .input = "a",
@@ -75,7 +56,7 @@ TEST(Program, ExitCodesAreHonest) {
   };
   const OwnFolder folder;
   for (const Case& one : cases) {
-    SCOPED_TRACE(one.start.arguments.empty() ? "no argument" : one.start.arguments.back());
+    SCOPED_TRACE(one.start.arguments.back());
     RunningProgram program(folder, one.start);
     EXPECT_EQ(program.wait(), one.code);
     if (one.start.output.empty()) {
@@ -139,7 +120,7 @@ TEST_P(TypeSignal, LeavesNothingBehind) {
   RunningProgram type(folder, {.arguments = {"type", "--delay", "60000"},
                                .input = std::string(kMistakes),
                                .variables = {"QUORVANE_RUNTIME_DIR=", "QUORVANE_KEY_OFFSET="}});
-  ASSERT_TRUE(eventually([&] { return bothAnnounced(folderOf(folder, type)); }));
+  ASSERT_TRUE(eventually([&] { return bothAnnounced(folder, type); }));
   ASSERT_TRUE(hasSegment(type.pid()));
   type.signal(GetParam());
   EXPECT_TRUE(eventually([&] { return !hasSegment(type.pid()); }));
@@ -153,9 +134,9 @@ INSTANTIATE_TEST_SUITE_P(All, TypeSignal, testing::Values(SIGINT, SIGTERM, SIGHU
 
 TEST(Type, WhatAKillLeavesIsClearedAwayByTheNext) {
   const OwnFolder folder;
-  const std::string text = repeated(kMistakes, 50);
-  RunningProgram killed(folder, {.arguments = {"type", "--delay", "20"}, .input = text});
-  ASSERT_TRUE(eventually([&] { return bothAnnounced(folderOf(folder, killed)); }));
+  RunningProgram killed(
+      folder, {.arguments = {"type", "--delay", "60000"}, .input = std::string(kMistakes)});
+  ASSERT_TRUE(eventually([&] { return bothAnnounced(folder, killed); }));
   killed.signal(SIGKILL);
   EXPECT_EQ(killed.wait(), 128 + SIGKILL);
   EXPECT_TRUE(eventually([&] { return !hasSegment(killed.pid()); })) << "the stand-in lives on";

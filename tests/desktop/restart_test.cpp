@@ -1,15 +1,15 @@
-// The main application killed and started again while somebody types: nothing that was typed is
-// lost, doubled or out of order, and the fixes stop and come back with it.
+// The main application started twice at once; and killed and started again while somebody types:
+// nothing that was typed is lost, doubled or out of order, and the fixes stop and come back with
+// it.
 
 #include <gtest/gtest.h>
 #include <sys/shm.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <memory>
 #include <sstream>
 
-#include "tests/desktop/RunningProgram.h"
+#include "tests/desktop/DesktopStage.h"
 
 namespace quorvane::tests {
 namespace {
@@ -61,9 +61,11 @@ class Restart : public testing::Test {
     }
   }
 
+  [[nodiscard]] Start checker() const {
+    return {.arguments = {"checker"}, .variables = variables_};
+  }
   void startChecker() {
-    checker_ = std::make_unique<RunningProgram>(
-        folder_, Start{.arguments = {"checker"}, .variables = variables_});
+    checker_ = std::make_unique<RunningProgram>(folder_, checker());
     const auto file = runtime_ / (std::to_string(checker_->pid()) + ".process");
     ASSERT_TRUE(eventually([&] { return std::filesystem::exists(file); })) << checker_->errors();
   }
@@ -95,7 +97,7 @@ class Restart : public testing::Test {
 
   OwnFolder folder_;
   std::filesystem::path runtime_ = folder_.path() / "r";
-  std::uint32_t keyOffset_ = 0x30000000 + static_cast<std::uint32_t>(::getpid()) * 32;
+  std::uint32_t keyOffset_ = ownKeyOffset();
   std::vector<std::string> variables_{"QUORVANE_RUNTIME_DIR=" + runtime_.string(),
                                       "QUORVANE_KEY_OFFSET=" + std::to_string(keyOffset_)};
   std::unique_ptr<RunningProgram> checker_;
@@ -149,6 +151,29 @@ TEST_F(Restart, ThreeTimesWhileTyping) {
   for (const Presence& presence : presences) {
     EXPECT_GE(presence.corrected, 6);
     EXPECT_LE(presence.asTyped, 2);
+  }
+}
+
+bool wasRefused(const RunningProgram& program) {
+  return program.errors().find("running already") != std::string::npos;
+}
+
+TEST_F(Restart, OfTwoAtOnceOneWorksAndTheOtherLeavesItsSegmentsAlone) {
+  for (int round = 0; round < 3; ++round) {
+    RunningProgram one(folder_, checker());
+    RunningProgram two(folder_, checker());
+    ASSERT_TRUE(eventually([&] { return wasRefused(one) || wasRefused(two); }));
+    ASSERT_TRUE(eventually([&] { return announcementsIn(runtime_) == 1; }));
+    RunningProgram type(
+        folder_,
+        {.arguments = {"type", "--no-checker"}, .input = "teh end ", .variables = variables_});
+    EXPECT_EQ(type.wait(), 0);
+    EXPECT_EQ(type.output(), "the end ");
+    RunningProgram& loser = wasRefused(one) ? one : two;
+    RunningProgram& winner = &loser == &one ? two : one;
+    EXPECT_EQ(loser.wait(), 1);
+    winner.signal(SIGTERM);
+    EXPECT_EQ(winner.wait(), 0);
   }
 }
 
