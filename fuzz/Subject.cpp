@@ -1,17 +1,12 @@
 #include "fuzz/Subject.h"
 
-#include "fuzz/Law.h"
+#include "fuzz/Target.h"
 #include "src/bridge/QBIMMessageSend.h"
-#include "src/session/CurrentAppFlags.h"
-#include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QBIM_IMK_Start.h"
-#include "src/shell/QuorvaneInputController.h"
-#include "src/shell/main.h"
 
 namespace quorvane::fuzz {
 namespace {
 
-constexpr std::uint32_t kSwitches = 0x11833;
 constexpr std::uint64_t kClockStep = 4'000'000;  // a quarter of a tick: waits spin less
 constexpr std::uint32_t kToolRecord = 880;
 constexpr std::size_t kFields = 68;
@@ -44,15 +39,6 @@ Subject::Subject() {
   host.log.limit = 4;
   host.log.showPrivate = true;
   host.console.limit = 4;
-  for (field::Document*& document : documents) document = &host.text.addDocument();
-  host.mainApplication.launch(memory::Notice::Missed);
-  host.mainApplication.answerScan({});
-  InputMethodMain(process, {});
-  host.text.setController(&controller);
-  host.processes.setFront(memory::MemoryProcesses::editor());
-  host.runPending();
-  process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = kSwitches;
-  host.text.focus(documents[0]);
   host.text.trace = [this](const field::EventReport& report) {
     if (report.posted) return;
     ++reports_;

@@ -8,13 +8,11 @@
 #include <optional>
 #include <string>
 
-#include "hosts/memory/MemoryHost.h"
-#include "src/base/Process.h"
-#include "src/shell/InputController.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane::fuzz {
 
-class Subject {
+class Subject : public test::StartedInputMethod {
  public:
   Subject();
   Subject(const Subject&) = delete;
@@ -32,10 +30,8 @@ class Subject {
   /// The input method was told to quit.
   [[nodiscard]] bool ended() const { return host.application.exitStatus.has_value(); }
 
-  memory::MemoryHost host;
-  Process process{host.platform()};
-  InputController controller{process};
-  std::array<field::Document*, 3> documents{};
+  std::array<field::Document*, 3> documents{&document, &host.text.addDocument(),
+                                            &host.text.addDocument()};
 
  private:
   struct Sight;

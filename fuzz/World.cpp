@@ -53,15 +53,6 @@ void writeBytes(Subject& subject, Input& input) {
   const Bytes bytes = input.counted();
   if (id) subject.host.sharedMemory.write(*id, at, bytes);
 }
-void lieAboutText(Subject& subject, Input& input) {
-  const std::uint32_t cursor = input.number();
-  const std::uint32_t length = input.number();
-  subject.host.mainApplication.setField(11, 1);
-  if (const auto id = subject.host.sharedMemory.find(893)) {
-    subject.host.sharedMemory.writeWord(*id, 0, cursor);
-    subject.host.sharedMemory.writeWord(*id, 4, length);
-  }
-}
 void replaceAny(Subject& subject, Input& input) {
   const std::uint32_t key = segmentKey(input);
   replaceSegment(subject, key, input);
@@ -89,9 +80,6 @@ void vanish(Subject& subject, Input& input) {
 void sendFix(Subject& subject, Input& input) {
   const std::uint32_t count = input.number();
   subject.host.mainApplication.sendFix(count, textOf(input.counted()));
-}
-void correctText(Subject& subject, Input& input) {
-  subject.host.mainApplication.writeCorrectedText(textOf(input.counted()));
 }
 void sendMessage(Subject& subject, Input& input) {
   constexpr std::array<std::uint32_t, 12> kIds{
@@ -169,13 +157,26 @@ void changeSwitches(Subject& subject, Input& input) {
   constexpr std::array<std::uint32_t, 6> kSwitches{0x11833, 0x1800, 0x11873, 0x10001, 0x1033, 0};
   subject.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = input.oneOf(kSwitches);
 }
-using Action = void (*)(Subject& subject, Input& input);
-constexpr std::array<Action, 17> kActions{
+
+constexpr std::array<Step, 17> kActions{
     writeField,  writeBytes, lieAboutText, replaceAny,     removeSegment,     failAttach,
     launch,      vanish,     sendFix,      correctText,    sendMessage,       changeServer,
     changeFront, notify,     breakOrMend,  changeSwitches, changeApplications};
 
 }  // namespace
+
+void lieAboutText(Subject& subject, Input& input) {
+  const std::uint32_t cursor = input.number();
+  const std::uint32_t length = input.number();
+  subject.host.mainApplication.setField(11, 1);
+  if (const auto id = subject.host.sharedMemory.find(893)) {
+    subject.host.sharedMemory.writeWord(*id, 0, cursor);
+    subject.host.sharedMemory.writeWord(*id, 4, length);
+  }
+}
+void correctText(Subject& subject, Input& input) {
+  subject.host.mainApplication.writeCorrectedText(textOf(input.counted()));
+}
 
 void worldAction(Subject& subject, Input& input) {
   subject.disturb();
@@ -209,6 +210,8 @@ void replaceSegment(Subject& subject, std::uint32_t key, Input& input) {
   subject.host.mainApplication.segmentOptions[key] = options;
   subject.host.sharedMemory.create(key, size, options);
 }
+
+void press(Subject& subject, Input& input) { subject.press(keyEvent(input)); }
 
 NSEvent keyEvent(Input& input) {
   constexpr std::array<char16_t, 32> kCharacters{

@@ -8,7 +8,14 @@
 
 namespace quorvane::fuzz {
 
+/// Something to do, with its arguments from the input.
+using Step = void (*)(Subject& subject, Input& input);
+
 void worldAction(Subject& subject, Input& input);
+/// Cursor and length of the text record become any numbers.
+void lieAboutText(Subject& subject, Input& input);
+/// The main application writes another text.
+void correctText(Subject& subject, Input& input);
 /// All that `script` holds, up to a few.
 void worldActions(Subject& subject, Bytes script);
 /// Runs `script` just before the n-th call from now that the input method makes on the platform.
@@ -21,5 +28,17 @@ std::uint32_t segmentKey(Input& input);
 void replaceSegment(Subject& subject, std::uint32_t key, Input& input);
 /// A key's character and modifiers.
 NSEvent keyEvent(Input& input);
+void press(Subject& subject, Input& input);
+
+/// Takes one step after the other, up to `limit`, as long as the input lasts and the input method
+/// runs; the law must hold after each, and for one more key.
+template <class AnyStep>
+void takeSteps(Subject& subject, const Input& input, int limit, AnyStep step) {
+  for (; limit > 0 && !input.empty() && !subject.ended(); --limit) {
+    step();
+    subject.checkLaw();
+  }
+  if (!subject.ended()) subject.press(NSEvent{NSEventType::KeyDown, 0, 0, u" ", nullptr});
+}
 
 }  // namespace quorvane::fuzz

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "fuzz/Law.h"
+#include "fuzz/Target.h"
 #include "hosts/desktop/Announcement.h"
 
 namespace quorvane::fuzz {
@@ -22,11 +22,11 @@ void checkName(std::string_view name) {
 }
 
 }  // namespace
-}  // namespace quorvane::fuzz
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view text(reinterpret_cast<const char*>(data), size);
-  quorvane::fuzz::checkContent(text);
-  quorvane::fuzz::checkName(text.substr(0, text.find('\n')));
-  return 0;
+void run(Bytes bytes) {
+  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  checkContent(text);
+  checkName(text.substr(0, text.find('\n')));
 }
+
+}  // namespace quorvane::fuzz

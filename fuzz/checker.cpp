@@ -3,8 +3,7 @@
 
 #include <string>
 
-#include "fuzz/Input.h"
-#include "fuzz/Law.h"
+#include "fuzz/Target.h"
 #include "tools/checker/Conversation.h"
 
 namespace quorvane::fuzz {
@@ -163,6 +162,8 @@ void checkFix(const checker::Fix& fix) {
   require(fix.count <= checker::kTextCapacity, "a fix reaches back inside the text");
 }
 
+}  // namespace
+
 void run(Bytes bytes) {
   Input input(bytes);
   StandIn standIn(input);
@@ -177,10 +178,4 @@ void run(Bytes bytes) {
   }
 }
 
-}  // namespace
 }  // namespace quorvane::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  quorvane::fuzz::run({data, size});
-  return 0;
-}

@@ -1,7 +1,7 @@
 // Messages on the input method's own port: the packet that carries one, and what the port does with
 // any id and payload, before and after it has met a client.
 
-#include "fuzz/Law.h"
+#include "fuzz/Target.h"
 #include "fuzz/World.h"
 #include "hosts/desktop/MessageFraming.h"
 #include "src/bridge/QBIMMessageReceive.h"
@@ -62,22 +62,14 @@ void message(Subject& subject, Input& input) {
   if (!subject.ended() && (way & kKeyAfterwards) != 0) subject.press(keyEvent(input));
 }
 
+}  // namespace
+
 void run(Bytes bytes) {
   Subject subject;
   Input input(bytes);
   subject.host.textServicesManager.activeDocument = input.byte() % 2;
   subject.host.textServicesManager.documentProperties[1]["dapy"_4cc] = 1;
-  for (int left = kMessageLimit; left > 0 && !input.empty() && !subject.ended(); --left) {
-    message(subject, input);
-    subject.checkLaw();
-  }
-  if (!subject.ended()) subject.press(NSEvent{NSEventType::KeyDown, 0, 0, u" ", nullptr});
+  takeSteps(subject, input, kMessageLimit, [&] { message(subject, input); });
 }
 
-}  // namespace
 }  // namespace quorvane::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  quorvane::fuzz::run({data, size});
-  return 0;
-}

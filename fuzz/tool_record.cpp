@@ -1,6 +1,7 @@
 // The tool record as a whole under a running key path: keys, clicks and commands, while the main
 // application, other processes and the system do anything at any moment.
 
+#include "fuzz/Target.h"
 #include "fuzz/World.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
@@ -18,7 +19,6 @@ field::Delivery delivery(Input& input) {
   return {(choice & 7) != 7, (choice & 8) != 0};
 }
 
-void press(Subject& subject, Input& input) { subject.press(keyEvent(input)); }
 void pressOddly(Subject& subject, Input& input) {
   const NSEvent key = keyEvent(input);
   subject.press(key, delivery(input));
@@ -79,20 +79,14 @@ std::uint32_t commandOf(Input& input) {
       2, 6, 8, 17, 35, 87, 100, 104, 108, 121, 16383, 16390, 17100, 17110, 17149, 65534};
   return input.oneOf(kCommands);
 }
-void askByFlag(Subject& subject, Input& input) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent(subject.process, commandOf(input));
+template <auto route>
+void ask(Subject& subject, Input& input) {
+  route(subject.process, commandOf(input));
 }
-void askByFlagAndWait(Subject& subject, Input& input) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(subject.process, commandOf(input));
-}
-void askByMessage(Subject& subject, Input& input) {
-  const std::uint32_t command = commandOf(input);
-  if (input.flag()) {
-    CallDirectQorvToolCommandAppEvent(subject.process, command);
-  } else {
-    CallDirectQorvToolCommandAppEventWait(subject.process, command);
-  }
-}
+constexpr Step askByFlag = ask<Do_BIM_CallDirectQorvToolCommandAppEvent>;
+constexpr Step askByFlagAndWait = ask<Do_BIM_CallDirectQorvToolCommandAppEvent_Wait>;
+constexpr Step askByMessage = ask<CallDirectQorvToolCommandAppEvent>;
+constexpr Step askAndWait = ask<CallDirectQorvToolCommandAppEventWait>;
 void openingRoute(Subject& subject, Input& input) {
   const std::uint32_t command = commandOf(input);
   CallQuorvaneToolCommand(subject.process, command, input.flag());
@@ -156,28 +150,19 @@ void fixOneself(Subject& subject, Input& input) {
   }
 }
 
-using Step = void (*)(Subject& subject, Input& input);
 constexpr std::array<Step, 29> kSteps{
-    press,        press,        press,       pressOddly,   type,      typeOften,
-    deliver,      click,        focus,       turn,         turn,      passTime,
-    answerScan,   answerBit,    plan,        plan,         askByFlag, askByFlagAndWait,
-    askByMessage, openingRoute, askForMenu,  claimNextKey, keepHouse, changeDocumentKind,
-    worldAction,  moveCaret,    worldAction, askState,     fixOneself};
+    press,       press,        askByMessage, pressOddly,   type,      typeOften,
+    deliver,     click,        focus,        turn,         turn,      passTime,
+    answerScan,  answerBit,    plan,         plan,         askByFlag, askByFlagAndWait,
+    askAndWait,  openingRoute, askForMenu,   claimNextKey, keepHouse, changeDocumentKind,
+    worldAction, moveCaret,    worldAction,  askState,     fixOneself};
+
+}  // namespace
 
 void run(Bytes bytes) {
   Subject subject;
   Input input(bytes);
-  for (int left = kStepLimit; left > 0 && !input.empty() && !subject.ended(); --left) {
-    input.oneOf(kSteps)(subject, input);
-    subject.checkLaw();
-  }
-  if (!subject.ended()) subject.press(NSEvent{NSEventType::KeyDown, 0, 0, u" ", nullptr});
+  takeSteps(subject, input, kStepLimit, [&] { input.oneOf(kSteps)(subject, input); });
 }
 
-}  // namespace
 }  // namespace quorvane::fuzz
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  quorvane::fuzz::run({data, size});
-  return 0;
-}

@@ -1,4 +1,4 @@
-#include "fuzz/Law.h"
+#include "fuzz/Target.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -12,3 +12,8 @@ void require(bool holds, std::string_view law) {
 }
 
 }  // namespace quorvane::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  quorvane::fuzz::run({data, size});
+  return 0;
+}
