@@ -195,17 +195,12 @@ TEST_F(CheckerConversation, OtherManners) {
   scan("teh ");
   EXPECT_EQ(fields.get(At::ScanFlags), kScanBit);
 
-  begin({.manner = Manner::Slow, .slowMilliseconds = 40}, true);
-  scan("teh ");
-  EXPECT_EQ(clock.now, 40 * kMillisecond);
-  EXPECT_EQ(published(), "the ");
-
   begin({.manner = Manner::Stale}, true);
   scan("teh ");
-  EXPECT_EQ(port.sent.size(), 1U) << "nothing before it to answer with";
+  EXPECT_TRUE(port.sent.empty()) << "nothing before it to answer with";
   scan("teh cat ");
   EXPECT_EQ(published(), "the ");
-  EXPECT_EQ(port.sent.size(), 2U);
+  EXPECT_EQ(port.sent.size(), 1U);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <map>
 
 #include "hosts/desktop/AtomicFile.h"
-#include "hosts/icu/IcuTextEncoding.h"
 #include "tests/conformance/MessagePortsConformance.h"
 #include "tests/conformance/ProcessesConformance.h"
 #include "tests/conformance/SharedMemoryConformance.h"
@@ -17,10 +16,12 @@ namespace {
 class Stage : public SharedMemoryStage,
               public MessagePortsStage,
               public ProcessesStage,
+              public TextEncodingStage,
               public UserDefaultsStage {
  public:
   SharedMemory& sharedMemory() override { return desktop_.platform().sharedMemory; }
   UserDefaults& userDefaults() override { return desktop_.platform().userDefaults; }
+  TextEncoding& textEncoding() override { return desktop_.platform().textEncoding; }
   MessagePorts& ports() override { return desktop_.platform().messagePorts; }
   RunLoop& runLoop() override { return desktop_.host().runLoop(); }
   ProcessManager& processManager() override { return desktop_.platform().processManager; }
@@ -76,8 +77,6 @@ std::unique_ptr<Wanted> make() {
   return std::make_unique<Stage>();
 }
 
-std::unique_ptr<TextEncoding> makeEncoding() { return std::make_unique<IcuTextEncoding>(); }
-
 INSTANTIATE_TEST_SUITE_P(Desktop, SharedMemoryConformance,
                          testing::Values(make<SharedMemoryStage>));
 INSTANTIATE_TEST_SUITE_P(Desktop, MessagePortsConformance,
@@ -85,7 +84,8 @@ INSTANTIATE_TEST_SUITE_P(Desktop, MessagePortsConformance,
 INSTANTIATE_TEST_SUITE_P(Desktop, ProcessesConformance, testing::Values(make<ProcessesStage>));
 INSTANTIATE_TEST_SUITE_P(Desktop, UserDefaultsConformance,
                          testing::Values(make<UserDefaultsStage>));
-INSTANTIATE_TEST_SUITE_P(Desktop, TextEncodingConformance, testing::Values(makeEncoding));
+INSTANTIATE_TEST_SUITE_P(Desktop, TextEncodingConformance,
+                         testing::Values(make<TextEncodingStage>));
 
 }  // namespace
 }  // namespace quorvane::conformance

@@ -10,9 +10,14 @@
 namespace quorvane::conformance {
 namespace {
 
-struct MemoryStage : SharedMemoryStage, MessagePortsStage, ProcessesStage, UserDefaultsStage {
+struct MemoryStage : SharedMemoryStage,
+                     MessagePortsStage,
+                     ProcessesStage,
+                     TextEncodingStage,
+                     UserDefaultsStage {
   SharedMemory& sharedMemory() override { return host.sharedMemory; }
   UserDefaults& userDefaults() override { return host.userDefaults; }
+  TextEncoding& textEncoding() override { return host.textEncoding; }
   MessagePorts& ports() override { return host.messagePorts; }
   RunLoop& runLoop() override { return host.messagePorts; }
   ProcessManager& processManager() override { return host.processes; }
@@ -55,25 +60,11 @@ std::unique_ptr<Stage> make() {
   return std::make_unique<MemoryStage>();
 }
 
-struct EncodingStage : TextEncoding {
-  std::ptrdiff_t TECConvertText(std::span<const std::uint8_t> roman, std::uint8_t* out,
-                                std::size_t capacity) override {
-    return host.textEncoding.TECConvertText(roman, out, capacity);
-  }
-  std::optional<std::u16string> initWithData(std::span<const std::uint8_t> bytes,
-                                             NSStringEncoding encoding) override {
-    return host.textEncoding.initWithData(bytes, encoding);
-  }
-  memory::MemoryHost host;
-};
-
-std::unique_ptr<TextEncoding> makeEncoding() { return std::make_unique<EncodingStage>(); }
-
 INSTANTIATE_TEST_SUITE_P(Memory, SharedMemoryConformance, testing::Values(make<SharedMemoryStage>));
 INSTANTIATE_TEST_SUITE_P(Memory, MessagePortsConformance, testing::Values(make<MessagePortsStage>));
 INSTANTIATE_TEST_SUITE_P(Memory, ProcessesConformance, testing::Values(make<ProcessesStage>));
 INSTANTIATE_TEST_SUITE_P(Memory, UserDefaultsConformance, testing::Values(make<UserDefaultsStage>));
-INSTANTIATE_TEST_SUITE_P(Memory, TextEncodingConformance, testing::Values(makeEncoding));
+INSTANTIATE_TEST_SUITE_P(Memory, TextEncodingConformance, testing::Values(make<TextEncodingStage>));
 
 }  // namespace
 }  // namespace quorvane::conformance
