@@ -102,14 +102,8 @@ void publish(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
   const Bytes more = input.counted();
   text.insert(text.end(), more.begin(), more.end());
   text.resize(std::min<std::size_t>(text.size(), 384));
-  const auto size = static_cast<std::uint32_t>(text.size());
-  const auto high = static_cast<std::uint8_t>(size >> 8);
-  const auto low = static_cast<std::uint8_t>(size);
-  const std::array<std::uint8_t, 8> numbers{0, 0, high, low, 0, 0, high, low};
-  writeText(standIn, 0, numbers);
-  writeText(standIn, 8, text);
-  const std::uint8_t key = text.empty() ? std::uint8_t{0} : text.back();
-  writeText(standIn, 392, {&key, 1});
+  checker::encodeTextRecord({text, text.size(), 0}, standIn.text);
+  if (!text.empty()) writeText(standIn, 392, {&text.back(), 1});
 }
 
 void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
