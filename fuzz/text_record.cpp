@@ -59,7 +59,7 @@ void publish(Subject& subject, Input& input) {
 }
 
 void refresh(Subject& subject, Input& input) {
-  Update_Document_Session(subject.process, input.flag() ? active(subject) : nullptr);
+  Check_Update_Document_Session_Buffer(subject.process, input.flag() ? active(subject) : nullptr);
 }
 void writeAnywhere(Subject& subject, Input& input) {
   const std::size_t at = input.half() % 500;
