@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "tests/support/StartedInputMethod.h"
+#include "tools/support/StartedInputMethod.h"
 
 namespace quorvane::fuzz {
 

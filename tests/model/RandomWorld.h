@@ -13,7 +13,7 @@
 #include "tests/model/DocumentModel.h"
 #include "tests/model/RandomKeys.h"
 #include "tests/model/SessionModel.h"
-#include "tests/support/StartedInputMethod.h"
+#include "tools/support/StartedInputMethod.h"
 
 namespace quorvane::model {
 

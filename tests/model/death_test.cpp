@@ -7,7 +7,7 @@
 #include <array>
 
 #include "src/bridge/QBIMMessageSend.h"
-#include "tests/support/StartedInputMethod.h"
+#include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {

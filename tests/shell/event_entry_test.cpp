@@ -7,7 +7,7 @@
 
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
-#include "tests/support/StartedInputMethod.h"
+#include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {

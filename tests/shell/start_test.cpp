@@ -8,7 +8,7 @@
 #include "src/shell/QBIM_IMK_Start.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
 #include "src/shell/QuorvaneInputController_TextPosition.h"
-#include "tests/support/StartedInputMethod.h"
+#include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {
