@@ -16,7 +16,7 @@
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/TextApplication.h"
 #include "src/base/Process.h"
-#include "src/shell/InputController.h"
+#include "src/completion/InputController.h"
 
 namespace quorvane {
 

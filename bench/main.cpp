@@ -22,9 +22,9 @@
 #include "hosts/field/EventQueue.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
+#include "src/completion/InputController.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/shell/InputController.h"
 #include "src/shell/main.h"
 
 namespace quorvane::bench {
@@ -38,7 +38,7 @@ class QuietClient : public IMKTextInput {
  public:
   NSRange selectedRange() override { return {}; }
   void insertText(const std::u16string& /*text*/, NSRange /*replacementRange*/) override {}
-  void setMarkedText(const std::u16string& /*text*/, NSRange /*selectionRange*/,
+  void setMarkedText(const NSAttributedString& /*text*/, NSRange /*selectionRange*/,
                      NSRange /*replacementRange*/) override {}
   void attributesForCharacterIndex(std::uint64_t /*index*/, NSRect& rect) override {
     rect = {100, 100, 1, 16};

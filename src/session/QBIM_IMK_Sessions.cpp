@@ -99,6 +99,10 @@ BIMSessionRec* unlinkNext(BIMSessionRec& predecessor) {
 
 }  // namespace
 
+std::uint64_t identityOf(const IMKTextInput* client) {
+  return reinterpret_cast<std::uintptr_t>(client);
+}
+
 BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t /*client*/) {
   BIMSessionRec* session = addRecord(process.state<SessionState>());
   if (session == nullptr) return nullptr;

@@ -54,6 +54,9 @@ struct SessionState {
   std::uint32_t lastHandle = 0;
 };
 
+/// What identifies a client: its address.
+[[nodiscard]] std::uint64_t identityOf(const IMKTextInput* client);
+
 /// A new session that is in no list, or null. `client` isn't used.
 BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t client);
 /// The session of that handle; null where it is gone.

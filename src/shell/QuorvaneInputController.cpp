@@ -6,6 +6,7 @@
 #include "src/base/Text.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/completion/InputController.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
@@ -58,10 +59,6 @@ bool isFreeToHandle(Process& process, IMKTextInput* client) {
 }
 
 }  // namespace
-
-std::uint64_t identityOf(const IMKTextInput* client) {
-  return reinterpret_cast<std::uintptr_t>(client);
-}
 
 QuorvaneInputController& Get_QuorvaneInputController(Process& process) {
   return process.state<QuorvaneInputController>();

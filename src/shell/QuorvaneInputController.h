@@ -50,15 +50,15 @@ class QuorvaneInputController : public IMKInputController {
   void setOriginalBuffer(const std::u16string* text);
   void originalBufferAppend(const std::u16string& text, IMKTextInput& client);
   /// Inserts what is parked; without a client it stays parked.
-  void commitComposition(IMKTextInput* sender);
+  void commitComposition(IMKTextInput* sender) override;
   void nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength);
 
   // Nothing to do on this side: composition and candidates are completion's.
   void ClearComposedBuffer() {}
   void cancelComposition() {}
   void updateComposition() {}
-  void candidateSelected(const std::u16string& /*candidate*/) {}
-  void candidateSelectionChanged(const std::u16string& /*candidate*/) {}
+  void candidateSelected(const NSAttributedString& /*candidate*/) override {}
+  void candidateSelectionChanged(const NSAttributedString& /*candidate*/) override {}
   void hidePalettes() {}
   void doCommandBySelector(std::string_view /*selector*/, IMKTextInput* /*client*/) {}
   std::nullptr_t modes(IMKTextInput* /*sender*/) { return nullptr; }
@@ -88,12 +88,6 @@ class QuorvaneInputController : public IMKInputController {
 };
 
 QuorvaneInputController& Get_QuorvaneInputController(Process& process);
-
-/// Left mouse down and up, key down and up, flags changed, other mouse down and up.
-inline constexpr std::uint32_t kRecognizedEvents = 0x6001c06;
-
-/// What identifies a client: its address.
-[[nodiscard]] std::uint64_t identityOf(const IMKTextInput* client);
 
 bool do_handleEvent(Process& process, const NSEvent& event, IMKTextInput* client);
 void do_activateServer1(Process& process, IMKTextInput* sender);

@@ -141,34 +141,4 @@ void WakeUpFront(Process& process) {
   if (manager.GetFrontProcess(psn) == noErr) manager.WakeUpProcess(psn);
 }
 
-void ShellTarget::Do_nsstring_commit_to_composition(const std::u16string& text,
-                                                    std::uint32_t replaceLength) {
-  quorvane::Do_nsstring_commit_to_composition(process_, text, replaceLength);
-}
-
-void ShellTarget::Do_commit_to_composition(const std::uint8_t* bytes, std::uint32_t length,
-                                           std::uint32_t originalReplace) {
-  quorvane::Do_commit_to_composition(process_, bytes, length, originalReplace);
-}
-
-void ShellTarget::Do_Get_Text_Position(BIMSessionRec* session) {
-  quorvane::Do_Get_Text_Position(process_, session);
-}
-
-std::uint64_t ShellTarget::BIMGetActiveSession() {
-  const BIMSessionRec* session = quorvane::BIMGetActiveSession(process_);
-  return session != nullptr ? session->handle : 0;
-}
-
-std::uint32_t ShellTarget::documentTag(std::uint64_t session) {
-  const BIMSessionRec* record = findSession(process_, session);
-  return record != nullptr ? record->documentTag : 0;
-}
-
-void ShellTarget::Update_Document_Session(std::uint64_t session) {
-  if (BIMSessionRec* record = findSession(process_, session); record != nullptr) {
-    quorvane::Update_Document_Session(process_, record);
-  }
-}
-
 }  // namespace quorvane

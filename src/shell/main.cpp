@@ -1,10 +1,11 @@
 #include "src/shell/main.h"
 
 #include "src/base/Log.h"
-#include "src/bridge/QBIMMessageReceive.h"
-#include "src/session/QBIM_IMK_Interactive.h"
+#include "src/completion/AnnotationWinController.h"
+#include "src/completion/CompletionState.h"
+#include "src/completion/ConversionEngine.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
-#include "src/shell/QuorvaneInputController_Commit.h"
+#include "src/shell/ShellTarget.h"
 
 namespace quorvane {
 namespace {
@@ -26,32 +27,37 @@ int install(Process& process) {
   return 0;
 }
 
-// The rooms below get what they ask of the shell before anything can call them.
-void connectRooms(Process& process) {
-  auto& target = process.state<ShellTarget>();
-  process.state<InteractiveState>().target = &target;
-  setMessageTarget(process, &target);
+// The window's controller wakes with its nib.
+void wakeAnnotationWindow(Process& process, const NibOutlets& outlets) {
+  auto& controller = process.state<AnnotationWinController>();
+  controller.setPanel(outlets.panel);
+  controller.setView(outlets.view);
+  controller.awakeFromNib();
 }
 
 }  // namespace
 
 int InputMethodMain(Process& process, const std::vector<std::string>& arguments) {
   Application& application = process.platform().application;
+  connectRooms(process);
   beginActivity(process);
   if (!arguments.empty() && arguments.front() == "--install") return install(process);
   if (init_inputmenu_server(process) == nullptr) return -1;
-  application.loadNibNamed("AnnotationWindow", [] {});
+  process.state<CompletionState>().engine = &ConversionEngine::sharedEngine(process);
+  application.loadNibNamed("AnnotationWindow", [&process](const NibOutlets& outlets) {
+    wakeAnnotationWindow(process, outlets);
+  });
   initPreference(process);
-  connectRooms(process);
-  application.loadNibNamed(
-      "MainMenu", [&process] { process.state<QuorvaneInputAppDelegate>().awakeFromNib(); });
+  application.loadNibNamed("MainMenu", [&process](const NibOutlets& /*outlets*/) {
+    process.state<QuorvaneInputAppDelegate>().awakeFromNib();
+  });
   application.run();
   return 0;
 }
 
 IMKCandidates* init_inputmenu_server(Process& process) {
   InputMethodKit& kit = process.platform().inputMethodKit;
-  auto& state = process.state<MainState>();
+  auto& state = process.state<CompletionState>();
   state.server =
       kit.initWithName(kConnectionName, process.platform().application.bundleIdentifier());
   const bool vertical = Get_GlobalAutoCompleteFlag(process, 1) != 0;
@@ -73,6 +79,7 @@ std::uint8_t Get_GlobalAutoCompleteFlag(Process& process, std::size_t index) {
 
 void initPreference(Process& process) {
   UserDefaults& preference = process.platform().userDefaults;
+  process.state<CompletionState>().preference = &preference;
   preference.setBool(Get_GlobalAutoCompleteFlag(process, 0) != 0, "commitWordWithSpace");
   preference.setBool(false, "showTranslation");
   preference.setBool(Get_GlobalAutoCompleteFlag(process, 1) != 0, "verticalCandidate");

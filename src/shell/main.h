@@ -2,7 +2,6 @@
 // The order of the whole process.
 
 #include <array>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,16 +9,13 @@
 
 namespace quorvane {
 
-/// The process globals that `main` sets.
 struct MainState {
-  std::unique_ptr<IMKServer> server;
-  std::unique_ptr<IMKCandidates> sharedCandidates;
   /// Word completion's switches: commit with a space, vertical panel, Shift as a toggle.
   std::array<std::uint8_t, 3> GlobalAutoCompleteFlags{};
 };
 
 /// The whole life of the input method, `arguments` without the program's name. The exit status: 0,
-/// or -1 where no candidate panel could be made.
+/// or -1 where no candidate panel could be made. Throws std::runtime_error without a word list.
 int InputMethodMain(Process& process, const std::vector<std::string>& arguments);
 
 /// Null: no panel.

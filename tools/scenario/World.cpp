@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "src/bridge/QBIMMessageSend.h"
+#include "src/shell/ShellTarget.h"
 
 namespace quorvane::scenario {
 namespace {
@@ -67,6 +68,7 @@ World::World() {
   host.journal.setLimit(kRecordLimit);
   host.log.limit = kRecordLimit;
   host.console.limit = kRecordLimit;
+  connectRooms(process);
   host.text.setController(&controller);
   host.text.onClientCall = [this, recorded = host.text.onClientCall](
                                const field::Document& called, const field::ClientCall& call) {

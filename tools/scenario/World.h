@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "hosts/memory/MemoryHost.h"
+#include "src/completion/InputController.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/shell/InputController.h"
 #include "tools/scenario/Statement.h"
 
 namespace quorvane::scenario {

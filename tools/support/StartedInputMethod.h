@@ -4,9 +4,9 @@
 #include <string_view>
 
 #include "hosts/memory/MemoryHost.h"
+#include "src/completion/InputController.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/shell/InputController.h"
 #include "src/shell/QuorvaneInputController.h"
 #include "src/shell/main.h"
 

@@ -1,0 +1,128 @@
+#include "src/completion/InputController.h"
+
+#include "src/base/Log.h"
+#include "src/bridge/Presence.h"
+#include "src/completion/AnnotationWinController.h"
+#include "src/completion/CompletionState.h"
+#include "src/session/CurrentAppFlags.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+
+namespace quorvane {
+namespace {
+
+constexpr auto kFlagsChanged = static_cast<std::uint64_t>(NSEventType::FlagsChanged);
+
+}  // namespace
+
+bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
+  auto& state = process_.state<InputControllerState>();
+  state.lastClient = client;
+  Log(process_, "handleEvent ", static_cast<std::uint32_t>(event.type));
+  if (state.checker != nullptr && state.checker->do_handleEvent(event, client)) return true;
+  if (!mayComplete()) return false;
+  if (isRepeatedFlagsChange(event)) return true;
+  const bool consumed = dispatch(event, client);
+  remember(event);
+  return consumed;
+}
+
+// The gates see the current state at every event.
+bool InputController::mayComplete() {
+  if ((Get_InteractiveCheck_Status(process_) & kCompletionFlag) == 0) {
+    Log(process_, " ************* InteractiveAutoCompleteMask  NOTENABLED");
+    return false;
+  }
+  if (do_AutoCompleteCancelWindow(process_)) {
+    cancelComposition();
+    reset();
+    Log(process_, " ************* do_AutoCompleteCancelWindow");
+    return false;
+  }
+  return IsQUORVANEAPPRUNNING(process_) != 0;
+}
+
+bool InputController::dispatch(const NSEvent& event, IMKTextInput* client) {
+  switch (event.type) {
+    case NSEventType::LeftMouseDown:
+      cancelComposition();
+      commitComposition_withoutspace(client);
+      return false;
+    case NSEventType::KeyDown:
+      return !_defaultEnglishMode && (event.modifierFlags & NSEventModifierFlagCommand) == 0 &&
+             onKeyEvent(event, client);
+    case NSEventType::FlagsChanged:
+      if (isShiftTap(event) && preference("ShiftKeyToggle")) toggleEnglishMode(client);
+      return false;
+    default:
+      return false;
+  }
+}
+
+// It is consumed and stays out of the history.
+bool InputController::isRepeatedFlagsChange(const NSEvent& event) const {
+  return event.type == NSEventType::FlagsChanged && _lastEventTypes[1] == kFlagsChanged &&
+         _lastModifiers[1] == event.modifierFlags;
+}
+
+// Shift by itself, pressed and let go with no other event between.
+bool InputController::isShiftTap(const NSEvent& event) const {
+  return event.modifierFlags == 0 && _lastEventTypes[1] == kFlagsChanged &&
+         _lastModifiers[1] == NSEventModifierFlagShift &&
+         (_lastModifiers[0] & NSEventModifierFlagShift) == 0;
+}
+
+void InputController::toggleEnglishMode(IMKTextInput* client) {
+  _defaultEnglishMode = !_defaultEnglishMode;
+  if (!_defaultEnglishMode || _originalBuffer.empty()) return;
+  cancelComposition();
+  commitComposition(client);
+}
+
+void InputController::remember(const NSEvent& event) {
+  _lastModifiers = {_lastModifiers[1], event.modifierFlags};
+  _lastEventTypes = {_lastEventTypes[1], static_cast<std::uint64_t>(event.type)};
+}
+
+void InputController::activateServer(IMKTextInput* sender) {
+  if (_annotationWin == nullptr) {
+    _annotationWin = AnnotationWinController::sharedController(process_);
+  }
+  _currentCandidateIndex = 1;
+  _candidates.clear();
+  Log(process_, "activateServer ", static_cast<std::uint32_t>(identityOf(sender)));
+  CheckerSide* const checker = process_.state<InputControllerState>().checker;
+  if (checker != nullptr) checker->do_activateServer1(sender);
+}
+
+// Marked text isn't committed: the buffers are cleared, no more.
+void InputController::deactivateServer(IMKTextInput* sender) {
+  reset();
+  Log(process_, "deactivateServer ", static_cast<std::uint32_t>(identityOf(sender)));
+  CheckerSide* const checker = process_.state<InputControllerState>().checker;
+  if (checker != nullptr) checker->do_deactivateServer1(sender);
+}
+
+std::uint32_t InputController::recognizedEvents(IMKTextInput* /*sender*/) {
+  return kRecognizedEvents;
+}
+
+bool InputController::isMojaveAndLaterSystem() const {
+  const auto version = process_.platform().application.operatingSystemVersion();
+  return version.majorVersion > 10 || (version.majorVersion == 10 && version.minorVersion > 13);
+}
+
+bool InputController::preference(std::string_view key) const {
+  UserDefaults* const defaults = process_.state<CompletionState>().preference;
+  return defaults != nullptr && defaults->boolForKey(key);
+}
+
+IMKCandidates* InputController::sharedCandidates() const {
+  return process_.state<CompletionState>().sharedCandidates.get();
+}
+
+bool InputController::panelVisible() const {
+  const IMKCandidates* const panel = sharedCandidates();
+  return panel != nullptr && panel->isVisible();
+}
+
+}  // namespace quorvane

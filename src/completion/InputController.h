@@ -1,0 +1,141 @@
+#pragma once
+// The controller that the text-input framework talks to. Each event goes to the checker's side
+// first; what that doesn't consume is completion's. The word being typed is marked text of the
+// client; nothing reaches the document until a commit.
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "src/base/Process.h"
+
+namespace quorvane {
+
+class AnnotationWinController;
+
+/// What completion asks of the checker's side, which lies in a room above.
+class CheckerSide {
+ public:
+  virtual ~CheckerSide() = default;
+
+  /// True: consumed, completion doesn't see the event.
+  virtual bool do_handleEvent(const NSEvent& event, IMKTextInput* client) = 0;
+  virtual void do_activateServer1(IMKTextInput* sender) = 0;
+  virtual void do_deactivateServer1(IMKTextInput* sender) = 0;
+};
+
+struct InputControllerState {
+  CheckerSide* checker = nullptr;      ///< null before the shell has connected its rooms
+  IMKTextInput* lastClient = nullptr;  ///< this module's own: the client of the latest event
+};
+
+class InputController : public IMKInputController {
+ public:
+  explicit InputController(Process& process) : process_(process) {}
+  /// An instance of nobody's client, made on first use.
+  static InputController& sharedServer(Process& process);
+
+  // Events and focus.
+  bool handleEvent(const NSEvent& event, IMKTextInput* client) override;
+  void activateServer(IMKTextInput* sender) override;
+  void deactivateServer(IMKTextInput* sender) override;
+  std::uint32_t recognizedEvents(IMKTextInput* sender) override;
+
+  /// Throws std::out_of_range, with no buffer changed and no client called, where the key has no
+  /// characters or a digit names no candidate: the host's event boundary then passes the key on.
+  bool onKeyEvent(const NSEvent& event, IMKTextInput* client);
+  /// One letter back, and any choice in the panel is dropped. False: there was none.
+  bool deleteBackward(IMKTextInput* client);
+  /// From 10.14 on the panel's arrows and digits are handled here.
+  [[nodiscard]] bool isMojaveAndLaterSystem() const;
+
+  // What a commit inserts, and what was typed, in the user's case. UTF-16 units.
+  std::u16string& composedBuffer() { return _composedBuffer; }
+  std::u16string& originalBuffer() { return _originalBuffer; }
+  void setComposedBuffer(const std::u16string& text) { _composedBuffer = text; }
+  void setOriginalBuffer(const std::u16string& text) { _originalBuffer = text; }
+  void appendToComposedBuffer(const std::u16string& text) { _composedBuffer += text; }
+  void originalBufferAppend(const std::u16string& text, IMKTextInput* client);
+  /// Shows the text as marked text of the client of the latest key.
+  void showPreeditString(const std::u16string& text);
+
+  // Ends of a word. All but the first leave the controller idle.
+  void cancelComposition();
+  void commitComposition(IMKTextInput* sender) override;
+  void commitComposition_withoutspace(IMKTextInput* sender);
+  void do_CancelAutoCompleteSession();
+  void do_Cancel_AutoCompleteSession_withoutspace();
+  void reset();
+
+  // The panel's side.
+  std::vector<std::u16string> candidates(IMKTextInput* sender) override;
+  void candidateSelectionChanged(const NSAttributedString& candidate) override;
+  void candidateSelected(const NSAttributedString& candidate) override;
+  void showAnnotation(const NSAttributedString& candidate);
+  /// Top left corner for the annotation window, in the coordinates of the client's line.
+  NSPoint calculatePositionOfTranslationWindow();
+
+ private:
+  // Events.
+  bool mayComplete();
+  bool dispatch(const NSEvent& event, IMKTextInput* client);
+  [[nodiscard]] bool isRepeatedFlagsChange(const NSEvent& event) const;
+  [[nodiscard]] bool isShiftTap(const NSEvent& event) const;
+  void toggleEnglishMode(IMKTextInput* client);
+  void remember(const NSEvent& event);
+
+  // Keys: each action returns true where it has consumed the key.
+  struct KeyRow;
+  static const std::array<KeyRow, 7> kKeyRows;
+  bool passOn(const NSEvent& event, IMKTextInput* client);
+  bool deleteLetter(const NSEvent& event, IMKTextInput* client);
+  bool commitByReturn(const NSEvent& event, IMKTextInput* client);
+  bool commitBySpace(const NSEvent& event, IMKTextInput* client);
+  bool keepWord(const NSEvent& event, IMKTextInput* client);
+  bool acceptLetter(const NSEvent& event, IMKTextInput* client);
+  bool commitWithCharacters(const NSEvent& event, IMKTextInput* client);
+  bool selectByDigit(const NSEvent& event, IMKTextInput* client);
+  bool moveInPanel(std::uint16_t keyCode);
+  void refreshPanel();
+
+  void _updateComposedBuffer(const NSAttributedString& candidate);
+  [[nodiscard]] const std::u16string& chosenText() const;
+  [[nodiscard]] bool takesSpace(const std::u16string& text) const;
+  void insertAndReset(const std::u16string& text, IMKTextInput* sender);
+  /// A switch of the user defaults; false before they have been set.
+  [[nodiscard]] bool preference(std::string_view key) const;
+  /// Null before the start.
+  [[nodiscard]] IMKCandidates* sharedCandidates() const;
+  [[nodiscard]] bool panelVisible() const;
+
+  Process& process_;
+  std::u16string _composedBuffer;
+  std::u16string _originalBuffer;
+  std::int64_t _insertionIndex = 0;
+  std::int64_t _currentCandidateIndex = 1;
+  std::vector<std::u16string> _candidates;
+  bool _defaultEnglishMode = false;
+  IMKTextInput* _currentClient = nullptr;
+  // Of the two events before this one, the newer at index 1.
+  std::array<std::uint64_t, 2> _lastModifiers{};
+  std::array<std::uint64_t, 2> _lastEventTypes{};
+  AnnotationWinController* _annotationWin = nullptr;
+};
+
+/// Left mouse down and up, key down and up, flags changed, other mouse down and up.
+inline constexpr std::uint32_t kRecognizedEvents = 0x6001c06;
+
+/// The completion switch, 64 or 0: 0 also where interactive checking or the whole menu is off.
+std::uint32_t Get_InteractiveCheck_Status(Process& process);
+/// True: a popup or a suspended state blocks completion.
+bool do_AutoCompleteCancelWindow(Process& process);
+
+/// An instance of its own, for the functions below: its buffers are not those of the controller
+/// that a client talks to.
+InputController& get_InputController_ptr(Process& process);
+void CancelAutoCompleteSession(Process& process);
+/// The automatic completion has just been switched off: closes the panel if it shows.
+void Cancel_AutoCompleteSession_withoutspace(Process& process);
+IMKTextInput* Get_Last_Client(Process& process);
+
+}  // namespace quorvane

@@ -1,0 +1,184 @@
+// What each key does while a word is being typed.
+
+#include <algorithm>
+#include <limits>
+
+#include "src/base/Log.h"
+#include "src/completion/InputController.h"
+#include "src/completion/LowByteCharacter.h"
+
+namespace quorvane {
+namespace {
+
+enum VirtualKey : std::uint16_t {
+  kReturn = 36,
+  kSpace = 49,
+  kDelete = 51,
+  kEscape = 53,
+  kLeftArrow = 123,
+  kRightArrow = 124,
+  kDownArrow = 125,
+  kUpArrow = 126,
+};
+
+enum class Text { None, Some, Any };
+
+constexpr std::int64_t kPageSize = 9;
+
+// The panel's arrows. Only the column's rows are counted.
+struct PanelMove {
+  IMKCandidatePanelType panelType;
+  std::uint16_t keyCode;
+  void (IMKCandidates::*move)(IMKInputController*);
+  std::int64_t step;
+};
+constexpr std::array<PanelMove, 4> kPanelMoves{{
+    {IMKCandidatePanelType::SingleColumnScrolling, kDownArrow, &IMKCandidates::moveDown, 1},
+    {IMKCandidatePanelType::SingleColumnScrolling, kUpArrow, &IMKCandidates::moveUp, -1},
+    {IMKCandidatePanelType::SingleRowStepping, kRightArrow, &IMKCandidates::moveRight, 0},
+    {IMKCandidatePanelType::SingleRowStepping, kLeftArrow, &IMKCandidates::moveLeft, 0},
+}};
+
+// The text's first character has the low byte of a digit: no space and no sign stands in front.
+std::int64_t intValue(const std::u16string& text) {
+  constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
+  std::int64_t value = 0;
+  for (const char16_t character : text) {
+    if (character < u'0' || character > u'9') break;
+    value = std::min(value * 10 + (character - u'0'), kMost);
+  }
+  return value;
+}
+
+// The place in the list that digit `n` names while the highlight's counter stands on `counter`. A
+// digit that names none gives a place outside.
+std::size_t digitIndex(std::int64_t counter, std::int64_t n) {
+  const std::int64_t page =
+      counter > kPageSize ? kPageSize * (counter / kPageSize - 1) + counter % kPageSize : 0;
+  return static_cast<std::size_t>(page + n - 1);
+}
+
+}  // namespace
+
+struct InputController::KeyRow {
+  std::uint16_t keyCode;
+  Text text;
+  bool (InputController::*action)(const NSEvent&, IMKTextInput*);
+};
+
+const std::array<InputController::KeyRow, 7> InputController::kKeyRows{{
+    {kDelete, Text::Some, &InputController::deleteLetter},
+    {kDelete, Text::None, &InputController::passOn},
+    {kReturn, Text::None, &InputController::passOn},
+    {kSpace, Text::None, &InputController::passOn},
+    {kReturn, Text::Some, &InputController::commitByReturn},
+    {kSpace, Text::Some, &InputController::commitBySpace},
+    {kEscape, Text::Any, &InputController::keepWord},
+}};
+
+bool InputController::onKeyEvent(const NSEvent& event, IMKTextInput* client) {
+  _currentClient = client;
+  const Text text = _originalBuffer.empty() ? Text::None : Text::Some;
+  for (const KeyRow& row : kKeyRows) {
+    const bool matches = row.text == Text::Any || row.text == text;
+    if (matches && row.keyCode == event.keyCode) return (this->*row.action)(event, client);
+  }
+  const LowByteCharacter character(event.characters, 0);
+  if (character.isLetter()) return acceptLetter(event, client);
+  CharacterSets& sets = process_.platform().characterSets;
+  if (isMojaveAndLaterSystem()) {
+    const bool visible = panelVisible();
+    if (visible && moveInPanel(event.keyCode)) return false;
+    if (sets.decimalDigitCharacterSet(character.widened())) {
+      if (text == Text::None) return commitWithCharacters(event, client);
+      if (visible) return selectByDigit(event, client);
+    }
+  }
+  const bool isMark = sets.punctuationCharacterSet(character.widened()) ||
+                      sets.symbolCharacterSet(character.widened());
+  return isMark && text == Text::Some && commitWithCharacters(event, client);
+}
+
+bool InputController::passOn(const NSEvent& /*event*/, IMKTextInput* /*client*/) { return false; }
+
+bool InputController::deleteLetter(const NSEvent& /*event*/, IMKTextInput* client) {
+  return deleteBackward(client);
+}
+
+bool InputController::commitByReturn(const NSEvent& /*event*/, IMKTextInput* client) {
+  Log(process_, "commit by Return ", Private{_originalBuffer});
+  commitComposition(client);
+  return true;
+}
+
+bool InputController::commitBySpace(const NSEvent& event, IMKTextInput* client) {
+  Log(process_, "commit by Space ", Private{_originalBuffer});
+  if (!preference("commitWordWithSpace")) appendToComposedBuffer(event.characters);
+  commitComposition(client);
+  return true;
+}
+
+// Escape keeps what was typed or chosen, and is consumed with nothing typed too.
+bool InputController::keepWord(const NSEvent& /*event*/, IMKTextInput* client) {
+  cancelComposition();
+  commitComposition_withoutspace(client);
+  return true;
+}
+
+bool InputController::acceptLetter(const NSEvent& event, IMKTextInput* client) {
+  originalBufferAppend(event.characters, client);
+  refreshPanel();
+  return true;
+}
+
+bool InputController::commitWithCharacters(const NSEvent& event, IMKTextInput* client) {
+  appendToComposedBuffer(event.characters);
+  commitComposition(client);
+  return true;
+}
+
+bool InputController::selectByDigit(const NSEvent& event, IMKTextInput* client) {
+  const std::size_t index = digitIndex(_currentCandidateIndex, intValue(event.characters));
+  const std::u16string word = _candidates.at(index);
+  cancelComposition();
+  setComposedBuffer(word);
+  setOriginalBuffer(word);
+  commitComposition(client);
+  return true;
+}
+
+bool InputController::moveInPanel(std::uint16_t keyCode) {
+  IMKCandidates& panel = *sharedCandidates();
+  for (const PanelMove& row : kPanelMoves) {
+    if (row.panelType != panel.panelType() || row.keyCode != keyCode) continue;
+    (panel.*row.move)(this);
+    _currentCandidateIndex += row.step;
+    return true;
+  }
+  return false;
+}
+
+void InputController::refreshPanel() {
+  IMKCandidates* const panel = sharedCandidates();
+  if (panel == nullptr) return;
+  panel->updateCandidates();
+  panel->show(kIMKLocateCandidatesBelowHint);
+}
+
+bool InputController::deleteBackward(IMKTextInput* /*client*/) {
+  if (_insertionIndex < 1) return false;
+  --_insertionIndex;
+  std::u16string shortened = _originalBuffer;
+  if (!shortened.empty()) shortened.pop_back();
+  setComposedBuffer(shortened);
+  setOriginalBuffer(shortened);
+  showPreeditString(shortened);
+  if (shortened.empty()) {
+    reset();
+  } else {
+    refreshPanel();
+  }
+  return true;
+}
+
+}  // namespace quorvane
