@@ -23,7 +23,9 @@ std::string shortened(std::string text) {
   if (text.size() <= MostBytes) return text;
   const std::size_t thought = text.rfind("; ", MostBytes);
   if (thought != std::string::npos && thought >= MostBytes / 3) return text.substr(0, thought);
-  return text.substr(0, text.rfind(' ', MostBytes - 3)) + "…";
+  std::size_t end = std::min(text.rfind(' ', MostBytes - 3), MostBytes - 3);
+  while ((text[end] & 0xC0) == 0x80) --end;
+  return text.substr(0, end) + "…";
 }
 
 template <typename Entries>

@@ -61,7 +61,7 @@ bool Tables::isDemoted(const std::string& word) const {
 Tables readTables(const std::filesystem::path& folder) {
   constexpr std::size_t Many = 3;
   Tables tables;
-  readTable(folder / "function_words.txt", 1, Many, [&](std::string word, Parts glosses) {
+  readTable(folder / "function_words.txt", 0, Many, [&](std::string word, Parts glosses) {
     tables.functionWords[std::move(word)] = std::move(glosses);
   });
   readTable(folder / "pronunciations.txt", 1, 1, [&](std::string word, Parts ipa) {

@@ -13,7 +13,7 @@ namespace quorvane::word_data {
 struct Tables {
   using WordSet = std::set<std::string, std::less<>>;
 
-  /// Word -> its gloss lines, in place of any dictionary's.
+  /// Word -> its gloss lines, maybe none, in place of the dictionary's.
   std::map<std::string, std::vector<std::string>> functionWords;
   /// Word -> IPA, in place of the dictionary's; "" for none.
   std::map<std::string, std::string> pronunciations;
