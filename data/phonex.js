@@ -5,12 +5,13 @@
 // Tyne, 1996. Its steps stand beside the code.
 //
 // A code is a letter and three digits. Text without a letter that is coded has the code "".
-// Whatever is no letter of A to Z is passed over.
+// Whatever is no letter of A to Z is passed over, and so is what comes after 200 characters.
 
 var phonex = (function () {
   'use strict';
 
   var CODE_LENGTH = 4;
+  var LONGEST_TEXT = 200;
   var PAIRS = { KN: 'N', WR: 'R', PH: 'F' };
   var FIRST_LETTERS = {
     E: 'A', I: 'A', O: 'A', U: 'A', Y: 'A', K: 'C', Q: 'C', P: 'B', J: 'G', V: 'F', Z: 'S'
@@ -60,7 +61,7 @@ var phonex = (function () {
   // Step 4: digits for the letters after the first; none twice in a row. D or G after M or N is
   // silent. Step 5: cut, or filled up with zeros, to one length.
   return function (text) {
-    var word = prepared(capitals(String(text)));
+    var word = prepared(capitals(String(text).substring(0, LONGEST_TEXT)));
     var code = word.charAt(0);
     if (code === '') return '';
     for (var i = 1; i < word.length && code.length < CODE_LENGTH; i += 1) {

@@ -53,7 +53,7 @@ Report generate(const Places& places, ScriptHost& scripts) {
   report.pronounced = table.pronounced;
 
   OutputFolder output(places.output);
-  saveTrie(words, output.pathOf("google_227800_words.bin"));
+  output.write("google_227800_words.bin", sealedTrie(words));
   output.write("frequency_and_ipa.json", table.json);
   output.write("phonex_encoded_words.json", codeTable(groups));
   output.write("phonex.js", script.text());

@@ -38,10 +38,11 @@ OutputFolder::~OutputFolder() {
 }
 
 void OutputFolder::write(std::string_view name, std::string_view bytes) const {
-  std::ofstream file(pathOf(name), std::ios::binary);
+  const fs::path path = gathering_ / name;
+  std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
-  if (!file) throw std::runtime_error(pathOf(name).string() + ": can't be written");
+  if (!file) throw std::runtime_error(path.string() + ": can't be written");
 }
 
 void OutputFolder::finish() {

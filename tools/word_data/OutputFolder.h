@@ -17,8 +17,6 @@ class OutputFolder {
   OutputFolder(const OutputFolder&) = delete;
   OutputFolder& operator=(const OutputFolder&) = delete;
 
-  /// Where a file of this name gathers.
-  std::filesystem::path pathOf(std::string_view name) const { return gathering_ / name; }
   /// Throws std::runtime_error.
   void write(std::string_view name, std::string_view bytes) const;
   /// Puts the new folder in the old one's place and removes that. Throws

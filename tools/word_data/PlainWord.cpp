@@ -26,7 +26,7 @@ icu::UnicodeString decomposed(std::string_view utf8) {
   const icu::Normalizer2* form = icu::Normalizer2::getNFDInstance(error);
   const auto text = icu::UnicodeString::fromUTF8(
       icu::StringPiece(utf8.data(), static_cast<std::int32_t>(utf8.size())));
-  const icu::UnicodeString result = form->normalize(text, error);
+  icu::UnicodeString result = form->normalize(text, error);
   if (U_FAILURE(error)) throw std::runtime_error("ICU can't decompose text");
   return result;
 }

@@ -73,6 +73,7 @@ std::vector<Word> selectWords(const Candidates& candidates, const RankLists& ran
   std::ranges::sort(choices, {}, &Choice::order);
   choices.resize(std::min(choices.size(), count));
   std::vector<Word> words;
+  words.reserve(choices.size());
   for (Choice& choice : choices) words.push_back(std::move(choice.word));
   std::ranges::sort(words, {}, &Word::text);
   return words;

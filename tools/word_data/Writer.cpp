@@ -3,9 +3,13 @@
 #include <marisa.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
+#include <sstream>
 #include <stdexcept>
 #include <vector>
+
+#include "src/completion/WordListSeal.h"
 
 namespace quorvane::word_data {
 namespace {
@@ -68,14 +72,19 @@ std::string codeTable(const CodeGroups& groups) {
   return json + "}\n";
 }
 
-void saveTrie(std::span<const Word> words, const std::filesystem::path& path) try {
+std::string sealedTrie(std::span<const Word> words) try {
   marisa::Keyset keys;
   for (const Word& word : words) keys.push_back(word.text.data(), word.text.size());
   marisa::Trie trie;
   trie.build(keys);
-  trie.save(path.c_str());
+  std::ostringstream stream;
+  stream << trie;
+  std::string bytes = stream.str();
+  const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  const WordListSeal seal = sealOfWordList({data, bytes.size()});
+  return bytes.append(seal.begin(), seal.end());
 } catch (const marisa::Exception& error) {
-  throw std::runtime_error(path.string() + ": " + error.what());
+  throw std::runtime_error(std::string("the trie can't be built: ") + error.what());
 }
 
 }  // namespace quorvane::word_data

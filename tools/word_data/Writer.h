@@ -2,7 +2,6 @@
 // The files that the input method reads.
 
 #include <cstddef>
-#include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
@@ -28,7 +27,7 @@ WordTable wordTable(std::span<const Word> words, const Glosses& glosses,
 /// {"code":["word",...],...}
 std::string codeTable(const CodeGroups& groups);
 
-/// Throws std::runtime_error.
-void saveTrie(std::span<const Word> words, const std::filesystem::path& path);
+/// A saved trie with the seal behind it that its reader looks for. Throws std::runtime_error.
+std::string sealedTrie(std::span<const Word> words);
 
 }  // namespace quorvane::word_data
