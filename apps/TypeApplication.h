@@ -26,10 +26,14 @@ class TypeApplication final : public Application {
   }
   std::string bundleIdentifier() override { return inner_.bundleIdentifier(); }
   std::string bundleURL() override { return inner_.bundleURL(); }
-  bool loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) override {
+  bool loadNibNamed(std::string_view name,
+                    std::function<void(const NibOutlets&)> awakeFromNib) override {
     return inner_.loadNibNamed(name, std::move(awakeFromNib));
   }
   double NSAppKitVersionNumber() override { return inner_.NSAppKitVersionNumber(); }
+  NSOperatingSystemVersion operatingSystemVersion() override {
+    return inner_.operatingSystemVersion();
+  }
 
  private:
   Application& inner_;

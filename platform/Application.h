@@ -1,13 +1,25 @@
 #pragma once
-// The application object, its bundle, its process and its user defaults.
+// The application object, its nibs, its process and its user defaults.
 
 #include <functional>
 #include <string>
 #include <string_view>
 
-#include "platform/MacTypes.h"
+#include "platform/AppKitWindows.h"
 
 namespace quorvane {
+
+struct NSOperatingSystemVersion {
+  std::int64_t majorVersion = 0;
+  std::int64_t minorVersion = 0;
+};
+
+/// What a nib's objects are connected to; null where the nib holds no such thing. Both live as long
+/// as the host.
+struct NibOutlets {
+  NSPanel* panel = nullptr;
+  NSTextField* view = nullptr;
+};
 
 class Application {
  public:
@@ -21,12 +33,15 @@ class Application {
   virtual std::string bundleURL() = 0;
   /// Loads a nib of the main bundle. `awakeFromNib` stands for the objects inside: the host calls
   /// it once they exist. False where there is no such nib.
-  virtual bool loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) = 0;
+  virtual bool loadNibNamed(std::string_view name,
+                            std::function<void(const NibOutlets&)> awakeFromNib) = 0;
   /// -[NSApplication run]: returns when the application stops.
   virtual void run() = 0;
   /// Ends the process, leaving nothing behind. A host of tests returns from it.
   virtual void exit(int status) = 0;
   virtual double NSAppKitVersionNumber() = 0;
+  /// -[NSProcessInfo operatingSystemVersion].
+  virtual NSOperatingSystemVersion operatingSystemVersion() = 0;
 };
 
 class UserDefaults {

@@ -40,6 +40,13 @@ struct NSRange {
   bool operator==(const NSRange&) const = default;
 };
 
+/// In screen points, y upwards.
+struct NSPoint {
+  double x = 0;
+  double y = 0;
+  bool operator==(const NSPoint&) const = default;
+};
+
 /// Screen points; the origin of a screen rectangle is its bottom left corner.
 struct NSRect {
   double x = 0;

@@ -73,6 +73,9 @@ class RunLoop {
   virtual CFRunLoop* CFRunLoopGetCurrent() = 0;
   /// In kCFRunLoopCommonModes. The run loop keeps the source, and the source its port.
   virtual void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) = 0;
+  /// -[NSObject performSelector:withObject:afterDelay:]: `function` runs once on the run loop, so
+  /// many seconds from now.
+  virtual void performAfterDelay(std::function<void()> function, double seconds) = 0;
 };
 
 }  // namespace quorvane

@@ -3,16 +3,22 @@
 // Process that is made with them.
 
 #include "platform/Application.h"
+#include "platform/Bundle.h"
 #include "platform/CarbonEvents.h"
+#include "platform/CharacterSets.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
 #include "platform/EventPosting.h"
+#include "platform/FileManager.h"
 #include "platform/InputMethodKit.h"
+#include "platform/JSONSerialization.h"
 #include "platform/MessagePorts.h"
 #include "platform/ProcessManager.h"
 #include "platform/ResourceManager.h"
 #include "platform/Screens.h"
+#include "platform/ScriptHost.h"
 #include "platform/SharedMemory.h"
+#include "platform/SpellChecker.h"
 #include "platform/TextEncoding.h"
 #include "platform/TextInputSources.h"
 #include "platform/TextServicesManager.h"
@@ -22,18 +28,24 @@ namespace quorvane {
 
 struct Platform {
   Application& application;
+  Bundle& bundle;
   CarbonEvents& carbonEvents;
+  CharacterSets& characterSets;
   Clock& clock;
   Console& console;
   EventPosting& eventPosting;
+  FileManager& fileManager;
   InputMethodKit& inputMethodKit;
+  JSONSerialization& jsonSerialization;
   LogSink& log;
   MessagePorts& messagePorts;
   ProcessManager& processManager;
   ResourceManager& resourceManager;
   RunLoop& runLoop;
   Screens& screens;
+  ScriptHost& scriptHost;
   SharedMemory& sharedMemory;
+  SpellChecker& spellChecker;
   TextEncoding& textEncoding;
   TextInputSources& textInputSources;
   TextServicesManager& textServicesManager;

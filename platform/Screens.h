@@ -1,5 +1,5 @@
 #pragma once
-// NSScreen and the part of the main screen that windows may use.
+// NSScreen, the part of the main screen that windows may use, and the mouse on it.
 
 #include <span>
 
@@ -15,6 +15,9 @@ class Screens {
   virtual std::span<const NSRect> screens() = 0;
   /// In screen pixels, origin at the top left.
   virtual NSRect HIWindowGetAvailablePositioningBounds() = 0;
+  /// +[NSEvent mouseLocation], in the coordinates of `screens`.
+  virtual NSPoint mouseLocation() = 0;
+  virtual std::int32_t CGShieldingWindowLevel() = 0;
 };
 
 }  // namespace quorvane

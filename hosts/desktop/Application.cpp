@@ -32,9 +32,12 @@ std::string Application::bundleURL() {
   return url == nullptr ? std::string() : std::string(url.get());
 }
 
-bool Application::loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) {
+bool Application::loadNibNamed(std::string_view name,
+                               std::function<void(const NibOutlets&)> awakeFromNib) {
   if (std::ranges::find(kNibs, name) == kNibs.end()) return false;
-  if (awakeFromNib) awakeFromNib();
+  NibOutlets outlets;
+  if (name == kNibs.front()) outlets = {&annotationWindow_, &annotationWindow_};
+  if (awakeFromNib) awakeFromNib(outlets);
   return true;
 }
 
@@ -46,5 +49,7 @@ void Application::exit(int status) {
 }
 
 double Application::NSAppKitVersionNumber() { return kAppKitVersionOf1015; }
+
+NSOperatingSystemVersion Application::operatingSystemVersion() { return {10, 15}; }
 
 }  // namespace quorvane::desktop

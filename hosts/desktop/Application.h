@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hosts/desktop/RunLoop.h"
+#include "hosts/field/AnnotationWindow.h"
 #include "platform/Application.h"
 
 namespace quorvane::desktop {
@@ -16,14 +17,21 @@ class Application final : public quorvane::Application {
   std::string bundleIdentifier() override;
   /// The running program as a file URL.
   std::string bundleURL() override;
-  bool loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) override;
+  bool loadNibNamed(std::string_view name,
+                    std::function<void(const NibOutlets&)> awakeFromNib) override;
   void run() override;
   [[noreturn]] void exit(int status) override;
   double NSAppKitVersionNumber() override;
+  NSOperatingSystemVersion operatingSystemVersion() override;
+
+  [[nodiscard]] const field::AnnotationWindow& annotationWindow() const {
+    return annotationWindow_;
+  }
 
  private:
   RunLoop& runLoop_;
   std::function<void()> cleanUp_;
+  field::AnnotationWindow annotationWindow_;
 };
 
 }  // namespace quorvane::desktop

@@ -11,7 +11,9 @@ DesktopHost::DesktopHost(const DesktopConfiguration& configuration, EventPosting
       messagePorts_(folder_, runLoop_, log_),
       processRegistry_(folder_, runLoop_, log_, configuration.ownProcess),
       application_(runLoop_, [this] { cleanUp(); }),
+      bundle_(configuration.bundleDirectory),
       console_(configuration.consoleDescriptor),
+      fileManager_(configuration.homeDirectory, configuration.cacheDirectory, log_),
       screens_(configuration.screen),
       textInputSources_(configuration.configDirectory, application_.bundleIdentifier(), "Quorvane",
                         log_),
@@ -26,25 +28,37 @@ void DesktopHost::cleanUp() {
   log_.flush();
 }
 
+void DesktopHost::serve(field::TextApplication& application) {
+  inputMethodKit_.connect(
+      application, [this] { return screens_.screens(); },
+      [this] { return application_.operatingSystemVersion(); });
+}
+
 Platform DesktopHost::platform() {
-  return {application_,
-          carbonEvents_,
-          clock_,
-          console_,
-          eventPosting_,
-          inputMethodKit_,
-          log_,
-          messagePorts_,
-          processManager_,
-          resourceManager_,
-          runLoop_,
-          screens_,
-          sharedMemory_,
-          textEncoding_,
-          textInputSources_,
-          textServicesManager_,
-          userDefaults_,
-          workspace_};
+  return {.application = application_,
+          .bundle = bundle_,
+          .carbonEvents = carbonEvents_,
+          .characterSets = characterSets_,
+          .clock = clock_,
+          .console = console_,
+          .eventPosting = eventPosting_,
+          .fileManager = fileManager_,
+          .inputMethodKit = inputMethodKit_,
+          .jsonSerialization = jsonSerialization_,
+          .log = log_,
+          .messagePorts = messagePorts_,
+          .processManager = processManager_,
+          .resourceManager = resourceManager_,
+          .runLoop = runLoop_,
+          .screens = screens_,
+          .scriptHost = scriptHost_,
+          .sharedMemory = sharedMemory_,
+          .spellChecker = spellChecker_,
+          .textEncoding = textEncoding_,
+          .textInputSources = textInputSources_,
+          .textServicesManager = textServicesManager_,
+          .userDefaults = userDefaults_,
+          .workspace = workspace_};
 }
 
 }  // namespace quorvane::desktop

@@ -3,11 +3,12 @@
 // key posting, which comes with the text field.
 
 #include "hosts/desktop/Application.h"
+#include "hosts/desktop/Bundle.h"
 #include "hosts/desktop/CarbonEvents.h"
 #include "hosts/desktop/Clock.h"
 #include "hosts/desktop/Console.h"
 #include "hosts/desktop/DesktopConfiguration.h"
-#include "hosts/desktop/InputMethodKit.h"
+#include "hosts/desktop/FileManager.h"
 #include "hosts/desktop/LogSink.h"
 #include "hosts/desktop/MessagePorts.h"
 #include "hosts/desktop/ProcessManager.h"
@@ -17,11 +18,16 @@
 #include "hosts/desktop/RuntimeFolder.h"
 #include "hosts/desktop/Screens.h"
 #include "hosts/desktop/SharedMemory.h"
+#include "hosts/desktop/SpellChecker.h"
 #include "hosts/desktop/TextInputSources.h"
 #include "hosts/desktop/TextServicesManager.h"
 #include "hosts/desktop/UserDefaults.h"
 #include "hosts/desktop/Workspace.h"
+#include "hosts/field/InputMethodKit.h"
+#include "hosts/icu/IcuCharacterSets.h"
 #include "hosts/icu/IcuTextEncoding.h"
+#include "hosts/json/SimdjsonSerialization.h"
+#include "hosts/script/DuktapeScriptHost.h"
 #include "platform/Platform.h"
 
 namespace quorvane::desktop {
@@ -37,10 +43,14 @@ class DesktopHost {
   DesktopHost& operator=(const DesktopHost&) = delete;
 
   [[nodiscard]] Platform platform();
+  /// The text fields that the candidates panel is for.
+  void serve(field::TextApplication& application);
   [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
   [[nodiscard]] ProcessRegistry& processRegistry() { return processRegistry_; }
   [[nodiscard]] CarbonEvents& carbonEvents() { return carbonEvents_; }
   [[nodiscard]] Application& application() { return application_; }
+  [[nodiscard]] field::InputMethodKit& inputMethodKit() { return inputMethodKit_; }
+  [[nodiscard]] Screens& screens() { return screens_; }
   [[nodiscard]] LogSink& log() { return log_; }
 
   /// Removes announcement, sockets and segments of this process, in that order, and flushes the
@@ -58,12 +68,18 @@ class DesktopHost {
   ProcessManager processManager_{processRegistry_};
   Workspace workspace_{processRegistry_};
   Application application_;
+  Bundle bundle_;
   CarbonEvents carbonEvents_;
+  IcuCharacterSets characterSets_;
   Clock clock_;
   Console console_;
-  InputMethodKit inputMethodKit_;
+  FileManager fileManager_;
+  field::InputMethodKit inputMethodKit_;
+  SimdjsonSerialization jsonSerialization_{fileManager_};
   ResourceManager resourceManager_;
   Screens screens_;
+  DuktapeScriptHost scriptHost_;
+  SpellChecker spellChecker_;
   IcuTextEncoding textEncoding_;
   TextInputSources textInputSources_;
   TextServicesManager textServicesManager_;

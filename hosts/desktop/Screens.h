@@ -8,9 +8,15 @@ namespace quorvane::desktop {
 class Screens final : public quorvane::Screens {
  public:
   explicit Screens(const NSRect& screen) : screen_(screen) {}
+  void setFrame(const NSRect& screen) { screen_ = screen; }
 
   std::span<const NSRect> screens() override { return {&screen_, 1}; }
   NSRect HIWindowGetAvailablePositioningBounds() override { return screen_; }
+  /// A terminal has no mouse to ask: the middle.
+  NSPoint mouseLocation() override {
+    return {screen_.x + screen_.width / 2, screen_.y + screen_.height / 2};
+  }
+  std::int32_t CGShieldingWindowLevel() override { return 2147483628; }
 
  private:
   NSRect screen_;

@@ -68,14 +68,16 @@ NSRange Document::selectedRange() {
 void Document::insertText(const std::u16string& text, NSRange replacementRange) {
   observe({ClientCallKind::insertText, text, {}, replacementRange});
   ++clientCalls_;
+  if (text.empty() && replacementRange.location == NSNotFound && !marked_) return;
   const NSRange range = target(replacementRange);
   if (closed_ || !holds(range)) return;
   ++clientChanges_;
   replace(range, text);
 }
 
-void Document::setMarkedText(const std::u16string& text, NSRange selectionRange,
+void Document::setMarkedText(const NSAttributedString& marked, NSRange selectionRange,
                              NSRange replacementRange) {
+  const std::u16string& text = marked.string;
   observe({ClientCallKind::setMarkedText, text, selectionRange, replacementRange});
   ++clientCalls_;
   const NSRange range = target(replacementRange);
@@ -84,6 +86,7 @@ void Document::setMarkedText(const std::u16string& text, NSRange selectionRange,
   replace(range, text);
   if (text.empty()) return;
   marked_ = NSRange{range.location, text.size()};
+  looks_ = marked.attributes;
   const NSRange inside = clamped(selectionRange, text.size());
   selection_ = {range.location + inside.location, inside.length};
 }
@@ -99,8 +102,13 @@ void Document::setText(std::u16string text) {
 }
 
 void Document::select(NSRange range) {
-  marked_.reset();
+  unmark();
   selection_ = clamped(range, text_.size());
+}
+
+void Document::unmark() {
+  marked_.reset();
+  looks_.reset();
 }
 
 void Document::observe(const ClientCall& call) const {

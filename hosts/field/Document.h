@@ -47,10 +47,11 @@ class Document : public IMKTextInput {
   // nothing changes. Any range with location NSNotFound means "where you are": the marked text, or
   // failing that the selection.
   NSRange selectedRange() override;
-  /// The text is no longer marked afterwards; the caret stands behind what was inserted.
+  /// The text is no longer marked afterwards; the caret stands behind what was inserted. Nothing
+  /// inserted where nothing is marked and no range given changes nothing, the selection included.
   void insertText(const std::u16string& text, NSRange replacementRange) override;
   /// A selection range beyond the marked text is clamped to it. Empty text unmarks.
-  void setMarkedText(const std::u16string& text, NSRange selectionRange,
+  void setMarkedText(const NSAttributedString& marked, NSRange selectionRange,
                      NSRange replacementRange) override;
   void attributesForCharacterIndex(std::uint64_t index, NSRect& lineHeightRectangle) override;
 
@@ -63,10 +64,14 @@ class Document : public IMKTextInput {
   [[nodiscard]] const std::u16string& text() const { return text_; }
   [[nodiscard]] NSRange selection() const { return selection_; }
   [[nodiscard]] std::optional<NSRange> markedRange() const { return marked_; }
+  /// How the marked text looks; none where nothing is marked or nothing was said.
+  [[nodiscard]] std::optional<MarkedTextAttributes> markedAttributes() const { return looks_; }
   /// Replaces everything; nothing is marked, the caret stands at the end.
   void setText(std::u16string text);
-  /// Clamped to the text. Marked text becomes plain text where it stands.
+  /// Clamped to the text. The marked text is unmarked.
   void select(NSRange range);
+  /// Marked text becomes plain text where it stands.
+  void unmark();
 
   /// A closed document stays callable and drops what it is told.
   void close() { closed_ = true; }
@@ -108,6 +113,7 @@ class Document : public IMKTextInput {
   std::u16string text_;
   NSRange selection_;
   std::optional<NSRange> marked_;
+  std::optional<MarkedTextAttributes> looks_;
   bool closed_ = false;
   std::uint64_t clientCalls_ = 0;
   std::uint64_t clientChanges_ = 0;

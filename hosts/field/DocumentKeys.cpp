@@ -37,7 +37,7 @@ void Document::applyCommand(const NSEvent& event) {
   if ((event.modifierFlags & kOthers) != 0 || event.characters.size() != 1) return;
   const char16_t letter = event.characters.front() | 0x20;
   if (letter != u'a' && letter != u'c' && letter != u'x' && letter != u'v') return;
-  marked_.reset();
+  unmark();
   if (letter == u'a') selection_ = {0, text_.size()};
   if (letter == u'c' || letter == u'x') copySelection();
   if (letter == u'x') replace(selection_, {});
@@ -96,7 +96,7 @@ void Document::eraseTargetOr(NSRange otherwise) {
 }
 
 void Document::moveTo(std::uint64_t position) {
-  marked_.reset();
+  unmark();
   selection_ = {position, 0};
 }
 

@@ -96,6 +96,11 @@ void TextApplication::setController(IMKInputController* controller) {
   askRecognizedEvents();
 }
 
+void TextApplication::callController(const std::function<void(IMKInputController&)>& call) {
+  if (controller_) guarded([&] { call(*controller_); });
+  deliverPosted();
+}
+
 Document& TextApplication::addDocument() {
   Document& document = *documents_.emplace_back(std::make_unique<Document>(clipboard_));
   document.observer = [this, &document](const ClientCall& call) { noteClientCall(document, call); };
@@ -106,6 +111,7 @@ void TextApplication::focus(Document* document) {
   if (document == focused_) return;
   Document* const old = std::exchange(focused_, document);
   if (old && controller_) guarded([&] { controller_->deactivateServer(old); });
+  if (old) old->unmark();
   if (document && controller_) guarded([&] { controller_->activateServer(document); });
   askRecognizedEvents();
   deliverPosted();
@@ -175,7 +181,10 @@ Outcome TextApplication::offer(NSEvent event, const Delivery& how, Progress& pro
   const CarbonEvent carbon = carbonEvent(event, how);
   if (how.withEventRef && !event.eventRef) event.eventRef = &carbon;
   bool consumed = false;
-  if (guarded([&] { consumed = controller_->handleEvent(event, &progress.document); })) {
+  if (guarded([&] {
+        consumed = controller_->handleEvent(event, &progress.document) ||
+                   (takeDeclined && takeDeclined(event));
+      })) {
     return consumed ? Outcome::Consumed : Outcome::PassedOn;
   }
   return progress.changed() ? Outcome::ConsumedAfterError : Outcome::PassedAfterError;

@@ -49,14 +49,19 @@ class TextApplication {
 
   /// Null: nobody handles events, all of them are passed on. Not owned.
   void setController(IMKInputController* controller);
+  [[nodiscard]] IMKInputController* controller() const { return controller_; }
+  /// A call that the host makes outside an event. What it throws is recorded; what it posts is
+  /// delivered. Nothing happens without a controller.
+  void callController(const std::function<void(IMKInputController&)>& call);
 
   /// Lives as long as the application, also when closed. The first one gets no focus by itself.
   Document& addDocument();
   [[nodiscard]] std::span<const std::unique_ptr<Document>> documents() const { return documents_; }
   /// Null where nothing has the focus.
   [[nodiscard]] Document* focused() const { return focused_; }
-  /// Deactivates the old document, activates the new one, and delivers what was posted by that.
-  /// Null takes the focus away. Nothing happens where the document has it already.
+  /// Deactivates the old document, whose marked text then becomes plain text, activates the new
+  /// one, and delivers what was posted by that. Null takes the focus away. Nothing happens where
+  /// the document has it already.
   void focus(Document* document);
 
   /// Key down and key up. The outcome is that of the key down.
@@ -84,6 +89,9 @@ class TextApplication {
   [[nodiscard]] const std::vector<std::string>& errors() const { return errors_; }
 
   Delivery delivery;  ///< for every event that isn't delivered with its own
+  /// Offered what the controller declined, before the document; true: taken. What it throws counts
+  /// as thrown by the controller.
+  std::function<bool(const NSEvent&)> takeDeclined;
   std::function<void(const EventReport&)> trace;
   /// Told of each client call on any document just before it is carried out.
   std::function<void(const Document&, const ClientCall&)> onClientCall;

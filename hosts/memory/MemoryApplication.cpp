@@ -2,6 +2,41 @@
 
 namespace quorvane::memory {
 
+void MemoryAnnotationWindow::orderFront() {
+  journal_.call("NSPanel orderFront");
+  AnnotationWindow::orderFront();
+}
+
+void MemoryAnnotationWindow::setLevel(std::int64_t level) {
+  journal_.call("NSPanel setLevel ", level);
+  AnnotationWindow::setLevel(level);
+}
+
+void MemoryAnnotationWindow::setCollectionBehavior(std::uint64_t behavior) {
+  journal_.call("NSPanel setCollectionBehavior ", behavior);
+  AnnotationWindow::setCollectionBehavior(behavior);
+}
+
+void MemoryAnnotationWindow::setStyleMask(std::uint64_t mask) {
+  journal_.call("NSPanel setStyleMask ", mask);
+  AnnotationWindow::setStyleMask(mask);
+}
+
+void MemoryAnnotationWindow::setFrameTopLeftPoint(NSPoint point) {
+  journal_.call("NSPanel setFrameTopLeftPoint ", point.x, " ", point.y);
+  AnnotationWindow::setFrameTopLeftPoint(point);
+}
+
+void MemoryAnnotationWindow::setAlphaValue(double value) {
+  journal_.call("NSPanel setAlphaValue ", value);
+  AnnotationWindow::setAlphaValue(value);
+}
+
+void MemoryAnnotationWindow::setStringValue(const std::u16string& text) {
+  journal_.call("NSTextField setStringValue");
+  AnnotationWindow::setStringValue(text);
+}
+
 bool MemoryApplication::respondsToBeginActivity() {
   journal_.call("respondsToBeginActivity");
   return hasBeginActivity;
@@ -21,10 +56,13 @@ std::string MemoryApplication::bundleURL() {
   return url;
 }
 
-bool MemoryApplication::loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) {
+bool MemoryApplication::loadNibNamed(std::string_view name,
+                                     std::function<void(const NibOutlets&)> awakeFromNib) {
   const std::size_t line = journal_.call("loadNibNamed ", name);
   if (!nibs.contains(name)) return journal_.result(line, false);
-  if (awakeFromNib) awakeFromNib();
+  NibOutlets outlets;
+  if (name == "AnnotationWindow") outlets = {&annotationWindow, &annotationWindow};
+  if (awakeFromNib) awakeFromNib(outlets);
   return true;
 }
 
@@ -43,6 +81,11 @@ double MemoryApplication::NSAppKitVersionNumber() {
   return appKitVersion;
 }
 
+NSOperatingSystemVersion MemoryApplication::operatingSystemVersion() {
+  journal_.count();
+  return systemVersion;
+}
+
 void MemoryUserDefaults::setBool(bool value, std::string_view key) {
   journal_.call("setBool ", value ? "YES " : "NO ", key);
   values[std::string(key)] = value;
@@ -52,21 +95,6 @@ bool MemoryUserDefaults::boolForKey(std::string_view key) {
   const std::size_t line = journal_.call("boolForKey ", key);
   const auto found = values.find(key);
   return journal_.result(line, found != values.end() && found->second);
-}
-
-std::unique_ptr<IMKServer> MemoryInputMethodKit::initWithName(std::string_view name,
-                                                              std::string_view bundleIdentifier) {
-  journal_.call("IMKServer initWithName ", name, " ", bundleIdentifier);
-  if (serverFails) return nullptr;
-  return std::make_unique<IMKServer>(IMKServer{std::string(name), std::string(bundleIdentifier)});
-}
-
-std::unique_ptr<IMKCandidates> MemoryInputMethodKit::initWithServer(
-    IMKServer* server, IMKCandidatePanelType panelType) {
-  journal_.call("IMKCandidates initWithServer ", server ? "server " : "null ",
-                static_cast<int>(panelType));
-  if (candidatesFail) return nullptr;
-  return std::make_unique<IMKCandidates>(IMKCandidates{panelType});
 }
 
 }  // namespace quorvane::memory

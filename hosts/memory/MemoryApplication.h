@@ -1,37 +1,59 @@
 #pragma once
-// The application object, its user defaults, and the InputMethodKit objects made at start.
+// The application object, its annotation window and its user defaults.
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <set>
 #include <string>
 
+#include "hosts/field/AnnotationWindow.h"
 #include "hosts/memory/MemoryJournal.h"
 #include "platform/Application.h"
-#include "platform/InputMethodKit.h"
 
 namespace quorvane::memory {
 
+class MemoryAnnotationWindow final : public field::AnnotationWindow {
+ public:
+  explicit MemoryAnnotationWindow(MemoryJournal& journal) : journal_(journal) {}
+
+  void orderFront() override;
+  void setLevel(std::int64_t level) override;
+  void setCollectionBehavior(std::uint64_t behavior) override;
+  void setStyleMask(std::uint64_t mask) override;
+  void setFrameTopLeftPoint(NSPoint point) override;
+  void setAlphaValue(double value) override;
+  void setStringValue(const std::u16string& text) override;
+
+ private:
+  MemoryJournal& journal_;
+};
+
 class MemoryApplication : public Application {
  public:
-  explicit MemoryApplication(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryApplication(MemoryJournal& journal)
+      : annotationWindow(journal), journal_(journal) {}
 
   bool respondsToBeginActivity() override;
   void beginActivityWithOptions(std::uint64_t options, std::string_view reason) override;
   std::string bundleIdentifier() override;
   std::string bundleURL() override;
-  bool loadNibNamed(std::string_view name, std::function<void()> awakeFromNib) override;
+  bool loadNibNamed(std::string_view name,
+                    std::function<void(const NibOutlets&)> awakeFromNib) override;
   void run() override;
   void exit(int status) override;
   double NSAppKitVersionNumber() override;
+  NSOperatingSystemVersion operatingSystemVersion() override;
 
   bool hasBeginActivity = true;
   std::string identifier = "com.tallowmere.inputmethod.Quorvane";
   std::string url = "file:///Library/Input%20Methods/Quorvane.app/";
   std::set<std::string, std::less<>> nibs{"AnnotationWindow", "MainMenu"};
+  // These two go together.
   double appKitVersion = 1894;
+  NSOperatingSystemVersion systemVersion{10, 15};
+  /// What the nib "AnnotationWindow" holds.
+  MemoryAnnotationWindow annotationWindow;
   /// What the run loop does inside `run`; without it `run` returns at once.
   std::function<void()> whileRunning;
   /// Of the first call of `exit`.
@@ -49,22 +71,6 @@ class MemoryUserDefaults : public UserDefaults {
   bool boolForKey(std::string_view key) override;
 
   std::map<std::string, bool, std::less<>> values;
-
- private:
-  MemoryJournal& journal_;
-};
-
-class MemoryInputMethodKit : public InputMethodKit {
- public:
-  explicit MemoryInputMethodKit(MemoryJournal& journal) : journal_(journal) {}
-
-  std::unique_ptr<IMKServer> initWithName(std::string_view name,
-                                          std::string_view bundleIdentifier) override;
-  std::unique_ptr<IMKCandidates> initWithServer(IMKServer* server,
-                                                IMKCandidatePanelType panelType) override;
-
-  bool serverFails = false;
-  bool candidatesFail = false;
 
  private:
   MemoryJournal& journal_;

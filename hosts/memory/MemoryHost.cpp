@@ -4,6 +4,9 @@ namespace quorvane::memory {
 
 MemoryHost::MemoryHost() {
   carbonEvents.latestModifiers = [this] { return text.currentKeyModifiers(); };
+  inputMethodKit.connect(
+      text, [this] { return std::span<const NSRect>(screens.frames); },
+      [this] { return application.systemVersion; });
   messagePorts.whileWaiting = [this] { processes.deliverNotifications(); };
   text.onClientCall = [this](const field::Document&, const field::ClientCall& call) {
     if (journal.recording()) {
@@ -16,10 +19,30 @@ MemoryHost::MemoryHost() {
 
 Platform MemoryHost::platform() {
   return {
-      application,         carbonEvents, clock,        console,      eventPosting,
-      inputMethodKit,      log,          messagePorts, processes,    resources,
-      messagePorts,        screens,      sharedMemory, textEncoding, textInputSources,
-      textServicesManager, userDefaults, processes,
+      .application = application,
+      .bundle = bundle,
+      .carbonEvents = carbonEvents,
+      .characterSets = characterSets,
+      .clock = clock,
+      .console = console,
+      .eventPosting = eventPosting,
+      .fileManager = files,
+      .inputMethodKit = inputMethodKit,
+      .jsonSerialization = jsonSerialization,
+      .log = log,
+      .messagePorts = messagePorts,
+      .processManager = processes,
+      .resourceManager = resources,
+      .runLoop = messagePorts,
+      .screens = screens,
+      .scriptHost = scriptHost,
+      .sharedMemory = sharedMemory,
+      .spellChecker = spellChecker,
+      .textEncoding = textEncoding,
+      .textInputSources = textInputSources,
+      .textServicesManager = textServicesManager,
+      .userDefaults = userDefaults,
+      .workspace = processes,
   };
 }
 

@@ -3,17 +3,23 @@
 // method on. Each test makes its own; it outlives the Process made on it.
 
 #include "hosts/field/TextApplication.h"
+#include "hosts/icu/IcuCharacterSets.h"
+#include "hosts/json/SimdjsonSerialization.h"
 #include "hosts/memory/MemoryApplication.h"
 #include "hosts/memory/MemoryClock.h"
 #include "hosts/memory/MemoryConsole.h"
 #include "hosts/memory/MemoryEvents.h"
+#include "hosts/memory/MemoryFiles.h"
+#include "hosts/memory/MemoryInputMethodKit.h"
 #include "hosts/memory/MemoryJournal.h"
 #include "hosts/memory/MemoryMainApplication.h"
 #include "hosts/memory/MemoryMessagePorts.h"
 #include "hosts/memory/MemoryProcesses.h"
 #include "hosts/memory/MemoryResources.h"
 #include "hosts/memory/MemorySharedMemory.h"
+#include "hosts/memory/MemorySpellChecker.h"
 #include "hosts/memory/MemoryTextServices.h"
+#include "hosts/script/DuktapeScriptHost.h"
 #include "platform/Platform.h"
 
 namespace quorvane::memory {
@@ -36,6 +42,12 @@ class MemoryHost {
   MemoryLogSink log;
   MemoryApplication application{journal};
   MemoryUserDefaults userDefaults{journal};
+  MemoryFileManager files;
+  MemoryBundle bundle{files};
+  SimdjsonSerialization jsonSerialization{files};
+  DuktapeScriptHost scriptHost;
+  MemorySpellChecker spellChecker{journal};
+  IcuCharacterSets characterSets;
   MemoryInputMethodKit inputMethodKit{journal};
   MemoryProcesses processes{journal};
   MemorySharedMemory sharedMemory{journal};

@@ -6,6 +6,7 @@ namespace quorvane::memory {
 namespace {
 constexpr OSStatus kPropertyNotFound = -2537;
 constexpr OSStatus kParameterError = -50;
+constexpr std::int32_t kShieldingWindowLevel = 2147483628;
 }  // namespace
 
 std::uint64_t MemoryTextServicesManager::TSMGetActiveDocument() {
@@ -101,6 +102,16 @@ std::span<const NSRect> MemoryScreens::screens() {
 NSRect MemoryScreens::HIWindowGetAvailablePositioningBounds() {
   journal_.call("HIWindowGetAvailablePositioningBounds");
   return positioningBounds;
+}
+
+NSPoint MemoryScreens::mouseLocation() {
+  journal_.call("mouseLocation");
+  return mouse;
+}
+
+std::int32_t MemoryScreens::CGShieldingWindowLevel() {
+  journal_.count();
+  return kShieldingWindowLevel;
 }
 
 std::ptrdiff_t MemoryTextEncoding::TECConvertText(std::span<const std::uint8_t> roman,

@@ -59,9 +59,12 @@ class MemoryScreens : public Screens {
 
   std::span<const NSRect> screens() override;
   NSRect HIWindowGetAvailablePositioningBounds() override;
+  NSPoint mouseLocation() override;
+  std::int32_t CGShieldingWindowLevel() override;
 
   std::vector<NSRect> frames{{0, 0, 1440, 900}};
   NSRect positioningBounds{0, 22, 1440, 878};
+  NSPoint mouse{720, 450};
 
  private:
   MemoryJournal& journal_;

@@ -37,14 +37,14 @@ struct DocumentModel {
   void click(std::size_t index) { caret(std::min(index, text.size())); }
 
   /// A fix that found its client: it takes the place of the `count` units before the selection.
-  /// Where there aren't so many the count is refused, and the text lands where the caret is.
-  /// False: refused.
+  /// Where there aren't so many the count is refused, and the text lands where the caret is; no
+  /// text leaves a selection as it is. False: refused.
   bool fix(std::uint32_t count, const std::u16string& replacement) {
     if (closed) return false;
     const bool fits = count <= from;
     if (fits && count > 0) {
       put(from - count, from, replacement);
-    } else {
+    } else if (!replacement.empty()) {
       put(from, to, replacement);
     }
     return fits;
@@ -53,7 +53,7 @@ struct DocumentModel {
   /// A fix that waited for its client: refused as a whole where there aren't so many.
   bool parkedFix(std::uint32_t count, const std::u16string& replacement) {
     if (closed || count > from) return false;
-    put(from - count, count == 0 ? to : from, replacement);
+    if (count > 0 || !replacement.empty()) put(from - count, count == 0 ? to : from, replacement);
     return true;
   }
 

@@ -47,6 +47,8 @@ std::uint64_t allocationsOf(const Action& action) {
 struct QuietInputMethod : test::StartedInputMethod {
   explicit QuietInputMethod(bool withMainApplication) : StartedInputMethod(withMainApplication) {
     type("Warm up. ");
+    host.clock.advanceTicks(1);
+    host.runPending();
     host.journal.setRecording(false);
     host.log.limit = 0;
   }

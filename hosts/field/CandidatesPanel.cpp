@@ -1,0 +1,158 @@
+#include "hosts/field/CandidatesPanel.h"
+
+#include <algorithm>
+
+#include "src/base/Process.h"
+
+namespace quorvane::field {
+namespace {
+
+constexpr std::uint16_t kLeftArrow = 123, kRightArrow = 124, kDownArrow = 125, kUpArrow = 126;
+
+double widthOf(const std::u16string& candidate) {
+  return static_cast<double>(candidate.size() + CandidatesPanel::kPadding) *
+         CandidatesPanel::kCharacterWidth;
+}
+
+}  // namespace
+
+CandidatesPanel::CandidatesPanel(PanelSurroundings& surroundings, IMKCandidatePanelType panelType)
+    : surroundings_(surroundings), panelType_(panelType) {
+  surroundings_.panel = this;
+}
+
+CandidatesPanel::~CandidatesPanel() {
+  if (surroundings_.panel == this) surroundings_.panel = nullptr;
+}
+
+void CandidatesPanel::updateCandidates() {
+  TextApplication* const application = surroundings_.application;
+  Document* const document = application ? application->focused() : nullptr;
+  IMKInputController* const controller = document ? application->controller() : nullptr;
+  replace(controller ? controller->candidates(document) : std::vector<std::u16string>{});
+}
+
+void CandidatesPanel::setCandidateData(const std::vector<std::u16string>& candidates) {
+  replace(candidates);
+}
+
+void CandidatesPanel::show(std::uint32_t /*locationHint*/) {
+  if (visible_) return;
+  visible_ = true;
+  begin();
+}
+
+void CandidatesPanel::moveDown(IMKInputController* /*sender*/) {
+  if (isColumn()) stepForward();
+}
+void CandidatesPanel::moveUp(IMKInputController* /*sender*/) {
+  if (isColumn()) stepBack();
+}
+void CandidatesPanel::moveLeft(IMKInputController* /*sender*/) {
+  if (!isColumn()) stepBack();
+}
+void CandidatesPanel::moveRight(IMKInputController* /*sender*/) {
+  if (!isColumn()) stepForward();
+}
+
+std::span<const std::u16string> CandidatesPanel::shown() const {
+  const std::span<const std::u16string> all(candidates_);
+  return all.subspan(firstShown_, std::min(kMostShown, all.size() - firstShown_));
+}
+
+void CandidatesPanel::pick(std::size_t index) {
+  if (!visible_ || index >= candidates_.size() || !surroundings_.application) return;
+  const NSAttributedString picked = candidates_[index];  // the list goes during the call
+  surroundings_.application->callController(
+      [&](IMKInputController& controller) { controller.candidateSelected(picked); });
+}
+
+bool CandidatesPanel::takeKey(const NSEvent& event) {
+  constexpr std::uint32_t kModifiers = NSEventModifierFlagCommand | NSEventModifierFlagControl |
+                                       NSEventModifierFlagOption | NSEventModifierFlagShift;
+  const bool plainKey =
+      event.type == NSEventType::KeyDown && (event.modifierFlags & kModifiers) == 0;
+  if (!visible_ || !plainKey) return false;
+  if (event.keyCode == (isColumn() ? kDownArrow : kRightArrow)) {
+    stepForward();
+  } else if (event.keyCode == (isColumn() ? kUpArrow : kLeftArrow)) {
+    stepBack();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void CandidatesPanel::replace(std::vector<std::u16string> candidates) {
+  candidates_ = std::move(candidates);
+  highlighted_.reset();
+  firstShown_ = 0;
+  if (visible_) begin();
+}
+
+void CandidatesPanel::begin() {
+  place();
+  if (!candidates_.empty()) highlight(0);
+}
+
+void CandidatesPanel::stepForward() {
+  const std::size_t next = highlighted_ ? *highlighted_ + 1 : 0;
+  if (visible_ && next < candidates_.size()) highlight(next);
+}
+
+void CandidatesPanel::stepBack() {
+  if (visible_ && highlighted_.value_or(0) > 0) highlight(*highlighted_ - 1);
+}
+
+/// Scrolls no further than it takes to see the candidate.
+void CandidatesPanel::highlight(std::size_t index) {
+  highlighted_ = index;
+  firstShown_ = std::min(firstShown_, index);
+  if (index - firstShown_ >= kMostShown) firstShown_ = index + 1 - kMostShown;
+  place();
+  tell();
+}
+
+void CandidatesPanel::tell() {
+  TextApplication* const application = surroundings_.application;
+  if (telling_ || !application || !application->controller()) return;
+  const FlagGuard telling(telling_);
+  application->controller()->candidateSelectionChanged(candidates_[*highlighted_]);
+}
+
+void CandidatesPanel::place() {
+  TextApplication* const application = surroundings_.application;
+  const Document* const document = application ? application->focused() : nullptr;
+  const NSRect line = document ? document->lineRectangle : NSRect{};
+  const NSRect screen = screenOf(line);
+  frame_ = sized();
+  frame_.x = std::max(screen.x, std::min(line.x, screen.x + screen.width - frame_.width));
+  const bool roomBelow = line.y - frame_.height >= screen.y;
+  frame_.y = roomBelow ? line.y - frame_.height : line.y + line.height;
+}
+
+/// A column is as wide as its widest candidate, seen or not: it doesn't jump when it scrolls.
+NSRect CandidatesPanel::sized() const {
+  NSRect size;
+  if (isColumn()) {
+    for (const std::u16string& each : candidates_) size.width = std::max(size.width, widthOf(each));
+    size.height = static_cast<double>(shown().size()) * kRowHeight;
+  } else {
+    for (const std::u16string& each : shown()) size.width += widthOf(each);
+    size.height = candidates_.empty() ? 0 : kRowHeight;
+  }
+  return size;
+}
+
+/// The one that holds the line's beginning; failing that the first.
+NSRect CandidatesPanel::screenOf(const NSRect& line) const {
+  const auto screens = surroundings_.screens ? surroundings_.screens() : std::span<const NSRect>();
+  for (const NSRect& screen : screens) {
+    const bool inside = line.x >= screen.x && line.x < screen.x + screen.width &&
+                        line.y >= screen.y && line.y < screen.y + screen.height;
+    if (inside) return screen;
+  }
+  return screens.empty() ? NSRect{} : screens.front();
+}
+
+}  // namespace quorvane::field

@@ -1,0 +1,47 @@
+#include "hosts/field/InputMethodKit.h"
+
+#include <utility>
+
+namespace quorvane::field {
+namespace {
+
+bool panelTakesArrows(const NSOperatingSystemVersion& version) {
+  return version.majorVersion < 10 || (version.majorVersion == 10 && version.minorVersion < 14);
+}
+
+}  // namespace
+
+void InputMethodKit::connect(TextApplication& application,
+                             std::function<std::span<const NSRect>()> screens,
+                             std::function<NSOperatingSystemVersion()> systemVersion) {
+  surroundings_.application = &application;
+  surroundings_.screens = std::move(screens);
+  application.takeDeclined = [this, version = std::move(systemVersion)](const NSEvent& event) {
+    return panel() && panelTakesArrows(version()) && panel()->takeKey(event);
+  };
+}
+
+std::unique_ptr<IMKServer> InputMethodKit::initWithName(std::string_view name,
+                                                        std::string_view bundleIdentifier) {
+  if (name.empty()) return nullptr;
+  return std::make_unique<IMKServer>(IMKServer{std::string(name), std::string(bundleIdentifier)});
+}
+
+std::unique_ptr<IMKCandidates> InputMethodKit::initWithServer(IMKServer* /*server*/,
+                                                              IMKCandidatePanelType panelType) {
+  return std::make_unique<CandidatesPanel>(surroundings_, panelType);
+}
+
+void InputMethodKit::cancelComposition(IMKInputController& controller) {
+  TextApplication* const application = surroundings_.application;
+  if (!application || application->controller() != &controller) return;
+  Document* const client = application->focused();
+  if (client && client->markedRange()) client->setMarkedText(u"", {}, {NSNotFound, NSNotFound});
+}
+
+MarkedTextAttributes InputMethodKit::markForStyle(IMKInputController& /*controller*/,
+                                                  std::uint32_t style, NSRange range) {
+  return {style, range};
+}
+
+}  // namespace quorvane::field

@@ -1,0 +1,176 @@
+// The candidates panel as the framework promises it: when it tells of its highlight, what it shows,
+// and where it stands.
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "hosts/memory/MemoryHost.h"
+
+namespace quorvane::field {
+namespace {
+
+constexpr auto kColumn = IMKCandidatePanelType::SingleColumnScrolling;
+constexpr auto kRow = IMKCandidatePanelType::SingleRowStepping;
+using Texts = std::vector<std::u16string>;
+
+struct ListingController : IMKInputController {
+  bool handleEvent(const NSEvent&, IMKTextInput*) override { return false; }
+  void activateServer(IMKTextInput*) override {}
+  void deactivateServer(IMKTextInput*) override {}
+  std::uint32_t recognizedEvents(IMKTextInput*) override { return 0x6001c06; }
+  Texts candidates(IMKTextInput* sender) override { return sender ? list : Texts{u"nobody"}; }
+  void candidateSelectionChanged(const NSAttributedString& candidate) override {
+    told.push_back(candidate.string);
+    if (onChange) onChange();
+  }
+  void candidateSelected(const NSAttributedString& candidate) override {
+    told.push_back(u"!" + candidate.string);
+    throw std::runtime_error("picked");
+  }
+
+  Texts list{u"th", u"the", u"that"};
+  Texts told;
+  std::function<void()> onChange;
+};
+
+class CandidatesPanelTest : public testing::Test {
+ protected:
+  CandidatesPanelTest() {
+    host.text.setController(&controller);
+    host.text.focus(&document);
+    make(kColumn);
+  }
+  void make(IMKCandidatePanelType type) {
+    made = host.inputMethodKit.initWithServer(nullptr, type);
+    panel = host.inputMethodKit.panel();
+  }
+  /// What the controller has been told since the last time.
+  Texts told() { return std::exchange(controller.told, {}); }
+
+  memory::MemoryHost host;
+  ListingController controller;
+  Document& document = host.text.addDocument();
+  std::unique_ptr<IMKCandidates> made;
+  CandidatesPanel* panel = nullptr;
+};
+
+TEST_F(CandidatesPanelTest, TellsOfEachNewHighlightOnce) {
+  panel->updateCandidates();
+  panel->moveDown(&controller);
+  EXPECT_EQ(told(), Texts{}) << "hidden";
+  panel->show(kIMKLocateCandidatesBelowHint);
+  panel->show(kIMKLocateCandidatesBelowHint);
+  panel->moveUp(&controller);
+  panel->moveRight(&controller);
+  EXPECT_EQ(told(), Texts{u"th"}) << "at the top, and across";
+  for (int step = 0; step < 4; ++step) panel->moveDown(&controller);
+  EXPECT_EQ(told(), (Texts{u"the", u"that"}));
+  panel->clearSelection();
+  panel->moveUp(&controller);
+  panel->moveDown(&controller);
+  EXPECT_EQ(told(), Texts{u"th"}) << "from no highlight forward only";
+  panel->setCandidateData({u"a", u"b"});
+  EXPECT_EQ(told(), Texts{u"a"}) << "a new list in a visible panel";
+  panel->setCandidateData({});
+  panel->moveDown(&controller);
+  EXPECT_FALSE(panel->highlighted());
+  host.text.focus(nullptr);
+  panel->updateCandidates();
+  EXPECT_EQ(panel->candidates(), Texts{}) << "nobody has the focus";
+  controller.onChange = [this] { panel->setCandidateData({u"x"}); };
+  panel->setCandidateData({u"y"});
+  EXPECT_EQ(told(), Texts{u"y"}) << "what the controller changes meanwhile isn't told again";
+  made.reset();
+  EXPECT_EQ(host.inputMethodKit.panel(), nullptr);
+}
+
+TEST_F(CandidatesPanelTest, StandsBelowTheLineAboveItOrAtTheScreensEdge) {
+  host.screens.frames = {{0, 0, 1000, 500}, {1000, 100, 1000, 500}};
+  const struct {
+    IMKCandidatePanelType type;
+    NSRect line;
+    NSRect frame;
+  } cases[] = {{kColumn, {10, 48, 1, 20}, {10, 0, 56, 48}},
+               {kColumn, {10, 47, 1, 20}, {10, 67, 56, 48}},
+               {kColumn, {950, 300, 1, 20}, {944, 252, 56, 48}},
+               {kColumn, {1990, 147, 1, 20}, {1944, 167, 56, 48}},
+               {kRow, {10, 16, 1, 20}, {10, 0, 144, 16}}};
+  for (const auto& each : cases) {
+    make(each.type);
+    document.lineRectangle = each.line;
+    panel->updateCandidates();
+    EXPECT_EQ(panel->candidateFrame(), NSRect{}) << "before the first opening";
+    panel->show(kIMKLocateCandidatesBelowHint);
+    panel->hide();
+    panel->setCandidateData({});
+    EXPECT_EQ(panel->candidateFrame(), each.frame) << each.line.x << ' ' << each.line.y;
+  }
+}
+
+TEST_F(CandidatesPanelTest, ShowsNineAndScrollsNoFurtherThanItMust) {
+  controller.list.clear();
+  for (char16_t letter = u'a'; letter <= u'l'; ++letter) controller.list.emplace_back(1, letter);
+  panel->updateCandidates();
+  panel->show(kIMKLocateCandidatesBelowHint);
+  std::u16string first;
+  const auto note = [&] { first += panel->shown().front(); };
+  for (int step = 0; step < 11; ++step, note()) panel->moveDown(&controller);
+  for (int step = 0; step < 9; ++step, note()) panel->moveUp(&controller);
+  EXPECT_EQ(first, u"aaaaaaaabcdddddddddc");
+  EXPECT_EQ(panel->shown().size(), 9U);
+}
+
+TEST_F(CandidatesPanelTest, TakesDeclinedArrowsOfItsFormBefore1014Only) {
+  const auto press = [this](char32_t character) { return host.text.type(character); };
+  for (const auto& [version, taken] : {std::pair<NSOperatingSystemVersion, bool>{{10, 13}, true},
+                                       {{9, 99}, true},
+                                       {{10, 14}, false},
+                                       {{11, 0}, false}}) {
+    host.application.systemVersion = version;
+    make(kColumn);
+    document.setText(u"a\nb");
+    panel->updateCandidates();
+    EXPECT_EQ(press(28), Outcome::PassedOn) << "hidden";
+    panel->show(kIMKLocateCandidatesBelowHint);
+    EXPECT_EQ(press(29), Outcome::PassedOn) << "not of its form";
+    EXPECT_EQ(host.text.type(31, NSEventModifierFlagOption), Outcome::PassedOn);
+    EXPECT_EQ(press(31), taken ? Outcome::Consumed : Outcome::PassedOn);
+    EXPECT_EQ(panel->highlighted(), std::optional<std::size_t>(taken ? 1 : 0));
+    EXPECT_EQ(press(30), taken ? Outcome::Consumed : Outcome::PassedOn);
+  }
+}
+
+TEST_F(CandidatesPanelTest, PicksWhatIsThereAndStopsWhatIsThrown) {
+  panel->updateCandidates();
+  panel->pick(1);
+  EXPECT_EQ(told(), Texts{}) << "hidden";
+  panel->show(kIMKLocateCandidatesBelowHint);
+  panel->pick(3);
+  panel->pick(2);
+  EXPECT_EQ(told(), (Texts{u"th", u"!that"}));
+  EXPECT_EQ(host.text.errors(), std::vector<std::string>{"the input method threw: picked"});
+}
+
+TEST_F(CandidatesPanelTest, CancelledCompositionTakesTheMarkedTextOfItsOwnClientOnly) {
+  document.setText(u"I ");
+  document.setMarkedText({u"th", MarkedTextAttributes{kSelectedRawText, {0, 2}}}, {2, 0},
+                         {NSNotFound, NSNotFound});
+  EXPECT_EQ(document.markedAttributes()->style, kSelectedRawText);
+  ListingController other;
+  host.inputMethodKit.cancelComposition(other);
+  EXPECT_EQ(document.text(), u"I th");
+  host.inputMethodKit.cancelComposition(controller);
+  document.select({0, 2});
+  host.inputMethodKit.cancelComposition(controller);
+  document.insertText(u"", {NSNotFound, NSNotFound});
+  EXPECT_EQ(document.text(), u"I ");
+  EXPECT_EQ(document.selection(), (NSRange{0, 2}));
+  document.setMarkedText(u"a", {1, 0}, {2, 0});
+  host.text.focus(nullptr);
+  EXPECT_FALSE(document.markedRange());
+  EXPECT_EQ(document.text(), u"I a") << "plain text without the focus";
+}
+
+}  // namespace
+}  // namespace quorvane::field
