@@ -8,22 +8,18 @@
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/shell/QuorvaneInputController.h"
 #include "src/shell/QuorvaneInputController_Commit.h"
-#include "src/shell/main.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {
 namespace {
 
-void start(World& world, const Arguments& /*is*/) {
-  world.mainResult = InputMethodMain(world.process, {});
-  world.settle();
-}
+void start(World& world, const Arguments& /*is*/) { world.start({}); }
 void startWith(World& world, const Arguments& is) {
   std::vector<std::string> arguments;
   for (const Argument& argument : is) arguments.push_back(toBytes(argument.text));
-  world.mainResult = InputMethodMain(world.process, arguments);
-  world.settle();
+  world.start(arguments);
 }
+void beginAgain(World& /*world*/, const Arguments& /*is*/) {}
 void forget(World& world, const Arguments& /*is*/) { forgetRecords(world); }
 
 // Keys.
@@ -239,6 +235,7 @@ constexpr Pattern kPatterns[] = {
     {"start", start},
     {"start with TEXT", startWith},
     {"start with TEXT TEXT", startWith},
+    {"begin again", beginAgain},
     {"forget", forget},
     {"type TEXT", type},
     {"type TEXT NUMBER times", typeOften},

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "tools/scenario/World.h"
@@ -46,6 +47,11 @@ void expectConsumed(World& world, const Arguments& /*is*/) {
 }
 void expectPassedOn(World& world, const Arguments& /*is*/) {
   expectOutcome(world, field::Outcome::PassedOn);
+}
+
+void expectPassedAfterError(World& world, const Arguments& /*is*/) {
+  expectOutcome(world, field::Outcome::PassedAfterError);
+  world.takeThrown();
 }
 
 // Sessions.
@@ -197,6 +203,11 @@ void expectMainResult(World& world, const Arguments& is) {
   const auto found = world.mainResult;
   world.expectEqual(std::to_string(is[0].number), found ? std::to_string(*found) : "not started");
 }
+void expectStartFailure(World& world, const Arguments& is) {
+  const std::string found = std::exchange(world.startError, {}).value_or("the start succeeds");
+  const std::string pattern = toBytes(is[0].text);
+  world.expect(matches(pattern, found), pattern, found);
+}
 void expectDefault(World& world, const Arguments& is) {
   const auto& values = world.host.userDefaults.values;
   const auto value = values.find(toBytes(is[0].text));
@@ -290,6 +301,7 @@ constexpr Pattern kPatterns[] = {
     {"expect document NAME TEXT", expectNamedDocument},
     {"expect consumed", expectConsumed},
     {"expect passed on", expectPassedOn},
+    {"expect passed on after an error", expectPassedAfterError},
     {"expect session TEXT", expectSession},
     {"expect session of NAME TEXT", expectNamedSession},
     {"expect session ends TEXT", expectSessionEnd},
@@ -314,6 +326,7 @@ constexpr Pattern kPatterns[] = {
     {"expect exit status NUMBER", expectExit},
     {"expect still running", expectRunning},
     {"expect main returned NUMBER", expectMainResult},
+    {"expect start failed TEXT", expectStartFailure},
     {"expect default TEXT is NAME", expectDefault},
     {"expect NAME in front", expectFront},
     {"expect NAME writing styles", expectWritingStyles},

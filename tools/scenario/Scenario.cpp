@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <ostream>
+#include <span>
 
 #include "tools/scenario/World.h"
 
@@ -17,9 +18,7 @@ std::vector<Statement> parse(std::string_view text, const std::string& name, std
   for (std::size_t line = 1; !text.empty(); ++line) {
     const std::size_t end = std::min(text.find('\n'), text.size());
     try {
-      if (auto statement = parseLine(text.substr(0, end), line)) {
-        statements.push_back(std::move(*statement));
-      }
+      std::ranges::move(parseLine(text.substr(0, end), line), std::back_inserter(statements));
     } catch (const BadStatement& error) {
       out << name << ':' << line << ": " << text.substr(0, end) << "\n  " << error.what() << '\n';
       good = false;
@@ -38,11 +37,28 @@ void print(const Failure& failure, const std::string& name, std::ostream& out) {
   }
 }
 
-// An exception that reached a key event: the key passes, but nobody expects it.
-void keepErrors(World& world) {
-  for (const std::string& error : world.host.text.errors()) {
-    world.failures.push_back({0, "the text field reports", "", error});
-  }
+/// What came of all stages of a file.
+struct Outcomes {
+  std::vector<Failure> failures, errors;
+  std::size_t expectations = 0;
+};
+
+void append(std::vector<Failure>& all, const std::vector<Failure>& more) {
+  all.insert(all.end(), more.begin(), more.end());
+}
+
+/// Up to the end, or to the next `begin again`, which is left to the next stage.
+std::span<const Statement> runStage(std::span<const Statement> statements, Outcomes& outcomes) {
+  World world;
+  std::size_t done = 0;
+  do {
+    world.run(statements[done++]);
+  } while (done < statements.size() && !beginsAgain(statements[done]));
+  world.keepUnexpected();
+  append(outcomes.failures, world.failures);
+  append(outcomes.errors, world.errors);
+  outcomes.expectations += world.expectations;
+  return statements.subspan(done);
 }
 
 }  // namespace
@@ -51,14 +67,15 @@ int replayText(std::string_view text, const std::string& name, std::ostream& out
   bool good = true;
   const std::vector<Statement> statements = parse(text, name, out, good);
   if (!good) return kUnreadable;
-  World world;
-  for (const Statement& statement : statements) world.run(statement);
-  keepErrors(world);
-  for (const Failure& error : world.errors) print(error, name, out);
-  for (const Failure& failure : world.failures) print(failure, name, out);
-  if (!world.errors.empty()) return kUnreadable;
-  if (!world.failures.empty()) return kDiffers;
-  out << name << ": " << world.expectations << " expectations hold\n";
+  Outcomes outcomes;
+  for (std::span<const Statement> rest(statements); !rest.empty();) {
+    rest = runStage(rest, outcomes);
+  }
+  for (const Failure& error : outcomes.errors) print(error, name, out);
+  for (const Failure& failure : outcomes.failures) print(failure, name, out);
+  if (!outcomes.errors.empty()) return kUnreadable;
+  if (!outcomes.failures.empty()) return kDiffers;
+  out << name << ": " << outcomes.expectations << " expectations hold\n";
   return kHolds;
 }
 

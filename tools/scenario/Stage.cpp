@@ -4,7 +4,6 @@
 
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/session/CurrentAppFlags.h"
-#include "src/shell/main.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {
@@ -26,7 +25,7 @@ struct Version {
   double appKit;
 };
 // An AppKit version that each system version shipped with.
-constexpr std::array<Version, 10> kVersions{{{106, 1038},
+constexpr std::array<Version, 11> kVersions{{{106, 1038},
                                              {107, 1138},
                                              {108, 1187},
                                              {109, 1265},
@@ -35,12 +34,15 @@ constexpr std::array<Version, 10> kVersions{{{106, 1038},
                                              {1012, 1504},
                                              {1013, 1561},
                                              {1014, 1671},
-                                             {1015, 1894}}};
+                                             {1015, 1894},
+                                             {1100, 2022}}};
 
 void setSystemVersion(World& world, const Arguments& is) {
   for (const Version& version : kVersions) {
     if (version.number == is[0].number) {
+      const std::int64_t number = version.number < 1000 ? version.number + 900 : version.number;
       world.host.application.appKitVersion = version.appKit;
+      world.host.application.systemVersion = {number / 100, number % 100};
       return;
     }
   }
@@ -117,9 +119,15 @@ void setDocumentKind(World& world, const Arguments& is) {
   services.activeDocument = 1;
   services.documentProperties[1]["dapy"_4cc] = is[0].u32();
 }
-void addScreen(World& world, const Arguments& is) {
+void setScreen(World& world, const Arguments& is) {
   world.host.screens.frames = {{0, 0, is[0].measure, is[1].measure}};
   world.host.screens.positioningBounds = {0, 22, is[0].measure, is[1].measure - 22};
+}
+void addSecondScreen(World& world, const Arguments& is) {
+  world.host.screens.frames.push_back({is[2].measure, is[3].measure, is[0].measure, is[1].measure});
+}
+void moveMouse(World& world, const Arguments& is) {
+  world.host.screens.mouse = {is[0].measure, is[1].measure};
 }
 void giveFirstSession(World& world, const Arguments& is) {
   BIMSessionRec* head = world.process.state<SessionState>().gSessionHandleStart;
@@ -244,23 +252,30 @@ void atClientCall(World& world, const Arguments& is) {
   world.atClientCall.emplace(toBytes(is[0].text), is[1].statements);
 }
 
-void usualStage(World& world, const Arguments& /*is*/) {
-  useSwitches(world, kUsualSwitches);
+void setUsualStage(World& world, std::int64_t switches) {
+  useSwitches(world, switches);
   world.host.mainApplication.launch();
   world.settle();
-  world.mainResult = InputMethodMain(world.process, {});
-  world.settle();
+  world.start({});
   world.host.text.focus(&world.document("letter"));
   world.settle();
   forgetRecords(world);
 }
 
+void usualStage(World& world, const Arguments& /*is*/) { setUsualStage(world, kUsualSwitches); }
+void completionStage(World& world, const Arguments& /*is*/) {
+  setUsualStage(world, kUsualSwitches | kCompletionFlag);
+}
+
 constexpr Pattern kPatterns[] = {
     {"usual stage", usualStage},
+    {"completion stage", completionStage},
     {"switches HEX", setSwitches},
     {"system version NUMBER", setSystemVersion},
     {"clock step NUMBER microseconds", setClockStep},
-    {"screen MEASURE by MEASURE", addScreen},
+    {"screen MEASURE by MEASURE", setScreen},
+    {"second screen MEASURE by MEASURE at MEASURE MEASURE", addSecondScreen},
+    {"mouse at MEASURE MEASURE", moveMouse},
     {"default TEXT is set NAME", setDefault},
     {"input source TEXT NAME", installInputSource},
     {"field NUMBER becomes NUMBER", setField},

@@ -129,18 +129,22 @@ std::string suggestions(std::string_view firstWord) {
 
 std::vector<const Pattern*> allPatterns() {
   std::vector<const Pattern*> patterns;
-  for (const auto table : {stagePatterns(), actPatterns(), expectPatterns()}) {
+  for (const auto table :
+       {stagePatterns(), actPatterns(), expectPatterns(), completionPatterns()}) {
     for (const Pattern& pattern : table) patterns.push_back(&pattern);
   }
   return patterns;
 }
 
-std::optional<Statement> parseLine(std::string_view source, std::size_t line) {
+bool beginsAgain(const Statement& statement) { return statement.pattern->words == "begin again"; }
+
+std::vector<Statement> parseLine(std::string_view source, std::size_t line) {
   const std::vector<Word> words = splitWords(source);
-  if (words.empty()) return std::nullopt;
-  auto statement = parseOne(words, {source, line});
-  if (!statement) throw BadStatement("no such statement" + suggestions(words.front().text));
-  return statement;
+  if (words.empty()) return {};
+  // A statement that holds statements has the rest of its line.
+  if (auto statement = parseOne(words, {source, line})) return {std::move(*statement)};
+  if (auto statements = parseStatements(words, {source, line})) return std::move(*statements);
+  throw BadStatement("no such statement" + suggestions(words.front().text));
 }
 
 }  // namespace quorvane::scenario

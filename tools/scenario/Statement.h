@@ -1,9 +1,8 @@
 #pragma once
 // Statements: what a line may say, and what it then does. The tables of the three kinds (Stage.cpp,
-// Act.cpp, Expect.cpp) are the language.
+// Act.cpp, Expect.cpp) and of word completion are the language.
 
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -48,10 +47,14 @@ struct Statement {
 std::span<const Pattern> stagePatterns();
 std::span<const Pattern> actPatterns();
 std::span<const Pattern> expectPatterns();
+std::span<const Pattern> completionPatterns();
 /// Every pattern there is, in the order in which they are tried.
 std::vector<const Pattern*> allPatterns();
 
-/// Throws BadStatement. Empty for a line without a statement.
-std::optional<Statement> parseLine(std::string_view source, std::size_t line);
+/// `begin again`: what follows plays in a new world.
+bool beginsAgain(const Statement& statement);
+
+/// The statements of a line, divided by `;`. Throws BadStatement.
+std::vector<Statement> parseLine(std::string_view source, std::size_t line);
 
 }  // namespace quorvane::scenario

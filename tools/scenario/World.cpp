@@ -6,6 +6,7 @@
 
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/shell/ShellTarget.h"
+#include "src/shell/main.h"
 
 namespace quorvane::scenario {
 namespace {
@@ -107,6 +108,15 @@ void World::runInside(const std::vector<Statement>& statements) {
   --depth_;
 }
 
+void World::start(const std::vector<std::string>& arguments) {
+  try {
+    mainResult = InputMethodMain(process, arguments);
+  } catch (const std::exception& error) {
+    startError = error.what();
+  }
+  settle();
+}
+
 void World::settle() {
   if (depth_ == 0) host.runPending();
 }
@@ -128,6 +138,19 @@ void World::expectEqual(const std::string& expected, const std::string& found) {
 
 void World::expectNumber(std::int64_t expected, std::int64_t found) {
   expectEqual(std::to_string(expected), std::to_string(found));
+}
+
+std::vector<std::string> World::takeThrown() {
+  const auto& all = host.text.errors();
+  const std::size_t from = std::exchange(thrownSeen_, all.size());
+  return {all.begin() + static_cast<std::ptrdiff_t>(from), all.end()};
+}
+
+void World::keepUnexpected() {
+  for (const std::string& thrown : takeThrown()) {
+    failures.push_back({0, "the text field reports", "", thrown});
+  }
+  if (startError) failures.push_back({0, "the start fails", "", *startError});
 }
 
 field::Document& World::document(const std::string& name) {

@@ -12,6 +12,7 @@
 #include "hosts/memory/MemoryHost.h"
 #include "src/completion/InputController.h"
 #include "src/session/QBIM_IMK_Sessions.h"
+#include "tools/scenario/CompletionData.h"
 #include "tools/scenario/Statement.h"
 
 namespace quorvane::scenario {
@@ -34,6 +35,8 @@ class World {
   void run(const Statement& statement);
   /// Statements within a call of the input method on the platform.
   void runInside(const std::vector<Statement>& statements);
+  /// The start of the input method, by `main`.
+  void start(const std::vector<std::string>& arguments);
   /// A turn of the run loop, except inside a call.
   void settle();
   /// Hands an event over and notes what becomes of it.
@@ -42,6 +45,10 @@ class World {
   void expect(bool holds, std::string expected, std::string found);
   void expectEqual(const std::string& expected, const std::string& found);
   void expectNumber(std::int64_t expected, std::int64_t found);
+  /// What was thrown into a key event since the last time, in order.
+  std::vector<std::string> takeThrown();
+  /// At the end: what was thrown and nobody expected becomes a failure.
+  void keepUnexpected();
 
   // By name. A document is made when it is first spoken of; the rest throws BadStatement.
   field::Document& document(const std::string& name);
@@ -58,11 +65,13 @@ class World {
   std::map<std::string, field::Document*> documents;
   std::map<std::string, ProcessSerialNumber> applications;
   std::optional<int> mainResult;             ///< what `main` returned
+  std::optional<std::string> startError;     ///< why the start has failed, until that is expected
   std::vector<field::Outcome> outcomes;      ///< of the last statement that pressed keys
   std::vector<std::string> clientCalls;      ///< as `field::describe` writes them
   std::optional<std::size_t> writingStyles;  ///< number of items got at the last request
   std::map<std::string, std::size_t> seen;   ///< lines of each record that are behind us
   std::uint64_t markedTime = 0;
+  CompletionData completionData;  ///< what the scenario has said of single words
   /// Run once, at the first client call that its text matches.
   std::optional<std::pair<std::string, std::vector<Statement>>> atClientCall;
 
@@ -73,6 +82,7 @@ class World {
  private:
   void noteClientCall(const field::ClientCall& call);
   const Statement* current_ = nullptr;
+  std::size_t thrownSeen_ = 0;
   int depth_ = 0;
 };
 
