@@ -90,7 +90,14 @@ TEST(ScenarioLanguage, EachKindOfExpectationCanFail) {
         "expect 2 sent messages \"*\"",
         "expect log line \"nobody logs this\"",
         "message 202 number 1 text \"x\" \n expect no more posted events\n expect still running\n"
-        "expect no more console lines"}) {
+        "expect no more console lines",
+        "expect panel \"[a]\"",
+        "expect annotation \"x\" at 0 0",
+        "expect passed on after an error",
+        "expect start failed \"*\"",
+        "begin again \n completion stage ; type \"he\" \n expect panel hidden",
+        "begin again \n completion stage \n press key code 105 giving \"\"",
+        "begin again \n data file \"google_227800_words.bin\" is missing \n start"}) {
     EXPECT_EQ(replay(std::string("usual stage\nscan takes 1 ticks\ntype \"ab \"\n") + line).result,
               kDiffers)
         << line;
@@ -102,7 +109,8 @@ TEST(ScenarioLanguage, WhatCantBeReadOrCarriedOutIsABadStatement) {
        {"expect happiness", "type abc", "type \"abc", "press hyper+x", "field six becomes 1",
         "type \"\\q\"", "expect session mood is 1", "application ghost quits", "nonsense fails",
         "scan takes 1 ticks and does: expect happiness", "expect next dance \"x\"",
-        "expect session byte 4000 is 0", "caret rectangle 1 2 3"}) {
+        "expect session byte 4000 is 0", "caret rectangle 1 2 3", "completion with luck",
+        "begin again ; pick \"a\"", "type \"a\" ; type b"}) {
     EXPECT_EQ(replay(std::string("usual stage\n") + line).result, kUnreadable) << line;
   }
   std::ostringstream out;
