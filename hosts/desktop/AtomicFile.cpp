@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <string>
 
 #include "hosts/desktop/Descriptor.h"
@@ -50,6 +51,15 @@ bool writeFileAtomically(const std::filesystem::path& path, std::string_view con
   const int error = errno;
   unlink(temporary.c_str());
   errno = error;
+  return false;
+}
+
+bool saveFile(const std::filesystem::path& path, std::string_view content, quorvane::LogSink& log) {
+  std::error_code error;
+  std::filesystem::create_directories(path.parent_path(), error);
+  if (!error && writeFileAtomically(path, content, Durability::Lasting)) return true;
+  const std::string reason = error ? error.message() : std::strerror(errno);
+  if (log.enabled) log.writeLine(path.string() + ": can't be written: " + reason);
   return false;
 }
 

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string_view>
 
+#include "platform/Console.h"
+
 namespace quorvane::desktop {
 
 enum class Durability {
@@ -15,5 +17,8 @@ enum class Durability {
 /// that fails; what stood there then still stands.
 bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
                          Durability durability);
+
+/// The same, lasting, with the folders on the way. A failure is logged.
+bool saveFile(const std::filesystem::path& path, std::string_view content, quorvane::LogSink& log);
 
 }  // namespace quorvane::desktop

@@ -1,5 +1,7 @@
 #include "hosts/desktop/DesktopConfiguration.h"
 
+#include <pwd.h>
+
 #include <charconv>
 #include <cstdlib>
 #include <optional>
@@ -58,6 +60,28 @@ std::filesystem::path configDirectory(const Environment& environment) {
   throw std::runtime_error("neither XDG_CONFIG_HOME nor HOME names a folder; set one of them");
 }
 
+std::filesystem::path homeDirectory(const Environment& environment) {
+  if (const auto home = absolutePath(environment, "HOME")) return *home;
+  const passwd* const user = getpwuid(geteuid());
+  return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "/";
+}
+
+std::filesystem::path cacheDirectory(const Environment& environment) {
+  if (const auto cache = absolutePath(environment, "XDG_CACHE_HOME")) return *cache / "quorvane";
+  return homeDirectory(environment) / ".cache" / "quorvane";
+}
+
+std::filesystem::path bundleDirectory(const Environment& environment) {
+  if (const auto own = valueOf(environment, "QUORVANE_BUNDLE_DIR")) {
+    return std::filesystem::absolute(*own);
+  }
+  std::error_code error;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+  const auto above = program.parent_path().parent_path();
+  const auto built = above / "data";
+  return std::filesystem::is_directory(built, error) ? built : above / "share" / "quorvane";
+}
+
 NSRect screen(const Environment& environment, NSRect usual) {
   const auto value = valueOf(environment, "QUORVANE_SCREEN");
   if (!value) return usual;
@@ -84,6 +108,9 @@ DesktopConfiguration DesktopConfiguration::fromEnvironment(const Environment& en
   configuration.keyOffset = quorvane::desktop::keyOffset(environment);
   configuration.runtimeDirectory = quorvane::desktop::runtimeDirectory(environment);
   configuration.configDirectory = quorvane::desktop::configDirectory(environment);
+  configuration.bundleDirectory = quorvane::desktop::bundleDirectory(environment);
+  configuration.homeDirectory = quorvane::desktop::homeDirectory(environment);
+  configuration.cacheDirectory = quorvane::desktop::cacheDirectory(environment);
   configuration.screen = quorvane::desktop::screen(environment, configuration.screen);
   return configuration;
 }

@@ -19,6 +19,9 @@ struct DesktopConfiguration {
   std::uint32_t keyOffset = 0;  ///< added to every shared-memory key
   std::filesystem::path runtimeDirectory;
   std::filesystem::path configDirectory;  ///< user defaults and input sources, in files of ours
+  std::filesystem::path bundleDirectory;  ///< what ships with the program
+  std::filesystem::path homeDirectory;
+  std::filesystem::path cacheDirectory;  ///< of ours
   NSRect screen{0, 0, 1440, 900};
   int logDescriptor = STDERR_FILENO;
   int consoleDescriptor = STDERR_FILENO;
@@ -28,8 +31,10 @@ struct DesktopConfiguration {
 
   /// $QUORVANE_KEY_OFFSET; $QUORVANE_RUNTIME_DIR, else $XDG_RUNTIME_DIR/quorvane, else
   /// quorvane-<uid> in the temporary folder; $XDG_CONFIG_HOME/quorvane, else
-  /// $HOME/.config/quorvane; $QUORVANE_SCREEN, as 1440x900. Throws std::runtime_error on a value
-  /// that can't be read.
+  /// $HOME/.config/quorvane; $QUORVANE_BUNDLE_DIR, else ../data beside the program's folder where
+  /// that exists, else ../share/quorvane; $HOME, else the user's folder as the system has it;
+  /// $XDG_CACHE_HOME/quorvane, else .cache/quorvane at home; $QUORVANE_SCREEN, as 1440x900. Throws
+  /// std::runtime_error on a value that can't be read.
   static DesktopConfiguration fromEnvironment();
   static DesktopConfiguration fromEnvironment(const Environment& environment);
 };

@@ -1,8 +1,5 @@
 #include "hosts/desktop/KeyFile.h"
 
-#include <cerrno>
-#include <cstring>
-
 #include "hosts/desktop/AtomicFile.h"
 
 namespace quorvane::desktop {
@@ -65,12 +62,7 @@ void KeyFile::remove(const std::string& group, const std::string& key) {
 bool KeyFile::save() {
   gsize size = 0;
   const Text content(g_key_file_to_data(file_.get(), &size, nullptr));
-  std::error_code error;
-  std::filesystem::create_directories(path_.parent_path(), error);
-  if (!error && writeFileAtomically(path_, {content.get(), size}, Durability::Lasting)) return true;
-  const std::string reason = error ? error.message() : std::strerror(errno);
-  if (log_.enabled) log_.writeLine(path_.string() + ": can't be written: " + reason);
-  return false;
+  return saveFile(path_, {content.get(), size}, log_);
 }
 
 }  // namespace quorvane::desktop

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <exception>
 #include <string>
 
@@ -93,6 +94,24 @@ void RunLoop::CFRunLoopAddSource(CFRunLoop& /*loop*/, std::shared_ptr<CFRunLoopS
   if (ours == nullptr) return;
   ours->schedule(*this);
   if (std::ranges::find(sources_, source) == sources_.end()) sources_.push_back(std::move(source));
+}
+
+void RunLoop::performAfterDelay(std::function<void()> function, double seconds) {
+  constexpr double kLongest = 60.0 * 60 * 24;
+  const auto milliseconds = std::ceil(std::clamp(seconds, 0.0, kLongest) * 1000);
+  const auto place = delayed_.emplace(delayed_.end());
+  const auto perform = [this, place, function = std::move(function)] {
+    const auto timer = std::move(*place);  // ends with this call, also where the function throws
+    delayed_.erase(place);
+    function();
+    return false;
+  };
+  *place = addTimer(Milliseconds(static_cast<std::int64_t>(milliseconds)), perform);
+}
+
+void RunLoop::removeAllSources() {
+  sources_.clear();
+  delayed_.clear();
 }
 
 std::unique_ptr<Registration> RunLoop::addTimer(Milliseconds interval, std::function<bool()> tick) {

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <functional>
+#include <list>
 #include <memory>
 #include <vector>
 
@@ -35,6 +36,7 @@ class RunLoop final : public quorvane::RunLoop {
 
   CFRunLoop* CFRunLoopGetCurrent() override { return &current_; }
   void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
+  void performAfterDelay(std::function<void()> function, double seconds) override;
 
   /// Calls `tick` every `interval` until it returns false or the result is destroyed.
   [[nodiscard]] std::unique_ptr<Registration> addTimer(Milliseconds interval,
@@ -62,8 +64,9 @@ class RunLoop final : public quorvane::RunLoop {
     }
     return true;
   }
-  /// Drops every source that CFRunLoopAddSource was given, and so the ports that only they keep.
-  void removeAllSources() { sources_.clear(); }
+  /// Drops every source that CFRunLoopAddSource was given, and so the ports that only they keep,
+  /// and what was to be performed later.
+  void removeAllSources();
 
  private:
   struct Current : CFRunLoop {};
@@ -92,6 +95,7 @@ class RunLoop final : public quorvane::RunLoop {
   std::vector<GMainLoop*> running_;
   std::vector<GPollFD> polled_;
   std::vector<std::shared_ptr<CFRunLoopSource>> sources_;
+  std::list<std::unique_ptr<Registration>> delayed_;
 };
 
 }  // namespace quorvane::desktop

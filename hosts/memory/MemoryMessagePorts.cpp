@@ -136,6 +136,13 @@ void MemoryMessagePorts::CFRunLoopAddSource(CFRunLoop& loop,
   loop_.sources.push_back(std::move(source));
 }
 
+void MemoryMessagePorts::performAfterDelay(std::function<void()> function, double seconds) {
+  journal_.call("performAfterDelay ", seconds);
+  clock_.schedule(
+      toNanoseconds(std::max(seconds, 0.0)),
+      [this, function = std::move(function)]() mutable { due_.push_back(std::move(function)); });
+}
+
 void MemoryMessagePorts::serve(std::string_view name, MemoryServer server) {
   stopServing(name);
   const auto peer = std::make_shared<Peer>();
@@ -164,13 +171,23 @@ bool MemoryMessagePorts::post(std::string_view name, std::int32_t id, std::optio
 
 std::size_t MemoryMessagePorts::runPending() {
   std::size_t handled = 0;
-  for (; !pending_.empty() && handled < kTurnLimit; ++handled) {
-    const Pending message = std::move(pending_.front());
-    pending_.pop_front();
-    const std::shared_ptr<LocalPort> port = servedOnLoop(message.name);
-    if (port) port->callback(message.id, message.data ? &*message.data : nullptr);
+  for (; pending() != 0 && handled < kTurnLimit; ++handled) {
+    if (due_.empty()) {
+      handleMessage();
+    } else {
+      const auto function = std::move(due_.front());
+      due_.pop_front();
+      function();
+    }
   }
   return handled;
+}
+
+void MemoryMessagePorts::handleMessage() {
+  const Pending message = std::move(pending_.front());
+  pending_.pop_front();
+  const std::shared_ptr<LocalPort> port = servedOnLoop(message.name);
+  if (port) port->callback(message.id, message.data ? &*message.data : nullptr);
 }
 
 std::string MemoryMessagePorts::servedName(std::string_view prefix) const {

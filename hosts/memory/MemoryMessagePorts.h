@@ -47,6 +47,8 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
                                         double receiveTimeout, CFData* reply) override;
   CFRunLoop* CFRunLoopGetCurrent() override;
   void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
+  /// At the first turn after the clock has come so far.
+  void performAfterDelay(std::function<void()> function, double seconds) override;
 
   // The script's side.
   /// Another process serves `name` from now on; one that did has gone.
@@ -59,9 +61,10 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   /// loop. It is handled at the next turn. Without data the callback gets null.
   bool post(std::string_view name, std::int32_t id, std::optional<CFData> data);
   /// A turn of the run loop: handles what waits, also what comes in meanwhile, at most
-  /// `kTurnLimit` messages. Returns how many. A waiting send does the same, nested.
+  /// `kTurnLimit` messages and delayed functions. Returns how many. A waiting send does the same,
+  /// nested.
   std::size_t runPending();
-  [[nodiscard]] std::size_t pending() const { return pending_.size(); }
+  [[nodiscard]] std::size_t pending() const { return pending_.size() + due_.size(); }
   /// A name that this process serves and that has `prefix`; empty where there is none.
   [[nodiscard]] std::string servedName(std::string_view prefix) const;
   /// Every send, the latest thousand.
@@ -95,6 +98,7 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   std::shared_ptr<Reply> handOver(const std::shared_ptr<Peer>& peer, const SentMessage& message);
   std::int32_t await(const Peer& peer, const Reply& arrived, double receiveTimeout);
   void turnWhileWaiting();
+  void handleMessage();
   std::int32_t sendToSelf(LocalPort& port, const SentMessage& message, double receiveTimeout,
                           CFData* reply);
   void remember(const SentMessage& message);
@@ -105,6 +109,7 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   std::map<std::string, std::weak_ptr<LocalPort>, std::less<>> locals_;
   std::map<std::string, std::shared_ptr<Peer>, std::less<>> peers_;
   std::deque<Pending> pending_;
+  std::deque<std::function<void()>> due_;  ///< their delay is over
   std::deque<SentMessage> sent_;
 };
 

@@ -1,0 +1,113 @@
+#include "hosts/desktop/FileManager.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "hosts/desktop/AtomicFile.h"
+#include "hosts/desktop/Descriptor.h"
+
+namespace quorvane::desktop {
+namespace {
+
+using Bytes = std::span<const std::uint8_t>;
+
+class ReadData final : public FileData {
+ public:
+  ReadData(std::unique_ptr<std::uint8_t[]> content, std::size_t size)
+      : content_(std::move(content)), size_(size) {}
+  [[nodiscard]] Bytes bytes() const override { return {content_.get(), size_}; }
+
+ private:
+  std::unique_ptr<std::uint8_t[]> content_;
+  std::size_t size_;
+};
+
+class MappedData final : public FileData {
+ public:
+  MappedData(void* start, std::size_t size) : start_(start), size_(size) {}
+  ~MappedData() override { munmap(start_, size_); }
+  MappedData(const MappedData&) = delete;
+  MappedData& operator=(const MappedData&) = delete;
+  [[nodiscard]] Bytes bytes() const override {
+    return {static_cast<const std::uint8_t*>(start_), size_};
+  }
+
+ private:
+  void* start_;
+  std::size_t size_;
+};
+
+struct OpenFile {
+  Descriptor file;  ///< not valid: it is no plain file, too large, or can't be opened
+  std::size_t size = 0;
+};
+
+OpenFile openPlainFile(const std::string& path) {
+  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat status {};
+  if (!file.valid() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  const auto size = static_cast<std::uint64_t>(status.st_size);
+  if (size > FileManager::kLargestFile) return {};
+  return {std::move(file), static_cast<std::size_t>(size)};
+}
+
+/// How much there was, at most `size` bytes; none on failure.
+std::optional<std::size_t> readWhole(int file, std::uint8_t* out, std::size_t size) {
+  std::size_t done = 0;
+  while (done < size) {
+    const ssize_t count = read(file, out + done, size - done);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return {};
+    if (count == 0) break;
+    done += static_cast<std::size_t>(count);
+  }
+  return done;
+}
+
+}  // namespace
+
+FileManager::FileManager(std::filesystem::path home, std::filesystem::path caches,
+                         quorvane::LogSink& log)
+    : home_(std::move(home)), caches_(std::move(caches)), log_(log) {}
+
+std::optional<FileAttributes> FileManager::attributesOfItemAtPath(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
+  return FileAttributes{
+      static_cast<std::uint64_t>(status.st_size),
+      std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec, status.st_ino};
+}
+
+std::unique_ptr<FileData> FileManager::dataWithContentsOfFile(const std::string& path) {
+  const OpenFile opened = openPlainFile(path);
+  if (!opened.file.valid()) return nullptr;
+  auto content = std::make_unique_for_overwrite<std::uint8_t[]>(opened.size);
+  const auto size = readWhole(opened.file.get(), content.get(), opened.size);
+  if (!size) return nullptr;
+  return std::make_unique<ReadData>(std::move(content), *size);
+}
+
+std::unique_ptr<FileData> FileManager::dataWithContentsOfMappedFile(const std::string& path) {
+  const OpenFile opened = openPlainFile(path);
+  if (!opened.file.valid()) return nullptr;
+  if (opened.size == 0) return std::make_unique<ReadData>(nullptr, 0);  // can't be mapped
+  void* const start = mmap(nullptr, opened.size, PROT_READ, MAP_PRIVATE, opened.file.get(), 0);
+  if (start == MAP_FAILED) return nullptr;
+  return std::make_unique<MappedData>(start, opened.size);
+}
+
+std::optional<std::u16string> FileManager::stringWithContentsOfFile(const std::string& path) {
+  const auto data = dataWithContentsOfFile(path);
+  if (data == nullptr) return {};
+  return encoding_.initWithData(data->bytes(), NSStringEncoding::UTF8);
+}
+
+bool FileManager::writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) {
+  return saveFile(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, log_);
+}
+
+}  // namespace quorvane::desktop

@@ -1,0 +1,51 @@
+#include "hosts/json/SimdjsonSerialization.h"
+
+#include <simdjson.h>
+
+#include "hosts/json/JSONPlace.h"
+#include "hosts/json/JSONWalk.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+JSONError malformed(std::string_view json, const JSONWalk::Failure& failure) {
+  const std::size_t at = failure.at != nullptr ? static_cast<std::size_t>(failure.at - json.data())
+                                               : placeOfBadText(json);
+  const JSONPlace place = placeInText(json, at);
+  return {JSONError::Kind::Malformed, failure.message, place.line, place.column};
+}
+
+std::optional<JSONError> parse(const simdjson::padded_string& text, JSONHandler& handler) {
+  simdjson::ondemand::parser parser;
+  simdjson::ondemand::document document;
+  if (const auto error = parser.iterate(text).get(document)) {
+    return malformed(text, {simdjson::error_message(error), nullptr});
+  }
+  JSONWalk walk(handler);
+  if (walk.document(document)) return {};
+  return malformed(text, walk.failure());
+}
+
+/// The bytes in memory of the library's liking, which goes on behind the text.
+std::optional<simdjson::padded_string> paddedText(FileManager& files, const std::string& path) {
+  const auto data = files.dataWithContentsOfFile(path);
+  if (data == nullptr) return {};
+  std::string_view text(reinterpret_cast<const char*>(data->bytes().data()), data->bytes().size());
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  return simdjson::padded_string(text);
+}
+
+}  // namespace
+
+std::optional<JSONError> SimdjsonSerialization::JSONObjectWithStream(const std::string& path,
+                                                                     JSONHandler& handler) {
+  using Kind = JSONError::Kind;
+  const auto text = paddedText(files_, path);
+  if (text) return parse(*text, handler);
+  if (files_.attributesOfItemAtPath(path)) return JSONError{Kind::Unreadable, "can't be read"};
+  return JSONError{Kind::Missing, "there is no such file"};
+}
+
+}  // namespace quorvane

@@ -1,0 +1,102 @@
+#include "hosts/memory/MemoryFiles.h"
+
+#include <marisa.h>
+
+#include <array>
+#include <sstream>
+#include <utility>
+
+namespace quorvane::memory {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+class SharedData : public FileData {
+ public:
+  explicit SharedData(std::shared_ptr<const Bytes> content) : content_(std::move(content)) {}
+  [[nodiscard]] std::span<const std::uint8_t> bytes() const override { return *content_; }
+
+ private:
+  std::shared_ptr<const Bytes> content_;
+};
+
+constexpr std::array<std::string_view, 12> kUsualWords{
+    "and", "hello", "help", "of", "that", "the", "their", "there", "this", "to", "word", "words"};
+
+std::string resourcePath(std::string_view fileName) {
+  return std::string("/bundle/").append(fileName);
+}
+
+}  // namespace
+
+std::optional<FileAttributes> MemoryFileManager::attributesOfItemAtPath(const std::string& path) {
+  const auto file = files_.find(path);
+  if (file == files_.end()) return {};
+  return file->second.attributes;
+}
+
+std::unique_ptr<FileData> MemoryFileManager::dataWithContentsOfFile(const std::string& path) {
+  const auto file = files_.find(path);
+  if (file == files_.end() || (readFails && readFails(path))) return nullptr;
+  return std::make_unique<SharedData>(file->second.content);
+}
+
+std::unique_ptr<FileData> MemoryFileManager::dataWithContentsOfMappedFile(const std::string& path) {
+  return dataWithContentsOfFile(path);
+}
+
+std::optional<std::u16string> MemoryFileManager::stringWithContentsOfFile(const std::string& path) {
+  const auto data = dataWithContentsOfFile(path);
+  if (data == nullptr) return {};
+  return encoding_.initWithData(data->bytes(), NSStringEncoding::UTF8);
+}
+
+bool MemoryFileManager::writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) {
+  if (writeFails) return false;
+  const std::uint64_t change = ++changes_;
+  files_[path] = {std::make_shared<Bytes>(bytes.begin(), bytes.end()),
+                  {.size = bytes.size(),
+                   .modificationNanoseconds = static_cast<std::int64_t>(change) * 1'000'000,
+                   .systemFileNumber = change}};
+  return true;
+}
+
+void MemoryFileManager::put(const std::string& path, std::string_view content) {
+  const bool fails = std::exchange(writeFails, false);
+  writeToFile(path, {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+  writeFails = fails;
+}
+
+/// Not in place: who has the file in hands keeps what it was.
+void MemoryFileManager::damage(const std::string& path, std::size_t at, std::uint8_t byte) {
+  Content& content = files_.at(path).content;
+  content = std::make_shared<Bytes>(*content);
+  content->at(at) = byte;
+}
+
+MemoryBundle::MemoryBundle(MemoryFileManager& files) : files_(files) { setWordList(kUsualWords); }
+
+std::optional<std::string> MemoryBundle::pathForResource(std::string_view name,
+                                                         std::string_view type) {
+  std::string path = resourcePath(std::string(name).append(".").append(type));
+  if (!files_.has(path)) return {};
+  return path;
+}
+
+void MemoryBundle::put(std::string_view fileName, std::string_view content) {
+  files_.put(resourcePath(fileName), content);
+}
+
+void MemoryBundle::remove(std::string_view fileName) { files_.remove(resourcePath(fileName)); }
+
+void MemoryBundle::setWordList(std::span<const std::string_view> words) {
+  marisa::Keyset keys;
+  for (const std::string_view word : words) keys.push_back(word.data(), word.size());
+  marisa::Trie trie;
+  trie.build(keys);
+  std::ostringstream saved;
+  saved << trie;
+  put(kWordList, saved.str());
+}
+
+}  // namespace quorvane::memory
