@@ -46,6 +46,16 @@ std::uint8_t firstUtf8Byte(std::u16string_view text) {
   return unpaired ? 0 : static_cast<std::uint8_t>(utf8[0]);
 }
 
+bool hasUtf8Form(std::u16string_view text) {
+  while (!text.empty()) {
+    const bool surrogate = isHighSurrogate(text.front()) || isLowSurrogate(text.front());
+    const std::size_t before = text.size();
+    takeCharacter(text);
+    if (surrogate && before - text.size() == 1) return false;
+  }
+  return true;
+}
+
 std::string toUtf8(std::u16string_view text) {
   std::string result;
   std::array<char, 4> utf8{};

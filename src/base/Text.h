@@ -17,6 +17,9 @@ std::size_t takeUtf8(std::u16string_view& rest, std::array<char, 4>& utf8);
 /// The first byte of the UTF-8 form, 0 for no text. An unpaired surrogate has no UTF-8 form: 0.
 std::uint8_t firstUtf8Byte(std::u16string_view text);
 
+/// False where the text holds an unpaired surrogate.
+bool hasUtf8Form(std::u16string_view text);
+
 /// The UTF-8 form of the whole text.
 std::string toUtf8(std::u16string_view text);
 
