@@ -1,7 +1,6 @@
 #include "tools/word_data/OutputFolder.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <fstream>
@@ -20,7 +19,6 @@ bool exchange(const fs::path& one, const fs::path& other) {
 fs::path beside(const fs::path& path, std::string_view ending) {
   fs::path result = path;
   result += ending;
-  result += std::to_string(getpid());
   return result;
 }
 

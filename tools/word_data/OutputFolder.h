@@ -10,7 +10,8 @@ namespace quorvane::word_data {
 
 class OutputFolder {
  public:
-  /// The files gather in a folder beside `path`. Throws std::filesystem::filesystem_error.
+  /// The files gather in a folder beside `path`, "PATH.new", which only one run at a time may use.
+  /// Throws std::filesystem::filesystem_error.
   explicit OutputFolder(const std::filesystem::path& path);
   /// Without `finish` everything that was written goes, and the old folder stays.
   ~OutputFolder();

@@ -40,9 +40,7 @@ void say(const Report& report) {
             << " words each\n";
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   CLI::App options("Makes the word data of completion.");
   Places places;
   addOptions(options, places);
@@ -51,12 +49,18 @@ int main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return options.exit(error) == 0 ? 0 : 2;
   }
+  quorvane::DuktapeScriptHost scripts;
+  say(generate(places, scripts));
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
   try {
-    quorvane::DuktapeScriptHost scripts;
-    say(generate(places, scripts));
+    return run(argc, argv);
   } catch (const std::exception& error) {
     std::cerr << "quorvane_word_data: " << error.what() << '\n';
     return 1;
   }
-  return 0;
 }
