@@ -17,7 +17,9 @@ inline constexpr int kExitBadUsage = 2;  ///< bad usage or bad input
 /// Returns the exit code.
 using Run = std::function<int()>;
 
+void addDeskCommand(CLI::App& app, Run& run);
 void addTypeCommand(CLI::App& app, Run& run);
+void addCandidatesCommand(CLI::App& app, Run& run);
 void addCheckerCommand(CLI::App& app, Run& run);
 void addReplayCommand(CLI::App& app, Run& run);
 

@@ -1,5 +1,6 @@
 #include "apps/Utf8Input.h"
 
+#include <unicode/utf16.h>
 #include <unicode/utf8.h>
 #include <unistd.h>
 
@@ -51,6 +52,15 @@ std::u32string decodeUtf8(std::string_view bytes) {
       throw BadInput("the input is no UTF-8 at byte offset " + std::to_string(start));
     }
     result.push_back(static_cast<char32_t>(character));
+  }
+  return result;
+}
+
+std::u16string toUtf16(std::u32string_view text) {
+  std::u16string result;
+  for (const char32_t character : text) {
+    if (character > 0xFFFF) result.push_back(static_cast<char16_t>(U16_LEAD(character)));
+    result.push_back(static_cast<char16_t>(character > 0xFFFF ? U16_TRAIL(character) : character));
   }
   return result;
 }

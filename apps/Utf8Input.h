@@ -1,5 +1,5 @@
 #pragma once
-// Standard input as code points.
+// Text from outside as code points, and its way out.
 
 #include <cstddef>
 #include <stdexcept>
@@ -19,6 +19,8 @@ std::string readAll(int descriptor);
 
 /// Throws BadInput with the offset of the first byte that is no UTF-8.
 std::u32string decodeUtf8(std::string_view bytes);
+
+std::u16string toUtf16(std::u32string_view text);
 
 /// All of it, or std::system_error.
 void writeAll(int descriptor, std::string_view bytes);

@@ -25,7 +25,9 @@ int parseAndRun(int argc, char** argv) {
   app.set_version_flag("--version", QUORVANE_VERSION);
   app.require_subcommand(1);
   quorvane::Run run;
+  quorvane::addDeskCommand(app, run);
   quorvane::addTypeCommand(app, run);
+  quorvane::addCandidatesCommand(app, run);
   quorvane::addCheckerCommand(app, run);
   quorvane::addReplayCommand(app, run);
   try {

@@ -1,4 +1,4 @@
-#include "apps/TypeSurroundings.h"
+#include "apps/OwnSurroundings.h"
 
 #include <sys/ipc.h>
 #include <sys/shm.h>
@@ -66,7 +66,7 @@ void removeLeftovers(const std::filesystem::path& usualFolder) {
 
 }  // namespace
 
-TypeSurroundings::TypeSurroundings() {
+OwnSurroundings::OwnSurroundings() {
   if (!isSet(kRuntimeDir)) makeFolder();
   if (!isSet(kKeyOffset)) {
     keyOffset_ = keyOffsetOf(::getpid());
@@ -74,7 +74,7 @@ TypeSurroundings::TypeSurroundings() {
   }
 }
 
-void TypeSurroundings::makeFolder() {
+void OwnSurroundings::makeFolder() {
   const desktop::RuntimeFolder usual(
       desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory);
   const auto lock = usual.lock();
@@ -84,7 +84,7 @@ void TypeSurroundings::makeFolder() {
   const desktop::RuntimeFolder own(folder_);
 }
 
-void TypeSurroundings::remove() {
+void OwnSurroundings::remove() {
   if (keyOffset_ != 0) removeSegments(keyOffset_);
   keyOffset_ = 0;
   std::error_code ignored;

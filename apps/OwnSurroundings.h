@@ -1,25 +1,26 @@
 #pragma once
-// What keeps one `type` apart from every other: a runtime folder and shared-memory keys of its own.
+// What keeps one `type` or `desk` apart from every other: a runtime folder and shared-memory keys
+// of its own.
 
 #include <cstdint>
 #include <filesystem>
 
 namespace quorvane {
 
-/// The offset of the shared-memory keys of the `type` with this process id; no two overlap.
+/// The offset of the shared-memory keys of the run with this process id; no two overlap.
 constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
   return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
 }
 
 /// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
 /// unless it is set already, and clears away what dead ones left.
-class TypeSurroundings {
+class OwnSurroundings {
  public:
   /// Throws std::runtime_error where the folder can't be used.
-  TypeSurroundings();
-  ~TypeSurroundings() { remove(); }
-  TypeSurroundings(const TypeSurroundings&) = delete;
-  TypeSurroundings& operator=(const TypeSurroundings&) = delete;
+  OwnSurroundings();
+  ~OwnSurroundings() { remove(); }
+  OwnSurroundings(const OwnSurroundings&) = delete;
+  OwnSurroundings& operator=(const OwnSurroundings&) = delete;
 
   /// Removes what was made here. Doing it twice does no harm.
   void remove();

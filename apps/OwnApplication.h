@@ -1,5 +1,5 @@
 #pragma once
-// The application object of `type`: the desktop's, with a life of its own to run and to end.
+// The application object of a program: the desktop's, with a life of its own to run and to end.
 
 #include <functional>
 #include <utility>
@@ -8,10 +8,10 @@
 
 namespace quorvane {
 
-class TypeApplication final : public Application {
+class OwnApplication final : public Application {
  public:
   /// `body` is what `run` does; `cleanUp` comes before the end by `exit`, which no destructor sees.
-  TypeApplication(Application& inner, std::function<void()> body, std::function<void()> cleanUp)
+  OwnApplication(Application& inner, std::function<void()> body, std::function<void()> cleanUp)
       : inner_(inner), body_(std::move(body)), cleanUp_(std::move(cleanUp)) {}
 
   void run() override { body_(); }

@@ -1,0 +1,174 @@
+#include "apps/RunningSystem.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <iostream>
+#include <stdexcept>
+#include <utility>
+
+#include "apps/Command.h"
+#include "src/bridge/qorv_sharedmem.h"
+#include "src/session/CurrentAppFlags.h"
+#include "src/shell/main.h"
+
+namespace quorvane {
+namespace {
+
+using std::chrono::milliseconds;
+using SteadyClock = std::chrono::steady_clock;
+
+constexpr milliseconds kStandInLimit{10'000};
+constexpr milliseconds kTurn{10};
+
+std::unique_ptr<StandIn> startStandIn(const SystemOptions& options) {
+  return options.checker ? std::make_unique<StandIn>(options.talk) : nullptr;
+}
+
+/// Log and console lines are shown on request only.
+desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int nowhere) {
+  auto configuration = desktop::DesktopConfiguration::fromEnvironment();
+  configuration.logDescriptor = options.logDescriptor.value_or(nowhere);
+  configuration.consoleDescriptor = configuration.logDescriptor;
+  return configuration;
+}
+
+}  // namespace
+
+RunningSystem::RunningSystem(const SystemOptions& options)
+    : standIn_(startStandIn(options)),
+      nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
+      configuration_(configurationFor(options, nowhere_.get())),
+      host_(configuration_, events_),
+      messagePorts_(host_.platform().messagePorts),
+      sharedMemory_(host_.platform().sharedMemory),
+      application_(
+          host_.application(), [this] { begin(); }, [this] { exiting(); }),
+      process_(platform()),
+      controller_(process_),
+      textApplication_(host_.platform().clock, host_.log(), events_),
+      document_(textApplication_.addDocument()) {
+  host_.log().enabled = options.logDescriptor.has_value();
+  host_.log().showPrivate = options.showPrivate;
+  process_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = options.switches;
+  process_.state<MainState>().GlobalAutoCompleteFlags = {std::uint8_t{options.withSpace},
+                                                         std::uint8_t{options.vertical},
+                                                         std::uint8_t{options.shiftToggle}};
+  host_.serve(textApplication_);
+  textApplication_.setController(&controller_);
+  watchSignals();
+  held_.reset();
+}
+
+/// The host's, with what is to be observed in between.
+Platform RunningSystem::platform() {
+  const Platform host = host_.platform();
+  return {.application = application_,
+          .bundle = host.bundle,
+          .carbonEvents = host.carbonEvents,
+          .characterSets = host.characterSets,
+          .clock = host.clock,
+          .console = host.console,
+          .eventPosting = host.eventPosting,
+          .fileManager = host.fileManager,
+          .inputMethodKit = host.inputMethodKit,
+          .jsonSerialization = host.jsonSerialization,
+          .log = host.log,
+          .messagePorts = messagePorts_,
+          .processManager = host.processManager,
+          .resourceManager = host.resourceManager,
+          .runLoop = host.runLoop,
+          .screens = host.screens,
+          .scriptHost = host.scriptHost,
+          .sharedMemory = sharedMemory_,
+          .spellChecker = host.spellChecker,
+          .textEncoding = host.textEncoding,
+          .textInputSources = host.textInputSources,
+          .textServicesManager = host.textServicesManager,
+          .userDefaults = host.userDefaults,
+          .workspace = host.workspace};
+}
+
+void RunningSystem::watchSignals() {
+  for (const int number : kEndSignals) {
+    signalWatches_.push_back(
+        host_.runLoop().onSignal(number, [this, number] { interrupted(number); }));
+  }
+}
+
+/// The end of the stand-in ends any wait for it.
+void RunningSystem::interrupted(int signal) {
+  signal_ = signal;
+  if (standIn_) standIn_->end();
+}
+
+void RunningSystem::run(std::function<void()> body) {
+  body_ = std::move(body);
+  host_.processRegistry().setFrontApplication(::getpid());
+  if (standIn_) awaitStandIn();
+  if (signal_ != 0) return;
+  if (InputMethodMain(process_, {}) != 0) {
+    throw std::runtime_error("the input method doesn't start; try again with --log");
+  }
+}
+
+void RunningSystem::awaitStandIn() {
+  const auto limit = SteadyClock::now() + kStandInLimit;
+  while (host_.processRegistry().find(standIn_->pid()) == nullptr) {
+    if (signal_ != 0) return;
+    if (!standIn_->running()) {
+      throw std::runtime_error(
+          "the stand-in main application has ended; run `quorvane checker`"
+          " to see why, or go without it by --no-checker");
+    }
+    if (SteadyClock::now() > limit) {
+      throw std::runtime_error(
+          "the stand-in main application isn't ready after ten seconds;"
+          " go without it by --no-checker, or see what `quorvane checker` says");
+    }
+    host_.runLoop().runFor(kTurn);
+  }
+  if (Is_Quorvane_AppReady(process_) == 0) {
+    std::cerr << "quorvane: the stand-in main application has no dictionary; typing goes on"
+                 " unchecked\n";
+  }
+  MasterCloseToolRecPtr(process_);
+}
+
+/// Announced last of all: our port stands, and the stand-in has announced itself before us. One
+/// that finds us running already can't know how the word began that it sees first, and leaves it
+/// alone.
+void RunningSystem::begin() {
+  announcement_ = host_.processRegistry().announce(configuration_.ownProcess);
+  textApplication_.focus(&document_);
+  settle();
+  body_();
+}
+
+void RunningSystem::settle() {
+  do {
+    host_.runLoop().runPending();
+    textApplication_.deliverPosted();
+  } while (events_.size() != 0);
+}
+
+void RunningSystem::exiting() {
+  if (beforeExit) beforeExit();
+  cleanUp();
+}
+
+void RunningSystem::cleanUp() {
+  if (standIn_) standIn_->end();
+  host_.cleanUp();
+  surroundings_.remove();
+}
+
+int endBySignal(int signal) {
+  std::signal(signal, SIG_DFL);
+  std::raise(signal);
+  return kExitFailed;
+}
+
+}  // namespace quorvane

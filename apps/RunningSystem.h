@@ -1,0 +1,84 @@
+#pragma once
+// The whole input method under one document, and the stand-in main application beside it in a
+// process of its own.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "apps/EndSignals.h"
+#include "apps/Observed.h"
+#include "apps/OwnApplication.h"
+#include "apps/OwnSurroundings.h"
+#include "apps/StandIn.h"
+#include "apps/SystemOptions.h"
+#include "hosts/desktop/DesktopHost.h"
+#include "hosts/field/TextApplication.h"
+#include "src/base/Process.h"
+#include "src/completion/InputController.h"
+
+namespace quorvane {
+
+class RunningSystem {
+ public:
+  /// Throws where runtime folder or stand-in can't be had, with a message that says what to do.
+  explicit RunningSystem(const SystemOptions& options);
+  ~RunningSystem() { cleanUp(); }
+  RunningSystem(const RunningSystem&) = delete;
+  RunningSystem& operator=(const RunningSystem&) = delete;
+
+  /// Starts the input method, gives the document the focus, and calls `body`, whose end is the end
+  /// of it all. Throws where the stand-in or the input method doesn't start, and what `body`
+  /// throws.
+  void run(std::function<void()> body);
+  /// Everything that waits is handled: messages, notifications, posted events.
+  void settle();
+
+  [[nodiscard]] desktop::DesktopHost& host() { return host_; }
+  [[nodiscard]] Process& process() { return process_; }
+  [[nodiscard]] field::TextApplication& textApplication() { return textApplication_; }
+  [[nodiscard]] field::Document& document() { return document_; }
+  [[nodiscard]] ObservedMessagePorts& messagePorts() { return messagePorts_; }
+  [[nodiscard]] ObservedSharedMemory& sharedMemory() { return sharedMemory_; }
+  /// Null: it was left out.
+  [[nodiscard]] StandIn* standIn() { return standIn_.get(); }
+  /// The signal that asked for an early end; 0: none. `body` returns soon after it has come.
+  [[nodiscard]] int signal() const { return signal_; }
+
+  /// Comes before the end by `exit`, which no destructor sees.
+  std::function<void()> beforeExit;
+
+ private:
+  [[nodiscard]] Platform platform();
+  void watchSignals();
+  void interrupted(int signal);
+  void awaitStandIn();
+  void begin();
+  void exiting();
+  void cleanUp();
+
+  std::optional<HeldEndSignals> held_{std::in_place};  ///< until the signals are watched
+  OwnSurroundings surroundings_;
+  std::unique_ptr<StandIn> standIn_;  ///< null: without
+  field::EventQueue events_;
+  desktop::Descriptor nowhere_;
+  desktop::DesktopConfiguration configuration_;
+  desktop::DesktopHost host_;
+  ObservedMessagePorts messagePorts_;
+  ObservedSharedMemory sharedMemory_;
+  OwnApplication application_;
+  Process process_;
+  InputController controller_;
+  field::TextApplication textApplication_;
+  field::Document& document_;
+  std::vector<std::unique_ptr<Registration>> signalWatches_;
+  std::unique_ptr<Registration> announcement_;
+  std::function<void()> body_;
+  int signal_ = 0;
+};
+
+/// Ends this process as the signal would have ended it, now that everything is cleared away.
+int endBySignal(int signal);
+
+}  // namespace quorvane

@@ -1,0 +1,50 @@
+#include "apps/SystemOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <charconv>
+#include <string>
+#include <string_view>
+
+namespace quorvane {
+namespace {
+
+std::string hexadecimal(std::uint32_t word) {
+  std::array<char, 8> digits;
+  const auto end = std::to_chars(digits.begin(), digits.end(), word, 16);
+  return {digits.begin(), end.ptr};
+}
+
+std::optional<std::uint32_t> fromHexadecimal(std::string_view text) {
+  std::uint32_t word = 0;
+  const char* const end = text.data() + text.size();
+  const auto read = std::from_chars(text.data(), end, word, 16);
+  return read.ec == std::errc() && read.ptr == end ? std::optional(word) : std::nullopt;
+}
+
+void addSwitches(CLI::App& command, SystemOptions& options) {
+  command
+      .add_option_function<std::string>(
+          "--switches",
+          [&options](const std::string& text) { options.switches = *fromHexadecimal(text); },
+          "The application's switch word")
+      ->check([](const std::string& text) {
+        return fromHexadecimal(text) ? std::string() : "not a hexadecimal word of 32 bits: " + text;
+      })
+      ->option_text("HEX [" + hexadecimal(options.switches) + "]");
+}
+
+}  // namespace
+
+void addSystemOptions(CLI::App& command, SystemOptions& options) {
+  addSwitches(command, options);
+  command.add_flag("--with-space", options.withSpace, "A completed word brings a space along");
+  command.add_flag("--vertical", options.vertical, "The candidates stand in a column");
+  command.add_flag("--shift-toggle", options.shiftToggle,
+                   "A tap of Shift turns completion off and on");
+  command.add_flag_callback(
+      "--no-checker", [&options] { options.checker = false; },
+      "Leave the stand-in main application out");
+}
+
+}  // namespace quorvane

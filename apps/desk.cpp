@@ -1,0 +1,51 @@
+// `quorvane desk`
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <iostream>
+#include <memory>
+
+#include "apps/Command.h"
+#include "apps/desk/DeskOptions.h"
+#include "apps/desk/DeskSession.h"
+#include "apps/desk/TerminalType.h"
+
+namespace quorvane {
+namespace {
+
+int sitAt(const desk::DeskOptions& options) {
+  desk::DeskSession session(options);
+  session.run();
+  return session.signal();
+}
+
+int runDesk(const desk::DeskOptions& options) {
+  const std::string problem = desk::terminalProblem();
+  if (!problem.empty()) {
+    std::cerr << "quorvane desk: " << problem << '\n';
+    return kExitBadUsage;
+  }
+  std::signal(SIGPIPE, SIG_IGN);
+  const int signal = sitAt(options);
+  return signal == 0 ? kExitDone : endBySignal(signal);
+}
+
+}  // namespace
+
+void addDeskCommand(CLI::App& app, Run& run) {
+  CLI::App* const command =
+      app.add_subcommand("desk", "A text field in this terminal, with the whole system behind it.");
+  const auto options = std::make_shared<desk::DeskOptions>();
+  addSystemOptions(*command, options->system);
+  command->add_flag("--annotation", options->annotation,
+                    "Show what is known of the chosen word from the start (F2)");
+  command->add_option("--log", options->log, "Write the log to a file")->option_text("FILE");
+  command->add_flag("--show-private", options->system.showPrivate, "Show typed text in the log");
+  command->footer(
+      "Keys: F2 annotation on and off, F3 a tap of Shift, F10 or Ctrl-Q or Ctrl-C quit; all "
+      "others\n"
+      "go to the system.");
+  command->callback([&run, options] { run = [options] { return runDesk(*options); }; });
+}
+
+}  // namespace quorvane

@@ -1,0 +1,109 @@
+#include "apps/desk/DeskFacts.h"
+
+#include <optional>
+#include <span>
+
+#include "apps/Describe.h"
+#include "apps/Utf8Input.h"
+#include "src/session/CurrentAppFlags.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "tools/checker/TextRecord.h"
+
+namespace quorvane::desk {
+namespace {
+
+constexpr std::size_t kCallsKept = 4;
+constexpr std::size_t kMessagesKept = 3;
+constexpr std::uint32_t kTextSegment = 893;
+constexpr char16_t kCursor = u'\u258F';
+constexpr char16_t kOutsideAscii = u'\u00B7';
+
+std::u16string readable(std::span<const std::uint8_t> bytes) {
+  std::u16string text;
+  for (const std::uint8_t byte : bytes) text.push_back(byte < 128 ? byte : kOutsideAscii);
+  return text;
+}
+
+void keep(std::deque<std::u16string>& lines, std::size_t most, const std::string& text) {
+  lines.push_back(toUtf16(decodeUtf8(text)));
+  if (lines.size() > most) lines.pop_front();
+}
+
+std::vector<std::u16string> list(const std::deque<std::u16string>& lines) {
+  return {lines.begin(), lines.end()};
+}
+
+std::string number(std::size_t value) { return std::to_string(value); }
+
+/// The interactive text record as any other process reads it. Empty: there is none.
+std::optional<checker::TextRecord> readTextRecord(SharedMemory& memory) {
+  const int id = memory.shmget(kTextSegment, 0, 0);
+  void* const address = id < 0 ? kShmFailed : memory.shmat(id, nullptr, 0);
+  if (address == kShmFailed) return std::nullopt;
+  const std::span bytes(static_cast<const std::uint8_t*>(address), memory.attachedSize(address));
+  auto record = checker::decodeTextRecord(bytes);
+  memory.shmdt(address);
+  return record;
+}
+
+}  // namespace
+
+DeskFacts::DeskFacts(RunningSystem& system) : system_(system) {
+  system_.textApplication().trace = [this](const field::EventReport& report) {
+    if (report.event.type != NSEventType::KeyUp) keep(event_, 1, describe(report));
+  };
+  watchMessages();
+}
+
+void DeskFacts::watchMessages() {
+  ObservedMessagePorts& ports = system_.messagePorts();
+  ports.received = [this](std::int32_t messageId, const CFData* data) {
+    keep(messages_, kMessagesKept, describeReceived(messageId, data));
+  };
+  ports.sent = [this](std::int32_t messageId, std::size_t size, std::int32_t result) {
+    keep(messages_, kMessagesKept, describeSent(messageId, size, result));
+  };
+}
+
+void DeskFacts::called(const field::ClientCall& call) {
+  using enum field::ClientCallKind;
+  if (call.kind == insertText || call.kind == setMarkedText) {
+    keep(calls_, kCallsKept, field::describe(call));
+  }
+}
+
+std::vector<Fact> DeskFacts::all() {
+  return {{"last event", list(event_)},
+          sessionText(),
+          publishedRecord(),
+          {calls_.empty() ? "calls on the document: none" : "calls on the document", list(calls_)},
+          {messages_.empty() ? "messages: none" : "messages", list(messages_)},
+          surroundings()};
+}
+
+Fact DeskFacts::sessionText() {
+  const BIMSessionRec* const session = system_.process().state<SessionState>().gActiveSession;
+  if (session == nullptr || session->sessionText == nullptr) return {"session text: none", {}};
+  std::u16string text = readable({session->sessionText->data(), session->length});
+  text.insert(session->cursor, 1, kCursor);
+  return {"session text, cursor " + number(session->cursor) + " of " + number(session->length),
+          {text}};
+}
+
+Fact DeskFacts::publishedRecord() {
+  const auto record = readTextRecord(system_.host().platform().sharedMemory);
+  if (!record) return {"published record: none", {}};
+  return {
+      "published record, cursor " + number(record->text.size()) + " of " + number(record->length),
+      {readable(record->text), u"key \"" + readable({&record->key, 1}) + u'"'}};
+}
+
+Fact DeskFacts::surroundings() {
+  StandIn* const standIn = system_.standIn();
+  const std::u16string beside = standIn == nullptr   ? u"left out"
+                                : standIn->running() ? u"runs"
+                                                     : u"has ended";
+  return {"stand-in main application", {beside}};
+}
+
+}  // namespace quorvane::desk

@@ -1,0 +1,51 @@
+#pragma once
+// What the desk shows, and its drawing: a picture in cells comes of a plain record, nothing else.
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/desk/Canvas.h"
+#include "apps/desk/DeskPlan.h"
+#include "platform/MacTypes.h"
+
+namespace quorvane::desk {
+
+struct PanelEntry {
+  char label = ' ';  ///< the digit that takes it
+  std::u16string text;
+  bool highlighted = false;
+};
+
+/// The candidates panel.
+struct PanelView {
+  bool column = false;  ///< otherwise a row
+  std::vector<PanelEntry> entries;
+  NSRect frame;  ///< points, as below
+};
+
+struct AnnotationView {
+  NSRect frame;
+  std::u16string text;
+};
+
+/// One thing that the side tells; its lines are broken where they are too long.
+struct Fact {
+  std::string title;
+  std::vector<std::u16string> lines;
+};
+
+struct DeskModel {
+  std::u16string text;  ///< of the document; ranges in UTF-16 units
+  NSRange selection;
+  std::optional<NSRange> marked;
+  std::optional<PanelView> panel;
+  std::optional<AnnotationView> annotation;
+  std::vector<Fact> facts;
+};
+
+/// A plan that doesn't fit gives a picture that says so.
+Canvas drawDesk(const DeskPlan& plan, const DeskModel& model);
+
+}  // namespace quorvane::desk

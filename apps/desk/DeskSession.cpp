@@ -1,0 +1,180 @@
+#include "apps/desk/DeskSession.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <stdexcept>
+
+#include "platform/Application.h"
+
+namespace quorvane::desk {
+namespace {
+
+constexpr std::uint16_t kShiftKey = 56;
+constexpr std::string_view kShowTranslation = "showTranslation";
+
+/// None where no log was asked for: what is written then is lost.
+desktop::Descriptor openLog(const std::string& path) {
+  const char* const file = path.empty() ? "/dev/null" : path.c_str();
+  desktop::Descriptor log(::open(file, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+  if (!log.valid()) throw std::runtime_error("can't write the log to " + path);
+  return log;
+}
+
+SystemOptions withLog(SystemOptions options, int log, bool wanted) {
+  if (wanted) options.logDescriptor = log;
+  return options;
+}
+
+/// The digit that takes it: counted from the first to be seen in a column, which scrolls along with
+/// the digits, and from the first of all in a row.
+char labelOf(std::size_t index) { return index < 9 ? static_cast<char>('1' + index) : ' '; }
+
+}  // namespace
+
+DeskSession::DeskSession(const DeskOptions& options)
+    : log_(openLog(options.log)),
+      showAnnotation_(options.annotation),
+      system_(withLog(options.system, log_.get(), !options.log.empty())) {
+  system_.beforeExit = [this] { terminal_.reset(); };
+  system_.textApplication().onClientCall = [this](const field::Document& /*document*/,
+                                                  const field::ClientCall& call) {
+    facts_.called(call);
+    aboutToCall(call);
+  };
+}
+
+void DeskSession::run() {
+  system_.run([this] { live(); });
+}
+
+void DeskSession::live() {
+  terminal_.emplace(log_.get());
+  fit();
+  if (showAnnotation_) toggleAnnotation();
+  desktop::RunLoop& loop = system_.host().runLoop();
+  const auto keys =
+      loop.watch(STDIN_FILENO, G_IO_IN, [this](GIOCondition condition) { readKeys(condition); });
+  const auto size = loop.onSignal(SIGWINCH, [this] { fit(); });
+  loop.runUntil([this] { return turn(); }, desktop::RunLoop::Deadline::max());
+  terminal_.reset();
+}
+
+/// Keys are typed between the turns of the loop, never within one: typing turns it, too.
+void DeskSession::readKeys(GIOCondition condition) {
+  std::optional<DeskKey> key;
+  while (terminal_->read(key)) {
+    if (key) keys_.push_back(*key);
+  }
+  if ((condition & ~G_IO_IN) != 0) over_ = true;  // nobody is there any more
+}
+
+bool DeskSession::turn() {
+  while (!keys_.empty() && !over_ && signal() == 0) {
+    const DeskKey key = keys_.front();
+    keys_.pop_front();
+    obey(key);
+    system_.settle();
+    placeLine();
+  }
+  system_.settle();
+  placeLine();
+  draw();
+  return over_ || signal() != 0;
+}
+
+void DeskSession::obey(const DeskKey& key) {
+  switch (key.command) {
+    case DeskCommand::Type:
+      system_.textApplication().type(key.character);
+      return;
+    case DeskCommand::ToggleAnnotation:
+      return toggleAnnotation();
+    case DeskCommand::TapShift:
+      return tapShift();
+    case DeskCommand::Quit:
+      over_ = true;
+  }
+}
+
+void DeskSession::tapShift() {
+  for (const std::uint32_t flags : {NSEventModifierFlagShift, std::uint32_t{0}}) {
+    system_.textApplication().deliver({NSEventType::FlagsChanged, flags, kShiftKey, {}, nullptr});
+  }
+}
+
+void DeskSession::toggleAnnotation() {
+  UserDefaults& defaults = system_.process().platform().userDefaults;
+  defaults.setBool(!defaults.boolForKey(kShowTranslation), kShowTranslation);
+}
+
+void DeskSession::fit() {
+  terminal_->resize();
+  plan_ = DeskPlan(terminal_->rows(), terminal_->columns());
+  if (plan_.fits()) system_.host().screens().setFrame(plan_.screen());
+}
+
+/// The panel hangs at the beginning of the marked text, so it must be known where the line will be
+/// once that has been set.
+void DeskSession::aboutToCall(const field::ClientCall& call) {
+  if (call.kind != field::ClientCallKind::setMarkedText) return;
+  const field::Document& document = system_.document();
+  const bool given = call.replacementRange.location != NSNotFound;
+  const NSRange here = document.markedRange().value_or(document.selection());
+  const NSRange range = given ? call.replacementRange : here;
+  std::u16string text = document.text();
+  if (range.location > text.size()) return;
+  text.replace(range.location, range.length, call.text);
+  placeLine(text, range.location, range.location + call.text.size());
+}
+
+void DeskSession::placeLine() {
+  const field::Document& document = system_.document();
+  const NSRange selection = document.selection();
+  placeLine(document.text(), document.markedRange().value_or(selection).location,
+            selection.location + selection.length);
+}
+
+void DeskSession::placeLine(std::u16string_view text, std::size_t index, std::size_t caret) {
+  if (!plan_.fits()) return;
+  const TextPlace place = DeskText(plan_, text, caret).placeOf(index);
+  const NSPoint corner = plan_.bottomLeftOf(place.row, place.column);
+  system_.document().lineRectangle = {corner.x, corner.y, 1, kCellHeight};
+}
+
+void DeskSession::draw() {
+  if (!terminal_) return;
+  const field::Document& document = system_.document();
+  terminal_->show(drawDesk(plan_, {.text = document.text(),
+                                   .selection = document.selection(),
+                                   .marked = document.markedRange(),
+                                   .panel = panel(),
+                                   .annotation = annotation(),
+                                   .facts = facts_.all()}));
+}
+
+std::optional<PanelView> DeskSession::panel() {
+  const field::CandidatesPanel* const panel = system_.host().inputMethodKit().panel();
+  if (panel == nullptr || !panel->isVisible()) return std::nullopt;
+  const bool column = panel->panelType() == IMKCandidatePanelType::SingleColumnScrolling;
+  PanelView view{.column = column, .entries = {}, .frame = panel->candidateFrame()};
+  const std::size_t first = panel->firstShown();
+  for (std::size_t i = 0; i < panel->shown().size(); ++i) {
+    const bool highlighted = panel->highlighted() == first + i;
+    view.entries.push_back({labelOf(column ? i : first + i), panel->shown()[i], highlighted});
+  }
+  return view;
+}
+
+std::optional<AnnotationView> DeskSession::annotation() {
+  const field::AnnotationWindow& window = system_.host().application().annotationWindow();
+  if (window.alpha() == 0) return std::nullopt;
+  constexpr double kHeight = field::AnnotationWindow::kHeight;
+  const NSRect frame{window.topLeft().x, window.topLeft().y - kHeight,
+                     field::AnnotationWindow::kWidth, kHeight};
+  return AnnotationView{frame, window.text()};
+}
+
+}  // namespace quorvane::desk

@@ -1,0 +1,175 @@
+// The desk as a person sees it: in a terminal of tmux, by keys sent and the screen captured.
+
+#include <gtest/gtest.h>
+#include <marisa.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include "tests/desktop/RunningProgram.h"
+
+namespace quorvane::tests {
+namespace {
+
+/// Words for the engine, the most frequent first.
+void writeWordData(const std::filesystem::path& folder) {
+  std::filesystem::create_directory(folder);
+  marisa::Keyset words;
+  std::string table;
+  int frequency = 100;
+  for (const char* const word : {"account", "according", "accommodation", "accountant", "zebra"}) {
+    words.push_back(word);
+    table += (table.empty() ? "{\"" : ",\"") + std::string(word) +
+             "\":{\"frequency\":" + std::to_string(frequency--) + ",\"translation\":[\"about " +
+             word + "\"],\"ipa\":\"\"}";
+  }
+  marisa::Trie trie;
+  trie.build(words);
+  trie.save((folder / "google_227800_words.bin").c_str());
+  std::ofstream(folder / "frequency_and_ipa.json") << table << '}';
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ostringstream content;
+  content << std::ifstream(file).rdbuf();
+  return content.str();
+}
+
+/// A terminal of 100 x 30 with a shell in it that runs the desk and says how it ended.
+class Desk {
+ public:
+  explicit Desk(const std::string& options) {
+    writeWordData(folder_.path() / "data");
+    std::ofstream(file("conf")) << "set -g status off\nset -g escape-time 0\n";
+    std::ofstream(file("run")) << "cd " << folder_.path() << "\nstty -g >before\n"
+                               << "sh -c 'echo $$ >pid; exec " QUORVANE_PROGRAM " desk " << options
+                               << "'\necho \"ended $?\"; stty -g >after; cat\n";
+    tmux("-f " + file("conf") + " new-session -d -x 100 -y 30 'sh " + file("run") + "'");
+  }
+  ~Desk() { tmux("kill-server"); }
+  Desk(const Desk&) = delete;
+  Desk& operator=(const Desk&) = delete;
+
+  std::string tmux(const std::string& command) {
+    std::string line = "env -i";
+    for (const std::string& variable : folder_.environment()) line += " '" + variable + "'";
+    line += " QUORVANE_BUNDLE_DIR=" + file("data") + " tmux -S " + file("tmux") + " " + command;
+    std::string output;
+    FILE* const pipe = ::popen((line + " 2>&1").c_str(), "r");
+    std::array<char, 4096> part;
+    while (const std::size_t size = std::fread(part.data(), 1, part.size(), pipe)) {
+      output.append(part.data(), size);
+    }
+    ::pclose(pipe);
+    return output;
+  }
+  void keys(const std::string& names) { tmux("send-keys " + names); }
+  std::string screen() { return tmux("capture-pane -p"); }
+  /// False where the text doesn't come to stand on the screen.
+  bool shows(const std::string& text) {
+    return eventually([&] { return screen().find(text) != std::string::npos; });
+  }
+  /// The document's line `row` comes to be this text, with nothing of the panel in it.
+  bool line(std::size_t row, const std::string& text) {
+    return eventually([&] {
+      std::istringstream lines(screen());
+      std::string found;
+      for (std::size_t i = 0; i <= row + 1; ++i) std::getline(lines, found);
+      found.resize(std::min(found.find("\u2502"), found.size()));
+      found.erase(found.find_last_not_of(' ') + 1);
+      return found == ' ' + text;
+    });
+  }
+  void signal(int number) { ::kill(static_cast<pid_t>(std::stol(contentOf(file("pid")))), number); }
+  bool terminalIsAsBefore() {
+    return eventually([&] { return !contentOf(file("after")).empty(); }) &&
+           contentOf(file("after")) == contentOf(file("before"));
+  }
+
+ private:
+  [[nodiscard]] std::string file(const char* name) const { return folder_.path() / name; }
+
+  OwnFolder folder_;
+};
+
+TEST(Desk, KeysOfACompletedWord) {
+  Desk desk("--vertical --annotation");
+  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
+  struct Step {
+    std::string keys;
+    std::vector<std::string> document;  ///< afterwards
+    std::string panel;                  ///< some of it; empty: it is closed
+  };
+  const std::vector<Step> steps{
+      {"acco", {"acco"}, "2 account "},
+      {"Down", {"account"}, "1 acco          about account "},
+      {"Space", {"account"}, ""},
+      {"Acco Escape", {"account Acco"}, ""},
+      {"Enter acco Enter", {"account Acco", "acco"}, ""},
+      {"Space acc 3", {"account Acco", "acco according"}, ""},
+      {", acco ,", {"account Acco", "acco according,acco,"}, ""},
+      {"acco BSpace", {"account Acco", "acco according,acco,acc"}, "2 account"},
+      {"Escape BSpace BSpace BSpace BSpace", {"account Acco", "acco according,acco"}, ""},
+      {"\u20AC\u00E9\U0001F426", {"account Acco", "acco according,acco\u20AC\u00E9\U0001F426"}, ""},
+  };
+  for (const Step& step : steps) {
+    SCOPED_TRACE(step.keys);
+    desk.keys(step.keys);
+    for (std::size_t row = 0; row + 1 < step.document.size(); ++row) {
+      EXPECT_TRUE(desk.line(row, step.document[row])) << desk.screen();
+    }
+    EXPECT_TRUE(desk.line(step.document.size() - 1, step.document.back())) << desk.screen();
+    if (step.panel.empty()) {
+      EXPECT_EQ(desk.screen().find("2 account"), std::string::npos) << desk.screen();
+    } else {
+      EXPECT_TRUE(desk.shows(step.panel)) << desk.screen();
+    }
+  }
+  desk.signal(SIGTERM);
+  EXPECT_TRUE(desk.shows("ended 143")) << desk.screen();
+  EXPECT_TRUE(desk.terminalIsAsBefore());
+}
+
+TEST(Desk, RowShiftTapAndResizing) {
+  Desk desk("--with-space --shift-toggle");
+  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
+  desk.keys("acco Right");
+  EXPECT_TRUE(desk.shows("1 acco 2>account 3 according 4")) << desk.screen();
+  desk.tmux("resize-window -x 60 -y 10");
+  EXPECT_TRUE(desk.shows("here are 60 x 10")) << desk.screen();
+  desk.tmux("resize-window -x 120 -y 40");
+  EXPECT_TRUE(desk.shows("1 acco 2>account")) << desk.screen();
+  desk.keys("Enter F3 acco");
+  EXPECT_TRUE(desk.line(0, "account acco")) << desk.screen();
+  desk.keys("C-q");
+  EXPECT_TRUE(desk.shows("ended 0")) << desk.screen();
+  EXPECT_TRUE(desk.terminalIsAsBefore());
+}
+
+TEST(Desk, NeedsATerminal) {
+  const OwnFolder folder;
+  RunningProgram desk(folder, {.arguments = {"desk"}});
+  EXPECT_EQ(desk.wait(), 2);
+  EXPECT_NE(desk.errors().find("must be a terminal"), std::string::npos);
+}
+
+TEST(Candidates, AListForEachPrefix) {
+  const OwnFolder folder;
+  writeWordData(folder.path() / "data");
+  const std::string bundle = "QUORVANE_BUNDLE_DIR=" + (folder.path() / "data").string();
+  RunningProgram lists(folder, {.arguments = {"candidates", "Acco", "zeb"}, .variables = {bundle}});
+  EXPECT_EQ(lists.wait(), 0);
+  EXPECT_EQ(lists.output(), "Acco\nAccount\nAccording\nAccommodation\nAccountant\n\nzeb\nzebra\n");
+  RunningProgram broken(folder, {.arguments = {"candidates", "a\xFF"}, .variables = {bundle}});
+  EXPECT_EQ(broken.wait(), 2);
+  EXPECT_NE(broken.errors().find("offset 1"), std::string::npos);
+  RunningProgram empty(folder, {.arguments = {"candidates", "a"},
+                                .variables = {"QUORVANE_BUNDLE_DIR=/nonexistent"}});
+  EXPECT_EQ(empty.wait(), 1);
+  EXPECT_NE(empty.errors().find("google_227800_words.bin"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quorvane::tests
