@@ -49,11 +49,11 @@ TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
 
 TEST_F(Start, TheSwitchesOfCompletionDecidePanelAndDefaults) {
   process.state<MainState>().GlobalAutoCompleteFlags = {0, 1, 0};
-  EXPECT_EQ(init_inputmenu_server(process)->panelType,
+  EXPECT_EQ(init_inputmenu_server(process)->panelType(),
             IMKCandidatePanelType::SingleColumnScrolling);
   EXPECT_EQ(host.log.lines.back(), "verticalCandidate: YES");
   process.state<MainState>().GlobalAutoCompleteFlags = {0, 0, 1};
-  EXPECT_EQ(init_inputmenu_server(process)->panelType, IMKCandidatePanelType::SingleRowStepping);
+  EXPECT_EQ(init_inputmenu_server(process)->panelType(), IMKCandidatePanelType::SingleRowStepping);
   initPreference(process);
   EXPECT_FALSE(host.userDefaults.values["commitWordWithSpace"]);
   EXPECT_FALSE(host.userDefaults.values["verticalCandidate"]);
