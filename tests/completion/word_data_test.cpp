@@ -1,0 +1,216 @@
+// The files of word data: their shapes, what is wrong with them, and the snapshots made of them.
+
+#include <algorithm>
+#include <random>
+#include <stdexcept>
+
+#include "tests/completion/EngineTest.h"
+
+namespace quorvane {
+namespace {
+
+constexpr const char* kWordsSnapshot = "/caches/frequency_and_ipa.snapshot";
+constexpr const char* kCodesSnapshot = "/caches/phonex_encoded_words.snapshot";
+
+struct WordData : test::EngineTest {
+  Words sorted(const Words& words) { return start().sortWordsByFrequency(words); }
+  std::string snapshot(const char* path) {
+    const auto data = host.files.dataWithContentsOfFile(path);
+    return data ? std::string(data->bytes().begin(), data->bytes().end()) : std::string();
+  }
+};
+
+TEST_F(WordData, AFrequencyIsANumberOrDigitsAndAllElseIsNone) {
+  struct Case {
+    const char* value;
+    std::int32_t frequency;
+  };
+  for (const auto& [value, frequency] : {Case{"5", 5},
+                                         {"-5", -5},
+                                         {"4294967301", 5},
+                                         {"4294967291", -5},
+                                         {"2147483648", INT32_MIN},
+                                         {"5.9", 5},
+                                         {"-5.9", -5},
+                                         {"1e300", INT32_MAX},
+                                         {"-1e300", INT32_MIN},
+                                         {R"(" \t+5x")", 5},
+                                         {R"("-5")", -5},
+                                         {R"("99999999999999999999")", INT32_MAX},
+                                         {R"("-99999999999999999999")", INT32_MIN},
+                                         {R"("five")", 0},
+                                         {R"("")", 0},
+                                         {"true", 1},
+                                         {"null", 0},
+                                         {"[5]", 0},
+                                         {R"({"frequency":5})", 0},
+                                         {R"(5,"frequency":null)", 0},
+                                         {R"(7,"frequency":5,"frequencies":9)", 5}}) {
+    putWords(R"({"word":{"frequency":)" + std::string(value) + "}}");
+    start().getWordsWithFrequencyAndTranslation().ask(
+        [&](const WordTable& table) { EXPECT_EQ(table.frequency("word"), frequency) << value; });
+  }
+}
+
+TEST_F(WordData, WhatHasAnotherShapeIsLeftOut) {
+  putCodes(R"({"C":[1,"xxxx",["xxxy"],null,{"C":["xxxz"]},"xxxw"],"D":"xxxx","E":{"C":["xxxx"]},
+               "F":["xxxx"],"F":null})");
+  putScript("function phonex(w) { return w[0]; }");
+  ConversionEngine& engine = start();
+  EXPECT_EQ(engine.getSuggestionOfSpellChecker(u"Cxxx"), (Words{u"xxxx", u"xxxw"}));
+  for (const auto* text : {u"Dxxx", u"Exxx", u"Fxxx"}) {
+    EXPECT_EQ(engine.getSuggestionOfSpellChecker(text), Words{});
+  }
+  for (const auto& [value, lines] : std::vector<std::pair<std::string, Words>>{
+           {R"({"translation":["a",1,["b"],{"c":"d"},"e"]})", {u"a", u"e"}},
+           {R"({"translation":"a"})", {}},
+           {R"({"translation":{"a":"b"}})", {}},
+           {R"({"translation":["a"],"translation":null})", {}},
+           {R"({"translation":["a"],"translation":["b"]})", {u"b"}},
+           {R"([{"translation":["a"]}])", {}},
+           {R"({"translation":["a"]},"word":5)", {}},
+           {R"(5,"word":{"translation":["a"]})", {u"a"}},
+       }) {
+    putWords(R"({"word":)" + value + "}");
+    EXPECT_EQ(start().getTranslations(u"word"), lines) << value;
+  }
+  putWords(R"([{"word":{"translation":["a"]}}])");
+  EXPECT_EQ(start().getTranslations(u"word"), Words{});
+  putWords(R"({"word":{"translation":["a"]},)");
+  EXPECT_EQ(start().getTranslations(u"word"), Words{}) << "half a file counts for nothing";
+}
+
+TEST_F(WordData, TheUsersFileIsComplainedOfOnce) {
+  struct Case {
+    const char* content;
+    const char* complaint;
+  };
+  for (const auto& [content, complaint] :
+       {Case{"{\"hi\":\"hello\"}", ""}, Case{"{\"hi\":\"hello\",\n \"a\" 1}", "line 2, column 6"},
+        Case{R"({"hi":"hello","secret":1})", "the value of \"<private>\" is no string"},
+        Case{R"({"hi":"hello","secret":["a"]})", "is no string"},
+        Case{"[\"hi\"]", "is no string"}}) {
+    host.log.lines.clear();
+    putUserFile(content);
+    const Words list = start().getCandidates(u"hi");
+    const bool isGood = *complaint == '\0';
+    EXPECT_EQ(list, isGood ? (Words{u"hi", u"hello"}) : Words{u"hi"}) << content;
+    ASSERT_EQ(host.log.lines.size(), isGood ? 0U : 1U) << content;
+    if (isGood) continue;
+    EXPECT_NE(host.log.lines[0].find(complaint), std::string::npos) << host.log.lines[0];
+  }
+}
+
+TEST_F(WordData, WithoutAWholeWordListThereIsNoStart) {
+  const auto refusal = [this]() -> std::string {
+    try {
+      start();
+    } catch (const std::runtime_error& error) {
+      return error.what();
+    }
+    return "";
+  };
+  const std::string path = "/bundle/google_227800_words.bin";
+  const std::string whole = snapshot(path.c_str());
+  EXPECT_EQ(refusal(), "");
+  for (const std::size_t size : {std::size_t{0}, std::size_t{7}, whole.size() / 2}) {
+    host.files.put(path, std::string_view(whole).substr(0, size));
+    EXPECT_NE(refusal().find(path), std::string::npos) << size;
+  }
+  host.files.remove(path);
+  EXPECT_EQ(refusal(),
+            "The word list google_227800_words.bin is missing. Run scripts/setup, or install the "
+            "program again.");
+}
+
+struct Snapshots : WordData {
+  Snapshots() {
+    std::string words = "{";
+    for (int i = 0; i < 400; ++i) {
+      const std::string number = std::to_string(i);
+      words += "\"w" + number + "\":{\"frequency\":" + number + ",\"translation\":[\"" +
+               std::string(40, 't') + number + "\"]},";
+    }
+    putWords(words + R"("the":{"frequency":3,"translation":["old"]}})");
+    putCodes(R"({"t":["there","these"]})");
+    putScript("function phonex(w) { return w[0]; }");
+    truth = answers();
+  }
+  /// Something of each section.
+  Words answers() {
+    ConversionEngine& engine = start();
+    Words all = engine.getCandidates(u"th");
+    for (const auto* word : {u"the", u"w0", u"w399"}) all.push_back(engine.getAnnotation(word));
+    const Words suggestions = engine.getSuggestionOfSpellChecker(u"tthere");
+    all.insert(all.end(), suggestions.begin(), suggestions.end());
+    const Words byFrequency = engine.sortWordsByFrequency({u"w5", u"w70", u"the"});
+    all.insert(all.end(), byFrequency.begin(), byFrequency.end());
+    return all;
+  }
+
+  Words truth;
+};
+
+TEST_F(Snapshots, AreUsedAsTheyLieUntilAnInputIsAnotherOne) {
+  const std::string words = snapshot(kWordsSnapshot);
+  ASSERT_FALSE(words.empty());
+  host.files.readFails = [](const std::string& path) { return path.ends_with(".json"); };
+  EXPECT_EQ(answers(), truth) << "no JSON was read";
+  EXPECT_EQ(snapshot(kWordsSnapshot), words);
+  host.files.readFails = nullptr;
+
+  putWords(R"({"the":{"translation":["new"]}})");
+  EXPECT_EQ(start().getAnnotation(u"the"), u"new");
+  host.bundle.remove("frequency_and_ipa.json");
+  EXPECT_EQ(start().getAnnotation(u"the"), u"");
+  const std::vector<std::string_view> list{"thaw"};
+  host.bundle.setWordList(list);
+  EXPECT_EQ(start().getCandidates(u"th"), (Words{u"th", u"thaw"}));
+  host.bundle.remove("phonex_encoded_words.json");
+  EXPECT_EQ(start().getSuggestionOfSpellChecker(u"tthere"), Words{});
+}
+
+TEST_F(Snapshots, AreNotMadeOfWhatCouldNotBeRead) {
+  putWords(R"({"the":{"translation":["new"]}})");
+  host.files.readFails = [](const std::string& path) { return path.ends_with("_ipa.json"); };
+  EXPECT_EQ(start().getAnnotation(u"the"), u"");
+  host.files.readFails = nullptr;
+  EXPECT_EQ(start().getAnnotation(u"the"), u"new");
+}
+
+TEST_F(Snapshots, AreDoneWithoutWhereTheyCanNotBeWritten) {
+  host.files.remove(kWordsSnapshot);
+  host.files.remove(kCodesSnapshot);
+  host.files.writeFails = true;
+  EXPECT_EQ(answers(), truth);
+  EXPECT_FALSE(host.files.has(kWordsSnapshot));
+}
+
+TEST_F(Snapshots, ThatAreDamagedAreMadeAnew) {
+  std::mt19937 random(1);
+  for (const char* path : {kWordsSnapshot, kCodesSnapshot}) {
+    const std::string whole = snapshot(path);
+    const auto expectMended = [&](const std::string& what) {
+      ASSERT_EQ(answers(), truth) << what;
+      ASSERT_EQ(answers(), truth) << what << ", the next start";
+    };
+    // One byte: before the body noticed at the opening, within it when its page is asked for.
+    for (int i = 0; i < 150; ++i) {
+      const std::size_t at = i < 72 ? static_cast<std::size_t>(i) : random() % whole.size();
+      host.files.put(path, whole);
+      host.files.damage(path, at, static_cast<std::uint8_t>(whole[at] ^ (1 << random() % 8)));
+      expectMended("byte " + std::to_string(at));
+    }
+    for (std::size_t size = 0; size < whole.size(); size += 1 + random() % 199) {
+      host.files.put(path, std::string_view(whole).substr(0, size));
+      expectMended("cut to " + std::to_string(size));
+    }
+    host.files.put(path, whole + "more");
+    expectMended("too long");
+    host.files.put(path, snapshot(path == kWordsSnapshot ? kCodesSnapshot : kWordsSnapshot));
+    expectMended("another one's");
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
