@@ -23,6 +23,12 @@ struct BrokerDeleter {
   void operator()(EnchantBroker* broker) const { enchant_broker_free(broker); }
 };
 
+struct DictionaryDeleter {
+  EnchantBroker* broker;
+  void operator()(EnchantDict* dictionary) const { enchant_broker_free_dict(broker, dictionary); }
+};
+using Dictionary = std::unique_ptr<EnchantDict, DictionaryDeleter>;
+
 /// None where it isn't text that a dictionary could hold.
 std::optional<std::u16string> wordIn(const std::u16string& text, NSRange range) {
   if (range.location > text.size() || range.length > text.size() - range.location) return {};
@@ -56,18 +62,20 @@ class SpellChecker::Dictionaries {
   }
 
  private:
-  /// Null where there is none, which is remembered, too. The broker owns it.
+  /// Null where there is none, which is remembered, too.
   EnchantDict* find(const std::string& tag) {
-    if (broker_ == nullptr) return nullptr;
+    if (broker_ == nullptr || tag.empty()) return nullptr;
     const auto known = loaded_.find(tag);
-    if (known != loaded_.end()) return known->second;
+    if (known != loaded_.end()) return known->second.get();
     // Aspell suggests in under a millisecond, Hunspell in ten to forty, and somebody is typing.
     enchant_broker_set_ordering(broker_.get(), tag.c_str(), "aspell,hunspell");
-    return loaded_[tag] = enchant_broker_request_dict(broker_.get(), tag.c_str());
+    Dictionary dictionary(enchant_broker_request_dict(broker_.get(), tag.c_str()),
+                          DictionaryDeleter{broker_.get()});
+    return loaded_.emplace(tag, std::move(dictionary)).first->second.get();
   }
 
   std::unique_ptr<EnchantBroker, BrokerDeleter> broker_{enchant_broker_init()};
-  std::map<std::string, EnchantDict*> loaded_;
+  std::map<std::string, Dictionary> loaded_;  // go before their broker
   IcuTextEncoding encoding_;
 };
 

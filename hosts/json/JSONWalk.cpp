@@ -7,8 +7,6 @@ using simdjson::error_code;
 using simdjson::ondemand::json_type;
 using simdjson::ondemand::number_type;
 
-constexpr int kDepthLimit = 1024;
-
 }  // namespace
 
 bool JSONWalk::document(simdjson::ondemand::document& document) {

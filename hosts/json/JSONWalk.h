@@ -12,6 +12,8 @@ namespace quorvane {
 /// Values of the library are passed by reference: their copies cost as much again as the walk.
 class JSONWalk {
  public:
+  static constexpr int kDepthLimit = 1024;
+
   /// `at` points into the text; null where the place isn't known.
   struct Failure {
     std::string message;

@@ -20,7 +20,9 @@ JSONError malformed(std::string_view json, const JSONWalk::Failure& failure) {
 std::optional<JSONError> parse(const simdjson::padded_string& text, JSONHandler& handler) {
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
-  if (const auto error = parser.iterate(text).get(document)) {
+  auto error = parser.allocate(text.size(), JSONWalk::kDepthLimit + 2);
+  if (error == simdjson::SUCCESS) error = parser.iterate(text).get(document);
+  if (error != simdjson::SUCCESS) {
     return malformed(text, {simdjson::error_message(error), nullptr});
   }
   JSONWalk walk(handler);

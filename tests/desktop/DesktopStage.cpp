@@ -17,6 +17,9 @@ DesktopStage::DesktopStage() {
   configuration_.keyOffset = ownKeyOffset();
   configuration_.runtimeDirectory = folder_.path() / "run";
   configuration_.configDirectory = folder_.path() / "config";
+  configuration_.bundleDirectory = folder_.path() / "bundle";
+  configuration_.homeDirectory = folder_.path() / "home";
+  configuration_.cacheDirectory = folder_.path() / "cache";
   openHost();
 }
 

@@ -5,6 +5,7 @@
 #include "hosts/desktop/AtomicFile.h"
 #include "tests/conformance/MessagePortsConformance.h"
 #include "tests/conformance/ProcessesConformance.h"
+#include "tests/conformance/ServicesConformance.h"
 #include "tests/conformance/SharedMemoryConformance.h"
 #include "tests/conformance/TextEncodingConformance.h"
 #include "tests/conformance/UserDefaultsConformance.h"
@@ -16,9 +17,12 @@ namespace {
 class Stage : public SharedMemoryStage,
               public MessagePortsStage,
               public ProcessesStage,
+              public ServicesStage,
               public TextEncodingStage,
               public UserDefaultsStage {
  public:
+  Platform platform() override { return desktop_.platform(); }
+  std::string folder() override { return desktop_.configuration().homeDirectory; }
   SharedMemory& sharedMemory() override { return desktop_.platform().sharedMemory; }
   UserDefaults& userDefaults() override { return desktop_.platform().userDefaults; }
   TextEncoding& textEncoding() override { return desktop_.platform().textEncoding; }
@@ -82,6 +86,7 @@ INSTANTIATE_TEST_SUITE_P(Desktop, SharedMemoryConformance,
 INSTANTIATE_TEST_SUITE_P(Desktop, MessagePortsConformance,
                          testing::Values(make<MessagePortsStage>));
 INSTANTIATE_TEST_SUITE_P(Desktop, ProcessesConformance, testing::Values(make<ProcessesStage>));
+INSTANTIATE_TEST_SUITE_P(Desktop, ServicesConformance, testing::Values(make<ServicesStage>));
 INSTANTIATE_TEST_SUITE_P(Desktop, UserDefaultsConformance,
                          testing::Values(make<UserDefaultsStage>));
 INSTANTIATE_TEST_SUITE_P(Desktop, TextEncodingConformance,

@@ -130,6 +130,26 @@ TEST(DesktopRunLoop, AHandlerThatThrowsEndsNothingAndItsOwnerEndsIt) {
   EXPECT_EQ(calls, 3);
 }
 
+TEST(DesktopRunLoop, WhatIsDelayedRunsOnceAlsoWhereItThrows) {
+  tests::DesktopStage stage;
+  RunLoop& loop = stage.host().runLoop();
+  int calls = 0;
+  loop.performAfterDelay(
+      [&] {
+        ++calls;
+        throw std::runtime_error("planned");
+      },
+      0.001);
+  loop.performAfterDelay([&] { ++calls; }, -1);
+  loop.performAfterDelay([&] { ++calls; }, 1e300);
+  loop.runFor(milliseconds(30));
+  EXPECT_EQ(calls, 2);
+  loop.performAfterDelay([&] { ++calls; }, 0);
+  loop.removeAllSources();
+  loop.runFor(milliseconds(10));
+  EXPECT_EQ(calls, 2);
+}
+
 TEST(DesktopApplication, ExitLeavesNothingBehindAndFlushesTheLog) {
   tests::DesktopStage stage;
   const auto [reader, writer] = openPipe();

@@ -3,6 +3,7 @@
 #include "hosts/memory/MemoryHost.h"
 #include "tests/conformance/MessagePortsConformance.h"
 #include "tests/conformance/ProcessesConformance.h"
+#include "tests/conformance/ServicesConformance.h"
 #include "tests/conformance/SharedMemoryConformance.h"
 #include "tests/conformance/TextEncodingConformance.h"
 #include "tests/conformance/UserDefaultsConformance.h"
@@ -13,8 +14,11 @@ namespace {
 struct MemoryStage : SharedMemoryStage,
                      MessagePortsStage,
                      ProcessesStage,
+                     ServicesStage,
                      TextEncodingStage,
                      UserDefaultsStage {
+  Platform platform() override { return host.platform(); }
+  std::string folder() override { return host.files.homeDirectory; }
   SharedMemory& sharedMemory() override { return host.sharedMemory; }
   UserDefaults& userDefaults() override { return host.userDefaults; }
   TextEncoding& textEncoding() override { return host.textEncoding; }
@@ -63,6 +67,7 @@ std::unique_ptr<Stage> make() {
 INSTANTIATE_TEST_SUITE_P(Memory, SharedMemoryConformance, testing::Values(make<SharedMemoryStage>));
 INSTANTIATE_TEST_SUITE_P(Memory, MessagePortsConformance, testing::Values(make<MessagePortsStage>));
 INSTANTIATE_TEST_SUITE_P(Memory, ProcessesConformance, testing::Values(make<ProcessesStage>));
+INSTANTIATE_TEST_SUITE_P(Memory, ServicesConformance, testing::Values(make<ServicesStage>));
 INSTANTIATE_TEST_SUITE_P(Memory, UserDefaultsConformance, testing::Values(make<UserDefaultsStage>));
 INSTANTIATE_TEST_SUITE_P(Memory, TextEncodingConformance, testing::Values(make<TextEncodingStage>));
 

@@ -60,5 +60,18 @@ TEST(MemoryClock, ScheduledFunctionsRunInDueOrderAsTimeMoves) {
   EXPECT_EQ(host.clock.now() - start, 1029U);
 }
 
+TEST(MemoryMessagePorts, WhatIsDelayedRunsOnceOnTheFirstTurnAfterItsTime) {
+  MemoryHost host;
+  Lines order;
+  RunLoop& loop = host.messagePorts;
+  loop.performAfterDelay([&] { order.emplace_back("late"); }, 1);
+  loop.performAfterDelay([&] { order.emplace_back("soon"); }, 0.5);
+  host.clock.advanceSeconds(2);
+  EXPECT_EQ(order, Lines{});
+  host.runPending();
+  host.runPending();
+  EXPECT_EQ(order, (Lines{"soon", "late"}));
+}
+
 }  // namespace
 }  // namespace quorvane::memory
