@@ -108,6 +108,7 @@ std::string show(const std::string& text, NSPoint topLeft) {
 }
 std::string show(const field::AnnotationWindow& window) {
   if (window.alpha() == 0) return "hidden";
+  if (window.alpha() != 1) return "half transparent";
   return show(describe(literalFromUtf16(window.text())), window.topLeft());
 }
 void expectAnnotation(World& world, const Arguments& is) {
