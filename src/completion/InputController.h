@@ -4,6 +4,7 @@
 // client; nothing reaches the document until a commit.
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -95,6 +96,8 @@ class InputController : public IMKInputController {
   bool acceptLetter(const NSEvent& event, IMKTextInput* client);
   bool commitWithCharacters(const NSEvent& event, IMKTextInput* client);
   bool selectByDigit(const NSEvent& event, IMKTextInput* client);
+  /// From 10.14 on. None: the key is neither, or a digit without a panel.
+  std::optional<bool> arrowOrDigit(const NSEvent& event, IMKTextInput* client);
   bool moveInPanel(std::uint16_t keyCode);
   void refreshPanel();
 

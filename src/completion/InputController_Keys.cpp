@@ -39,6 +39,16 @@ constexpr std::array<PanelMove, 4> kPanelMoves{{
     {IMKCandidatePanelType::SingleRowStepping, kLeftArrow, &IMKCandidates::moveLeft, 0},
 }};
 
+bool isDigit(Process& process, const LowByteCharacter& character) {
+  return process.platform().characterSets.decimalDigitCharacterSet(character.widened());
+}
+
+bool isMark(Process& process, const LowByteCharacter& character) {
+  CharacterSets& sets = process.platform().characterSets;
+  return sets.punctuationCharacterSet(character.widened()) ||
+         sets.symbolCharacterSet(character.widened());
+}
+
 // The text's first character has the low byte of a digit: no space and no sign stands in front.
 std::int64_t intValue(const std::u16string& text) {
   constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
@@ -85,18 +95,20 @@ bool InputController::onKeyEvent(const NSEvent& event, IMKTextInput* client) {
   }
   const LowByteCharacter character(event.characters, 0);
   if (character.isLetter()) return acceptLetter(event, client);
-  CharacterSets& sets = process_.platform().characterSets;
   if (isMojaveAndLaterSystem()) {
-    const bool visible = panelVisible();
-    if (visible && moveInPanel(event.keyCode)) return false;
-    if (sets.decimalDigitCharacterSet(character.widened())) {
-      if (text == Text::None) return commitWithCharacters(event, client);
-      if (visible) return selectByDigit(event, client);
-    }
+    const auto consumed = arrowOrDigit(event, client);
+    if (consumed) return *consumed;
   }
-  const bool isMark = sets.punctuationCharacterSet(character.widened()) ||
-                      sets.symbolCharacterSet(character.widened());
-  return isMark && text == Text::Some && commitWithCharacters(event, client);
+  return text == Text::Some && isMark(process_, character) && commitWithCharacters(event, client);
+}
+
+std::optional<bool> InputController::arrowOrDigit(const NSEvent& event, IMKTextInput* client) {
+  const bool visible = panelVisible();
+  if (visible && moveInPanel(event.keyCode)) return false;
+  if (!isDigit(process_, LowByteCharacter(event.characters, 0))) return std::nullopt;
+  if (_originalBuffer.empty()) return commitWithCharacters(event, client);
+  if (!visible) return std::nullopt;
+  return selectByDigit(event, client);
 }
 
 bool InputController::passOn(const NSEvent& /*event*/, IMKTextInput* /*client*/) { return false; }
