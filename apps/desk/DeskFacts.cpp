@@ -76,9 +76,9 @@ std::vector<Fact> DeskFacts::all() {
   return {{"last event", list(event_)},
           sessionText(),
           publishedRecord(),
-          {calls_.empty() ? "calls on the document: none" : "calls on the document", list(calls_)},
+          mainApplication(),
           {messages_.empty() ? "messages: none" : "messages", list(messages_)},
-          surroundings()};
+          {calls_.empty() ? "calls on the document: none" : "calls on the document", list(calls_)}};
 }
 
 Fact DeskFacts::sessionText() {
@@ -98,12 +98,11 @@ Fact DeskFacts::publishedRecord() {
       {readable(record->text), u"key \"" + readable({&record->key, 1}) + u'"'}};
 }
 
-Fact DeskFacts::surroundings() {
+Fact DeskFacts::mainApplication() {
   StandIn* const standIn = system_.standIn();
-  const std::u16string beside = standIn == nullptr   ? u"left out"
-                                : standIn->running() ? u"runs"
-                                                     : u"has ended";
-  return {"stand-in main application", {beside}};
+  if (standIn == nullptr) return {"stand-in main application: none", {}};
+  return {std::string("stand-in main application: ") + (standIn->running() ? "runs" : "has ended"),
+          {}};
 }
 
 }  // namespace quorvane::desk

@@ -29,7 +29,7 @@ class DeskFacts {
   void watchMessages();
   [[nodiscard]] Fact sessionText();
   [[nodiscard]] Fact publishedRecord();
-  [[nodiscard]] Fact surroundings();
+  [[nodiscard]] Fact mainApplication();
 
   RunningSystem& system_;
   Lines event_;

@@ -53,7 +53,7 @@ TextPlace placeOf(std::u16string_view text, const std::vector<TextRow>& rows, st
     column = columnBehind(column, character.value);
     i += character.units;
   }
-  return {static_cast<int>(row - rows.begin()), std::min(column, columns - 1)};
+  return {static_cast<int>(row - rows.begin()), std::min(column, columns)};
 }
 
 }  // namespace quorvane::desk

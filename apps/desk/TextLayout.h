@@ -23,8 +23,8 @@ struct TextPlace {
 /// edge. There is always a last row; it may be empty.
 std::vector<TextRow> breakLines(std::u16string_view text, int columns);
 
-/// Of the character at `index`, or of the end of the text. The column is inside the field also for
-/// what hangs over its edge.
+/// Of the character at `index`, or of the end of the text. What hangs over the edge stands in the
+/// column behind it.
 TextPlace placeOf(std::u16string_view text, const std::vector<TextRow>& rows, std::size_t index,
                   int columns);
 

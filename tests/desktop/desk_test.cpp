@@ -1,13 +1,13 @@
 // The desk as a person sees it: in a terminal of tmux, by keys sent and the screen captured.
 
 #include <gtest/gtest.h>
-#include <marisa.h>
 
 #include <array>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
 
+#include "hosts/marisa/SavedWordList.h"
 #include "tests/desktop/RunningProgram.h"
 
 namespace quorvane::tests {
@@ -16,18 +16,16 @@ namespace {
 /// Words for the engine, the most frequent first.
 void writeWordData(const std::filesystem::path& folder) {
   std::filesystem::create_directory(folder);
-  marisa::Keyset words;
+  constexpr std::array<std::string_view, 5> kWords{"account", "according", "accommodation",
+                                                   "accountant", "zebra"};
   std::string table;
   int frequency = 100;
-  for (const char* const word : {"account", "according", "accommodation", "accountant", "zebra"}) {
-    words.push_back(word);
+  for (const std::string_view word : kWords) {
     table += (table.empty() ? "{\"" : ",\"") + std::string(word) +
              "\":{\"frequency\":" + std::to_string(frequency--) + ",\"translation\":[\"about " +
-             word + "\"],\"ipa\":\"\"}";
+             std::string(word) + "\"],\"ipa\":\"\"}";
   }
-  marisa::Trie trie;
-  trie.build(words);
-  trie.save((folder / "google_227800_words.bin").c_str());
+  std::ofstream(folder / "google_227800_words.bin") << savedWordList(kWords);
   std::ofstream(folder / "frequency_and_ipa.json") << table << '}';
 }
 
@@ -103,7 +101,7 @@ TEST(Desk, KeysOfACompletedWord) {
     std::string panel;                  ///< some of it; empty: it is closed
   };
   const std::vector<Step> steps{
-      {"acco", {"acco"}, "2 account "},
+      {"acco", {"acco"}, "\n 1>acco "},
       {"Down", {"account"}, "1 acco          about account "},
       {"Space", {"account"}, ""},
       {"Acco Escape", {"account Acco"}, ""},
@@ -118,9 +116,9 @@ TEST(Desk, KeysOfACompletedWord) {
     SCOPED_TRACE(step.keys);
     desk.keys(step.keys);
     for (std::size_t row = 0; row + 1 < step.document.size(); ++row) {
-      EXPECT_TRUE(desk.line(row, step.document[row])) << desk.screen();
+      ASSERT_TRUE(desk.line(row, step.document[row])) << desk.screen();
     }
-    EXPECT_TRUE(desk.line(step.document.size() - 1, step.document.back())) << desk.screen();
+    ASSERT_TRUE(desk.line(step.document.size() - 1, step.document.back())) << desk.screen();
     if (step.panel.empty()) {
       EXPECT_EQ(desk.screen().find("2 account"), std::string::npos) << desk.screen();
     } else {
@@ -143,6 +141,12 @@ TEST(Desk, RowShiftTapAndResizing) {
   EXPECT_TRUE(desk.shows("1 acco 2>account")) << desk.screen();
   desk.keys("Enter F3 acco");
   EXPECT_TRUE(desk.line(0, "account acco")) << desk.screen();
+  EXPECT_EQ(desk.screen().find("1>acco"), std::string::npos) << desk.screen();
+  std::string full;
+  for (int i = 0; i < 8; ++i) full += "123456789 ";
+  desk.keys("Enter '" + full + "12 3'");
+  EXPECT_TRUE(desk.line(1, full + "12")) << desk.screen();
+  EXPECT_TRUE(desk.line(2, "3")) << "the blank hangs over the edge";
   desk.keys("C-q");
   EXPECT_TRUE(desk.shows("ended 0")) << desk.screen();
   EXPECT_TRUE(desk.terminalIsAsBefore());
@@ -159,9 +163,13 @@ TEST(Candidates, AListForEachPrefix) {
   const OwnFolder folder;
   writeWordData(folder.path() / "data");
   const std::string bundle = "QUORVANE_BUNDLE_DIR=" + (folder.path() / "data").string();
-  RunningProgram lists(folder, {.arguments = {"candidates", "Acco", "zeb"}, .variables = {bundle}});
+  RunningProgram lists(
+      folder, {.arguments = {"candidates", "Acco", "zeb", "\U0001F426"}, .variables = {bundle}});
   EXPECT_EQ(lists.wait(), 0);
-  EXPECT_EQ(lists.output(), "Acco\nAccount\nAccording\nAccommodation\nAccountant\n\nzeb\nzebra\n");
+  EXPECT_TRUE(
+      lists.output().starts_with("Acco\nAccount\nAccording\nAccommodation\nAccountant\n\n"
+                                 "zeb\nzebra\n\n\U0001F426\n"))
+      << lists.output();
   RunningProgram broken(folder, {.arguments = {"candidates", "a\xFF"}, .variables = {bundle}});
   EXPECT_EQ(broken.wait(), 2);
   EXPECT_NE(broken.errors().find("offset 1"), std::string::npos);
