@@ -54,10 +54,11 @@ bool writeFileAtomically(const std::filesystem::path& path, std::string_view con
   return false;
 }
 
-bool saveFile(const std::filesystem::path& path, std::string_view content, quorvane::LogSink& log) {
+bool saveFile(const std::filesystem::path& path, std::string_view content, Durability durability,
+              quorvane::LogSink& log) {
   std::error_code error;
   std::filesystem::create_directories(path.parent_path(), error);
-  if (!error && writeFileAtomically(path, content, Durability::Lasting)) return true;
+  if (!error && writeFileAtomically(path, content, durability)) return true;
   const std::string reason = error ? error.message() : std::strerror(errno);
   if (log.enabled) log.writeLine(path.string() + ": can't be written: " + reason);
   return false;

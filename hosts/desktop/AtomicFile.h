@@ -9,7 +9,7 @@
 namespace quorvane::desktop {
 
 enum class Durability {
-  UntilReboot,  ///< for files that describe running processes
+  UntilReboot,  ///< for what describes running processes, or can be made again
   Lasting       ///< on the disk before the new content shows
 };
 
@@ -18,7 +18,8 @@ enum class Durability {
 bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
                          Durability durability);
 
-/// The same, lasting, with the folders on the way. A failure is logged.
-bool saveFile(const std::filesystem::path& path, std::string_view content, quorvane::LogSink& log);
+/// The same, with the folders on the way. A failure is logged.
+bool saveFile(const std::filesystem::path& path, std::string_view content, Durability durability,
+              quorvane::LogSink& log);
 
 }  // namespace quorvane::desktop

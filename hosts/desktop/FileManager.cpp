@@ -107,7 +107,8 @@ std::optional<std::u16string> FileManager::stringWithContentsOfFile(const std::s
 }
 
 bool FileManager::writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) {
-  return saveFile(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}, log_);
+  const std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  return saveFile(path, content, Durability::UntilReboot, log_);
 }
 
 }  // namespace quorvane::desktop

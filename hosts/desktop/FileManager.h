@@ -12,7 +12,7 @@ namespace quorvane::desktop {
 class FileManager final : public quorvane::FileManager {
  public:
   /// A larger file can't be read.
-  static constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 30;
+  static constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 28;
 
   FileManager(std::filesystem::path home, std::filesystem::path caches, quorvane::LogSink& log);
 

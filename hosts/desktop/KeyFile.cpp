@@ -62,7 +62,7 @@ void KeyFile::remove(const std::string& group, const std::string& key) {
 bool KeyFile::save() {
   gsize size = 0;
   const Text content(g_key_file_to_data(file_.get(), &size, nullptr));
-  return saveFile(path_, {content.get(), size}, log_);
+  return saveFile(path_, {content.get(), size}, Durability::Lasting, log_);
 }
 
 }  // namespace quorvane::desktop

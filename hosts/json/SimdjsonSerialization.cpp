@@ -2,6 +2,8 @@
 
 #include <simdjson.h>
 
+#include <new>
+
 #include "hosts/json/JSONPlace.h"
 #include "hosts/json/JSONWalk.h"
 
@@ -44,8 +46,12 @@ std::optional<simdjson::padded_string> paddedText(FileManager& files, const std:
 std::optional<JSONError> SimdjsonSerialization::JSONObjectWithStream(const std::string& path,
                                                                      JSONHandler& handler) {
   using Kind = JSONError::Kind;
-  const auto text = paddedText(files_, path);
-  if (text) return parse(*text, handler);
+  try {
+    const auto text = paddedText(files_, path);
+    if (text) return parse(*text, handler);
+  } catch (const std::bad_alloc&) {
+    return JSONError{Kind::Unreadable, "there isn't memory enough for it"};
+  }
   if (files_.attributesOfItemAtPath(path)) return JSONError{Kind::Unreadable, "can't be read"};
   return JSONError{Kind::Missing, "there is no such file"};
 }

@@ -1,10 +1,9 @@
 #include "hosts/memory/MemoryFiles.h"
 
-#include <marisa.h>
-
 #include <array>
-#include <sstream>
 #include <utility>
+
+#include "hosts/marisa/SavedWordList.h"
 
 namespace quorvane::memory {
 namespace {
@@ -90,13 +89,7 @@ void MemoryBundle::put(std::string_view fileName, std::string_view content) {
 void MemoryBundle::remove(std::string_view fileName) { files_.remove(resourcePath(fileName)); }
 
 void MemoryBundle::setWordList(std::span<const std::string_view> words) {
-  marisa::Keyset keys;
-  for (const std::string_view word : words) keys.push_back(word.data(), word.size());
-  marisa::Trie trie;
-  trie.build(keys);
-  std::ostringstream saved;
-  saved << trie;
-  put(kWordList, saved.str());
+  put(kWordList, savedWordList(words));
 }
 
 }  // namespace quorvane::memory

@@ -19,6 +19,8 @@ struct Made {
 };
 
 constexpr const char* kUserFile = "/.you_expand_me.json";
+/// In bytes. It is written by hand, and all of it is held in memory.
+constexpr std::uint64_t kLargestUserFile = std::uint64_t{4} << 20;
 
 /// Parses the file, events going to `handler`. With an error what it was told counts for nothing.
 std::optional<JSONError> deserializeJSON(Process& process, const Path& path, JSONHandler& handler) {
@@ -77,20 +79,37 @@ std::optional<Table> openSnapshot(Process& process, const std::string& path,
 }
 
 /// A table out of the snapshot at `path`. What `make(key)` makes is written there first where it
-/// must be; where it can't be written it stays in memory.
+/// must be; where it can't be written it stays in memory. If the snapshot proves damaged later, a
+/// table is made of the files as they are then, and the next start makes a snapshot again.
 template <class Table, class Make>
 Cached<Table> throughSnapshot(Process& process, const std::string& path, const std::string& key,
                               Make make) {
-  const auto makeAndKeep = [&process, path, key, make] {
-    Made made = make(key);
-    if (made.sound) process.platform().fileManager.writeToFile(path, made.snapshot->bytes());
-    return std::move(made.snapshot);
+  FileManager& files = process.platform().fileManager;
+  const auto makeAnew = [&files, path, key, make] {
+    files.writeToFile(path, {});
+    return Table(make(key).snapshot, key);
   };
-  const auto makeAnew = [makeAndKeep, key] { return Table(makeAndKeep(), key); };
   if (auto table = openSnapshot<Table>(process, path, key)) return {*std::move(table), makeAnew};
-  std::unique_ptr<FileData> made = makeAndKeep();
+  Made made = make(key);
+  if (made.sound) files.writeToFile(path, made.snapshot->bytes());
   if (auto table = openSnapshot<Table>(process, path, key)) return {*std::move(table), makeAnew};
-  return {Table(std::move(made), key), makeAnew};
+  return {Table(std::move(made.snapshot), key), makeAnew};
+}
+
+/// What is wrong with it, in one line.
+void complainOfUserFile(Process& process, const std::optional<JSONError>& error,
+                        const SubstitutionsReader& reader) {
+  if (!error && reader.offender().empty()) {
+    Log(process, "* * ", kUserFile, " is no object of strings: no substitutions");
+  } else if (!error) {
+    Log(process, "* * ", kUserFile, ": the value of \"", Private{reader.offender()},
+        "\" is no string: no substitutions");
+  } else if (error->line == 0) {
+    Log(process, "* * ", kUserFile, ": ", error->message, ": no substitutions");
+  } else {
+    Log(process, "* * ", kUserFile, ", line ", error->line, ", column ", error->column, ": ",
+        error->message, ": no substitutions");
+  }
 }
 
 std::string snapshotPath(Process& process, std::string_view name) {
@@ -134,17 +153,19 @@ Cached<PhonexTable> ConversionEngine::getPhonexEncodedWords() {
 }
 
 ConversionEngine::Substitutions ConversionEngine::getUserDefinedSubstitutions() {
-  const std::string home = process_.platform().fileManager.NSHomeDirectory();
-  SubstitutionsReader reader(process_.platform().textEncoding);
-  const auto error = deserializeJSON(process_, home + kUserFile, reader);
-  if (!error && reader.isWellFormed()) return reader.substitutions();
-  if (!error) {
-    Log(process_, "* * ", kUserFile, ": the value of \"", Private{reader.offender()},
-        "\" is no string: no substitutions");
-  } else if (error->kind != JSONError::Kind::Missing) {
-    Log(process_, "* * ", kUserFile, ", line ", error->line, ", column ", error->column, ": ",
-        error->message, ": no substitutions");
+  FileManager& files = process_.platform().fileManager;
+  const std::string path = files.NSHomeDirectory() + kUserFile;
+  const auto attributes = files.attributesOfItemAtPath(path);
+  if (!attributes) return {};
+  if (attributes->size > kLargestUserFile) {
+    Log(process_, "* * ", kUserFile, " is larger than ", kLargestUserFile,
+        " bytes: no substitutions");
+    return {};
   }
+  SubstitutionsReader reader(process_.platform().textEncoding);
+  const auto error = deserializeJSON(process_, path, reader);
+  if (!error && reader.isWellFormed()) return reader.takeSubstitutions();
+  complainOfUserFile(process_, error, reader);
   return {};
 }
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "src/completion/Checksum.h"
+#include "src/base/Checksum.h"
 
 namespace quorvane {
 namespace {

@@ -8,6 +8,8 @@
 //
 // At the opening the parts before the body are checked, and the key. A page of the body is checked
 // when it is first asked for. So an opening costs next to nothing, and nothing unchecked is used.
+// The file is replaced as a whole and never written in place; somebody who does that to a mapped
+// one, or cuts it short, ends the process by a bus error.
 
 #include <cstdint>
 #include <initializer_list>

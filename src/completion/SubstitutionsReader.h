@@ -3,6 +3,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "src/completion/JSONShape.h"
 #include "src/completion/Utf8.h"
@@ -13,8 +14,9 @@ class SubstitutionsReader : public JSONShape {
  public:
   explicit SubstitutionsReader(TextEncoding& encoding) : JSONShape("{"), encoding_(encoding) {}
 
-  [[nodiscard]] const std::unordered_map<std::u16string, std::u16string>& substitutions() const {
-    return substitutions_;
+  /// To be asked once.
+  [[nodiscard]] std::unordered_map<std::u16string, std::u16string> takeSubstitutions() {
+    return std::move(substitutions_);
   }
   /// Is the whole of it of that shape?
   [[nodiscard]] bool isWellFormed() const { return wellFormed_; }

@@ -89,7 +89,7 @@ TEST_F(WordData, TheUsersFileIsComplainedOfOnce) {
        {Case{"{\"hi\":\"hello\"}", ""}, Case{"{\"hi\":\"hello\",\n \"a\" 1}", "line 2, column 6"},
         Case{R"({"hi":"hello","secret":1})", "the value of \"<private>\" is no string"},
         Case{R"({"hi":"hello","secret":["a"]})", "is no string"},
-        Case{"[\"hi\"]", "is no string"}}) {
+        Case{"[\"hi\"]", "is no object of strings"}}) {
     host.log.lines.clear();
     putUserFile(content);
     const Words list = start().getCandidates(u"hi");
@@ -117,10 +117,15 @@ TEST_F(WordData, WithoutAWholeWordListThereIsNoStart) {
     host.files.put(path, std::string_view(whole).substr(0, size));
     EXPECT_NE(refusal().find(path), std::string::npos) << size;
   }
+  host.files.put(path, whole);
+  const std::size_t middle = whole.size() / 2;
+  host.files.damage(path, middle, static_cast<std::uint8_t>(whole[middle] ^ 1));
+  EXPECT_NE(refusal().find("damaged"), std::string::npos);
   host.files.remove(path);
-  EXPECT_EQ(refusal(),
-            "The word list google_227800_words.bin is missing. Run scripts/setup, or install the "
-            "program again.");
+  EXPECT_EQ(
+      refusal(),
+      "The word list google_227800_words.bin is missing from the resources. Run scripts/setup, "
+      "or install the program again.");
 }
 
 struct Snapshots : WordData {

@@ -5,11 +5,10 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
-#include <sstream>
 #include <stdexcept>
 #include <vector>
 
-#include "src/completion/WordListSeal.h"
+#include "hosts/marisa/SavedWordList.h"
 
 namespace quorvane::word_data {
 namespace {
@@ -73,16 +72,9 @@ std::string codeTable(const CodeGroups& groups) {
 }
 
 std::string sealedTrie(std::span<const Word> words) try {
-  marisa::Keyset keys;
-  for (const Word& word : words) keys.push_back(word.text.data(), word.text.size());
-  marisa::Trie trie;
-  trie.build(keys);
-  std::ostringstream stream;
-  stream << trie;
-  std::string bytes = stream.str();
-  const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-  const WordListSeal seal = sealOfWordList({data, bytes.size()});
-  return bytes.append(seal.begin(), seal.end());
+  std::vector<std::string_view> texts;
+  for (const Word& word : words) texts.push_back(word.text);
+  return savedWordList(texts);
 } catch (const marisa::Exception& error) {
   throw std::runtime_error(std::string("the trie can't be built: ") + error.what());
 }

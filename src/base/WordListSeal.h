@@ -1,6 +1,6 @@
 #pragma once
 // The seal of a word list: 16 bytes behind the trie, which the trie's own reader passes over. A
-// trie is walked without a look at its bounds, so damage to an unsealed one can lead anywhere.
+// trie is walked without a look at its bounds, so that damage could lead anywhere.
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <cstring>
 #include <span>
 
-#include "src/completion/Checksum.h"
+#include "src/base/Checksum.h"
 
 namespace quorvane {
 
@@ -22,12 +22,11 @@ inline WordListSeal sealOfWordList(std::span<const std::uint8_t> trie) {
   return seal;
 }
 
-/// False where there is a seal and it is another one.
+/// Is the seal there, and that of the trie before it?
 inline bool isWordListWhole(std::span<const std::uint8_t> file) {
-  if (file.size() < sizeof(WordListSeal)) return true;
-  const auto end = file.last(sizeof(WordListSeal));
-  const WordListSeal seal = sealOfWordList(file.first(file.size() - sizeof(WordListSeal)));
-  return !std::equal(seal.begin(), seal.begin() + 8, end.begin()) || std::ranges::equal(seal, end);
+  if (file.size() < sizeof(WordListSeal)) return false;
+  const auto trie = file.first(file.size() - sizeof(WordListSeal));
+  return std::ranges::equal(sealOfWordList(trie), file.last(sizeof(WordListSeal)));
 }
 
 }  // namespace quorvane

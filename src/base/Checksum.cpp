@@ -1,4 +1,4 @@
-#include "src/completion/Checksum.h"
+#include "src/base/Checksum.h"
 
 #include <algorithm>
 #include <array>
