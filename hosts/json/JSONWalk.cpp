@@ -38,7 +38,7 @@ bool JSONWalk::object(simdjson::ondemand::object& object) {
     std::string_view key;
     if (const auto error = field.unescaped_key().get(key)) return fail(error, at);
     handler_.key(key);
-    if (!value(std::move(field.value()))) return false;
+    if (!value(field.value())) return false;
   }
   handler_.endObject();
   --depth_;
@@ -50,14 +50,14 @@ bool JSONWalk::array(simdjson::ondemand::array& array) {
   handler_.startArray();
   for (auto element : array) {
     if (element.error() != simdjson::SUCCESS) return fail(element.error());
-    if (!value(std::move(element).value_unsafe())) return false;
+    if (!value(element.value())) return false;
   }
   handler_.endArray();
   --depth_;
   return true;
 }
 
-bool JSONWalk::value(simdjson::ondemand::value&& value) {
+bool JSONWalk::value(simdjson::ondemand::value& value) {
   json_type type{};
   if (const auto error = value.type().get(type)) return fail(error);
   const bool nests = type == json_type::object || type == json_type::array;

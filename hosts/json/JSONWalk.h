@@ -29,7 +29,7 @@ class JSONWalk {
  private:
   bool object(simdjson::ondemand::object& object);
   bool array(simdjson::ondemand::array& array);
-  bool value(simdjson::ondemand::value&& value);
+  bool value(simdjson::ondemand::value& value);
   simdjson::error_code scalar(simdjson::ondemand::value& value, simdjson::ondemand::json_type type);
   simdjson::error_code number(simdjson::ondemand::value& value);
   // At the reader's place, or at the beginning of what has been read last.

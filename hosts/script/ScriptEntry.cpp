@@ -57,7 +57,8 @@ class Timer {
     event.sigev_value.sival_ptr = reinterpret_cast<void*>(number);
     event._sigev_un._tid = gettid();
     exists_ = timer_create(CLOCK_THREAD_CPUTIME_ID, &event, &timer_) == 0;
-    const itimerspec limit{{0, 0}, {kSecondsLimit, 0}};
+    // Again and again, should the first one come before the way out stands.
+    const itimerspec limit{{kSecondsLimit, 0}, {kSecondsLimit, 0}};
     runs_ = exists_ && timer_settime(timer_, 0, &limit, nullptr) == 0;
   }
   ~Timer() {

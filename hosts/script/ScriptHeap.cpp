@@ -64,7 +64,7 @@ void* ScriptHeap::resize(void* memory, std::size_t size) {
     std::free(block);
     return nullptr;
   }
-  Block* const resized = static_cast<Block*>(std::realloc(block, sizeof(Block) + size));
+  auto* const resized = static_cast<Block*>(std::realloc(block, sizeof(Block) + size));
   if (resized == nullptr) {
     if (block != nullptr) link(*block);
     leave();
