@@ -22,6 +22,22 @@ std::int32_t takeCodePoint(const char* bytes, std::int32_t& next, std::int32_t l
 }
 #pragma GCC diagnostic pop
 
+/// `malformed` says what bytes become that are no UTF-8, from an offset on.
+template <class Malformed>
+std::u32string decode(std::string_view bytes, const Malformed& malformed) {
+  if (bytes.size() > std::numeric_limits<std::int32_t>::max()) {
+    throw BadInput("the input is longer than 2 GiB");
+  }
+  std::u32string result;
+  const auto length = static_cast<std::int32_t>(bytes.size());
+  for (std::int32_t next = 0; next < length;) {
+    const std::int32_t start = next;
+    const std::int32_t character = takeCodePoint(bytes.data(), next, length);
+    result.push_back(character < 0 ? malformed(start) : static_cast<char32_t>(character));
+  }
+  return result;
+}
+
 [[noreturn]] void throwErrno(const char* what) {
   throw std::system_error(errno, std::generic_category(), what);
 }
@@ -40,20 +56,13 @@ std::string readAll(int descriptor) {
 }
 
 std::u32string decodeUtf8(std::string_view bytes) {
-  if (bytes.size() > std::numeric_limits<std::int32_t>::max()) {
-    throw BadInput("the input is longer than 2 GiB");
-  }
-  std::u32string result;
-  const auto length = static_cast<std::int32_t>(bytes.size());
-  for (std::int32_t next = 0; next < length;) {
-    const std::int32_t start = next;
-    const std::int32_t character = takeCodePoint(bytes.data(), next, length);
-    if (character < 0) {
-      throw BadInput("the input is no UTF-8 at byte offset " + std::to_string(start));
-    }
-    result.push_back(static_cast<char32_t>(character));
-  }
-  return result;
+  return decode(bytes, [](std::int32_t start) -> char32_t {
+    throw BadInput("the input is no UTF-8 at byte offset " + std::to_string(start));
+  });
+}
+
+std::u32string decodeUtf8Leniently(std::string_view bytes) {
+  return decode(bytes, [](std::int32_t /*start*/) { return U'\uFFFD'; });
 }
 
 std::u16string toUtf16(std::u32string_view text) {

@@ -19,6 +19,8 @@ std::string readAll(int descriptor);
 
 /// Throws BadInput with the offset of the first byte that is no UTF-8.
 std::u32string decodeUtf8(std::string_view bytes);
+/// Malformed bytes become U+FFFD.
+std::u32string decodeUtf8Leniently(std::string_view bytes);
 
 std::u16string toUtf16(std::u32string_view text);
 

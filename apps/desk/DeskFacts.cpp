@@ -25,7 +25,7 @@ std::u16string readable(std::span<const std::uint8_t> bytes) {
 }
 
 void keep(std::deque<std::u16string>& lines, std::size_t most, const std::string& text) {
-  lines.push_back(toUtf16(decodeUtf8(text)));
+  lines.push_back(toUtf16(decodeUtf8Leniently(text)));
   if (lines.size() > most) lines.pop_front();
 }
 

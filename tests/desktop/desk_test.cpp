@@ -22,8 +22,8 @@ void writeWordData(const std::filesystem::path& folder) {
   int frequency = 100;
   for (const std::string_view word : kWords) {
     table += (table.empty() ? "{\"" : ",\"") + std::string(word) +
-             "\":{\"frequency\":" + std::to_string(frequency--) + ",\"translation\":[\"about " +
-             std::string(word) + "\"],\"ipa\":\"\"}";
+             "\":{\"frequency\":" + std::to_string(frequency--) +
+             ",\"translation\":[\"about\\u001b " + std::string(word) + "\"],\"ipa\":\"\"}";
   }
   std::ofstream(folder / "google_227800_words.bin") << savedWordList(kWords);
   std::ofstream(folder / "frequency_and_ipa.json") << table << '}';
@@ -41,7 +41,7 @@ class Desk {
   explicit Desk(const std::string& options) {
     writeWordData(folder_.path() / "data");
     std::ofstream(file("conf")) << "set -g status off\nset -g escape-time 0\n";
-    std::ofstream(file("run")) << "cd " << folder_.path() << "\nstty -g >before\n"
+    std::ofstream(file("run")) << "cd " << folder_.path() << "\nulimit -c 0\nstty -g >before\n"
                                << "sh -c 'echo $$ >pid; exec " QUORVANE_PROGRAM " desk " << options
                                << "'\necho \"ended $?\"; stty -g >after; cat\n";
     tmux("-f " + file("conf") + " new-session -d -x 100 -y 30 'sh " + file("run") + "'");
@@ -102,7 +102,7 @@ TEST(Desk, KeysOfACompletedWord) {
   };
   const std::vector<Step> steps{
       {"acco", {"acco"}, "\n 1>acco "},
-      {"Down", {"account"}, "1 acco          about account "},
+      {"Down", {"account"}, "1 acco          about\u241B account "},
       {"Space", {"account"}, ""},
       {"Acco Escape", {"account Acco"}, ""},
       {"Enter acco Enter", {"account Acco", "acco"}, ""},
@@ -149,6 +149,14 @@ TEST(Desk, RowShiftTapAndResizing) {
   EXPECT_TRUE(desk.line(2, "3")) << "the blank hangs over the edge";
   desk.keys("C-q");
   EXPECT_TRUE(desk.shows("ended 0")) << desk.screen();
+  EXPECT_TRUE(desk.terminalIsAsBefore());
+}
+
+TEST(Desk, ACrashGivesTheTerminalBack) {
+  Desk desk("");
+  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
+  desk.signal(SIGQUIT);
+  EXPECT_TRUE(desk.shows("ended 131")) << desk.screen();
   EXPECT_TRUE(desk.terminalIsAsBefore());
 }
 
