@@ -36,7 +36,7 @@ struct NSAttributedString {
 
 /// A text field of some application. Its identity is its address, and the low 32 bits of that are
 /// its id. A client stays callable for as long as the host lives, also after its window closed: it
-/// then drops what it is told.
+/// then drops what it is told. A host has no event of its own to deliver while a call runs.
 class IMKTextInput {
  public:
   virtual ~IMKTextInput() = default;

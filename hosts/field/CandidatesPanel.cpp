@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "src/base/Process.h"
 
 namespace quorvane::field {
 namespace {
@@ -115,8 +114,7 @@ void CandidatesPanel::highlight(std::size_t index) {
 
 void CandidatesPanel::tell() {
   TextApplication* const application = surroundings_.application;
-  if (telling_ || !application || !application->controller()) return;
-  const FlagGuard telling(telling_);
+  if (!application || !application->controller()) return;
   application->controller()->candidateSelectionChanged(candidates_[*highlighted_]);
 }
 

@@ -85,7 +85,6 @@ class CandidatesPanel : public IMKCandidates {
   std::optional<std::size_t> highlighted_;
   std::size_t firstShown_ = 0;
   bool visible_ = false;
-  bool telling_ = false;  ///< what the controller changes meanwhile isn't told again
   NSRect frame_;
 };
 

@@ -56,9 +56,9 @@ class Document : public IMKTextInput {
   void attributesForCharacterIndex(std::uint64_t index, NSRect& lineHeightRectangle) override;
 
   /// What a text field does with a key that was passed on to it. Key up does nothing. An arrow with
-  /// a selection goes to its end on that side; arrows, home and end move nothing while marked text
-  /// stands; up and down keep the column of the caret and stay where there is no such line.
-  /// Command-A, C, X and V are the only command keys; they leave the marked text as plain text.
+  /// a selection goes to its end on that side; up and down keep the column of the caret and stay
+  /// where there is no such line. Command-A, C, X and V are the only command keys. While marked
+  /// text stands, it stays: characters go in front of it, and no other key does anything.
   void applyKey(const NSEvent& event);
 
   [[nodiscard]] const std::u16string& text() const { return text_; }
@@ -92,11 +92,11 @@ class Document : public IMKTextInput {
   [[nodiscard]] bool holds(NSRange range) const;
   [[nodiscard]] NSRange target(NSRange replacementRange) const;
   void replace(NSRange range, std::u16string_view text);
-  void insertOverTarget(std::u16string_view text);
+  void insertKey(std::u16string_view text);
   void applyCommand(const NSEvent& event);
   void applyControl(char16_t code);
   void copySelection();
-  void eraseTargetOr(NSRange otherwise);
+  void eraseSelectionOr(NSRange otherwise);
   void moveTo(std::uint64_t position);
   [[nodiscard]] std::uint64_t selectionEnd() const {
     return selection_.location + selection_.length;

@@ -28,16 +28,14 @@ void Document::applyKey(const NSEvent& event) {
   const char16_t first = event.characters.front();
   if (isFunctionKey(first)) return;
   if (isControl(first)) return applyControl(first);
-  insertOverTarget(event.characters);
+  insertKey(event.characters);
 }
 
 void Document::applyCommand(const NSEvent& event) {
   constexpr std::uint32_t kOthers = NSEventModifierFlagControl | NSEventModifierFlagOption |
                                     NSEventModifierFlagShift | NSEventModifierFlagFunction;
-  if ((event.modifierFlags & kOthers) != 0 || event.characters.size() != 1) return;
+  if (marked_ || (event.modifierFlags & kOthers) != 0 || event.characters.size() != 1) return;
   const char16_t letter = event.characters.front() | 0x20;
-  if (letter != u'a' && letter != u'c' && letter != u'x' && letter != u'v') return;
-  unmark();
   if (letter == u'a') selection_ = {0, text_.size()};
   if (letter == u'c' || letter == u'x') copySelection();
   if (letter == u'x') replace(selection_, {});
@@ -48,15 +46,15 @@ void Document::applyControl(char16_t code) {
   switch (code) {
     case kReturn:
     case kEnter:
-      return insertOverTarget(u"\n");
+      return insertKey(u"\n");
     case kTab:
-      return insertOverTarget(u"\t");
+      return insertKey(u"\t");
     case kBackspace: {
       const std::uint64_t start = before(selection_.location);
-      return eraseTargetOr({start, selection_.location - start});
+      return eraseSelectionOr({start, selection_.location - start});
     }
     case kForwardDelete:
-      return eraseTargetOr({selectionEnd(), behind(selectionEnd()) - selectionEnd()});
+      return eraseSelectionOr({selectionEnd(), behind(selectionEnd()) - selectionEnd()});
     default:
       break;
   }
@@ -80,8 +78,12 @@ void Document::applyControl(char16_t code) {
   }
 }
 
-void Document::insertOverTarget(std::u16string_view text) {
-  replace(marked_.value_or(selection_), text);
+/// Keys keep their order, and the marked text stays: it comes behind them.
+void Document::insertKey(std::u16string_view text) {
+  if (!marked_) return replace(selection_, text);
+  text_.insert(marked_->location, text);
+  marked_->location += text.size();
+  selection_.location += text.size();
 }
 
 void Document::copySelection() {
@@ -90,9 +92,9 @@ void Document::copySelection() {
   ++clipboard_->changeCount;
 }
 
-void Document::eraseTargetOr(NSRange otherwise) {
-  const NSRange range = marked_.value_or(selection_);
-  replace(range.length > 0 ? range : otherwise, {});
+void Document::eraseSelectionOr(NSRange otherwise) {
+  if (marked_) return;
+  replace(selection_.length > 0 ? selection_ : otherwise, {});
 }
 
 void Document::moveTo(std::uint64_t position) {

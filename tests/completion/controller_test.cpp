@@ -122,6 +122,22 @@ TEST(Controller, AKeyThatThrowsChangesNeitherBuffersNorHistory) {
   EXPECT_EQ(method.document.text(), u"a");
   EXPECT_EQ(method.document.markedRange(), std::nullopt);
   EXPECT_FALSE(method.press(u"b"));
+
+  // So is one between which the checker took a key.
+  method.shift(NSEventModifierFlagShift);
+  method.process.state<ControllerState>().KEYED_INITED_FLAG = 1;
+  EXPECT_TRUE(method.press(u"b"));
+  method.shift(0);
+  EXPECT_TRUE(method.press(u"b")) << "completion is on again";
+}
+
+TEST(Controller, ASpaceBeforeAnyHighlightIsAllThatIsLeft) {
+  Completing method;
+  method.press(u"t");
+  method.controller.setComposedBuffer(u"");
+  method.press(u" ", 49);
+  EXPECT_EQ(method.document.text(), u" ");
+  EXPECT_EQ(method.controller.recognizedEvents(nullptr), 0x6001C06U);
 }
 
 TEST(Controller, AFocusLeavesDigitsNothingToChoose) {

@@ -78,9 +78,12 @@ TEST_F(CandidatesPanelTest, TellsOfEachNewHighlightOnce) {
   host.text.focus(nullptr);
   panel->updateCandidates();
   EXPECT_EQ(panel->candidates(), Texts{}) << "nobody has the focus";
-  controller.onChange = [this] { panel->setCandidateData({u"x"}); };
+  controller.onChange = [this] {
+    controller.onChange = nullptr;
+    panel->setCandidateData({u"x"});
+  };
   panel->setCandidateData({u"y"});
-  EXPECT_EQ(told(), Texts{u"y"}) << "what the controller changes meanwhile isn't told again";
+  EXPECT_EQ(told(), (Texts{u"y", u"x"})) << "what the controller changes meanwhile is told, too";
   made.reset();
   EXPECT_EQ(host.inputMethodKit.panel(), nullptr);
 }

@@ -138,9 +138,12 @@ TEST(Document, PassedKeysAtTheEdges) {
   }
 }
 
-TEST(Document, MarkedTextTakesKeysAndHoldsTheCaret) {
-  const std::pair<const char16_t*, const char16_t*> cases[] = {
-      {u"\x1C", u"a{b|c}d"}, {u"\x1F", u"a{b|c}d"}, {u"x", u"ax|d"}, {u"\b", u"a|d"}};
+TEST(Document, MarkedTextStaysWhereItIsBehindTheKeys) {
+  const std::pair<const char16_t*, const char16_t*> cases[] = {{u"\x1C", u"a{b|c}d"},
+                                                               {u"\x1F", u"a{b|c}d"},
+                                                               {u"x", u"ax{b|c}d"},
+                                                               {u"\b", u"a{b|c}d"},
+                                                               {u"\t", u"a\t{b|c}d"}};
   for (const auto& [characters, after] : cases) {
     Document document;
     document.setText(u"ad");
