@@ -100,9 +100,8 @@ Fact DeskFacts::publishedRecord() {
 
 Fact DeskFacts::mainApplication() {
   StandIn* const standIn = system_.standIn();
-  if (standIn == nullptr) return {"stand-in main application: none", {}};
-  return {std::string("stand-in main application: ") + (standIn->running() ? "runs" : "has ended"),
-          {}};
+  if (standIn == nullptr) return {"main application: none", {}};
+  return {standIn->running() ? "main application: runs" : "main application: has ended", {}};
 }
 
 }  // namespace quorvane::desk
