@@ -8,11 +8,13 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/EventQueue.h"
+#include "hosts/marisa/SavedWordList.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/SharedLayout.h"
 #include "src/bridge/qorv_sharedmem.h"
@@ -50,7 +52,18 @@ Surroundings::Surroundings() {
   const auto offset = 0x20000000U + static_cast<std::uint32_t>(::getpid()) * 32U;
   ::setenv("QUORVANE_RUNTIME_DIR", folder_.c_str(), 1);
   ::setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
+  ::setenv("XDG_CACHE_HOME", folder_.c_str(), 1);
+  ::setenv("HOME", folder_.c_str(), 1);
+  ::setenv("QUORVANE_BUNDLE_DIR", bundleFolder().c_str(), 1);
   ::setenv("QUORVANE_KEY_OFFSET", std::to_string(offset).c_str(), 1);
+}
+
+std::filesystem::path Surroundings::bundleFolder() const {
+  const std::filesystem::path data = QUORVANE_SOURCE_DIR "/build/data";
+  if (std::filesystem::exists(data)) return data;
+  const std::array<std::string_view, 1> words{"word"};
+  std::ofstream(folder_ / "google_227800_words.bin") << savedWordList(words);
+  return folder_;
 }
 
 Surroundings::~Surroundings() {

@@ -31,6 +31,9 @@ class Surroundings {
   Surroundings& operator=(const Surroundings&) = delete;
 
  private:
+  /// The word data that scripts/setup made; failing that a word list of one word.
+  [[nodiscard]] std::filesystem::path bundleFolder() const;
+
   std::filesystem::path folder_;
 };
 

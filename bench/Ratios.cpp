@@ -32,8 +32,12 @@ void Ratios::print(const std::string& name, const std::string& measured, const s
   const double above = median(measured);
   const double below = median(base);
   if (above > 0 && below > 0) {
-    std::printf("ratio %s %.3f goal <= %.2f\n", name.c_str(), above / below, goal);
+    printValue(name, above / below, goal);
   }
+}
+
+void Ratios::printValue(const std::string& name, double value, double goal) {
+  std::printf("ratio %s %.4g goal <= %g\n", name.c_str(), value, goal);
 }
 
 void Ratios::printTime(const std::string& name, const std::string& measured, double goal) const {

@@ -18,6 +18,7 @@ class Ratios : public benchmark::ConsoleReporter {
   /// Median of `measured` over median of `base`; nothing where one of them didn't run.
   void print(const std::string& name, const std::string& measured, const std::string& base,
              double goal) const;
+  static void printValue(const std::string& name, double value, double goal);
   /// Median in nanoseconds against a limit.
   void printTime(const std::string& name, const std::string& measured, double goal) const;
 

@@ -1,5 +1,5 @@
-// One key and one message, each beside the bare system calls it can't do without. Everything is
-// pinned to one processor, and the variants take turns.
+// One key and one message, each beside the bare system calls it can't do without, and word
+// completion. Everything is pinned to one processor, and the variants take turns.
 
 #include <fcntl.h>
 #include <sched.h>
@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/Completion.h"
 #include "bench/Peer.h"
 #include "bench/Ratios.h"
 #include "hosts/desktop/DesktopHost.h"
@@ -100,7 +101,6 @@ class InputMethod {
 };
 
 struct World {
-  Surroundings surroundings;
   std::array<int, 2> sockets{};
   std::optional<Child> echoing;
   std::optional<Child> mainApplication;
@@ -193,6 +193,7 @@ void runAll(Ratios& ratios) {
            {"messageWithReply", messageWithReply}}) {
     benchmark::RegisterBenchmark(name, function)->Repetitions(15)->ReportAggregatesOnly(false);
   }
+  if (!registerCompletion()) std::puts("no word data: run scripts/setup to measure completion");
   benchmark::RunSpecifiedBenchmarks(&ratios);
   benchmark::ClearRegisteredBenchmarks();
   benchmark::RegisterBenchmark("keyDownWithoutMainApplication", keyDownWithoutMainApplication);
@@ -210,11 +211,13 @@ int main(int argc, char** argv) {
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
   quorvane::bench::pinToOneProcessor();
+  static const quorvane::bench::Surroundings surroundings;  // outlives whatever else is static
   Ratios ratios;
   quorvane::bench::runAll(ratios);
   ratios.print("one-key", "keyDown", "bareAttachments", 1.15);
   ratios.print("one-key-with-log", "keyDownWithLog", "bareAttachments", 1.30);
   ratios.printTime("one-key-without-main-application", "keyDownWithoutMainApplication", 1000);
   ratios.print("message-with-reply", "messageWithReply", "bareEcho", 1.30);
+  quorvane::bench::printCompletion(ratios);
   return 0;
 }

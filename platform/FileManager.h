@@ -20,6 +20,10 @@ struct FileAttributes {
 /// Bytes of a file, unchanging for as long as this lives.
 class FileData {
  public:
+  /// So many bytes behind those of a file that was read, not mapped, may be read as well. A parser
+  /// that looks ahead needs no copy then.
+  static constexpr std::size_t kReadableBehind = 64;
+
   virtual ~FileData() = default;
   [[nodiscard]] virtual std::span<const std::uint8_t> bytes() const = 0;
 };

@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -85,9 +86,11 @@ std::optional<FileAttributes> FileManager::attributesOfItemAtPath(const std::str
 std::unique_ptr<FileData> FileManager::dataWithContentsOfFile(const std::string& path) {
   const OpenFile opened = openPlainFile(path);
   if (!opened.file.valid()) return nullptr;
-  auto content = std::make_unique_for_overwrite<std::uint8_t[]>(opened.size);
+  auto content =
+      std::make_unique_for_overwrite<std::uint8_t[]>(opened.size + FileData::kReadableBehind);
   const auto size = readWhole(opened.file.get(), content.get(), opened.size);
   if (!size) return nullptr;
+  std::fill_n(content.get() + *size, FileData::kReadableBehind, std::uint8_t{0});
   return std::make_unique<ReadData>(std::move(content), *size);
 }
 

@@ -19,7 +19,7 @@ JSONError malformed(std::string_view json, const JSONWalk::Failure& failure) {
   return {JSONError::Kind::Malformed, failure.message, place.line, place.column};
 }
 
-std::optional<JSONError> parse(const simdjson::padded_string& text, JSONHandler& handler) {
+std::optional<JSONError> parse(simdjson::padded_string_view text, JSONHandler& handler) {
   simdjson::ondemand::parser parser;
   simdjson::ondemand::document document;
   auto error = parser.allocate(text.size(), JSONWalk::kDepthLimit + 2);
@@ -32,13 +32,13 @@ std::optional<JSONError> parse(const simdjson::padded_string& text, JSONHandler&
   return malformed(text, walk.failure());
 }
 
-/// The bytes in memory of the library's liking, which goes on behind the text.
-std::optional<simdjson::padded_string> paddedText(FileManager& files, const std::string& path) {
-  const auto data = files.dataWithContentsOfFile(path);
-  if (data == nullptr) return {};
-  std::string_view text(reinterpret_cast<const char*>(data->bytes().data()), data->bytes().size());
+/// The library looks ahead, as far as what was read may be looked at.
+simdjson::padded_string_view paddedText(const FileData& data) {
+  static_assert(simdjson::SIMDJSON_PADDING <= FileData::kReadableBehind);
+  const auto bytes = data.bytes();
+  std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-  return simdjson::padded_string(text);
+  return simdjson::padded_string_view(text, text.size() + FileData::kReadableBehind);
 }
 
 }  // namespace
@@ -47,8 +47,8 @@ std::optional<JSONError> SimdjsonSerialization::JSONObjectWithStream(const std::
                                                                      JSONHandler& handler) {
   using Kind = JSONError::Kind;
   try {
-    const auto text = paddedText(files_, path);
-    if (text) return parse(*text, handler);
+    const auto data = files_.dataWithContentsOfFile(path);
+    if (data != nullptr) return parse(paddedText(*data), handler);
   } catch (const std::bad_alloc&) {
     return JSONError{Kind::Unreadable, "there isn't memory enough for it"};
   }

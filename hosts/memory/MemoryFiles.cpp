@@ -13,7 +13,9 @@ using Bytes = std::vector<std::uint8_t>;
 class SharedData : public FileData {
  public:
   explicit SharedData(std::shared_ptr<const Bytes> content) : content_(std::move(content)) {}
-  [[nodiscard]] std::span<const std::uint8_t> bytes() const override { return *content_; }
+  [[nodiscard]] std::span<const std::uint8_t> bytes() const override {
+    return std::span(*content_).first(content_->size() - kReadableBehind);
+  }
 
  private:
   std::shared_ptr<const Bytes> content_;
@@ -53,7 +55,9 @@ std::optional<std::u16string> MemoryFileManager::stringWithContentsOfFile(const 
 bool MemoryFileManager::writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) {
   if (writeFails) return false;
   const std::uint64_t change = ++changes_;
-  files_[path] = {std::make_shared<Bytes>(bytes.begin(), bytes.end()),
+  const auto content = std::make_shared<Bytes>(bytes.begin(), bytes.end());
+  content->resize(bytes.size() + FileData::kReadableBehind);
+  files_[path] = {content,
                   {.size = bytes.size(),
                    .modificationNanoseconds = static_cast<std::int64_t>(change) * 1'000'000,
                    .systemFileNumber = change}};

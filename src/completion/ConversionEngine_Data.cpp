@@ -42,12 +42,21 @@ std::string stateOf(Process& process, const Path& path) {
          std::to_string(attributes->systemFileNumber) + "\n";
 }
 
+/// In bytes; no text in a file is longer.
+std::size_t sizeOf(Process& process, const Path& path) {
+  if (!path) return 0;
+  const auto attributes = process.platform().fileManager.attributesOfItemAtPath(*path);
+  return attributes ? attributes->size : 0;
+}
+
 Path resource(Process& process, std::string_view name, std::string_view type) {
   return process.platform().bundle.pathForResource(name, type);
 }
 
 Made makeWordTable(Process& process, const Path& json, std::string_view key) {
   FrequencyTable frequencies;
+  frequencies.words.reserveBytes(sizeOf(process, json));
+  frequencies.annotations.reserveBytes(sizeOf(process, json));
   FrequencyTableReader reader(frequencies);
   const auto error = deserializeJSON(process, json, reader);
   if (error) frequencies = {};

@@ -37,12 +37,9 @@ void PhonexGroupsReader::finishCode() {
 std::unique_ptr<FileData> PhonexTable::make(const PhonexGroups& groups, std::string_view key) {
   TextPile codes;
   TextPile words;
-  const std::vector<std::uint32_t> order = groups.codes.sorted();
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    const std::string_view code = groups.codes[order[i]];
-    if (i + 1 < order.size() && groups.codes[order[i + 1]] == code) continue;
-    codes.add(code);
-    words.add(groups.words[order[i]]);
+  for (const std::uint32_t index : groups.codes.sorted()) {
+    codes.add(groups.codes[index]);
+    words.add(groups.words[index]);
   }
   return Snapshot::make(kKind, key,
                         {asBytes(codes.bytes()), asBytes(codes.offsets()), asBytes(words.bytes()),

@@ -36,12 +36,18 @@ struct Extent {
 
 class OwnedBytes : public FileData {
  public:
-  explicit OwnedBytes(std::size_t size) : bytes_(size) {}
-  [[nodiscard]] Bytes bytes() const override { return bytes_; }
-  std::uint8_t* data() { return bytes_.data(); }
+  explicit OwnedBytes(std::size_t size)
+      : bytes_(std::make_unique_for_overwrite<std::uint8_t[]>(size)), size_(size) {}
+  [[nodiscard]] Bytes bytes() const override { return {bytes_.get(), size_}; }
+  /// The bytes, and zeros behind them up to `size`.
+  void put(std::size_t offset, Bytes bytes, std::size_t size) {
+    if (!bytes.empty()) std::memcpy(bytes_.get() + offset, bytes.data(), bytes.size());
+    std::fill_n(bytes_.get() + offset + bytes.size(), size - bytes.size(), std::uint8_t{0});
+  }
 
  private:
-  std::vector<std::uint8_t> bytes_;
+  std::unique_ptr<std::uint8_t[]> bytes_;
+  std::size_t size_;
 };
 
 constexpr std::size_t roundUp(std::size_t size, std::size_t unit) {
@@ -80,8 +86,8 @@ std::unique_ptr<FileData> Snapshot::make(FourCharCode kind, std::string_view key
                                          std::initializer_list<Bytes> sections) {
   std::vector<Bytes> all{bytesOf(key)};
   all.insert(all.end(), sections);
-  Head head;
   std::vector<Extent> directory;
+  Head head;
   for (const Bytes section : all) {
     directory.push_back({head.bodySize, section.size()});
     head.bodySize += roundUp(section.size(), kAlignment);
@@ -93,19 +99,18 @@ std::unique_ptr<FileData> Snapshot::make(FourCharCode kind, std::string_view key
   head.bodyOffset = roundUp(sumsOffset + pages * sizeof(std::uint64_t), kPageSize);
 
   auto file = std::make_unique<OwnedBytes>(head.bodyOffset + head.bodySize);
-  std::uint8_t* const start = file->data();
-  std::memcpy(start + sizeof(Head), directory.data(), directory.size() * sizeof(Extent));
   for (std::size_t i = 0; i < all.size(); ++i) {
-    std::copy(all[i].begin(), all[i].end(), start + head.bodyOffset + directory[i].offset);
+    file->put(head.bodyOffset + directory[i].offset, all[i], roundUp(all[i].size(), kAlignment));
   }
+  std::vector<std::uint64_t> sums;
   for (std::size_t page = 0; page < pages; ++page) {
-    const Bytes body = file->bytes().subspan(head.bodyOffset);
-    const std::uint64_t sum = sumOfPage(body, page);
-    std::memcpy(start + sumsOffset + page * sizeof(sum), &sum, sizeof(sum));
+    sums.push_back(sumOfPage(file->bytes().subspan(head.bodyOffset), page));
   }
-  std::memcpy(start, &head, sizeof(head));
+  file->put(sizeof(Head), asBytes(directory), sumsOffset - sizeof(Head));
+  file->put(sumsOffset, asBytes(sums), head.bodyOffset - sumsOffset);
+  file->put(0, asBytes(std::span(&head, 1)), sizeof(Head));
   head.sum = sumBeforeBody(file->bytes(), head.bodyOffset);
-  std::memcpy(start, &head, sizeof(head));
+  file->put(0, asBytes(std::span(&head, 1)), sizeof(Head));
   return file;
 }
 

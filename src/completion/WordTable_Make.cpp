@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <numeric>
 
+#include "src/completion/KeySort.h"
 #include "src/completion/TextHead.h"
 #include "src/completion/WordTable.h"
 #include "src/completion/WordTable_Layout.h"
@@ -8,89 +8,107 @@
 namespace quorvane {
 namespace {
 
+using Indexes = std::vector<std::uint32_t>;
+
 constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
-/// A word, and where it is in the two sources.
-struct Union {
-  std::string_view word;
-  std::uint32_t inList = kNone;
-  std::uint32_t inFrequencies = kNone;
-};
-
-/// Goes through one source in the order of the words' bytes.
+/// Goes through the words of one source in the order of their bytes.
 class SortedWords {
  public:
   explicit SortedWords(const TextPile& words) : words_(words), order_(words.sorted()) {}
 
   [[nodiscard]] bool atEnd() const { return next_ == order_.size(); }
   [[nodiscard]] std::string_view word() const { return words_[order_[next_]]; }
-  /// Passes over `word`; gives its last index, kNone where it isn't the next one.
-  std::uint32_t take(std::string_view word) {
-    std::uint32_t index = kNone;
-    while (!atEnd() && this->word() == word) index = order_[next_++];
-    return index;
-  }
+  /// The index of the word, which is passed over.
+  std::uint32_t take() { return order_[next_++]; }
 
  private:
   const TextPile& words_;
-  std::vector<std::uint32_t> order_;
+  Indexes order_;
   std::size_t next_ = 0;
 };
 
-std::vector<Union> unite(const TextPile& list, const TextPile& frequencies) {
-  std::vector<Union> result;
-  result.reserve(std::max(list.size(), frequencies.size()));
+/// The words of both sources, in the order of their bytes: where each of them has it, or kNone.
+struct United {
+  Indexes inList;
+  Indexes inTable;
+};
+
+United unite(const TextPile& list, const TextPile& table) {
+  United united;
+  united.inList.reserve(table.size());
+  united.inTable.reserve(table.size());
   SortedWords left(list);
-  SortedWords right(frequencies);
+  SortedWords right(table);
   while (!left.atEnd() || !right.atEnd()) {
-    Union next;
-    next.word = left.atEnd()    ? right.word()
-                : right.atEnd() ? left.word()
-                                : std::min(left.word(), right.word());
-    next.inList = left.take(next.word);
-    next.inFrequencies = right.take(next.word);
-    result.push_back(next);
+    const int compared = left.atEnd() ? 1 : right.atEnd() ? -1 : left.word().compare(right.word());
+    united.inList.push_back(compared <= 0 ? left.take() : kNone);
+    united.inTable.push_back(compared >= 0 ? right.take() : kNone);
+  }
+  return united;
+}
+
+bool isTableItself(const United& united, const FrequencyTable& table) {
+  if (united.inTable.size() != table.words.size()) return false;
+  std::uint32_t next = 0;
+  return std::ranges::all_of(united.inTable, [&next](std::uint32_t i) { return i == next++; });
+}
+
+/// What the table says of all united words; nothing of those that only the list has.
+FrequencyTable tableOf(const United& united, const TextPile& list, const FrequencyTable& table) {
+  FrequencyTable result;
+  for (std::size_t i = 0; i < united.inList.size(); ++i) {
+    const std::uint32_t known = united.inTable[i];
+    result.words.add(known == kNone ? list[united.inList[i]] : table.words[known]);
+    result.frequencies.push_back(known == kNone ? 0 : table.frequencies[known]);
+    result.annotations.add(known == kNone ? "" : table.annotations[known]);
   }
   return result;
 }
 
-/// Sorts the words of the list by falling frequency, then by their place in it: all in one number.
-std::vector<std::uint32_t> ranksOf(const std::vector<Union>& words,
-                                   const std::vector<std::int32_t>& frequencies) {
-  std::vector<std::uint64_t> order;
-  std::vector<std::uint32_t> indexOf(words.size());  // by place in the list
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::uint32_t place = words[i].inList;
-    if (place == kNone) continue;
-    const auto falling = static_cast<std::uint32_t>(std::int64_t{INT32_MAX} - frequencies[i]);
-    order.push_back((std::uint64_t{falling} << 32) | place);
-    indexOf[place] = static_cast<std::uint32_t>(i);
+/// The words of the list, by falling frequency, then by their place in it.
+std::vector<Keyed> byRank(const Indexes& inList, const std::vector<std::int32_t>& frequencies,
+                          std::size_t listSize) {
+  std::vector<Keyed> words(listSize, Keyed{0, kNone});
+  for (std::size_t i = 0; i < inList.size(); ++i) {
+    if (inList[i] == kNone) continue;
+    const auto falling = static_cast<std::uint64_t>(std::int64_t{INT32_MAX} - frequencies[i]);
+    words[inList[i]] = {falling, static_cast<std::uint32_t>(i)};
   }
-  std::sort(order.begin(), order.end());
-  std::vector<std::uint32_t> ranks(words.size(), kNoRank);
-  for (std::size_t rank = 0; rank < order.size(); ++rank) {
-    ranks[indexOf[static_cast<std::uint32_t>(order[rank])]] = static_cast<std::uint32_t>(rank);
-  }
-  return ranks;
+  std::erase_if(words, [](const Keyed& word) { return word.index == kNone; });
+  sortByKey(words);
+  return words;
 }
 
-std::vector<std::uint8_t> ordersOfBlocks(const std::vector<std::uint32_t>& ranks) {
-  std::vector<std::uint8_t> orders(ranks.size());
-  for (std::size_t start = 0; start < ranks.size(); start += kBlock) {
-    const auto order = std::span(orders).subspan(start, std::min(kBlock, ranks.size() - start));
-    std::iota(order.begin(), order.end(), std::uint8_t{0});
-    std::ranges::sort(order, {}, [&](std::uint8_t place) { return ranks[start + place]; });
-  }
-  return orders;
+/// Do all differences of two frequencies fit 32 bits?
+bool lieTogether(const std::vector<Keyed>& words) {
+  return words.empty() || words.back().key - words.front().key <= INT32_MAX;
 }
 
-std::vector<std::uint32_t> minimaOfBlocks(const std::vector<std::uint32_t>& ranks) {
-  std::vector<std::uint32_t> minima;
-  for (std::size_t start = 0; start < ranks.size(); start += kBlock) {
-    const std::size_t size = std::min(kBlock, ranks.size() - start);
-    minima.push_back(std::ranges::min(std::span(ranks).subspan(start, size)));
+struct Blocks {
+  Indexes ranks;
+  std::vector<std::uint8_t> orders;
+  Indexes minima;
+};
+
+Blocks blocksOf(const std::vector<Keyed>& words, std::size_t size) {
+  Blocks blocks{Indexes(size, kNoRank), std::vector<std::uint8_t>(size),
+                Indexes((size + kBlock - 1) / kBlock, kNoRank)};
+  std::vector<std::size_t> filled(blocks.minima.size());
+  const auto putNext = [&](std::size_t index) {
+    const std::size_t block = index / kBlock;
+    blocks.orders[block * kBlock + filled[block]++] = static_cast<std::uint8_t>(index % kBlock);
+  };
+  for (std::uint32_t rank = 0; rank < words.size(); ++rank) {
+    const std::uint32_t index = words[rank].index;
+    blocks.ranks[index] = rank;
+    if (filled[index / kBlock] == 0) blocks.minima[index / kBlock] = rank;
+    putNext(index);
   }
-  return minima;
+  for (std::size_t index = 0; index < size; ++index) {
+    if (blocks.ranks[index] == kNoRank) putNext(index);
+  }
+  return blocks;
 }
 
 std::vector<std::uint64_t> headsOfBlocks(const TextPile& words) {
@@ -99,42 +117,24 @@ std::vector<std::uint64_t> headsOfBlocks(const TextPile& words) {
   return heads;
 }
 
-/// Does no difference of two frequencies of words of the list overflow 32 bits?
-bool lieTogether(const std::vector<Union>& words, const std::vector<std::int32_t>& frequencies) {
-  std::int64_t least = INT32_MAX;
-  std::int64_t greatest = INT32_MIN;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    if (words[i].inList == kNone) continue;
-    least = std::min<std::int64_t>(least, frequencies[i]);
-    greatest = std::max<std::int64_t>(greatest, frequencies[i]);
-  }
-  return greatest - least <= INT32_MAX;
-}
-
 }  // namespace
 
-std::unique_ptr<FileData> WordTable::make(const TextPile& list, const FrequencyTable& table,
+std::unique_ptr<FileData> WordTable::make(const TextPile& list, const FrequencyTable& frequencies,
                                           std::string_view key) {
-  const std::vector<Union> all = unite(list, table.words);
-  TextPile words;
-  TextPile annotations;
-  std::vector<std::int32_t> frequencies;
-  for (const Union& one : all) {
-    const bool known = one.inFrequencies != kNone;
-    words.add(one.word);
-    annotations.add(known ? table.annotations[one.inFrequencies] : "");
-    frequencies.push_back(known ? table.frequencies[one.inFrequencies] : 0);
-  }
-  const std::vector<std::uint32_t> ranks = ranksOf(all, frequencies);
-  const std::vector<std::uint32_t> minima = minimaOfBlocks(ranks);
-  const std::vector<std::uint64_t> heads = headsOfBlocks(words);
-  const std::vector<std::uint32_t> ranked{lieTogether(all, frequencies) ? 1U : 0U};
-  const std::vector<std::uint8_t> orders = ordersOfBlocks(ranks);
+  const United united = unite(list, frequencies.words);
+  FrequencyTable made;
+  const bool isReady = isTableItself(united, frequencies);
+  if (!isReady) made = tableOf(united, list, frequencies);
+  const FrequencyTable& table = isReady ? frequencies : made;
+  const std::vector<Keyed> words = byRank(united.inList, table.frequencies, list.size());
+  const Blocks blocks = blocksOf(words, table.words.size());
+  const std::vector<std::uint64_t> heads = headsOfBlocks(table.words);
+  const Indexes ranked{lieTogether(words) ? 1U : 0U};
   return Snapshot::make(
       kWordTable, key,
-      {asBytes(words.bytes()), asBytes(words.offsets()), asBytes(ranks), asBytes(orders),
-       asBytes(minima), asBytes(heads), asBytes(frequencies), asBytes(annotations.bytes()),
-       asBytes(annotations.offsets()), asBytes(ranked)});
+      {asBytes(table.words.bytes()), asBytes(table.words.offsets()), asBytes(blocks.ranks),
+       asBytes(blocks.orders), asBytes(blocks.minima), asBytes(heads), asBytes(table.frequencies),
+       asBytes(table.annotations.bytes()), asBytes(table.annotations.offsets()), asBytes(ranked)});
 }
 
 }  // namespace quorvane
