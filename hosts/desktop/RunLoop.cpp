@@ -101,8 +101,7 @@ void RunLoop::performAfterDelay(std::function<void()> function, double seconds) 
   const auto milliseconds = std::ceil(std::clamp(seconds, 0.0, kLongest) * 1000);
   const auto place = delayed_.emplace(delayed_.end());
   const auto perform = [this, place, function = std::move(function)] {
-    const auto timer = std::move(*place);  // ends with this call, also where the function throws
-    delayed_.erase(place);
+    delayed_.erase(place);  // first, lest a function that throws run again
     function();
     return false;
   };

@@ -92,7 +92,6 @@ error_code JSONWalk::scalar(simdjson::ondemand::value& value, json_type type) {
     return simdjson::SUCCESS;
   }
   if (const auto error = value.is_null().get(flag)) return error;
-  if (!flag) return simdjson::INCORRECT_TYPE;
   handler_.null();
   return simdjson::SUCCESS;
 }
