@@ -37,8 +37,10 @@ bool ScriptHeap::run(duk_safe_call_function step, void* data) {
     duk_set_top(context, 0);
     run.finished = duk_safe_call(context, run.step, run.data, 0, 1) == DUK_EXEC_SUCCESS;
   };
-  if (!enter(work, &call)) abandon();
-  return call.finished;
+  // Time may be up just when the step has finished: what it left goes with the heap all the same.
+  const bool whole = enter(work, &call);
+  if (!whole) abandon();
+  return whole && call.finished;
 }
 
 void* ScriptHeap::allocate(void* heap, duk_size_t size) {
