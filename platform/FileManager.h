@@ -44,9 +44,10 @@ class FileManager {
   virtual std::unique_ptr<FileData> dataWithContentsOfMappedFile(const std::string& path) = 0;
   /// None where the file can't be read or isn't valid UTF-8.
   virtual std::optional<std::u16string> stringWithContentsOfFile(const std::string& path) = 0;
-  /// Replaces the file as a whole or leaves it as it was: false. Makes the folders on the way. Only
-  /// our user may read it. A power cut may leave a part.
-  virtual bool writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) = 0;
+  /// Replaces the file as a whole, by all parts one after the other, or leaves it as it was: false.
+  /// Makes the folders on the way. Only our user may read it. A power cut may leave a part.
+  virtual bool writeToFile(const std::string& path,
+                           std::span<const std::span<const std::uint8_t>> parts) = 0;
 };
 
 }  // namespace quorvane

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -28,11 +29,12 @@ void syncFolder(const std::filesystem::path& path) {
   if (folder.valid()) fsync(folder.get());
 }
 
-bool replace(const std::string& temporary, const std::filesystem::path& path,
-             std::string_view content, Durability durability) {
+bool replace(const std::string& temporary, const std::filesystem::path& path, FileParts parts,
+             Durability durability) {
   const Descriptor file(
       open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
-  if (!file.valid() || !writeWhole(file.get(), content)) return false;
+  const auto write = [&file](std::string_view part) { return writeWhole(file.get(), part); };
+  if (!file.valid() || !std::ranges::all_of(parts, write)) return false;
   const bool lasting = durability == Durability::Lasting;
   if (lasting && fsync(file.get()) != 0) return false;
   if (std::rename(temporary.c_str(), path.c_str()) != 0) return false;
@@ -42,23 +44,23 @@ bool replace(const std::string& temporary, const std::filesystem::path& path,
 
 }  // namespace
 
-bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
+bool writeFileAtomically(const std::filesystem::path& path, FileParts parts,
                          Durability durability) {
   std::string name(".");
   name.append(path.filename().native()).append(".").append(std::to_string(getpid())).append(".new");
   const std::string temporary = (path.parent_path() / name).string();
-  if (replace(temporary, path, content, durability)) return true;
+  if (replace(temporary, path, parts, durability)) return true;
   const int error = errno;
   unlink(temporary.c_str());
   errno = error;
   return false;
 }
 
-bool saveFile(const std::filesystem::path& path, std::string_view content, Durability durability,
+bool saveFile(const std::filesystem::path& path, FileParts parts, Durability durability,
               quorvane::LogSink& log) {
   std::error_code error;
   std::filesystem::create_directories(path.parent_path(), error);
-  if (!error && writeFileAtomically(path, content, durability)) return true;
+  if (!error && writeFileAtomically(path, parts, durability)) return true;
   const std::string reason = error ? error.message() : std::strerror(errno);
   if (log.enabled) log.writeLine(path.string() + ": can't be written: " + reason);
   return false;

@@ -2,6 +2,7 @@
 // Files that a reader sees either as they were or as they are meant to be.
 
 #include <filesystem>
+#include <span>
 #include <string_view>
 
 #include "platform/Console.h"
@@ -13,13 +14,19 @@ enum class Durability {
   Lasting       ///< on the disk before the new content shows
 };
 
+/// What a file is to hold, one after the other.
+using FileParts = std::span<const std::string_view>;
+
 /// Writes a temporary file beside `path`, mode 0600, and renames it. False, with errno set, where
 /// that fails; what stood there then still stands.
-bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
-                         Durability durability);
+bool writeFileAtomically(const std::filesystem::path& path, FileParts parts, Durability durability);
+inline bool writeFileAtomically(const std::filesystem::path& path, std::string_view content,
+                                Durability durability) {
+  return writeFileAtomically(path, FileParts(&content, 1), durability);
+}
 
 /// The same, with the folders on the way. A failure is logged.
-bool saveFile(const std::filesystem::path& path, std::string_view content, Durability durability,
+bool saveFile(const std::filesystem::path& path, FileParts parts, Durability durability,
               quorvane::LogSink& log);
 
 }  // namespace quorvane::desktop

@@ -1,6 +1,17 @@
 #include "hosts/desktop/DesktopHost.h"
 
+#include <malloc.h>
+
 namespace quorvane::desktop {
+namespace {
+
+/// By itself the allocator keeps what a start that reads the word data has freed.
+void returnFreedMemoryToSystem() {
+  mallopt(M_MMAP_THRESHOLD, 16 << 20);
+  mallopt(M_TRIM_THRESHOLD, 8 << 20);
+}
+
+}  // namespace
 
 DesktopHost::DesktopHost(const DesktopConfiguration& configuration, EventPosting& eventPosting)
     : eventPosting_(eventPosting),
@@ -17,7 +28,9 @@ DesktopHost::DesktopHost(const DesktopConfiguration& configuration, EventPosting
       screens_(configuration.screen),
       textInputSources_(configuration.configDirectory, application_.bundleIdentifier(), "Quorvane",
                         log_),
-      userDefaults_(configuration.configDirectory, log_) {}
+      userDefaults_(configuration.configDirectory, log_) {
+  returnFreedMemoryToSystem();
+}
 
 DesktopHost::~DesktopHost() { cleanUp(); }
 

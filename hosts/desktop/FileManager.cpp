@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <utility>
+#include <vector>
 
 #include "hosts/desktop/AtomicFile.h"
 #include "hosts/desktop/Descriptor.h"
@@ -109,9 +110,12 @@ std::optional<std::u16string> FileManager::stringWithContentsOfFile(const std::s
   return encoding_.initWithData(data->bytes(), NSStringEncoding::UTF8);
 }
 
-bool FileManager::writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) {
-  const std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  return saveFile(path, content, Durability::UntilReboot, log_);
+bool FileManager::writeToFile(const std::string& path, std::span<const Bytes> parts) {
+  std::vector<std::string_view> texts;
+  for (const Bytes part : parts) {
+    texts.emplace_back(reinterpret_cast<const char*>(part.data()), part.size());
+  }
+  return saveFile(path, texts, Durability::UntilReboot, log_);
 }
 
 }  // namespace quorvane::desktop

@@ -23,7 +23,8 @@ class FileManager final : public quorvane::FileManager {
   std::unique_ptr<FileData> dataWithContentsOfMappedFile(const std::string& path) override;
   std::optional<std::u16string> stringWithContentsOfFile(const std::string& path) override;
   /// A failure is logged.
-  bool writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) override;
+  bool writeToFile(const std::string& path,
+                   std::span<const std::span<const std::uint8_t>> parts) override;
 
  private:
   std::filesystem::path home_;

@@ -62,7 +62,8 @@ void KeyFile::remove(const std::string& group, const std::string& key) {
 bool KeyFile::save() {
   gsize size = 0;
   const Text content(g_key_file_to_data(file_.get(), &size, nullptr));
-  return saveFile(path_, {content.get(), size}, Durability::Lasting, log_);
+  const std::string_view all(content.get(), size);
+  return saveFile(path_, {&all, 1}, Durability::Lasting, log_);
 }
 
 }  // namespace quorvane::desktop

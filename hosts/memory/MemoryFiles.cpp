@@ -52,21 +52,26 @@ std::optional<std::u16string> MemoryFileManager::stringWithContentsOfFile(const 
   return encoding_.initWithData(data->bytes(), NSStringEncoding::UTF8);
 }
 
-bool MemoryFileManager::writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) {
+bool MemoryFileManager::writeToFile(const std::string& path,
+                                    std::span<const std::span<const std::uint8_t>> parts) {
   if (writeFails) return false;
+  const auto content = std::make_shared<Bytes>();
+  for (const auto part : parts) content->insert(content->end(), part.begin(), part.end());
   const std::uint64_t change = ++changes_;
-  const auto content = std::make_shared<Bytes>(bytes.begin(), bytes.end());
-  content->resize(bytes.size() + FileData::kReadableBehind);
-  files_[path] = {content,
-                  {.size = bytes.size(),
-                   .modificationNanoseconds = static_cast<std::int64_t>(change) * 1'000'000,
-                   .systemFileNumber = change}};
+  const FileAttributes attributes{
+      .size = content->size(),
+      .modificationNanoseconds = static_cast<std::int64_t>(change) * 1'000'000,
+      .systemFileNumber = change};
+  content->resize(content->size() + FileData::kReadableBehind);
+  files_[path] = {content, attributes};
   return true;
 }
 
 void MemoryFileManager::put(const std::string& path, std::string_view content) {
   const bool fails = std::exchange(writeFails, false);
-  writeToFile(path, {reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+  const std::span<const std::uint8_t> bytes(
+      reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
+  writeToFile(path, {&bytes, 1});
   writeFails = fails;
 }
 

@@ -23,7 +23,8 @@ class MemoryFileManager : public FileManager {
   std::unique_ptr<FileData> dataWithContentsOfFile(const std::string& path) override;
   std::unique_ptr<FileData> dataWithContentsOfMappedFile(const std::string& path) override;
   std::optional<std::u16string> stringWithContentsOfFile(const std::string& path) override;
-  bool writeToFile(const std::string& path, std::span<const std::uint8_t> bytes) override;
+  bool writeToFile(const std::string& path,
+                   std::span<const std::span<const std::uint8_t>> parts) override;
 
   // The script's side.
   /// As if written by another program: a new file each time, with a date of its own.

@@ -4,6 +4,7 @@
 #include "src/base/Log.h"
 #include "src/base/Text.h"
 #include "src/completion/ConversionEngine.h"
+#include "src/completion/NewWordTable.h"
 #include "src/completion/SubstitutionsReader.h"
 #include "src/completion/WordList.h"
 
@@ -12,9 +13,10 @@ namespace {
 
 using Path = std::optional<std::string>;
 
-/// A finished table. `sound`: worth keeping, because no file was there but couldn't be read.
+/// A new table. `sound`: worth keeping, because no file was there but couldn't be read.
+template <class NewTable>
 struct Made {
-  std::unique_ptr<FileData> snapshot;
+  NewTable table;
   bool sound = true;
 };
 
@@ -53,7 +55,7 @@ Path resource(Process& process, std::string_view name, std::string_view type) {
   return process.platform().bundle.pathForResource(name, type);
 }
 
-Made makeWordTable(Process& process, const Path& json, std::string_view key) {
+Made<NewWordTable> makeWordTable(Process& process, const Path& json) {
   FrequencyTable frequencies;
   frequencies.words.reserveBytes(sizeOf(process, json));
   frequencies.annotations.reserveBytes(sizeOf(process, json));
@@ -63,15 +65,15 @@ Made makeWordTable(Process& process, const Path& json, std::string_view key) {
   TextPile list;
   visitWords(process.state<WordListState>(), "",
              [&list](std::string_view word) { list.add(word); });
-  return {WordTable::make(list, frequencies, key), isSound(error)};
+  return {NewWordTable(list, std::move(frequencies)), isSound(error)};
 }
 
-Made makePhonexTable(Process& process, const Path& json, std::string_view key) {
+Made<PhonexGroups> makePhonexTable(Process& process, const Path& json) {
   PhonexGroups groups;
   PhonexGroupsReader reader(groups);
   const auto error = deserializeJSON(process, json, reader);
   if (error) groups = {};
-  return {PhonexTable::make(groups, key), isSound(error)};
+  return {groups.sorted(), isSound(error)};
 }
 
 /// The table in the snapshot at `path`, if it was made of what `key` says and is whole.
@@ -87,22 +89,24 @@ std::optional<Table> openSnapshot(Process& process, const std::string& path,
   }
 }
 
-/// A table out of the snapshot at `path`. What `make(key)` makes is written there first where it
-/// must be; where it can't be written it stays in memory. If the snapshot proves damaged later, a
-/// table is made of the files as they are then, and the next start makes a snapshot again.
+/// A table out of the snapshot at `path`. What `make` makes is written there first where it must
+/// be; where it can't be written it stays in memory. If the snapshot proves damaged later, a table
+/// is made of the files as they are then, and the next start makes a snapshot again.
 template <class Table, class Make>
 Cached<Table> throughSnapshot(Process& process, const std::string& path, const std::string& key,
                               Make make) {
   FileManager& files = process.platform().fileManager;
   const auto makeAnew = [&files, path, key, make] {
     files.writeToFile(path, {});
-    return Table(make(key).snapshot, key);
+    const auto made = make();
+    return Table(NewSnapshot(made.table.kKind, key, made.table.sections()).joined(), key);
   };
   if (auto table = openSnapshot<Table>(process, path, key)) return {*std::move(table), makeAnew};
-  Made made = make(key);
-  if (made.sound) files.writeToFile(path, made.snapshot->bytes());
+  const auto made = make();
+  const NewSnapshot snapshot(made.table.kKind, key, made.table.sections());
+  if (made.sound) files.writeToFile(path, snapshot.parts());
   if (auto table = openSnapshot<Table>(process, path, key)) return {*std::move(table), makeAnew};
-  return {Table(std::move(made.snapshot), key), makeAnew};
+  return {Table(snapshot.joined(), key), makeAnew};
 }
 
 /// What is wrong with it, in one line.
@@ -147,18 +151,14 @@ Cached<WordTable> ConversionEngine::getWordsWithFrequencyAndTranslation() {
   return throughSnapshot<WordTable>(
       process_, snapshotPath(process_, "frequency_and_ipa"),
       process_.state<WordListState>().fileState + stateOf(process_, json),
-      [&process = process_, json](const std::string& key) {
-        return makeWordTable(process, json, key);
-      });
+      [&process = process_, json] { return makeWordTable(process, json); });
 }
 
 Cached<PhonexTable> ConversionEngine::getPhonexEncodedWords() {
   const Path json = resource(process_, "phonex_encoded_words", "json");
-  return throughSnapshot<PhonexTable>(process_, snapshotPath(process_, "phonex_encoded_words"),
-                                      stateOf(process_, json),
-                                      [&process = process_, json](const std::string& key) {
-                                        return makePhonexTable(process, json, key);
-                                      });
+  return throughSnapshot<PhonexTable>(
+      process_, snapshotPath(process_, "phonex_encoded_words"), stateOf(process_, json),
+      [&process = process_, json] { return makePhonexTable(process, json); });
 }
 
 ConversionEngine::Substitutions ConversionEngine::getUserDefinedSubstitutions() {

@@ -1,11 +1,8 @@
 #include "src/completion/PhonexTable.h"
 
-#include <vector>
-
 namespace quorvane {
 namespace {
 
-constexpr FourCharCode kKind = "Phnx"_4cc;
 enum Section : std::size_t { kCodes = 1, kWords = 3 };
 
 constexpr std::size_t kOfCodes = 1;  // the codes are keys here
@@ -34,20 +31,22 @@ void PhonexGroupsReader::finishCode() {
   inCode_ = false;
 }
 
-std::unique_ptr<FileData> PhonexTable::make(const PhonexGroups& groups, std::string_view key) {
-  TextPile codes;
-  TextPile words;
-  for (const std::uint32_t index : groups.codes.sorted()) {
-    codes.add(groups.codes[index]);
-    words.add(groups.words[index]);
+PhonexGroups PhonexGroups::sorted() const {
+  PhonexGroups result;
+  for (const std::uint32_t index : codes.sorted()) {
+    result.codes.add(codes[index]);
+    result.words.add(words[index]);
   }
-  return Snapshot::make(kKind, key,
-                        {asBytes(codes.bytes()), asBytes(codes.offsets()), asBytes(words.bytes()),
-                         asBytes(words.offsets())});
+  return result;
+}
+
+std::vector<std::span<const std::uint8_t>> PhonexGroups::sections() const {
+  return {asBytes(codes.bytes()), asBytes(codes.offsets()), asBytes(words.bytes()),
+          asBytes(words.offsets())};
 }
 
 PhonexTable::PhonexTable(std::unique_ptr<FileData> file, std::string_view key)
-    : snapshot_(std::make_unique<Snapshot>(std::move(file), kKind, key)),
+    : snapshot_(std::make_unique<Snapshot>(std::move(file), PhonexGroups::kKind, key)),
       codes_(*snapshot_, kCodes),
       words_(*snapshot_, kWords) {}
 

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "src/completion/JSONShape.h"
 #include "src/completion/Snapshot.h"
@@ -20,6 +21,11 @@ namespace quorvane {
 struct PhonexGroups {
   TextPile codes;
   TextPile words;  ///< of each code a TextList
+
+  static constexpr FourCharCode kKind = "Phnx"_4cc;
+  [[nodiscard]] PhonexGroups sorted() const;
+  /// Of a sorted one.
+  [[nodiscard]] std::vector<std::span<const std::uint8_t>> sections() const;
 };
 
 class PhonexGroupsReader : public JSONShape {
@@ -39,8 +45,6 @@ class PhonexGroupsReader : public JSONShape {
 
 class PhonexTable {
  public:
-  static std::unique_ptr<FileData> make(const PhonexGroups& groups, std::string_view key);
-
   /// As the look-up, throws DamagedSnapshot.
   PhonexTable(std::unique_ptr<FileData> file, std::string_view key);
 

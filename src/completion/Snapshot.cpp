@@ -1,6 +1,7 @@
 #include "src/completion/Snapshot.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 
@@ -17,6 +18,8 @@ constexpr std::uint32_t kVersion = 1;
 constexpr std::uint32_t kLayout = 0x0102'0304;
 constexpr std::size_t kAlignment = 8;
 constexpr std::size_t kKeySection = 0;
+constexpr std::size_t kPageSize = Snapshot::kPageSize;
+constexpr std::array<std::uint8_t, kPageSize> kZeros{};
 
 struct Head {
   std::uint64_t sum = 0;  ///< of all that follows, up to the body
@@ -36,26 +39,24 @@ struct Extent {
 
 class OwnedBytes : public FileData {
  public:
-  explicit OwnedBytes(std::size_t size)
-      : bytes_(std::make_unique_for_overwrite<std::uint8_t[]>(size)), size_(size) {}
-  [[nodiscard]] Bytes bytes() const override { return {bytes_.get(), size_}; }
-  /// The bytes, and zeros behind them up to `size`.
-  void put(std::size_t offset, Bytes bytes, std::size_t size) {
-    if (!bytes.empty()) std::memcpy(bytes_.get() + offset, bytes.data(), bytes.size());
-    std::fill_n(bytes_.get() + offset + bytes.size(), size - bytes.size(), std::uint8_t{0});
-  }
+  explicit OwnedBytes(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
+  [[nodiscard]] Bytes bytes() const override { return bytes_; }
 
  private:
-  std::unique_ptr<std::uint8_t[]> bytes_;
-  std::size_t size_;
+  std::vector<std::uint8_t> bytes_;
 };
 
 constexpr std::size_t roundUp(std::size_t size, std::size_t unit) {
   return (size + unit - 1) / unit * unit;
 }
 
-Bytes bytesOf(std::string_view text) {
-  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+/// The page of `bytes` at `offset`, with zeros behind it where it isn't whole.
+std::uint64_t sumOfPage(Bytes bytes, std::size_t offset) {
+  const Bytes rest = bytes.subspan(offset);
+  if (rest.size() >= kPageSize) return checksum(rest.first(kPageSize));
+  std::array<std::uint8_t, kPageSize> page{};
+  std::ranges::copy(rest, page.begin());
+  return checksum(page);
 }
 
 std::uint64_t sumBeforeBody(Bytes file, std::size_t bodyOffset) {
@@ -82,36 +83,40 @@ Head checkedHead(Bytes file, FourCharCode kind) {
 
 }  // namespace
 
-std::unique_ptr<FileData> Snapshot::make(FourCharCode kind, std::string_view key,
-                                         std::initializer_list<Bytes> sections) {
-  std::vector<Bytes> all{bytesOf(key)};
-  all.insert(all.end(), sections);
-  std::vector<Extent> directory;
+NewSnapshot::NewSnapshot(FourCharCode kind, std::string_view key, std::span<const Bytes> sections)
+    : key_(key) {
+  parts_ = {Bytes()};  // what comes before the body, once it is known
   Head head;
-  for (const Bytes section : all) {
-    directory.push_back({head.bodySize, section.size()});
-    head.bodySize += roundUp(section.size(), kAlignment);
-  }
-  const std::size_t pages = roundUp(head.bodySize, kPageSize) / kPageSize;
-  const std::size_t sumsOffset = sizeof(Head) + directory.size() * sizeof(Extent);
-  head.kind = kind;
-  head.sections = static_cast<std::uint32_t>(all.size());
-  head.bodyOffset = roundUp(sumsOffset + pages * sizeof(std::uint64_t), kPageSize);
-
-  auto file = std::make_unique<OwnedBytes>(head.bodyOffset + head.bodySize);
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    file->put(head.bodyOffset + directory[i].offset, all[i], roundUp(all[i].size(), kAlignment));
-  }
+  std::vector<Extent> directory;
   std::vector<std::uint64_t> sums;
-  for (std::size_t page = 0; page < pages; ++page) {
-    sums.push_back(sumOfPage(file->bytes().subspan(head.bodyOffset), page));
-  }
-  file->put(sizeof(Head), asBytes(directory), sumsOffset - sizeof(Head));
-  file->put(sumsOffset, asBytes(sums), head.bodyOffset - sumsOffset);
-  file->put(0, asBytes(std::span(&head, 1)), sizeof(Head));
-  head.sum = sumBeforeBody(file->bytes(), head.bodyOffset);
-  file->put(0, asBytes(std::span(&head, 1)), sizeof(Head));
-  return file;
+  const auto add = [&](Bytes section) {
+    const std::size_t size = roundUp(section.size(), kPageSize);
+    directory.push_back({head.bodySize, section.size()});
+    head.bodySize += size;
+    for (std::size_t at = 0; at < size; at += kPageSize) sums.push_back(sumOfPage(section, at));
+    parts_.push_back(section);
+    parts_.push_back(Bytes(kZeros).first(size - section.size()));
+  };
+  add(asBytes(key_));
+  for (const Bytes section : sections) add(section);
+  head.kind = kind;
+  head.sections = static_cast<std::uint32_t>(directory.size());
+  const std::size_t sumsOffset = sizeof(head) + asBytes(directory).size();
+  head.bodyOffset = roundUp(sumsOffset + asBytes(sums).size(), kPageSize);
+
+  beforeBody_.resize(head.bodyOffset);
+  std::ranges::copy(asBytes(directory), &beforeBody_[sizeof(head)]);
+  std::ranges::copy(asBytes(sums), &beforeBody_[sumsOffset]);
+  std::memcpy(beforeBody_.data(), &head, sizeof(head));
+  head.sum = sumBeforeBody(beforeBody_, head.bodyOffset);
+  std::memcpy(beforeBody_.data(), &head, sizeof(head));
+  parts_.front() = beforeBody_;
+}
+
+std::unique_ptr<FileData> NewSnapshot::joined() const {
+  std::vector<std::uint8_t> bytes;
+  for (const Bytes part : parts_) bytes.insert(bytes.end(), part.begin(), part.end());
+  return std::make_unique<OwnedBytes>(std::move(bytes));
 }
 
 Snapshot::Snapshot(std::unique_ptr<FileData> file, FourCharCode kind, std::string_view key)
@@ -136,18 +141,13 @@ Snapshot::Snapshot(std::unique_ptr<FileData> file, FourCharCode kind, std::strin
   pageSums_ = rest;
   checked_.resize(pages);
   check(section(kKeySection));
-  require(std::ranges::equal(section(kKeySection), bytesOf(key)), "made of something else");
-}
-
-std::uint64_t Snapshot::sumOfPage(Bytes body, std::size_t page) {
-  const Bytes rest = body.subspan(page * kPageSize);
-  return checksum(rest.first(std::min(rest.size(), kPageSize)));
+  require(std::ranges::equal(section(kKeySection), asBytes(key)), "made of something else");
 }
 
 void Snapshot::checkPage(std::size_t page) const {
   std::uint64_t sum = 0;
   std::memcpy(&sum, pageSums_.data() + page * sizeof(sum), sizeof(sum));
-  require(sum == sumOfPage(body_, page), "a damaged page");
+  require(sum == sumOfPage(body_, page * kPageSize), "a damaged page");
   checked_[page] = 1;
 }
 

@@ -4,7 +4,7 @@
 //     head          checksum from here to the body, layout, kind, sizes
 //     directory     offset and size of each section
 //     page sums     one for each page of the body
-//     body          from a page boundary on: the sections, the first of them the key
+//     body          the sections, each from a page boundary on, the first of them the key
 //
 // At the opening the parts before the body are checked, and the key. A page of the body is checked
 // when it is first asked for. So an opening costs next to nothing, and nothing unchecked is used.
@@ -12,11 +12,11 @@
 // one, or cuts it short, ends the process by a bus error.
 
 #include <cstdint>
-#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <span>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <vector>
@@ -33,10 +33,7 @@ struct DamagedSnapshot : std::runtime_error {
 
 class Snapshot {
  public:
-  /// `sections` without the key. The same input gives the same bytes.
-  static std::unique_ptr<FileData> make(
-      FourCharCode kind, std::string_view key,
-      std::initializer_list<std::span<const std::uint8_t>> sections);
+  static constexpr std::size_t kPageSize = 4096;
 
   /// Throws DamagedSnapshot where `file` isn't a snapshot of this kind and key.
   Snapshot(std::unique_ptr<FileData> file, FourCharCode kind, std::string_view key);
@@ -57,9 +54,6 @@ class Snapshot {
   }
 
  private:
-  static constexpr std::size_t kPageSize = 4096;
-
-  static std::uint64_t sumOfPage(std::span<const std::uint8_t> body, std::size_t page);
   void checkPage(std::size_t page) const;
 
   std::unique_ptr<FileData> file_;
@@ -67,6 +61,24 @@ class Snapshot {
   std::span<const std::uint8_t> pageSums_;
   std::vector<std::span<const std::uint8_t>> sections_;
   mutable std::vector<std::uint8_t> checked_;  ///< of each page, 1 or 0
+};
+
+/// A snapshot that has yet to be written. The same input gives the same bytes.
+class NewSnapshot {
+ public:
+  /// `sections` without the key; they must outlive this.
+  NewSnapshot(FourCharCode kind, std::string_view key,
+              std::span<const std::span<const std::uint8_t>> sections);
+
+  /// One after the other.
+  [[nodiscard]] const std::vector<std::span<const std::uint8_t>>& parts() const { return parts_; }
+  /// The same in memory of its own.
+  [[nodiscard]] std::unique_ptr<FileData> joined() const;
+
+ private:
+  std::string key_;
+  std::vector<std::uint8_t> beforeBody_;
+  std::vector<std::span<const std::uint8_t>> parts_;
 };
 
 /// The numbers of one section. The snapshot must outlive this.
@@ -93,7 +105,7 @@ class Numbers {
   std::span<const std::uint8_t> bytes_;
 };
 
-/// The bytes of an array, for `Snapshot::make`.
+/// The bytes of an array, for a new snapshot.
 template <class Array>
 std::span<const std::uint8_t> asBytes(const Array& array) {
   return {reinterpret_cast<const std::uint8_t*>(array.data()), array.size() * sizeof(array[0])};

@@ -9,7 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "src/completion/FrequencyTable.h"
 #include "src/completion/Snapshot.h"
 #include "src/completion/TextList.h"
 
@@ -17,10 +16,6 @@ namespace quorvane {
 
 class WordTable {
  public:
-  /// `list`: the words of the word list, in its order, none of them twice.
-  static std::unique_ptr<FileData> make(const TextPile& list, const FrequencyTable& frequencies,
-                                        std::string_view key);
-
   /// As all that follows, throws DamagedSnapshot.
   WordTable(std::unique_ptr<FileData> file, std::string_view key);
 

@@ -1,9 +1,9 @@
+#include "src/completion/NewWordTable.h"
+
 #include <algorithm>
 
-#include "src/completion/KeySort.h"
+#include "src/completion/Snapshot.h"
 #include "src/completion/TextHead.h"
-#include "src/completion/WordTable.h"
-#include "src/completion/WordTable_Layout.h"
 
 namespace quorvane {
 namespace {
@@ -85,32 +85,6 @@ bool lieTogether(const std::vector<Keyed>& words) {
   return words.empty() || words.back().key - words.front().key <= INT32_MAX;
 }
 
-struct Blocks {
-  Indexes ranks;
-  std::vector<std::uint8_t> orders;
-  Indexes minima;
-};
-
-Blocks blocksOf(const std::vector<Keyed>& words, std::size_t size) {
-  Blocks blocks{Indexes(size, kNoRank), std::vector<std::uint8_t>(size),
-                Indexes((size + kBlock - 1) / kBlock, kNoRank)};
-  std::vector<std::size_t> filled(blocks.minima.size());
-  const auto putNext = [&](std::size_t index) {
-    const std::size_t block = index / kBlock;
-    blocks.orders[block * kBlock + filled[block]++] = static_cast<std::uint8_t>(index % kBlock);
-  };
-  for (std::uint32_t rank = 0; rank < words.size(); ++rank) {
-    const std::uint32_t index = words[rank].index;
-    blocks.ranks[index] = rank;
-    if (filled[index / kBlock] == 0) blocks.minima[index / kBlock] = rank;
-    putNext(index);
-  }
-  for (std::size_t index = 0; index < size; ++index) {
-    if (blocks.ranks[index] == kNoRank) putNext(index);
-  }
-  return blocks;
-}
-
 std::vector<std::uint64_t> headsOfBlocks(const TextPile& words) {
   std::vector<std::uint64_t> heads;
   for (std::size_t i = 0; i < words.size(); i += kBlock) heads.push_back(headOf(words[i]));
@@ -119,22 +93,48 @@ std::vector<std::uint64_t> headsOfBlocks(const TextPile& words) {
 
 }  // namespace
 
-std::unique_ptr<FileData> WordTable::make(const TextPile& list, const FrequencyTable& frequencies,
-                                          std::string_view key) {
-  const United united = unite(list, frequencies.words);
-  FrequencyTable made;
-  const bool isReady = isTableItself(united, frequencies);
-  if (!isReady) made = tableOf(united, list, frequencies);
-  const FrequencyTable& table = isReady ? frequencies : made;
-  const std::vector<Keyed> words = byRank(united.inList, table.frequencies, list.size());
-  const Blocks blocks = blocksOf(words, table.words.size());
-  const std::vector<std::uint64_t> heads = headsOfBlocks(table.words);
-  const Indexes ranked{lieTogether(words) ? 1U : 0U};
-  return Snapshot::make(
-      kWordTable, key,
-      {asBytes(table.words.bytes()), asBytes(table.words.offsets()), asBytes(blocks.ranks),
-       asBytes(blocks.orders), asBytes(blocks.minima), asBytes(heads), asBytes(table.frequencies),
-       asBytes(table.annotations.bytes()), asBytes(table.annotations.offsets()), asBytes(ranked)});
+NewWordTable::NewWordTable(const TextPile& list, FrequencyTable frequencies)
+    : table_(std::move(frequencies)) {
+  const United united = unite(list, table_.words);
+  if (!isTableItself(united, table_)) table_ = tableOf(united, list, table_);
+  blockHeads_ = headsOfBlocks(table_.words);
+  const std::vector<Keyed> words = byRank(united.inList, table_.frequencies, list.size());
+  ranked_ = {lieTogether(words) ? 1U : 0U};
+  rank(words);
+}
+
+void NewWordTable::rank(const std::vector<Keyed>& words) {
+  const std::size_t size = table_.words.size();
+  ranks_.assign(size, kNoRank);
+  orders_.resize(size);
+  blockMinima_.assign(blockHeads_.size(), kNoRank);
+  std::vector<std::size_t> filled(blockHeads_.size());
+  const auto putNext = [&](std::size_t index) {
+    const std::size_t block = index / kBlock;
+    orders_[block * kBlock + filled[block]++] = static_cast<std::uint8_t>(index % kBlock);
+  };
+  for (std::uint32_t rank = 0; rank < words.size(); ++rank) {
+    const std::uint32_t index = words[rank].index;
+    ranks_[index] = rank;
+    blockMinima_[index / kBlock] = std::min(blockMinima_[index / kBlock], rank);
+    putNext(index);
+  }
+  for (std::size_t index = 0; index < size; ++index) {
+    if (ranks_[index] == kNoRank) putNext(index);
+  }
+}
+
+std::vector<std::span<const std::uint8_t>> NewWordTable::sections() const {
+  return {asBytes(table_.words.bytes()),
+          asBytes(table_.words.offsets()),
+          asBytes(ranks_),
+          asBytes(orders_),
+          asBytes(blockMinima_),
+          asBytes(blockHeads_),
+          asBytes(table_.frequencies),
+          asBytes(table_.annotations.bytes()),
+          asBytes(table_.annotations.offsets()),
+          asBytes(ranked_)};
 }
 
 }  // namespace quorvane
