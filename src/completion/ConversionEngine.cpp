@@ -36,6 +36,7 @@ void putFirst(std::vector<std::u16string>& list, const std::u16string& text) {
 /// where that form is shorter than the typed text, and the entry with it.
 void restoreCase(std::vector<std::u16string>& list, const std::u16string& lowered,
                  const std::u16string& typedText) {
+  if (typedText == lowered) return;
   for (std::u16string& entry : list) {
     if (!entry.starts_with(lowered)) continue;
     if (entry.size() < typedText.size()) throw std::out_of_range("substringFromIndex:");
@@ -70,13 +71,17 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
   const std::u16string lowered = lowercaseString(typedText);
   if (lowered.empty()) return {};
   Words list = wordsByFrequency(lowered);
+  bool differ = !list.empty();  // as words of one list do
   if (list.empty()) list = getSuggestionOfSpellChecker(lowered);
   const auto substitution = substitutions_.find(lowered);
-  if (substitution != substitutions_.end()) list.insert(list.begin(), substitution->second);
+  if (substitution != substitutions_.end()) {
+    list.insert(list.begin(), substitution->second);
+    differ = false;
+  }
   cut(list);
   putFirst(list, lowered);
   restoreCase(list, lowered, typedText);
-  removeDuplicates(list);
+  if (!differ) removeDuplicates(list);
   return list;
 }
 

@@ -1,6 +1,7 @@
 #include "src/completion/WordTable.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 
 #include "src/completion/TextHead.h"
@@ -19,6 +20,8 @@ std::uint64_t nextOf(std::uint32_t rank, std::size_t place) {
 /// What isn't in the word list doesn't come at all.
 constexpr std::uint64_t kNothing = std::uint64_t{kNoRank} << 32;
 
+std::size_t placeOf(std::uint64_t next) { return static_cast<std::uint32_t>(next); }
+
 std::size_t blocksOf(std::size_t words) { return (words + kBlock - 1) / kBlock; }
 
 }  // namespace
@@ -36,19 +39,50 @@ WordTable::WordTable(std::unique_ptr<FileData> file, std::string_view key)
 
 bool WordTable::ranked() const { return ranked_[0] != 0; }
 
-// Each block has its words sorted by rank, so that they only need merging.
 std::vector<std::u16string> WordTable::firstWithPrefix(std::string_view prefix) const {
   const Run run = runOf(prefix);
+  const std::size_t count = std::min(kMost, run.end - run.first);
+  std::vector<std::u16string> result;
+  result.reserve(count + kRoomInFront);
+  const auto add = [&](std::size_t index) {
+    const std::string_view word = words_[index];
+    result.emplace_back(word.begin(), word.end());
+  };
+  if (run.end - run.first < kBlock) {
+    sortRun(run, add);
+  } else {
+    mergeBlocks(run, add);
+  }
+  return result;
+}
+
+/// Visits the words of a short run by rank.
+template <class Visit>
+void WordTable::sortRun(Run run, Visit visit) const {
+  std::array<Next, kBlock> words;
+  std::size_t size = 0;
+  for (const std::uint32_t rank : ranks_.slice(run.first, run.end - run.first)) {
+    words[size] = nextOf(rank, run.first + size);
+    ++size;
+  }
+  const auto sorted = std::span(words).first(size);
+  std::ranges::sort(sorted);
+  for (const Next next : sorted.first(std::min(size, kMost))) {
+    if (next < kNothing) visit(placeOf(next));
+  }
+}
+
+/// Visits the first words of a long run by rank. Each block has its words sorted, so that they only
+/// need merging.
+template <class Visit>
+void WordTable::mergeBlocks(Run run, Visit visit) const {
   std::vector<Next> heap = firstOfBlocks(run);
   std::ranges::make_heap(heap, std::greater());
-  std::vector<std::u16string> result;
-  result.reserve(std::min(kMost, run.end - run.first) + kRoomInFront);
-  while (!heap.empty() && result.size() < kMost) {
+  for (std::size_t count = 0; count < kMost && !heap.empty(); ++count) {
     std::ranges::pop_heap(heap, std::greater());
-    const std::size_t place = static_cast<std::uint32_t>(heap.back());
+    const std::size_t place = placeOf(heap.back());
     const std::size_t start = place - place % kBlock;
-    const std::string_view word = words_[start + orders_[place]];
-    result.emplace_back(word.begin(), word.end());
+    visit(start + orders_[place]);
     heap.back() = nextOfBlock(start, place - start + 1, run);
     if (heap.back() < kNothing) {
       std::ranges::push_heap(heap, std::greater());
@@ -56,7 +90,6 @@ std::vector<std::u16string> WordTable::firstWithPrefix(std::string_view prefix) 
       heap.pop_back();
     }
   }
-  return result;
 }
 
 /// Of each block that has part in the run.

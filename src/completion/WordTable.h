@@ -38,10 +38,14 @@ class WordTable {
     std::size_t end;
   };
   /// A word that may come next: its rank in the upper half, so that the least one comes first; in
-  /// the lower half its place when each block of words is sorted by rank.
+  /// the lower half its place, for `mergeBlocks` that when each block of words is sorted by rank.
   using Next = std::uint64_t;
 
   [[nodiscard]] Run runOf(std::string_view prefix) const;
+  template <class Visit>
+  void sortRun(Run run, Visit visit) const;
+  template <class Visit>
+  void mergeBlocks(Run run, Visit visit) const;
   [[nodiscard]] std::vector<Next> firstOfBlocks(Run run) const;
   [[nodiscard]] Next nextOfBlock(std::size_t start, std::size_t position, Run run) const;
 
