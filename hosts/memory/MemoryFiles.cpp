@@ -69,8 +69,8 @@ bool MemoryFileManager::writeToFile(const std::string& path,
 
 void MemoryFileManager::put(const std::string& path, std::string_view content) {
   const bool fails = std::exchange(writeFails, false);
-  const std::span<const std::uint8_t> bytes(
-      reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
+  const std::span<const std::uint8_t> bytes(reinterpret_cast<const std::uint8_t*>(content.data()),
+                                            content.size());
   writeToFile(path, {&bytes, 1});
   writeFails = fails;
 }
