@@ -13,7 +13,11 @@ bool NSMouseInRect(NSPoint point, const NSRect& rect) {
          point.y <= rect.y + rect.height;
 }
 
-double throughFloat(double value) { return static_cast<double>(static_cast<float>(value)); }
+// Volatile: g++ 12 optimises two such conversions side by side away, and the rounding with them.
+double throughFloat(double value) {
+  const volatile float rounded = static_cast<float>(value);
+  return static_cast<double>(rounded);
+}
 
 }  // namespace
 
