@@ -42,7 +42,7 @@ TEST_F(WordData, AFrequencyIsANumberOrDigitsAndAllElseIsNone) {
                                          {R"("")", 0},
                                          {"true", 1},
                                          {"null", 0},
-                                         {"[5]", 0},
+                                         {R"([5,"5"])", 0},
                                          {R"({"frequency":5})", 0},
                                          {R"(5,"frequency":null)", 0},
                                          {R"(7,"frequency":5,"frequencies":9)", 5}}) {
@@ -76,7 +76,7 @@ TEST_F(WordData, WhatHasAnotherShapeIsLeftOut) {
   }
   putWords(R"([{"word":{"translation":["a"]}}])");
   EXPECT_EQ(start().getTranslations(u"word"), Words{});
-  putWords(R"({"word":{"translation":["a"]},)");
+  putWords(R"({"word":{"translation":["a"]},"next":{})");
   EXPECT_EQ(start().getTranslations(u"word"), Words{}) << "half a file counts for nothing";
 }
 
@@ -131,8 +131,9 @@ TEST_F(WordData, WithoutAWholeWordListThereIsNoStart) {
 struct Snapshots : WordData {
   Snapshots() {
     std::string words = "{";
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < 150; ++i) {
       const std::string number = std::to_string(i);
+      listed.push_back(u"w" + std::u16string(number.begin(), number.end()));
       words += "\"w" + number + "\":{\"frequency\":" + number + ",\"translation\":[\"" +
                std::string(40, 't') + number + "\"]},";
     }
@@ -145,14 +146,15 @@ struct Snapshots : WordData {
   Words answers() {
     ConversionEngine& engine = start();
     Words all = engine.getCandidates(u"th");
-    for (const auto* word : {u"the", u"w0", u"w399"}) all.push_back(engine.getAnnotation(word));
+    for (const std::u16string& word : engine.sortWordsByFrequency(listed)) {
+      all.push_back(engine.getAnnotation(word));
+    }
     const Words suggestions = engine.getSuggestionOfSpellChecker(u"tthere");
     all.insert(all.end(), suggestions.begin(), suggestions.end());
-    const Words byFrequency = engine.sortWordsByFrequency({u"w5", u"w70", u"the"});
-    all.insert(all.end(), byFrequency.begin(), byFrequency.end());
     return all;
   }
 
+  Words listed{u"the"};
   Words truth;
 };
 
@@ -191,6 +193,14 @@ TEST_F(Snapshots, AreDoneWithoutWhereTheyCanNotBeWritten) {
   EXPECT_FALSE(host.files.has(kWordsSnapshot));
 }
 
+TEST_F(Snapshots, AreWrittenAgainAtTheStartAfterDamageWasMet) {
+  const std::string whole = snapshot(kWordsSnapshot);
+  host.files.damage(kWordsSnapshot, whole.find("old"), 'x');
+  EXPECT_EQ(start().getAnnotation(u"the"), u"old");
+  start();
+  EXPECT_TRUE(snapshot(kWordsSnapshot) == whole);
+}
+
 TEST_F(Snapshots, ThatAreDamagedAreMadeAnew) {
   std::mt19937 random(1);
   for (const char* path : {kWordsSnapshot, kCodesSnapshot}) {
@@ -200,15 +210,19 @@ TEST_F(Snapshots, ThatAreDamagedAreMadeAnew) {
       ASSERT_EQ(answers(), truth) << what << ", the next start";
     };
     // One byte: before the body noticed at the opening, within it when its page is asked for.
-    for (int i = 0; i < 150; ++i) {
-      const std::size_t at = i < 72 ? static_cast<std::size_t>(i) : random() % whole.size();
+    for (std::size_t i = 0; i < 120; ++i) {
+      std::size_t at = i < 60 ? i : random() % whole.size();
+      while (i >= 60 && whole[at] == 0) at = (at + 1) % whole.size();
       host.files.put(path, whole);
       host.files.damage(path, at, static_cast<std::uint8_t>(whole[at] ^ (1 << random() % 8)));
       expectMended("byte " + std::to_string(at));
     }
-    for (std::size_t size = 0; size < whole.size(); size += 1 + random() % 199) {
-      host.files.put(path, std::string_view(whole).substr(0, size));
-      expectMended("cut to " + std::to_string(size));
+    // Sections begin on pages.
+    for (std::size_t page = 0; page < whole.size(); page += 4096) {
+      for (const std::size_t size : {page, page + 1 + random() % (whole.size() - page) / 2}) {
+        host.files.put(path, std::string_view(whole).substr(0, size));
+        expectMended("cut to " + std::to_string(size));
+      }
     }
     host.files.put(path, whole + "more");
     expectMended("too long");
