@@ -28,9 +28,10 @@ SystemOptions withLog(SystemOptions options, int log, bool wanted) {
   return options;
 }
 
-/// The digit that takes it: counted from the first to be seen in a column, which scrolls along with
-/// the digits, and from the first of all in a row.
-char labelOf(std::size_t index) { return index < 9 ? static_cast<char>('1' + index) : ' '; }
+constexpr std::size_t kDigits = 9;
+
+/// The digit that takes it, after moves by the arrows alone.
+char labelOf(std::size_t index) { return index < kDigits ? static_cast<char>('1' + index) : ' '; }
 
 }  // namespace
 
@@ -161,9 +162,13 @@ std::optional<PanelView> DeskSession::panel() {
   const bool column = panel->panelType() == IMKCandidatePanelType::SingleColumnScrolling;
   PanelView view{.column = column, .entries = {}, .frame = panel->candidateFrame()};
   const std::size_t first = panel->firstShown();
+  // In a column that has scrolled the digits count from its first row only while the highlight is
+  // in the last; in a row always from the beginning of the list.
+  const bool hasDigits = !column || first == 0 || panel->highlighted() == first + kDigits - 1;
   for (std::size_t i = 0; i < panel->shown().size(); ++i) {
     const bool highlighted = panel->highlighted() == first + i;
-    view.entries.push_back({labelOf(column ? i : first + i), panel->shown()[i], highlighted});
+    const char label = hasDigits ? labelOf(column ? i : first + i) : ' ';
+    view.entries.push_back({label, panel->shown()[i], highlighted});
   }
   return view;
 }
