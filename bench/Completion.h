@@ -10,4 +10,12 @@ namespace quorvane::bench {
 bool registerCompletion();
 void printCompletion(const Ratios& ratios);
 
+// Their parts. Loading comes first: it measures memory while there is little of it.
+void registerLoading();
+void registerLists();
+void registerFallback();
+void printLoading(const Ratios& ratios);
+void printLists(const Ratios& ratios);
+void printFallback(const Ratios& ratios);
+
 }  // namespace quorvane::bench
