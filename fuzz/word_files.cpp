@@ -50,9 +50,7 @@ void checkFiles(Input input) {
 void checkSnapshot(Input input) {
   std::vector<Bytes> sections;
   for (int i = 0; i < 10; ++i) sections.push_back(input.take(input.half() % 2048));
-  auto file = Snapshot::make(kWordTable, "key",
-                             {sections[0], sections[1], sections[2], sections[3], sections[4],
-                              sections[5], sections[6], sections[7], sections[8], sections[9]});
+  auto file = NewSnapshot(kWordTable, "key", sections).joined();
   try {
     const WordTable table(std::move(file), "key");
     static_cast<void>(table.ranked());
