@@ -16,7 +16,8 @@ struct Line {
 
 std::optional<std::vector<Statement>> parseStatements(Words words, const Line& line);
 
-// The placeholders. Each takes its words off `rest`; false: they aren't of its kind.
+// A function for each word in capitals: takes its words off `rest`; false: they are of another
+// kind.
 
 bool takeText(Words& rest, Argument& argument) {
   if (!rest.front().quoted) return false;
