@@ -10,13 +10,9 @@
 namespace quorvane::test {
 namespace {
 
-constexpr std::uint32_t kScanMask = 0x10000;
-
 class ToolCalls : public BridgeTest {
  protected:
   MessageSendState& sending() { return process.state<MessageSendState>(); }
-  /// Ticks on the clock of the host, which one reading may move a little.
-  [[nodiscard]] std::uint64_t ticks() const { return ticksFromAbsoluteTime(host.clock.now()); }
   /// The calls, without the run of clock readings and the numbers of the segments.
   Lines calls() {
     Lines names;
@@ -80,28 +76,6 @@ TEST_F(ToolCalls, WindowsAreClosedByBitsOfTheirOwnAndOneCommand) {
   Do_BIMCancelPopupWindowSession(process);
   EXPECT_EQ(app.field(1), 3u);
   EXPECT_EQ(app.command()[0], 104u);
-}
-
-TEST_F(ToolCalls, WithoutTheRecordNothingWaits) {
-  Do_BIMCancelWindowSession(process);
-  EXPECT_TRUE(logged("No Shared Mem (Do_Check_ToolCRecPtr_USEFLAGS2)"));
-  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, 108);
-  Do_checktypingSentScan(process);
-  EXPECT_EQ(host.log.lines.back(), "Failed to open com bridge");
-}
-
-TEST_F(ToolCalls, TheSentenceScanOpensTheRecordWakesAndThenAsks) {
-  launchKnown();
-  app.answerScan({.afterTicks = 2, .action = {}});
-  Do_checktypingSentScan(process);
-  EXPECT_EQ(calls(), (Lines{"shmget 880 376", "shmat", "WakeUpProcess", "shmget 896 408", "shmat",
-                            "menuBarOwningApplication", "shmdt", "mach_absolute_time"}));
-  app.ignoreScan();
-  host.log.lines.clear();
-  const std::uint64_t start = ticks();
-  Do_checktypingSentScan(process);
-  EXPECT_EQ(ticks() - start, 6u);
-  EXPECT_EQ(host.log.lines.back(), "***** Shared AEToolEventSelectStruct");  // silent
 }
 
 TEST_F(ToolCalls, TheMenuBufferIsCopiedWhereItHasData) {

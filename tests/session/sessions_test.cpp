@@ -126,20 +126,6 @@ TEST_F(Sessions, WithoutTextEveryOperationOnItDoesNothing) {
   EXPECT_EQ(method.document.text(), u"abc ");
 }
 
-TEST_F(Sessions, BackspaceInsideTheTextShiftsAndAtItsEndLeavesTheByte) {
-  method.type("hello");
-  const auto& text = *method.session().sessionText;
-  BIMHandleInput(method.process, &method.session(), kBackspaceKey);
-  EXPECT_EQ(method.session().length, 4u);
-  EXPECT_EQ(text[4], 'o');
-  BIMHandleInput(method.process, &method.session(), kLeftArrowKey);
-  BIMHandleInput(method.process, &method.session(), kBackspaceKey);
-  EXPECT_EQ(method.sessionText(), "hel");
-  EXPECT_EQ(text[3], 'o') << "what lay behind the end moves along";
-  EXPECT_EQ(text[4], 0);
-  EXPECT_EQ(method.session().cursor, 2u);
-}
-
 TEST_F(Suspension, ComparesTheLow16BitsOfTheSessionAndEndsForAnother) {
   auto& main = method.host.mainApplication;
   method.type("a");
