@@ -86,11 +86,13 @@ void Subject::deliver(const NSEvent& event, const field::Delivery& how) {
   checkLaw();
 }
 
-// Of all keys only the one key down that the start claims for itself is consumed.
+// Of all keys only the one key down that the start claims for itself is consumed, and what
+// completion takes: a word being typed is marked text before or behind the key.
 void Subject::checkDelivered(const NSEvent& event, bool consumed, const Sight& before) {
   const bool ours = before.firstKeyIsOurs && event.type == NSEventType::KeyDown;
-  require(consumed == ours, "nothing but the claimed key is consumed");
-  checkDocument(event, consumed, before);
+  const bool completing = before.marked || look().marked || event.type == NSEventType::FlagsChanged;
+  require(consumed == ours || completing, "nothing but the claimed key is consumed");
+  if (!completing) checkDocument(event, consumed, before);
   checkToolRecord(before);
 }
 
@@ -98,7 +100,7 @@ void Subject::checkDocument(const NSEvent& event, bool consumed, const Sight& be
   const field::Document& document = *host.text.focused();
   const std::uint64_t changes = document.clientChanges() - before.clientChanges;
   require(changes <= before.parked, "an event changes a document by what was parked");
-  if (changes != 0 || before.marked) return;
+  if (changes != 0) return;
   if (consumed) {
     require(document.text() == before.text, "a consumed key changes no document");
   } else if (isPlainCharacter(event)) {
