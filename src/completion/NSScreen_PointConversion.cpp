@@ -15,7 +15,7 @@ bool NSMouseInRect(NSPoint point, const NSRect& rect) {
 
 // Volatile: g++ 12 optimises two such conversions side by side away, and the rounding with them.
 double throughFloat(double value) {
-  const volatile float rounded = static_cast<float>(value);
+  const volatile auto rounded = static_cast<float>(value);
   return static_cast<double>(rounded);
 }
 
