@@ -57,13 +57,6 @@ class RecordedPort : public InputMethodPort {
 
 class CheckerConversation : public testing::Test {
  protected:
-  CheckerConversation() { begin({}, true); }
-
-  void begin(const CheckerOptions& options, bool textsBeganWithUs) {
-    conversation.emplace(Segments{tool, text, command}, &spelling, clock, port, options,
-                         textsBeganWithUs, Listener{});
-  }
-
   /// What the input method does at the key that is the last of `typed`.
   void scan(std::string_view typed, std::uint32_t change = 0) {
     TextRecord record{{typed.begin(), typed.end()}, typed.size(), 0};
@@ -73,7 +66,7 @@ class CheckerConversation : public testing::Test {
     fields.put(At::SessionChange, change);
     fields.put(At::Requests, kScanBit);
     fields.put(At::ScanFlags, kScanBit);
-    conversation->poll();
+    conversation.poll();
   }
 
   [[nodiscard]] std::string published() const {
@@ -92,7 +85,7 @@ class CheckerConversation : public testing::Test {
   TurnedClock clock;
   OneMistake spelling;
   RecordedPort port;
-  std::optional<Conversation> conversation;
+  Conversation conversation{Segments{tool, text, command}, &spelling, clock, port, {}, true, {}};
 };
 
 TEST_F(CheckerConversation, AFixIsWrittenThenSentThenTheBitsAreCleared) {
@@ -116,7 +109,7 @@ TEST_F(CheckerConversation, ALateFixIsDroppedWholeAndTheScanStillEnds) {
   spelling.thinking = [&] { clock.now += 60 * kMillisecond; };
   scan("teh ");
   EXPECT_FALSE(answered()) << "looked at anew, since another scan may have begun";
-  conversation->poll();
+  conversation.poll();
   EXPECT_TRUE(answered());
   EXPECT_EQ(published(), "teh ");
   EXPECT_EQ(fields.get(At::BufferChanged), 0U);
@@ -132,7 +125,7 @@ TEST_F(CheckerConversation, AScanThatEndsMeanwhileTakesItsFixAlong) {
   scan("teh ");
   EXPECT_EQ(published(), "teh ");
   EXPECT_TRUE(port.sent.empty());
-  conversation->poll();
+  conversation.poll();
   EXPECT_TRUE(answered()) << "the request bit that nobody waits for goes, too";
 }
 
@@ -160,14 +153,6 @@ TEST_F(CheckerConversation, ChangeCodesAreZeroedAndLeaveTheNextWordAlone) {
   EXPECT_EQ(port.sent.size(), 3U) << "a cursor moved left hides nothing";
 }
 
-TEST_F(CheckerConversation, TheFirstWordAfterALateStartIsLeftAlone) {
-  begin({}, false);
-  scan("teh ");
-  scan("teh teh ");
-  EXPECT_EQ(published(), "teh the ");
-  EXPECT_EQ(port.sent.size(), 1U);
-}
-
 TEST_F(CheckerConversation, SwitchesTurnSpellingOffButEveryScanEnds) {
   for (const std::uint32_t off : {0x11831U, 0x11873U, 0U}) {
     flags = off;
@@ -184,23 +169,10 @@ TEST_F(CheckerConversation, OtherRequestsEndAndAClickIsNeverOurs) {
   std::memcpy(command.data(), &judgeClick, sizeof(judgeClick));
   fields.put(At::MousePoint, 0x00100010);
   fields.put(At::Requests, 1U << 17 | 1U << 3);
-  EXPECT_TRUE(conversation->poll());
+  EXPECT_TRUE(conversation.poll());
   EXPECT_EQ(fields.get(At::Requests), 0U);
   EXPECT_EQ(fields.get(At::MousePoint), 0U);
-  EXPECT_FALSE(conversation->poll());
-}
-
-TEST_F(CheckerConversation, OtherManners) {
-  begin({.manner = Manner::Silent}, true);
-  scan("teh ");
-  EXPECT_EQ(fields.get(At::ScanFlags), kScanBit);
-
-  begin({.manner = Manner::Stale}, true);
-  scan("teh ");
-  EXPECT_TRUE(port.sent.empty()) << "nothing before it to answer with";
-  scan("teh cat ");
-  EXPECT_EQ(published(), "the ");
-  EXPECT_EQ(port.sent.size(), 1U);
+  EXPECT_FALSE(conversation.poll());
 }
 
 }  // namespace
