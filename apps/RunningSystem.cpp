@@ -57,6 +57,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
                                                          std::uint8_t{options.vertical},
                                                          std::uint8_t{options.shiftToggle}};
   host_.serve(textApplication_);
+  events_.reaches = [this](const ProcessSerialNumber& psn) { return isOwnProcess(psn); };
   textApplication_.setController(&controller_);
   watchSignals();
   held_.reset();
@@ -87,8 +88,14 @@ Platform RunningSystem::platform() {
           .textEncoding = host.textEncoding,
           .textInputSources = host.textInputSources,
           .textServicesManager = host.textServicesManager,
+          .unicodeUtilities = host.unicodeUtilities,
           .userDefaults = host.userDefaults,
           .workspace = host.workspace};
+}
+
+bool RunningSystem::isOwnProcess(const ProcessSerialNumber& psn) {
+  ProcessSerialNumber own;
+  return process_.platform().processManager.GetCurrentProcess(own) == noErr && psn == own;
 }
 
 void RunningSystem::watchSignals() {

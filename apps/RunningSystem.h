@@ -51,6 +51,7 @@ class RunningSystem {
 
  private:
   [[nodiscard]] Platform platform();
+  [[nodiscard]] bool isOwnProcess(const ProcessSerialNumber& psn);
   void watchSignals();
   void interrupted(int signal);
   void awaitStandIn();

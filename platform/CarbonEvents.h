@@ -1,6 +1,7 @@
 #pragma once
 // Carbon events: the record behind a key event, and the few questions asked of the event manager.
 
+#include <array>
 #include <optional>
 
 #include "platform/MacTypes.h"
@@ -39,6 +40,9 @@ struct CarbonEvent {
 
 using EventRef = const CarbonEvent*;
 
+/// A bit for each key code: bit `code & 7` of byte `code >> 3`.
+using KeyMap = std::array<std::uint8_t, 16>;
+
 class CarbonEvents {
  public:
   virtual ~CarbonEvents() = default;
@@ -48,6 +52,8 @@ class CarbonEvents {
                            CarbonEvent& event) = 0;
   /// The modifiers held at this moment, in the classic mask.
   virtual std::uint32_t GetCurrentKeyModifiers() = 0;
+  /// The keys held at this moment.
+  virtual void GetKeys(KeyMap& keys) = 0;
   /// True where the user has asked to stop (Command-period). The caller may ignore it.
   virtual bool CheckEventQueueForUserCancel() = 0;
 };

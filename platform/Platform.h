@@ -22,6 +22,7 @@
 #include "platform/TextEncoding.h"
 #include "platform/TextInputSources.h"
 #include "platform/TextServicesManager.h"
+#include "platform/UnicodeUtilities.h"
 #include "platform/Workspace.h"
 
 namespace quorvane {
@@ -49,6 +50,7 @@ struct Platform {
   TextEncoding& textEncoding;
   TextInputSources& textInputSources;
   TextServicesManager& textServicesManager;
+  UnicodeUtilities& unicodeUtilities;
   UserDefaults& userDefaults;
   Workspace& workspace;
 };

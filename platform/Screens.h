@@ -18,6 +18,11 @@ class Screens {
   /// +[NSEvent mouseLocation], in the coordinates of `screens`.
   virtual NSPoint mouseLocation() = 0;
   virtual std::int32_t CGShieldingWindowLevel() = 0;
+  virtual std::uint32_t CGMainDisplayID() = 0;
+  /// Empty for a display that isn't there.
+  virtual NSRect CGDisplayBounds(std::uint32_t display) = 0;
+  /// In screen points.
+  virtual OSStatus GetThemeMenuBarHeight(std::int16_t& height) = 0;
 };
 
 }  // namespace quorvane

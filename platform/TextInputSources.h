@@ -2,7 +2,6 @@
 // Text Input Sources: registering and choosing the input method.
 
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -14,6 +13,8 @@ struct TISInputSource {
   std::string kTISPropertyInputSourceID;
   std::string kTISPropertyLocalizedName;
   bool kTISPropertyInputSourceIsSelectCapable = false;
+  /// As platform/UCKeyboardLayout.h describes it; null for an input method.
+  std::shared_ptr<const std::vector<std::uint8_t>> kTISPropertyUnicodeKeyLayoutData;
 };
 using TISInputSourceRef = std::shared_ptr<TISInputSource>;
 
@@ -29,6 +30,9 @@ class TextInputSources {
   virtual OSStatus TISSelectInputSource(TISInputSource& source) = 0;
   /// Null where there is none.
   virtual TISInputSourceRef TISCopyCurrentKeyboardInputSource() = 0;
+  /// The layout in force, or, where that can't type ASCII, the one that stands in for it. Looked up
+  /// anew at each call. Null where there is none.
+  virtual TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource() = 0;
 };
 
 }  // namespace quorvane

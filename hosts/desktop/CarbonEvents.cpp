@@ -11,4 +11,12 @@ bool CarbonEvents::CreateEvent(FourCharCode eventClass, std::uint32_t kind, doub
   return true;
 }
 
+std::uint32_t CarbonEvents::GetCurrentKeyModifiers() {
+  return application_ != nullptr ? application_->currentKeyModifiers() : 0;
+}
+
+void CarbonEvents::GetKeys(KeyMap& keys) {
+  keys = application_ != nullptr ? application_->heldKeys() : KeyMap{};
+}
+
 }  // namespace quorvane::desktop

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hosts/field/TextApplication.h"
 #include "platform/CarbonEvents.h"
 
 namespace quorvane::desktop {
@@ -8,14 +9,15 @@ class CarbonEvents final : public quorvane::CarbonEvents {
  public:
   bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
                    CarbonEvent& event) override;
-  std::uint32_t GetCurrentKeyModifiers() override { return modifiers_; }
+  std::uint32_t GetCurrentKeyModifiers() override;
+  void GetKeys(KeyMap& keys) override;
   bool CheckEventQueueForUserCancel() override { return false; }
 
-  /// Told by the host that delivers keys, in the classic mask.
-  void setCurrentKeyModifiers(std::uint32_t modifiers) { modifiers_ = modifiers; }
+  /// Whose keys are asked about; until then none is held. It outlives the last question.
+  void connect(const field::TextApplication& application) { application_ = &application; }
 
  private:
-  std::uint32_t modifiers_ = 0;
+  const field::TextApplication* application_ = nullptr;
 };
 
 }  // namespace quorvane::desktop

@@ -42,6 +42,7 @@ void DesktopHost::cleanUp() {
 }
 
 void DesktopHost::serve(field::TextApplication& application) {
+  carbonEvents_.connect(application);
   inputMethodKit_.connect(
       application, [this] { return screens_.screens(); },
       [this] { return application_.operatingSystemVersion(); });

@@ -17,8 +17,17 @@ class Screens final : public quorvane::Screens {
     return {screen_.x + screen_.width / 2, screen_.y + screen_.height / 2};
   }
   std::int32_t CGShieldingWindowLevel() override { return 2147483628; }
+  std::uint32_t CGMainDisplayID() override { return kMainDisplay; }
+  NSRect CGDisplayBounds(std::uint32_t display) override {
+    return display == kMainDisplay ? screen_ : NSRect{};
+  }
+  OSStatus GetThemeMenuBarHeight(std::int16_t& height) override {
+    height = 0;
+    return noErr;
+  }
 
  private:
+  static constexpr std::uint32_t kMainDisplay = 1;
   NSRect screen_;
 };
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <optional>
 
 #include "platform/AppKitEvents.h"
@@ -10,12 +11,25 @@
 
 namespace quorvane::field {
 
-/// The HID system of a text-field application: what is posted comes back as events. Flags changed
-/// has the flags, key code 0 and no characters; a key has its code and what the keyboard makes of
-/// it. Any other type or version is refused with a nonzero result, and so are flags that don't come
-/// as the global ones.
+/// Quartz and the HID system of a text-field application: what is posted comes back as events, in
+/// order. A key has its code, its flags and what it types; a modifier key comes as flags changed.
+/// Mouse moves go nowhere. Of the device route any other type or version is refused with a nonzero
+/// result, and so are flags that don't come as the global ones.
 class EventQueue : public EventPosting {
  public:
+  CGEventSourceRef CGEventSourceCreate(std::int32_t stateID) override;
+  CGEventRef CGEventCreate(CGEventSource* source) override;
+  CGEventRef CGEventCreateKeyboardEvent(CGEventSource* source, std::uint16_t virtualKey,
+                                        bool keyDown) override;
+  CGEventRef CGEventCreateMouseEvent(CGEventSource* source, CGEventType type, NSPoint location,
+                                     std::uint32_t button) override;
+  NSPoint CGEventGetLocation(const CGEvent* event) override;
+  void CGEventSetFlags(CGEvent* event, std::uint64_t flags) override;
+  void CGEventKeyboardSetUnicodeString(CGEvent* event, std::u16string_view text) override;
+  void CGEventPostToPSN(const ProcessSerialNumber& psn, const CGEvent* event) override;
+  void CGEventPost(std::uint32_t tap, const CGEvent* event) override;
+  void CGInhibitLocalEvents(bool /*inhibit*/) override {}
+  void CGEnableEventStateCombining(bool /*combine*/) override {}
   std::uint32_t IOServiceOpen() override { return 1; }
   std::int32_t IOHIDPostEvent(std::uint32_t connection, std::uint32_t type,
                               const NXKeyEventData& data, std::uint32_t version,
@@ -26,7 +40,15 @@ class EventQueue : public EventPosting {
   [[nodiscard]] std::size_t size() const { return events_.size(); }
   void clear() { events_.clear(); }
 
+  /// Whether the text fields are that process's. What is posted to any other is lost here.
+  std::function<bool(const ProcessSerialNumber&)> reaches = [](const ProcessSerialNumber& psn) {
+    return psn != ProcessSerialNumber{};
+  };
+  std::function<NSPoint()> mouseLocation = [] { return NSPoint{}; };
+
  private:
+  void push(const CGEvent* event);
+
   std::deque<NSEvent> events_;
 };
 

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "hosts/field/KeyTable.h"
+#include "hosts/keyboard/SpecialKeys.h"
 
 namespace quorvane::field {
 namespace {
@@ -166,6 +167,7 @@ Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool 
   Document* const document = focused_;
   if (!document) return Outcome::PassedOn;
   modifiers_ = classicModifiers(event.modifierFlags);
+  if (!posted) noteHeldKey(event);
   Progress progress(*this, *document);
   const Outcome outcome = offer(event, how, progress);
   if (outcome == Outcome::PassedOn || outcome == Outcome::PassedAfterError) {
@@ -173,6 +175,17 @@ Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool 
   }
   if (trace) trace({event, outcome, progress.calls, posted});
   return outcome;
+}
+
+void TextApplication::noteHeldKey(const NSEvent& event) {
+  const std::uint32_t modifier = keyboard::modifierFlagOf(event.keyCode);
+  const bool down = event.type == NSEventType::FlagsChanged ? (event.modifierFlags & modifier) != 0
+                                                            : event.type == NSEventType::KeyDown;
+  const std::size_t byte = event.keyCode >> 3;
+  if (isMouse(event.type) || byte >= heldKeys_.size()) return;
+  const auto bit = static_cast<std::uint8_t>(1U << (event.keyCode & 7U));
+  heldKeys_[byte] =
+      static_cast<std::uint8_t>(down ? heldKeys_[byte] | bit : heldKeys_[byte] & ~bit);
 }
 
 Outcome TextApplication::offer(NSEvent event, const Delivery& how, Progress& progress) {

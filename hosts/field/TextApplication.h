@@ -85,6 +85,8 @@ class TextApplication {
   [[nodiscard]] Clipboard& clipboard() { return *clipboard_; }
   /// Modifiers of the latest event in the classic mask.
   [[nodiscard]] std::uint32_t currentKeyModifiers() const { return modifiers_; }
+  /// The keys that are down, posted ones aside.
+  [[nodiscard]] const KeyMap& heldKeys() const { return heldKeys_; }
   /// What went wrong: exceptions of the controller and floods of posted events; the latest hundred.
   [[nodiscard]] const std::vector<std::string>& errors() const { return errors_; }
 
@@ -105,6 +107,7 @@ class TextApplication {
   void askRecognizedEvents();
   [[nodiscard]] CarbonEvent carbonEvent(const NSEvent& event, const Delivery& how);
   Outcome handle(const NSEvent& event, const Delivery& how, bool posted);
+  void noteHeldKey(const NSEvent& event);
   Outcome offer(NSEvent event, const Delivery& how, Progress& progress);
   void passOn(const NSEvent& event, Document& document) const;
   void recordError(std::string message);
@@ -118,6 +121,7 @@ class TextApplication {
   Document* focused_ = nullptr;
   std::uint32_t recognizedEvents_ = 0;
   std::uint32_t modifiers_ = 0;
+  KeyMap heldKeys_{};
   std::optional<std::uint64_t> clickIndex_;  ///< while a click is under way
   Progress* progress_ = nullptr;             ///< the innermost event being handled
   std::vector<std::string> errors_;

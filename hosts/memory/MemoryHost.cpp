@@ -4,6 +4,12 @@ namespace quorvane::memory {
 
 MemoryHost::MemoryHost() {
   carbonEvents.latestModifiers = [this] { return text.currentKeyModifiers(); };
+  carbonEvents.heldKeys = [this] { return text.heldKeys(); };
+  queue.mouseLocation = [this] { return screens.mouse; };
+  // The documents are those of whatever is in front.
+  queue.reaches = [this](const ProcessSerialNumber& psn) {
+    return psn != ProcessSerialNumber{} && psn == processes.front();
+  };
   inputMethodKit.connect(
       text, [this] { return std::span<const NSRect>(screens.frames); },
       [this] { return application.systemVersion; });
@@ -41,6 +47,7 @@ Platform MemoryHost::platform() {
       .textEncoding = textEncoding,
       .textInputSources = textInputSources,
       .textServicesManager = textServicesManager,
+      .unicodeUtilities = unicodeUtilities,
       .userDefaults = userDefaults,
       .workspace = processes,
   };

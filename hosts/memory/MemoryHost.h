@@ -19,6 +19,7 @@
 #include "hosts/memory/MemorySharedMemory.h"
 #include "hosts/memory/MemorySpellChecker.h"
 #include "hosts/memory/MemoryTextServices.h"
+#include "hosts/memory/MemoryUnicodeUtilities.h"
 #include "hosts/script/DuktapeScriptHost.h"
 #include "platform/Platform.h"
 
@@ -57,6 +58,7 @@ class MemoryHost {
   MemoryTextEncoding textEncoding{journal};
   MemoryTextInputSources textInputSources{journal};
   MemoryTextServicesManager textServicesManager{journal};
+  MemoryUnicodeUtilities unicodeUtilities{journal};
   field::EventQueue queue;
   MemoryEventPosting eventPosting{journal, queue};
   MemoryCarbonEvents carbonEvents{journal};

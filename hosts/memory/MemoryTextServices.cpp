@@ -7,6 +7,7 @@ namespace {
 constexpr OSStatus kPropertyNotFound = -2537;
 constexpr OSStatus kParameterError = -50;
 constexpr std::int32_t kShieldingWindowLevel = 2147483628;
+constexpr std::uint32_t kMainDisplay = 1;
 }  // namespace
 
 std::uint64_t MemoryTextServicesManager::TSMGetActiveDocument() {
@@ -87,6 +88,11 @@ TISInputSourceRef MemoryTextInputSources::TISCopyCurrentKeyboardInputSource() {
   return current;
 }
 
+TISInputSourceRef MemoryTextInputSources::TISCopyCurrentASCIICapableKeyboardLayoutInputSource() {
+  journal_.call("TISCopyCurrentASCIICapableKeyboardLayoutInputSource");
+  return layout;
+}
+
 OSStatus MemoryTextInputSources::known(const TISInputSource& source) const {
   const bool found = std::any_of(
       installed.begin(), installed.end(),
@@ -112,6 +118,22 @@ NSPoint MemoryScreens::mouseLocation() {
 std::int32_t MemoryScreens::CGShieldingWindowLevel() {
   journal_.count();
   return kShieldingWindowLevel;
+}
+
+std::uint32_t MemoryScreens::CGMainDisplayID() {
+  journal_.count();
+  return kMainDisplay;
+}
+
+NSRect MemoryScreens::CGDisplayBounds(std::uint32_t display) {
+  journal_.call("CGDisplayBounds");
+  return display == kMainDisplay && !frames.empty() ? frames.front() : NSRect{};
+}
+
+OSStatus MemoryScreens::GetThemeMenuBarHeight(std::int16_t& height) {
+  journal_.call("GetThemeMenuBarHeight");
+  height = menuBarHeight;
+  return noErr;
 }
 
 std::ptrdiff_t MemoryTextEncoding::TECConvertText(std::span<const std::uint8_t> roman,

@@ -42,11 +42,13 @@ class MemoryTextInputSources : public TextInputSources {
   OSStatus TISDisableInputSource(TISInputSource& source) override;
   OSStatus TISSelectInputSource(TISInputSource& source) override;
   TISInputSourceRef TISCopyCurrentKeyboardInputSource() override;
+  TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource() override;
 
   OSStatus registerResult = noErr;
   std::vector<TISInputSourceRef> installed;
   std::set<const TISInputSource*> enabled;
   TISInputSourceRef current;
+  TISInputSourceRef layout;  ///< null: there is none
 
  private:
   OSStatus known(const TISInputSource& source) const;
@@ -61,10 +63,14 @@ class MemoryScreens : public Screens {
   NSRect HIWindowGetAvailablePositioningBounds() override;
   NSPoint mouseLocation() override;
   std::int32_t CGShieldingWindowLevel() override;
+  std::uint32_t CGMainDisplayID() override;
+  NSRect CGDisplayBounds(std::uint32_t display) override;
+  OSStatus GetThemeMenuBarHeight(std::int16_t& height) override;
 
   std::vector<NSRect> frames{{0, 0, 1440, 900}};
   NSRect positioningBounds{0, 22, 1440, 878};
   NSPoint mouse{720, 450};
+  std::int16_t menuBarHeight = 22;
 
  private:
   MemoryJournal& journal_;

@@ -1,0 +1,42 @@
+#pragma once
+// Pressing the paste keys in a client, at the main application's request: it has filled the
+// clipboard, which isn't touched here. The keys go by position, whatever the layout.
+
+#include <cstdint>
+#include <span>
+
+#include "src/base/Process.h"
+
+namespace quorvane {
+
+struct PasteState {
+  /// The client that the last paste message named; 0: none.
+  std::int32_t ToolCRecPtr_QORVSTATUS_returnPid = 0;
+};
+
+/// Where a chord goes. All 0: nowhere.
+struct PasteTarget {
+  ProcessSerialNumber psn;
+  std::int32_t pid = 0;  ///< counts before `psn`
+};
+
+/// Only the signature is compared.
+struct ProcessEntry {
+  std::uint32_t processType = 0;
+  FourCharCode signature = 0;
+  std::int32_t pid = 0;
+};
+
+void Post_Paste_CommandKey(Process& process, std::int32_t pid);
+void Post_SpecialPaste_CommandKey(Process& process, std::int32_t pid);
+void Post_PasteKeyEvent(Process& process, std::uint16_t modifierWord);
+/// 1 where the process id of the message leads there, else the signature looked for last.
+std::uint32_t GetEventProcessSerial(Process& process, ProcessSerialNumber& psn, std::int32_t& pid);
+/// 1 with `psn` at the first process that has one of the signatures; 0: there is none.
+std::int32_t FINDAPPPROCESS(Process& process, ProcessSerialNumber& psn, ProcessInfoRec& info,
+                            std::span<const ProcessEntry> entries);
+void CGEventPost_Character(Process& process, const CGEvent* event, const ProcessSerialNumber& psn,
+                           std::int32_t pid);
+void u2sleep(Process& process, std::uint32_t microseconds);
+
+}  // namespace quorvane
