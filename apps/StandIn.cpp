@@ -5,19 +5,30 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <ctime>
+#include <string>
 #include <system_error>
+#include <vector>
 
 #include "apps/EndSignals.h"
 
 namespace quorvane {
 namespace {
 
-/// Between fork and exec: only calls that are safe there.
-[[noreturn]] void becomeStandIn(pid_t parent, StandIn::Talk talk) {
+std::vector<std::string> commandLine(StandIn::Talk talk, const checker::CheckerOptions& options) {
+  std::vector<std::string> words{"quorvane", "checker", "--smart-characters",
+                                 std::to_string(options.smartCharacters)};
+  if (options.popup) words.emplace_back("--popup");
+  if (options.controlDigits) words.emplace_back("--control-digits");
+  if (options.documentWindow) words.emplace_back("--document-window");
+  if (talk == StandIn::Talk::LogWithText) words.emplace_back("--show-private");
+  return words;
+}
+
+/// Between fork and exec: only calls that are safe there. `arguments` ends with null.
+[[noreturn]] void becomeStandIn(pid_t parent, StandIn::Talk talk, char* const* arguments) {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
   if (::getppid() != parent) ::_exit(1);
   const sigset_t heldByParent = endSignals();
@@ -26,13 +37,7 @@ namespace {
   ::dup2(nothing, STDIN_FILENO);
   if (talk == StandIn::Talk::None) ::dup2(nothing, STDERR_FILENO);
   ::dup2(STDERR_FILENO, STDOUT_FILENO);
-  std::array<char, 9> name{"quorvane"};
-  std::array<char, 8> command{"checker"};
-  std::array<char, 15> showPrivate{"--show-private"};
-  const bool text = talk == StandIn::Talk::LogWithText;
-  std::array<char*, 4> arguments{name.data(), command.data(), text ? showPrivate.data() : nullptr,
-                                 nullptr};
-  ::execv("/proc/self/exe", arguments.data());
+  ::execv("/proc/self/exe", arguments);
   ::_exit(127);
 }
 
@@ -43,14 +48,18 @@ void waitTenMilliseconds() {
 
 }  // namespace
 
-StandIn::StandIn(Talk talk) {
+StandIn::StandIn(Talk talk, const checker::CheckerOptions& options) {
+  std::vector<std::string> words = commandLine(talk, options);
+  std::vector<char*> arguments;
+  for (std::string& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
   const pid_t parent = ::getpid();
   pid_ = ::fork();
   if (pid_ < 0) {
     throw std::system_error(errno, std::generic_category(),
                             "can't start the stand-in main application");
   }
-  if (pid_ == 0) becomeStandIn(parent, talk);
+  if (pid_ == 0) becomeStandIn(parent, talk, arguments.data());
 }
 
 bool StandIn::reap(int options) {

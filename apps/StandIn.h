@@ -3,6 +3,8 @@
 
 #include <sys/types.h>
 
+#include "tools/checker/CheckerOptions.h"
+
 namespace quorvane {
 
 /// Runs `quorvane checker`. It ends when this object does, and when this process dies.
@@ -10,8 +12,9 @@ class StandIn {
  public:
   enum class Talk { None, Log, LogWithText };  ///< to our standard error
 
-  /// Throws std::system_error where it can't be started.
-  explicit StandIn(Talk talk);
+  /// Of `options` smart characters and windows count. Throws std::system_error where it can't be
+  /// started.
+  explicit StandIn(Talk talk, const checker::CheckerOptions& options = {});
   ~StandIn() { end(); }
   StandIn(const StandIn&) = delete;
   StandIn& operator=(const StandIn&) = delete;

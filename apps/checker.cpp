@@ -23,6 +23,19 @@ const std::map<std::string, Manner>& manners() {
   return table;
 }
 
+void addWindowOptions(CLI::App& command, checker::CheckerOptions& options) {
+  CLI::Option* const popup = command.add_flag(
+      "--popup", options.popup, "Offer a misspelt word's suggestions instead of fixing it");
+  command
+      .add_flag("--control-digits", options.controlDigits,
+                "Digits choose in the popup only with the control key")
+      ->needs(popup);
+  command
+      .add_flag("--document-window", options.documentWindow,
+                "Open a document window beside the first text")
+      ->excludes(popup);
+}
+
 }  // namespace
 
 void addCheckerCommand(CLI::App& app, Run& run) {
@@ -38,6 +51,12 @@ void addCheckerCommand(CLI::App& app, Run& run) {
   command->add_option("--seed", options->seed, "Seed of --manner hostile")->option_text("N [1]");
   command->add_option("--dictionary", options->dictionary, "The dictionary's name for Enchant")
       ->option_text("NAME [en_US]");
+  command
+      ->add_option("--smart-characters", options->smartCharacters,
+                   "Sum of 1 quotes, 2 dashes, 4 capitals at sentence starts")
+      ->check(CLI::Range(0U, 7U))
+      ->option_text("N [0]");
+  addWindowOptions(*command, *options);
   command->add_flag("--trace", options->traceScans, "A log line for each scan");
   command->add_flag("--show-private", options->showText, "Show words in the log");
   command->callback([&run, options] {
