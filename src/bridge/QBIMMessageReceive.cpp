@@ -16,13 +16,15 @@ namespace {
 constexpr std::string_view kOwnPortName = "Q7T2M4K9W1.com.tallowmere.QorvInPortServer";
 constexpr std::int32_t kSerialDigits = 16;
 constexpr int kExitStatus = -1;
-constexpr std::size_t kCountSize = 4;
+constexpr std::size_t kNumberSize = 4;
 
 constexpr std::int32_t messageId(FourCharCode code) { return static_cast<std::int32_t>(code); }
 
-std::uint32_t bigEndian(std::span<const std::uint8_t, kCountSize> bytes) {
+// The big-endian number at the head of the data; empty where it isn't all there.
+std::optional<std::uint32_t> headNumber(const CFData* data) {
+  if (data == nullptr || data->size() < kNumberSize) return std::nullopt;
   std::uint32_t value = 0;
-  for (const std::uint8_t byte : bytes) value = value << 8 | byte;
+  for (const std::uint8_t byte : std::span(*data).first<kNumberSize>()) value = value << 8 | byte;
   return value;
 }
 
@@ -36,16 +38,31 @@ void messageInput(Process& process, const CFData* data) {
   MessageTarget* target = process.state<MessageReceiveState>().target;
   if (target == nullptr) return;
   const std::uint64_t session = target->BIMGetActiveSession();
-  if (data == nullptr || data->size() < kCountSize) return;
-  const std::span<const std::uint8_t> bytes(*data);
-  const std::uint32_t replaceCount = bigEndian(bytes.first<kCountSize>());
-  if (const auto text = decode(process, bytes.subspan(kCountSize))) {
-    target->Do_nsstring_commit_to_composition(*text, replaceCount);
+  const auto replaceCount = headNumber(data);
+  if (!replaceCount) return;
+  if (const auto text = decode(process, std::span(*data).subspan(kNumberSize))) {
+    target->Do_nsstring_commit_to_composition(*text, *replaceCount);
   } else {
     Log(process, "newStr NULL ERROR");
   }
   if (session != 0 && target->documentTag(session) != 0) target->Update_Document_Session(session);
   Log(process, "DONE");
+}
+
+void paste(Process& process, const CFData* data) {
+  MessageTarget* target = process.state<MessageReceiveState>().target;
+  const auto pid = headNumber(data);
+  if (target == nullptr || !pid) return;
+  Log(process, "kBasicMessagePaste");
+  target->Post_Paste_CommandKey(static_cast<std::int32_t>(*pid));
+}
+
+void specialPaste(Process& process, const CFData* data) {
+  MessageTarget* target = process.state<MessageReceiveState>().target;
+  const auto pid = headNumber(data);
+  if (target == nullptr || !pid) return;
+  Log(process, "kBasicMessage_DoSpecialPasteCommand");
+  target->Post_SpecialPaste_CommandKey(static_cast<std::int32_t>(*pid));
 }
 
 void inputMethodQuit(Process& process, const CFData* /*data*/) {
@@ -75,8 +92,8 @@ constexpr std::array<Message, 11> kMessages{{{kBasicMessageInput, messageInput},
                                              {220, nothing},
                                              {kBasicMessage_DockCommand, nothing},
                                              {240, nothing},
-                                             {kBasicMessagePaste, nothing},
-                                             {kBasicMessage_DoSpecialPasteCommand, nothing},
+                                             {kBasicMessagePaste, paste},
+                                             {kBasicMessage_DoSpecialPasteCommand, specialPaste},
                                              {messageId("IMqt"_4cc), inputMethodQuit},
                                              {messageId("Updt"_4cc), updateDocument},
                                              {messageId("gInt"_4cc), stateVersion},

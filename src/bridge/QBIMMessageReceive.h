@@ -28,6 +28,9 @@ class MessageTarget {
   /// Replaces `replaceLength` characters before the caret.
   virtual void Do_nsstring_commit_to_composition(const std::u16string& text,
                                                  std::uint32_t replaceLength) = 0;
+  /// Presses the paste keys in a client; process id 0: in the one that the shared record names.
+  virtual void Post_Paste_CommandKey(std::int32_t pid) = 0;
+  virtual void Post_SpecialPaste_CommandKey(std::int32_t pid) = 0;
 };
 
 struct MessageReceiveState {

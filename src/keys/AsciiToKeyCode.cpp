@@ -24,10 +24,8 @@ struct QuoteRow {
 };
 // Mac OS Roman, double and single: those that the bracket keys yield under option. The word alone
 // is known; the key is looked up by the character itself, in vain, which is wanted.
-constexpr std::array<QuoteRow, 4> kCurlyQuotes{{{210, optionKey},
-                                                {211, optionKey | shiftKey},
-                                                {212, optionKey},
-                                                {213, optionKey | shiftKey}}};
+constexpr std::array<QuoteRow, 4> kCurlyQuotes{
+    {{210, optionKey}, {211, optionKey | shiftKey}, {212, optionKey}, {213, optionKey | shiftKey}}};
 
 // Option before shift, and never the bare key: a character that option leaves as it is counts as
 // one that needs option.
@@ -39,12 +37,15 @@ struct Trial {
 constexpr std::array<Trial, 3> kTrials{
     {{optionKey >> 8, false, true}, {shiftKey >> 8, true, false}, {10, true, true}}};
 
-// Tables may overlap and counts go up to 2^32, so that bytes alone don't bound a walk. A real layout
-// has a tenth of these.
+// Tables may overlap and counts go up to 2^32, so that bytes alone don't bound a walk. A real
+// layout has a tenth of these.
 constexpr std::uint32_t kLookLimit = 1U << 20;
 
-/// The first key whose output, whatever its keyboard type and modifiers, is the character. What lies
-/// outside the bytes isn't there.
+// The character is sign-extended: from 0x80 on it equals no unit.
+bool isCharacter(std::uint16_t unit, std::int8_t character) { return unit == character; }
+
+/// The first key whose output, whatever its keyboard type and modifiers, is the character. What
+/// lies outside the bytes isn't there.
 class LayoutWalk {
  public:
   LayoutWalk(Layout layout, std::int8_t character) : layout_(layout), character_(character) {}
@@ -89,7 +90,7 @@ class LayoutWalk {
     if (kind == kUCKeyOutputStateIndexMask && records_ != 0 && record <= recordCount_) {
       return recordYields(record);
     }
-    return output == character_;
+    return isCharacter(output, character_);
   }
 
   bool recordYields(std::uint16_t index) const {
@@ -97,12 +98,11 @@ class LayoutWalk {
     if (present(place, 4, 1) == 0) return false;
     const std::size_t record = hostWord32(layout_, place);
     return present(record, 2, 1) != 0 &&
-           hostWord16(layout_, record + kRecordCharacter) == character_;
+           isCharacter(hostWord16(layout_, record + kRecordCharacter), character_);
   }
 
   void takeStateRecords(std::size_t offset) {
-    const bool any =
-        offset != 0 && hostWord16(layout_, offset) == kUCKeyStateRecordsIndexFormat;
+    const bool any = offset != 0 && hostWord16(layout_, offset) == kUCKeyStateRecordsIndexFormat;
     records_ = any ? offset : 0;
     recordCount_ = any ? hostWord16(layout_, offset + kRecordsCount) : std::uint16_t{0};
   }
@@ -117,7 +117,7 @@ class LayoutWalk {
   bool mayLook() { return looks_++ < kLookLimit; }
 
   Layout layout_;
-  int character_;  ///< sign-extended: from 0x80 on it equals no output
+  std::int8_t character_;
   std::size_t records_ = 0;  ///< 0: none
   std::uint16_t recordCount_ = 0;
   std::uint32_t looks_ = 0;
@@ -167,9 +167,8 @@ std::uint16_t Get_keyCodeForChar(Process& process, std::uint16_t character,
                                  std::uint16_t* modifiersOut) {
   std::uint32_t word = kWordAlways;
   std::uint32_t keyCode = kNoKeyCode;
-  const auto* quote =
-      std::find_if(kCurlyQuotes.begin(), kCurlyQuotes.end(),
-                   [&](const QuoteRow& row) { return row.character == character; });
+  const auto* quote = std::find_if(kCurlyQuotes.begin(), kCurlyQuotes.end(),
+                                   [&](const QuoteRow& row) { return row.character == character; });
   if (quote != kCurlyQuotes.end()) {
     word |= quote->modifierWord;
   } else {
@@ -212,9 +211,9 @@ void checkModifiers(Process& process, std::int8_t character,
     std::array<char16_t, 1> unit{};
     std::size_t length = 0;
     const OSStatus status = process.platform().unicodeUtilities.UCKeyTranslate(
-        layoutBytes, keyCode, kUCKeyActionDown, trial.modifierKeyState, type, 0, deadKeyState,
-        unit, length);
-    if (status != noErr || length == 0 || unit[0] != static_cast<int>(character)) continue;
+        layoutBytes, keyCode, kUCKeyActionDown, trial.modifierKeyState, type, 0, deadKeyState, unit,
+        length);
+    if (status != noErr || length == 0 || !isCharacter(unit[0], character)) continue;
     if (trial.shift) shiftOut = 1;
     if (trial.option) optionOut = 1;
     return;

@@ -16,6 +16,8 @@ struct EventPostingState {
 
 /// The flags of a classic modifier word.
 [[nodiscard]] std::uint64_t eventFlags(std::uint16_t modifierWord);
+/// Without any, the event keeps those it was made with. `event` may be null.
+void setEventFlags(EventPosting& posting, CGEvent* event, std::uint16_t modifierWord);
 
 /// One event, with the device's own events held back meanwhile. `source` isn't used.
 void Do_POST_CGEVENT(Process& process, CGEventSource* source, const ProcessSerialNumber& psn,

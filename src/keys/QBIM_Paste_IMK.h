@@ -14,12 +14,6 @@ struct PasteState {
   std::int32_t ToolCRecPtr_QORVSTATUS_returnPid = 0;
 };
 
-/// Where a chord goes. All 0: nowhere.
-struct PasteTarget {
-  ProcessSerialNumber psn;
-  std::int32_t pid = 0;  ///< counts before `psn`
-};
-
 /// Only the signature is compared.
 struct ProcessEntry {
   std::uint32_t processType = 0;
@@ -30,13 +24,16 @@ struct ProcessEntry {
 void Post_Paste_CommandKey(Process& process, std::int32_t pid);
 void Post_SpecialPaste_CommandKey(Process& process, std::int32_t pid);
 void Post_PasteKeyEvent(Process& process, std::uint16_t modifierWord);
-/// 1 where the process id of the message leads there, else the signature looked for last.
+/// Where the chord goes; a process id counts before a serial number, and both 0 is nowhere. 1 where
+/// the process id of the message leads there, else the signature looked at last.
 std::uint32_t GetEventProcessSerial(Process& process, ProcessSerialNumber& psn, std::int32_t& pid);
 /// 1 with `psn` at the first process that has one of the signatures; 0: there is none.
 std::int32_t FINDAPPPROCESS(Process& process, ProcessSerialNumber& psn, ProcessInfoRec& info,
                             std::span<const ProcessEntry> entries);
+/// Nothing where the target is nowhere.
 void CGEventPost_Character(Process& process, const CGEvent* event, const ProcessSerialNumber& psn,
                            std::int32_t pid);
+/// 0 doesn't sleep at all.
 void u2sleep(Process& process, std::uint32_t microseconds);
 
 }  // namespace quorvane

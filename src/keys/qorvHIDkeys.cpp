@@ -9,10 +9,16 @@ constexpr std::uint32_t kFirstModifierKey = 55;
 // Left command, left shift, caps lock, left option, left control.
 constexpr std::array<std::uint32_t, 5> kDeviceMasks{0x100000, 0x20000, 0x10000, 0x80000, 0x40000};
 constexpr std::uint32_t kEventVersion = 2;
+constexpr std::uint16_t kNoCharacterSet = 0xFFFF;
 
 std::uint32_t deviceMask(std::uint32_t keyCode) {
   const std::uint32_t index = keyCode - kFirstModifierKey;
   return index < kDeviceMasks.size() ? kDeviceMasks[index] : 0;
+}
+
+void postKey(Process& process, std::uint32_t connection, const NXKeyEventData& data, bool keyUp) {
+  process.platform().eventPosting.IOHIDPostEvent(connection, keyUp ? NX_KEYUP : NX_KEYDOWN, data,
+                                                 kEventVersion, 0, 0);
 }
 
 }  // namespace
@@ -24,7 +30,6 @@ std::uint32_t get_event_driver(Process& process) {
 }
 
 void HIDPostVirtualKey(Process& process, std::uint32_t keyCode, bool keyUp) {
-  EventPosting& posting = process.platform().eventPosting;
   const std::uint32_t connection = get_event_driver(process);
   const std::uint32_t code = keyCode & 0xFF;
   NXKeyEventData data;
@@ -32,12 +37,12 @@ void HIDPostVirtualKey(Process& process, std::uint32_t keyCode, bool keyUp) {
     auto& modifiers = process.state<HIDKeysState>().gModifiers;
     modifiers = keyUp ? modifiers & ~mask : modifiers | mask;
     // The key code stays out of the event: the flags tell everything.
-    posting.IOHIDPostEvent(connection, NX_FLAGSCHANGED, data, kEventVersion, modifiers,
-                           kIOHIDSetGlobalEventFlags);
+    process.platform().eventPosting.IOHIDPostEvent(connection, NX_FLAGSCHANGED, data, kEventVersion,
+                                                   modifiers, kIOHIDSetGlobalEventFlags);
     return;
   }
   data.keyCode = static_cast<std::uint16_t>(code);
-  posting.IOHIDPostEvent(connection, keyUp ? NX_KEYUP : NX_KEYDOWN, data, kEventVersion, 0, 0);
+  postKey(process, connection, data, keyUp);
 }
 
 void HIDPressVirtualKey(Process& process, std::uint32_t keyCode) {
@@ -52,6 +57,27 @@ void HID_PressRelease_VirtualKey(Process& process, std::uint32_t keyCode) {
   HIDPressVirtualKey(process, keyCode);
   process.platform().clock.usleep(10);
   HIDReleaseVirtualKey(process, keyCode);
+}
+
+void HIDPostSpecialKey(Process& process, std::uint32_t key, bool keyUp) {
+  NXKeyEventData data;
+  data.origCharSet = kNoCharacterSet;
+  data.charSet = kNoCharacterSet;
+  data.keyCode = static_cast<std::uint16_t>(key & 0xFF);
+  postKey(process, get_event_driver(process), data, keyUp);
+}
+
+void HIDPressSpecialKey(Process& process, std::uint32_t key) {
+  HIDPostSpecialKey(process, key, false);
+}
+
+void HIDReleaseSpecialKey(Process& process, std::uint32_t key) {
+  HIDPostSpecialKey(process, key, true);
+}
+
+void HID_PressRelease_SpecialKey(Process& process, std::uint32_t key) {
+  HIDPressSpecialKey(process, key);
+  HIDReleaseSpecialKey(process, key);
 }
 
 }  // namespace quorvane

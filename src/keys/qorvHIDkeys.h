@@ -14,11 +14,20 @@ struct HIDKeysState {
 /// The HID connection, opened on first use; 0 where it doesn't open, and then tried again.
 std::uint32_t get_event_driver(Process& process);
 
-/// Key codes are cut to 8 bits. Codes 55 to 59 are modifiers and go out as flags changed.
+// Key codes are cut to 8 bits.
+
+/// Codes 55 to 59 are modifiers and go out as flags changed.
 void HIDPostVirtualKey(Process& process, std::uint32_t keyCode, bool keyUp);
 void HIDPressVirtualKey(Process& process, std::uint32_t keyCode);
 void HIDReleaseVirtualKey(Process& process, std::uint32_t keyCode);
 /// Press, 10 microseconds, release.
 void HID_PressRelease_VirtualKey(Process& process, std::uint32_t keyCode);
+
+/// Keys of no character set, such as those of volume and brightness.
+void HIDPostSpecialKey(Process& process, std::uint32_t key, bool keyUp);
+void HIDPressSpecialKey(Process& process, std::uint32_t key);
+void HIDReleaseSpecialKey(Process& process, std::uint32_t key);
+/// Without a pause.
+void HID_PressRelease_SpecialKey(Process& process, std::uint32_t key);
 
 }  // namespace quorvane

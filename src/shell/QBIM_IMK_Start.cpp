@@ -5,6 +5,7 @@
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageReceive.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/keys/AsciiToKeyCode.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QuorvaneInputController.h"
 
@@ -90,6 +91,7 @@ void OpenIMComponent(Process& process) {
 std::int32_t BIMInitialize(Process& process, void* /*instance*/, std::int32_t /*unused*/) {
   EnablePressAndHoldPalette();
   process.state<SessionState>().gActiveSession = nullptr;
+  InitAscii2KeyCodeTable();
   Open_IMK_Resource(process);
   Init_Toolversion(process);
   set_SETMENUFLAG(process, 1);

@@ -1,5 +1,6 @@
 #include "src/shell/ShellTarget.h"
 
+#include "src/keys/QBIM_Paste_IMK.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QuorvaneInputController.h"
@@ -36,6 +37,14 @@ void ShellTarget::Update_Document_Session(std::uint64_t session) {
   if (BIMSessionRec* record = findSession(process_, session); record != nullptr) {
     quorvane::Update_Document_Session(process_, record);
   }
+}
+
+void ShellTarget::Post_Paste_CommandKey(std::int32_t pid) {
+  quorvane::Post_Paste_CommandKey(process_, pid);
+}
+
+void ShellTarget::Post_SpecialPaste_CommandKey(std::int32_t pid) {
+  quorvane::Post_SpecialPaste_CommandKey(process_, pid);
 }
 
 bool ShellTarget::do_handleEvent(const NSEvent& event, IMKTextInput* client) {

@@ -20,6 +20,8 @@ class ShellTarget : public FixTarget, public MessageTarget, public CheckerSide {
   std::uint64_t BIMGetActiveSession() override;
   std::uint32_t documentTag(std::uint64_t session) override;
   void Update_Document_Session(std::uint64_t session) override;
+  void Post_Paste_CommandKey(std::int32_t pid) override;
+  void Post_SpecialPaste_CommandKey(std::int32_t pid) override;
 
   bool do_handleEvent(const NSEvent& event, IMKTextInput* client) override;
   void do_activateServer1(IMKTextInput* sender) override;

@@ -26,6 +26,12 @@ class Target : public MessageTarget {
     calls.push_back("commit " + std::to_string(replaceLength));
     committed = text;
   }
+  void Post_Paste_CommandKey(std::int32_t pid) override {
+    calls.push_back("paste " + std::to_string(pid));
+  }
+  void Post_SpecialPaste_CommandKey(std::int32_t pid) override {
+    calls.push_back("special paste " + std::to_string(pid));
+  }
   Lines take() { return std::exchange(calls, {}); }
 
   Lines calls;
@@ -51,7 +57,10 @@ TEST_F(Messages, ShortAndAbsentPayloadsAreDropped) {
     EXPECT_EQ(target.take(), Lines{"active"});
     for (const std::int32_t other : {220, 230, 240, 250, 251, id("oMen"_4cc)}) receive(other, data);
     EXPECT_TRUE(host.log.lines.empty()) << host.log.lines.front();
+    EXPECT_TRUE(target.calls.empty());
   }
+  for (const std::int32_t pastes : {250, 251}) receive(pastes, bytes({"\xFF\0\0\1..", 6}));
+  EXPECT_EQ(target.take(), (Lines{"paste -16777215", "special paste -16777215"}));
   setMessageTarget(process, nullptr);
   receive(202, bytes({"\0\0\0\3the", 7}));
   receive(id("Updt"_4cc));

@@ -1,0 +1,196 @@
+#include "src/keys/QBIM_IMK_EventPosting.h"
+
+#include <array>
+
+#include "src/base/Log.h"
+#include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
+#include "src/keys/AsciiToKeyCode.h"
+#include "src/keys/qorvHIDkeys.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::uint16_t kLeftCommand = 55;
+constexpr std::uint16_t kLeftShift = 56;
+constexpr std::uint32_t kPauseAfterPost = 10;  // microseconds, as all waits here
+constexpr std::uint32_t kPauseAroundCommand = 100;
+
+struct FlagRow {
+  std::uint32_t modifier;
+  std::uint64_t flag;
+};
+constexpr std::array<FlagRow, 5> kFlags{{{alphaLock, 0x10000},
+                                         {shiftKey, 0x20000},
+                                         {controlKey, 0x40000},
+                                         {cmdKey, 0x100000},
+                                         {optionKey, 0x80000}}};
+
+/// Both switches hold for the whole process, so that each event turns them around itself.
+class LocalEventsInhibited {
+ public:
+  explicit LocalEventsInhibited(EventPosting& posting) : posting_(posting) {
+    posting_.CGInhibitLocalEvents(true);
+    posting_.CGEnableEventStateCombining(false);
+  }
+  ~LocalEventsInhibited() {
+    posting_.CGInhibitLocalEvents(false);
+    posting_.CGEnableEventStateCombining(true);
+  }
+  LocalEventsInhibited(const LocalEventsInhibited&) = delete;
+  LocalEventsInhibited& operator=(const LocalEventsInhibited&) = delete;
+
+ private:
+  EventPosting& posting_;
+};
+
+void postKey(EventPosting& posting, const ProcessSerialNumber& psn, std::uint16_t keyCode,
+             std::uint16_t modifierWord, bool keyDown) {
+  CGEventSourceRef source = posting.CGEventSourceCreate(kCGEventSourceStateCombinedSessionState);
+  CGEventRef event = posting.CGEventCreateKeyboardEvent(source.get(), keyCode, keyDown);
+  setEventFlags(posting, event.get(), modifierWord);
+  posting.CGEventPostToPSN(psn, event.get());
+  event.reset();
+  source.reset();
+}
+
+void pressCommandInSession(EventPosting& posting) {
+  CGEventRef down = posting.CGEventCreateKeyboardEvent(nullptr, kLeftCommand, true);
+  CGEventRef up = posting.CGEventCreateKeyboardEvent(nullptr, kLeftCommand, false);
+  posting.CGEventPost(kCGHIDEventTap, down.get());
+  posting.CGEventPost(kCGHIDEventTap, up.get());
+  down.reset();
+  up.reset();
+}
+
+}  // namespace
+
+std::uint64_t eventFlags(std::uint16_t modifierWord) {
+  std::uint64_t flags = 0;
+  for (const FlagRow& row : kFlags) {
+    if ((modifierWord & row.modifier) != 0) flags |= row.flag;
+  }
+  return flags;
+}
+
+void setEventFlags(EventPosting& posting, CGEvent* event, std::uint16_t modifierWord) {
+  const std::uint64_t flags = eventFlags(modifierWord);
+  if (event != nullptr && flags != 0) posting.CGEventSetFlags(event, flags);
+}
+
+void Do_POST_CGEVENT(Process& process, CGEventSource* /*source*/, const ProcessSerialNumber& psn,
+                     std::uint16_t keyCode, std::uint16_t modifierWord, std::uint32_t keyDown) {
+  EventPosting& posting = process.platform().eventPosting;
+  {
+    const LocalEventsInhibited inhibited(posting);
+    postKey(posting, psn, keyCode, modifierWord, (keyDown & 0xFF) != 0);
+  }
+  process.platform().clock.usleep(kPauseAfterPost);
+}
+
+void Do_FULL_POST_CGEVENT(Process& process, std::uint16_t keyCode, std::uint16_t modifierWord) {
+  ProcessSerialNumber psn;
+  Get_FrontProcessSerial(process, psn);
+  Do_POST_CGEVENT(process, nullptr, psn, keyCode, modifierWord, 1);
+  Do_POST_CGEVENT(process, nullptr, psn, keyCode, modifierWord, 0);
+}
+
+std::int32_t Post_KeyEvent(Process& process, std::uint16_t modifierWord, std::uint16_t character) {
+  if (character == 0) return modifierWord;
+  const std::uint16_t keyCode = AsciiToKeyCode(process, character);
+  ProcessSerialNumber psn;
+  Get_FrontProcessSerial(process, psn);
+  MyPostModifierKeys(modifierWord, 1);
+  Do_FULL_POST_CGEVENT(process, keyCode, modifierWord);
+  return MyPostModifierKeys(modifierWord, 0);
+}
+
+std::int32_t Post_Key_Event(Process& process, std::uint16_t character) {
+  return Post_KeyEvent(process, 0, character);
+}
+
+void PostCommandKey(Process& process, std::uint16_t character) {
+  Do_FULL_POST_CGEVENT(process, AsciiToKeyCode(process, character), cmdKey);
+  ++process.state<EventPostingState>().CommandKeyCount;
+  Wake_up_front(process);
+}
+
+std::int32_t DO_FIX_CHAR(Process& process, BIMSessionRec* /*session*/, std::uint16_t character) {
+  std::uint16_t modifierWord = 0;
+  ComposeEventMessage(process, character, &modifierWord);
+  Post_KeyEvent(process, modifierWord, character);
+  return 1;
+}
+
+std::int32_t DO_FIX_CHAR_NO_MODIFIERS(Process& process, BIMSessionRec* /*session*/,
+                                      std::uint16_t character) {
+  EventPosting& posting = process.platform().eventPosting;
+  CGEventRef event = posting.CGEventCreateKeyboardEvent(nullptr, 0, true);
+  const char16_t unit = character;
+  if (event) posting.CGEventKeyboardSetUnicodeString(event.get(), {&unit, 1});
+  ProcessSerialNumber psn;
+  Get_FrontProcessSerial(process, psn);
+  posting.CGEventPostToPSN(psn, event.get());
+  event.reset();
+  return 1;
+}
+
+void Wake_up_front(Process& process) {
+  ProcessManager& manager = process.platform().processManager;
+  ProcessSerialNumber psn;
+  manager.GetFrontProcess(psn);
+  manager.WakeUpProcess(psn);
+}
+
+std::int32_t MyPostModifierKeys(std::uint16_t /*modifierWord*/, std::uint32_t /*press*/) {
+  return 0;
+}
+
+void Send_Marker_Key() {}
+
+std::int32_t Get_FrontProcessSerial(Process& process, ProcessSerialNumber& psn) {
+  if (FRONTPROCESSSIGNATURE(process) == 0) return 0;
+  ProcessManager& manager = process.platform().processManager;
+  AEToolEventSelectStruct front;
+  if (const std::int32_t pid = Get_FrontApp_AEToolEventSelectStruct(process, front); pid != 0) {
+    Log(process, "* * frontPID ", pid);
+    const OSStatus status = manager.GetProcessForPID(pid, psn);
+    if (status == noErr) return 1;
+    Log(process, "ERR GetProcessForPID ", status);
+  }
+  return manager.GetFrontProcess(psn) == noErr ? 1 : 0;
+}
+
+void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Process& process, std::uint32_t /*commandID*/) {
+  EventPosting& posting = process.platform().eventPosting;
+  Clock& clock = process.platform().clock;
+  clock.usleep(kPauseAroundCommand);
+  posting.CGEnableEventStateCombining(false);
+  {
+    const LocalEventsInhibited inhibited(posting);
+    HID_PressRelease_VirtualKey(process, kLeftCommand);
+    pressCommandInSession(posting);
+  }
+  clock.usleep(kPauseAroundCommand);
+}
+
+std::int32_t IsKeyDown(Process& process, std::uint16_t keyCode) {
+  KeyMap keys{};
+  process.platform().carbonEvents.GetKeys(keys);
+  const std::size_t byte = keyCode >> 3;
+  return byte < keys.size() ? (keys[byte] >> (keyCode & 7)) & 1 : 0;
+}
+
+std::int32_t IsShiftKeyDown(Process& process) { return IsKeyDown(process, kLeftShift); }
+
+void Post_MouseMovedEvent(Process& process) {
+  EventPosting& posting = process.platform().eventPosting;
+  CGEventRef pointer = posting.CGEventCreate(nullptr);
+  const NSPoint location = posting.CGEventGetLocation(pointer.get());
+  pointer.reset();
+  CGEventRef moved = posting.CGEventCreateMouseEvent(nullptr, CGEventType::MouseMoved, location, 0);
+  posting.CGEventPost(kCGHIDEventTap, moved.get());
+  moved.reset();
+}
+
+}  // namespace quorvane
