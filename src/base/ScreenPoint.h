@@ -1,9 +1,24 @@
 #pragma once
-// Points in the old screen convention: 16 bits each, vertical first, origin at the top left.
+// Points and rectangles in the old screen convention: 16 bits each, vertical first, origin at the
+// top left.
 
 #include <cstdint>
 
 namespace quorvane {
+
+struct QDPoint {
+  std::int16_t v = 0;
+  std::int16_t h = 0;
+};
+
+/// In screen units.
+struct QDRect {
+  std::int16_t top = 0;
+  std::int16_t left = 0;
+  std::int16_t bottom = 0;
+  std::int16_t right = 0;
+  bool operator==(const QDRect&) const = default;
+};
 
 /// Truncates toward zero and wraps into 16 bits; what no 64-bit number can hold becomes 0.
 [[nodiscard]] inline std::int16_t toScreenUnit(double value) {

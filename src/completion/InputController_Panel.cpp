@@ -7,6 +7,7 @@
 #include "src/completion/ConversionEngine.h"
 #include "src/completion/InputController.h"
 #include "src/completion/NSScreen_PointConversion.h"
+#include "src/session/QBIM_IMK_Windows.h"
 
 namespace quorvane {
 namespace {
@@ -14,6 +15,9 @@ namespace {
 constexpr int kMargin = 20;
 constexpr double kGapBelowLine = 8;
 constexpr double kGapAboveLine = 3;
+
+// The checker's window gives way to the panel.
+void Hide_InteractiveWindow(Process& process) { Cancel_Iteractive_Window(process); }
 
 }  // namespace
 
@@ -29,6 +33,7 @@ void InputController::_updateComposedBuffer(const NSAttributedString& candidate)
 }
 
 void InputController::candidateSelectionChanged(const NSAttributedString& candidate) {
+  Hide_InteractiveWindow(process_);
   _updateComposedBuffer(candidate);
   showPreeditString(candidate.string);
   _insertionIndex = static_cast<std::int64_t>(candidate.string.size());

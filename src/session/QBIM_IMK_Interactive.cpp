@@ -8,6 +8,7 @@
 #include "src/session/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
+#include "src/session/QBIM_IMK_Windows.h"
 
 namespace quorvane {
 namespace {
@@ -16,18 +17,13 @@ struct WindowAndCount {
   std::uint32_t window = 0;          // field 31
   std::uint32_t suspendedTotal = 0;  // field 19
   bool suspended = false;
+  bool clipboardInUse = false;  // field 27
 };
 
 bool sameSession(Process& process, const BIMSessionRec& session) {
   constexpr std::uint32_t kComparedBits = 0xFFFF;
   return (session.handle & kComparedBits) ==
          (GET_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle) & kComparedBits);
-}
-
-void endSuspension(Process& process) {
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionMark, 0);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendCount, 0);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal, 0);
 }
 
 // The count belongs to one session, and another session's key ends it.
@@ -40,7 +36,8 @@ void countSuspendedKey(Process& process, const BIMSessionRec& session, WindowAnd
   }
   if (sameSession(process, session)) return;
   endSuspension(process);
-  state = {state.window, 0, false};
+  state.suspendedTotal = 0;
+  state.suspended = false;
   Log(process, " suspendedresult = false \n");
 }
 
@@ -49,6 +46,7 @@ WindowAndCount readWindowAndCount(Process& process, const BIMSessionRec& session
   ToolRec record(process);
   if (!record) return state;
   state.window = GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen);
+  state.clipboardInUse = GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) != 0;
   state.suspendedTotal = GET_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal);
   if (state.suspendedTotal != 0) countSuspendedKey(process, session, state);
   return state;
@@ -65,6 +63,7 @@ bool needsNoScan(const WindowAndCount& state, std::uint8_t keyByte) {
 }
 
 void askForScan(Process& process, BIMSessionRec& session, const WindowAndCount& state) {
+  if (state.clipboardInUse) Reset_Clip(process, cmdKey);
   if (FixTarget* target = process.state<InteractiveState>().target;
       target != nullptr && state.suspendedTotal == 0) {
     target->Do_Get_Text_Position(&session);
@@ -90,6 +89,12 @@ std::int32_t CallInteractiveEventHandler(Process& process, BIMSessionRec* sessio
   if (needsNoScan(state, keyByte)) return 1;
   askForScan(process, *session, state);
   return 0;
+}
+
+void endSuspension(Process& process) {
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionMark, 0);
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendCount, 0);
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal, 0);
 }
 
 void Send_Char_Fix(Process& process, const std::uint8_t* byteAddress, std::uint32_t replaceLength) {

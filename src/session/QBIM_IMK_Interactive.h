@@ -32,6 +32,9 @@ struct InteractiveState {
 std::int32_t CallInteractiveEventHandler(Process& process, BIMSessionRec* session,
                                          std::uint8_t keyByte, bool letterDeleted);
 
+/// The main application wants to hear of every key again. Only inside a ToolRec.
+void endSuspension(Process& process);
+
 /// Commits one Mac OS Roman byte as text. Where it can't be converted nothing is committed.
 void Send_Char_Fix(Process& process, const std::uint8_t* byteAddress, std::uint32_t replaceLength);
 

@@ -60,7 +60,7 @@ std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session,
     publishMarks(process, *session);
   }
   InteractiveTextRecord textRecord(process);
-  if (!textRecord) return 0;
+  if (!textRecord || !session->sessionText) return 0;
   if (keyByte == 0 && session->cursor != 0) keyByte = (*session->sessionText)[session->cursor - 1];
   writeTextRecord(textRecord.bytes(), *session, keyByte);
   return 1;
@@ -95,7 +95,7 @@ void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* sessi
 std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session) {
   if (session == nullptr || !session->sessionText) return 0;
   InteractiveTextRecord textRecord(process);
-  if (!textRecord) return 0;
+  if (!textRecord || !session->sessionText) return 0;
   const std::span<const std::uint8_t> bytes = textRecord.bytes();
   const std::uint32_t cursor = getWord(bytes, kTextCursorOffset);
   const std::uint32_t length = getWord(bytes, kTextLengthOffset);

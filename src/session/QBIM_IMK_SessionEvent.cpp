@@ -5,7 +5,9 @@
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_SmartQuotes.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
+#include "src/session/QBIM_IMK_Windows.h"
 
 namespace quorvane {
 namespace {
@@ -32,17 +34,28 @@ Key readKey(Process& process, const CarbonEvent& event, std::uint8_t keyByte) {
   return {keyByte != 0 ? keyByte : event.kchr.value_or(0), event.kmod.value_or(0)};
 }
 
-bool isKeyDown(const CarbonEvent& event) {
-  return event.eventClass == kEventClassKeyboard &&
-         (event.kind == kEventRawKeyDown || event.kind == kEventRawKeyRepeat);
-}
-
-std::int32_t handleKeyDown(Process& process, BIMSessionRec* session, const Key& key) {
+std::int32_t handleKeyDown(Process& process, BIMSessionRec* session, EventRef event, Key key) {
   if (key.modifiers != 0) {
     Check_Menu_Key_Interactive_Cancel(process, session, key.modifiers, key.byte);
+    Reset_Clip(process, key.modifiers);
   }
   if ((key.modifiers & kNotTypingMask) != 0) return 0;
-  return BIMHandleInput(process, session, key.byte);
+  const std::int32_t consumed = Check_SmartQuotes(process, event, session, key.byte);
+  return consumed != 0 ? consumed : BIMHandleInput(process, session, key.byte);
+}
+
+std::int32_t handleKeyEvent(Process& process, BIMSessionRec* session, EventRef event,
+                            const Key& key) {
+  switch (event->kind) {
+    case kEventRawKeyDown:
+    case kEventRawKeyRepeat:
+      return handleKeyDown(process, session, event, key);
+    case kEventRawKeyModifiersChanged:
+      Reset_Clip(process, key.modifiers);
+      return 0;
+    default:
+      return 0;
+  }
 }
 
 // True where the click was taken: the record then stays attached.
@@ -52,6 +65,7 @@ bool handleMouseDown(Process& process, BIMSessionRec* session, const CarbonEvent
   if ((process.platform().carbonEvents.GetCurrentKeyModifiers() & controlKey) != 0) return false;
   BIMMouseEditCancelSession(process, session);
   Store_mouseclick_Position_Point(process, toScreenUnit(point.y), toScreenUnit(point.x));
+  BIMCancelWindowSession(process);
   return true;
 }
 
@@ -63,16 +77,15 @@ std::int32_t BIMSessionEvent(Process& process, BIMSessionRec* /*session*/, Event
   if (Init_Toolversion(process) == 0 || isQUORVANEAPP_FRONT(process) != 0) return 0;
   Init_Toolversion(process);
   const Key key = readKey(process, *event, keyByte);
-  BIMSessionRec* active = BIMGetActiveSession(process);
-  std::int32_t consumed = 0;
-  {
-    ToolRec record(process);
-    if (!record) return 0;
-    if (isKeyDown(*event)) {
-      consumed = handleKeyDown(process, active, key);
-    } else if (handleMouseDown(process, active, *event)) {
-      return 0;
-    }
+  const SessionsInUse inUse(process);
+  BIMSessionRec* const active = BIMGetActiveSession(process);
+  // Only asked for: a command to a window detaches the record, and finds it gone at times.
+  if (!ToolRec(process)) return 0;
+  std::int32_t consumed = RestoreClipboard(process, active, key.modifiers, key.byte);
+  if (consumed == 0 && event->eventClass == kEventClassKeyboard) {
+    consumed = handleKeyEvent(process, active, event, key);
+  } else if (consumed == 0 && handleMouseDown(process, active, *event)) {
+    return 0;
   }
   MasterCloseToolRecPtr(process);
   return consumed;
@@ -87,7 +100,9 @@ void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
 
 void Check_Menu_Key_Interactive_Cancel(Process& process, BIMSessionRec* session,
                                        std::uint32_t modifiers, std::uint8_t keyByte) {
-  if (modifiers == cmdKey && keyByte == 'a') BIMMouseEditCancelSession(process, session);
+  if (modifiers != cmdKey || keyByte != 'a') return;
+  BIMMouseEditCancelSession(process, session);
+  BIMCancelWindowSession(process);
 }
 
 }  // namespace quorvane

@@ -19,7 +19,8 @@ std::int32_t BIMSessionEvent(Process& process, BIMSessionRec* session, EventRef 
 void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
                                      std::int16_t horizontal);
 
-/// Command-A drops the session's text: what is typed next replaces the whole document.
+/// Command-A drops the session's text, and the checker's window with it: what is typed next
+/// replaces the whole document.
 void Check_Menu_Key_Interactive_Cancel(Process& process, BIMSessionRec* session,
                                        std::uint32_t modifiers, std::uint8_t keyByte);
 

@@ -6,6 +6,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Publication.h"
+#include "src/session/QBIM_IMK_Windows.h"
 
 namespace quorvane {
 namespace {
@@ -32,7 +33,13 @@ void readDocument(Process& process, BIMSessionRec& session) {
   session.documentRef = document;
 }
 
-// Frees the text and the record; the record itself outlives its freeing while it is the active one.
+void forgetRetired(SessionState& sessions) {
+  if (sessions.users != 0 || sessions.retired.empty()) return;
+  std::erase_if(sessions.retired,
+                [&](const auto& record) { return record.get() != sessions.gActiveSession; });
+}
+
+// Frees the text and the record; the record itself outlives its freeing while somebody may hold it.
 void freeSession(Process& process, BIMSessionRec* session) {
   auto& sessions = process.state<SessionState>();
   const auto owner = std::find_if(sessions.records.begin(), sessions.records.end(),
@@ -40,15 +47,23 @@ void freeSession(Process& process, BIMSessionRec* session) {
   if (owner == sessions.records.end()) return;
   session->sessionText.reset();
   session->next = nullptr;
-  if (session == sessions.gActiveSession) sessions.retired = std::move(*owner);
+  sessions.retired.push_back(std::move(*owner));
   sessions.records.erase(owner);
+  forgetRetired(sessions);
+}
+
+// Field 34 from now on. A window of the checker belongs to what was there before.
+void nameSession(Process& process, std::uint32_t sessionValue) {
+  if (const ToolRec record(process); record) {
+    PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle, sessionValue);
+  }
+  BIMCancelWindowSession(process);
 }
 
 // Field 34 names the session that has gone, or nothing.
 void announceRemoval(Process& process, std::uint32_t sessionValue) {
   if (FRONTPROCESSSIGNATURE(process) == kQuorvaneSignature) return;
-  if (ToolRec record(process); record)
-    PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle, sessionValue);
+  nameSession(process, sessionValue);
 }
 
 void activate(Process& process, BIMSessionRec& session) {
@@ -98,6 +113,15 @@ BIMSessionRec* unlinkNext(BIMSessionRec& predecessor) {
 }
 
 }  // namespace
+
+SessionsInUse::SessionsInUse(Process& process) : sessions_(process.state<SessionState>()) {
+  ++sessions_.users;
+}
+
+SessionsInUse::~SessionsInUse() {
+  --sessions_.users;
+  forgetRetired(sessions_);
+}
 
 std::uint64_t identityOf(const IMKTextInput* client) {
   return reinterpret_cast<std::uintptr_t>(client);
@@ -242,8 +266,7 @@ std::uint32_t Get_Reset_Quorvane_App_Input(Process& process) {
 }
 
 void Set_ToolSessionhandle(Process& process, const BIMSessionRec* session) {
-  if (ToolRec record(process); record)
-    PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle, session->handle);
+  nameSession(process, session->handle);
 }
 
 std::uint32_t Do_Check_Quorvane_App_Input(Process& process, std::uint64_t client) {

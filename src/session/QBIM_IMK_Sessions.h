@@ -48,10 +48,24 @@ struct SessionState {
   std::uint32_t BIMSESSIONACTVATED = 0;
 
   std::vector<std::unique_ptr<BIMSessionRec>> records;  ///< every session, linked or not
-  /// The active session may be disposed of before another takes its place: it stays here, without
-  /// its text, for as long as gActiveSession names it.
-  std::unique_ptr<BIMSessionRec> retired;
+  /// Disposed of, and without their text, but not gone yet: the active one, for as long as
+  /// gActiveSession names it, and those that somebody may still hold.
+  std::vector<std::unique_ptr<BIMSessionRec>> retired;
+  std::uint32_t users = 0;  ///< how many SessionsInUse live
   std::uint32_t lastHandle = 0;
+};
+
+/// While one lives no session that is disposed of goes away: every operation on it does nothing.
+/// For whoever holds a session while the run loop may turn.
+class SessionsInUse {
+ public:
+  explicit SessionsInUse(Process& process);
+  ~SessionsInUse();
+  SessionsInUse(const SessionsInUse&) = delete;
+  SessionsInUse& operator=(const SessionsInUse&) = delete;
+
+ private:
+  SessionState& sessions_;
 };
 
 /// What identifies a client: its address.

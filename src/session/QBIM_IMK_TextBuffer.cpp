@@ -4,6 +4,7 @@
 
 #include "src/session/CharacterPolicy.h"
 #include "src/session/QBIM_IMK_Interactive.h"
+#include "src/session/QBIM_IMK_Windows.h"
 
 namespace quorvane {
 namespace {
@@ -97,29 +98,49 @@ void moveRight(BIMSessionRec& session) {
   if (session.cursor < session.length) ++session.cursor;
 }
 
-bool changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t keyByte) {
+// True where a window of the checker was up: the key was for that. Without one the session keeps
+// even its marks.
+bool escape(Process& process, BIMSessionRec& session) {
+  const bool windowUp = BIMCancelWindowSession(process);
+  BIMAlwaysCancelWindowSession(process);
+  if (windowUp) BIM_Cancel_Session_Text(&session);
+  return windowUp;
+}
+
+void moveVertically(Process& process, BIMSessionRec& session) {
+  BIMCancelWindowSession(process);
+  BIMMouseEditCancelSession(process, &session);
+}
+
+struct KeyResult {
+  bool consumed = false;
+  bool letterDeleted = false;
+};
+
+KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t keyByte) {
   switch (keyByte) {
     case 0:
     case kPageUpKey:
     case kPageDownKey:
-    case kEscapeKey:
-      return false;
+      return {};
     case kBackspaceKey:
     case kDeleteKey:
-      return deleteByte(session);
+      return {false, deleteByte(session)};
+    case kEscapeKey:
+      return {escape(process, session), false};
     case kUpArrowKey:
     case kDownArrowKey:
-      BIMMouseEditCancelSession(process, &session);
-      return false;
+      moveVertically(process, session);
+      return {};
     case kLeftArrowKey:
       moveLeft(session);
-      return false;
+      return {};
     case kRightArrowKey:
       moveRight(session);
-      return false;
+      return {};
     default:
       insertByte(process, session, keyByte);
-      return false;
+      return {};
   }
 }
 
@@ -132,9 +153,9 @@ std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8
   }
   if (session == nullptr || !session->sessionText) return 0;
   const std::uint8_t key = keyByte == kEnterKey ? std::uint8_t{kReturnKey} : keyByte;
-  const bool letterDeleted = changeBuffer(process, *session, key);
-  CallInteractiveEventHandler(process, session, key, letterDeleted);
-  return 0;
+  const KeyResult result = changeBuffer(process, *session, key);
+  CallInteractiveEventHandler(process, session, key, result.letterDeleted);
+  return result.consumed ? 1 : 0;
 }
 
 }  // namespace quorvane

@@ -8,6 +8,7 @@
 //   field 26   a key given over; what it holds afterwards is the answer, whose meaning each caller
 //              knows
 
+#include "src/base/ScreenPoint.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 
 namespace quorvane {
@@ -20,18 +21,6 @@ struct WindowKeysState {
   std::uint32_t NORECURSION = 0;     ///< command 101
   std::uint32_t NXRECURSION = 0;     ///< command 102
   std::uint32_t Block_Recusion = 0;  ///< the mouse test
-};
-
-/// Corners in screen units, y downwards.
-struct Rect {
-  std::int16_t top = 0;
-  std::int16_t left = 0;
-  std::int16_t bottom = 0;
-  std::int16_t right = 0;
-};
-struct Point {
-  std::int16_t v = 0;
-  std::int16_t h = 0;
 };
 
 // Keys.
@@ -64,7 +53,7 @@ void BIMCancelandClose_WindowSession(Process& process);
 /// 0: no session; 1: no window; 1028: there was one.
 std::int32_t BIMCheckandClose_DocWindowSession(Process& process, std::uint64_t clientID);
 /// True: the main application was asked whether the click is its window's.
-bool BIMCancelMousePtWindowSession(Process& process, Point point);
+bool BIMCancelMousePtWindowSession(Process& process, QDPoint point);
 /// The popup by its own command, any other window by that of the document window.
 void Cancel_Iteractive_Window(Process& process);
 /// Ends a suspension; shows or hides the window of the front application. 1: there is one.
@@ -78,9 +67,9 @@ std::int32_t Get_MouseDown_Cancel(Process& process);
 std::int32_t Check_MouseDown_ForWindowCancel(Process& process, std::uint32_t unused);
 /// True: the window is up and the point inside it; the rectangle is filled in then as in any case
 /// where a window is up.
-bool Get_InteractiveWindow_GlobalRectangle(Process& process, Rect& rectOut, Point point,
+bool Get_InteractiveWindow_GlobalRectangle(Process& process, QDRect& rectOut, QDPoint point,
                                            std::uint32_t unused);
 /// The lower and the right edge are outside.
-[[nodiscard]] bool isPtInRect(Point point, const Rect& rect);
+[[nodiscard]] bool isPtInRect(QDPoint point, const QDRect& rect);
 
 }  // namespace quorvane

@@ -10,6 +10,7 @@
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
+#include "src/session/QBIM_IMK_Windows.h"
 
 namespace quorvane {
 namespace {
@@ -99,6 +100,9 @@ bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* cl
 
 bool QuorvaneInputController::dispatch(const NSEvent& event, IMKTextInput* client) {
   switch (event.type) {
+    case NSEventType::LeftMouseDown:
+      Get_MouseDown_Cancel(process_);
+      return false;
     case NSEventType::KeyDown:
     case NSEventType::KeyUp:
       return handleKey(event, client);
@@ -117,11 +121,14 @@ bool QuorvaneInputController::handleKey(const NSEvent& event, IMKTextInput* clie
   Grab_Text_Position(keyByte, client);
   const std::uint32_t mask = keyPathMask(event.modifierFlags);
   if (mask == 0) process_.state<ControllerState>().Event_keyDownEvent = 1;
-  const bool commandTab = (mask & cmdKey) != 0 && keyByte == kTabKey;
-  return !commandTab && BIMSessionEvent(process_, nullptr, eventRef, keyByte) != 0;
+  if ((mask & cmdKey) != 0 && keyByte == kTabKey) return false;
+  return Check_IntractiveWindowKeys3(process_, keyByte) != 0 ||
+         BIMSessionEvent(process_, nullptr, eventRef, keyByte) != 0;
 }
 
 bool QuorvaneInputController::handleFlagsChanged(const NSEvent& event) {
+  const std::uint32_t mask = flagsChangedMask(event.modifierFlags);
+  if (Check_InteractiveWindowKeys2(process_, mask) != 0) return true;
   CarbonEvent carbon;
   Platform& platform = process_.platform();
   if (!platform.carbonEvents.CreateEvent(kEventClassKeyboard, kEventRawKeyModifiersChanged,
@@ -129,7 +136,7 @@ bool QuorvaneInputController::handleFlagsChanged(const NSEvent& event) {
     return false;
   }
   carbon.kcod = event.keyCode;
-  carbon.kmod = flagsChangedMask(event.modifierFlags);
+  carbon.kmod = mask;
   carbon.kchr = std::uint8_t{0};
   return BIMSessionEvent(process_, nullptr, &carbon, 0) != 0;
 }

@@ -2,18 +2,10 @@
 // Where the insertion point is, so that the main application can show its windows beside it: in the
 // old screen convention of 16-bit coordinates with the origin at the top left.
 
+#include "src/base/ScreenPoint.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 
 namespace quorvane {
-
-/// QuickDraw's rectangle, in screen units.
-struct QDRect {
-  std::int16_t top = 0;
-  std::int16_t left = 0;
-  std::int16_t bottom = 0;
-  std::int16_t right = 0;
-  bool operator==(const QDRect&) const = default;
-};
 
 struct TextPositionState {
   HIPoint location;  ///< where a popup should go; (0, 0): the client didn't tell
@@ -29,10 +21,6 @@ QDRect SSQDRectFromNSRect(const NSRect& rect, const NSRect& screenFrame);
 /// The same by the first screen.
 void Nrect_to_Rect(Process& process, QDRect& qdRectOut, const NSRect& rect);
 
-struct QDPoint {
-  std::int16_t v = 0;
-  std::int16_t h = 0;
-};
 std::int32_t GetTextPosition(Process& process, BIMSessionRec* session, QDPoint& pointOut);
 std::int32_t Get_Last_TextPosition(Process& process, BIMSessionRec* session, HIPoint& pointOut);
 

@@ -1,0 +1,194 @@
+// Keys for the checker's window, and the clipboard hand-shake on the same way.
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "src/base/Log.h"
+#include "src/bridge/Presence.h"
+#include "src/bridge/ToolCalls.h"
+#include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_Publication.h"
+#include "src/session/QBIM_IMK_SessionEvent.h"
+#include "src/session/QBIM_IMK_TextBuffer.h"
+#include "src/session/QBIM_IMK_Windows.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::uint32_t kChooseSuggestion = 101;
+constexpr std::uint32_t kModifiersInWindow = 102;
+constexpr std::uint32_t kNavigatePopup = 106;
+constexpr std::uint32_t kRestoreClipboard = 16390;
+
+constexpr std::uint32_t kRestoreArmed = 1;
+constexpr std::uint32_t kRestoreDue = 2;
+
+constexpr std::uint32_t kPopupTakesNoKeys = 0x400;  // of field 7
+constexpr std::uint8_t kHomeKey = 1;
+
+// Backspace, left arrow and the clipboard's own letters.
+constexpr std::string_view kClipboardKeys =
+    "\x08\x1c"
+    "CVXcvx";
+
+bool leavesClipboardAlone(std::uint32_t modifiers, std::uint8_t keyByte) {
+  return modifiers == kEventKeyModifierFnMask || modifiers == shiftKey ||
+         kClipboardKeys.find(static_cast<char>(keyByte)) != std::string_view::npos;
+}
+
+bool isDigit(std::uint8_t keyByte) { return keyByte >= '0' && keyByte <= '9'; }
+
+struct WindowFields {
+  std::uint32_t window = kNoWindow;
+  std::uint32_t controlDigits = 0;
+  std::uint32_t clipState = 0;
+  bool textChanged = false;
+};
+
+// Hands the key over. Empty where it is no business of any window.
+std::optional<WindowFields> handOver(Process& process, std::uint32_t modifiers,
+                                     std::uint8_t keyByte) {
+  const ToolRec record(process);
+  if (!record) return std::nullopt;
+  const WindowFields fields{GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen),
+                            GET_TOOLCRECPTR(process, ToolCRecPtr_PopupKeyMode),
+                            GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState),
+                            GET_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged) != 0};
+  if (modifiers == cmdKey && fields.window == kNoWindow) {
+    Log(process, "CopyPasteX - CloseInputMenu");
+    return std::nullopt;
+  }
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_PopupChar, keyByte);
+  return fields;
+}
+
+void put(Process& process, std::uint32_t field, std::uint32_t value) {
+  const ToolRec record(process);
+  PUT_TOOLCRECPTR(process, field, value);
+}
+
+void restoreClipboard(Process& process, BIMSessionRec* session, bool textChanged) {
+  put(process, ToolCRecPtr_ClipState, 0);
+  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kRestoreClipboard);
+  if (!textChanged) return;
+  put(process, ToolCRecPtr_BufferChanged, 0);
+  put(process, ToolCRecPtr_ClipState, 0);
+  CheckEditReplacements(process, session);
+}
+
+// What the main application has left of the key; the key itself where there is no record any more.
+std::uint32_t answerTo(Process& process, std::uint8_t keyByte) {
+  const ToolRec record(process);
+  return record ? GET_TOOLCRECPTR(process, ToolCRecPtr_PopupChar) : keyByte;
+}
+
+bool namesSuggestion(std::uint32_t modifiers, std::uint8_t keyByte, std::uint32_t controlDigits) {
+  return isDigit(keyByte) && modifiers == (controlDigits != 0 ? controlKey : 0);
+}
+
+bool choose(Process& process, std::uint32_t modifiers, std::uint8_t keyByte) {
+  const bool separate = process.state<SessionEventState>().SeparateKeyPress;
+  if (!separate && isDigit(keyByte) && modifiers == 0) return false;  // a number is being typed
+  if (Get_Control_KeyPress(process) != 0) return true;
+  if (answerTo(process, keyByte) != 0) return false;
+  Log(process, "--> Handled-->Keys_Popup_and_Window = TRUE");
+  return true;
+}
+
+bool navigate(Process& process, std::uint8_t keyByte) {
+  CallDirectQorvToolCommandAppEventWait(process, kNavigatePopup);
+  return answerTo(process, keyByte) == 0;
+}
+
+bool popupTakesKeys(Process& process) {
+  const ToolRec record(process);
+  return record && GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) == 0 &&
+         GET_TOOLCRECPTR(process, ToolCRecPtr_InteractiveMode) != 0 &&
+         (GET_TOOLCRECPTR(process, ToolCRecPtr_MenuFlags) & kPopupTakesNoKeys) == 0 &&
+         GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) != kNoWindow;
+}
+
+void logAnswer(Process& process, std::uint32_t answer) {
+  const std::string digits = std::to_string(answer);
+  Log(process, "popupwindowchar ", Private{std::u16string(digits.begin(), digits.end())});
+}
+
+bool isDocumentWindow(std::uint32_t window) {
+  return window != kNoWindow && window != kPopupWindow;
+}
+
+bool documentWindowIsOpen(Process& process) {
+  const ToolRec record(process);
+  return isDocumentWindow(GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen));
+}
+
+bool hasWindowModifier(std::uint32_t modifiers) { return (modifiers & (cmdKey | optionKey)) != 0; }
+
+}  // namespace
+
+std::int32_t RestoreClipboard(Process& process, BIMSessionRec* session, std::uint32_t modifiers,
+                              std::uint8_t keyByte) {
+  if (leavesClipboardAlone(modifiers, keyByte)) return 0;
+  const auto fields = handOver(process, modifiers, keyByte);
+  if (!fields) return 0;
+  if (fields->clipState == kRestoreDue) restoreClipboard(process, session, fields->textChanged);
+  if (fields->clipState != 0) return 0;
+  const bool taken = HandleKeys_Popup_and_Window(process, fields->window, modifiers, keyByte,
+                                                 fields->controlDigits);
+  return taken ? 1 : 0;
+}
+
+std::int32_t Reset_Clip(Process& process, std::uint32_t modifiers) {
+  if (modifiers != cmdKey) return 0;
+  const ToolRec record(process);
+  if (GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) != kRestoreArmed) return 0;
+  PUT_TOOLCRECPTR(process, ToolCRecPtr_ClipState, kRestoreDue);
+  return 1;
+}
+
+bool HandleKeys_Popup_and_Window(Process& process, std::uint32_t windowState,
+                                 std::uint32_t modifiers, std::uint8_t keyByte,
+                                 std::uint32_t controlDigits) {
+  if (windowState != kPopupWindow) return false;
+  if (keyByte == kDownArrowKey || namesSuggestion(modifiers, keyByte, controlDigits)) {
+    return choose(process, modifiers, keyByte);
+  }
+  return (keyByte == kHomeKey || keyByte == kTabKey) && navigate(process, keyByte);
+}
+
+std::int32_t Get_Control_KeyPress(Process& process) {
+  auto& asking = process.state<WindowKeysState>().NORECURSION;
+  if (asking != 0 || !popupTakesKeys(process) || isQUORVANEAPP_FRONT(process) != 0) return 0;
+  {
+    const FlagGuard guard(asking);
+    CallDirectQorvToolCommandAppEventWait(process, kChooseSuggestion);
+  }
+  const std::uint32_t answer = answerTo(process, 0);
+  if (answer == 0) return 0;
+  logAnswer(process, answer);
+  return 1;
+}
+
+std::int32_t Check_InteractiveWindowKeys2(Process& process, std::uint32_t mask) {
+  auto& telling = process.state<WindowKeysState>().NXRECURSION;
+  if (telling != 0) return 0;
+  put(process, ToolCRecPtr_PopupChar, mask != 0 ? 1 : 0);
+  if (!documentWindowIsOpen(process)) return 0;
+  const FlagGuard guard(telling);
+  CallDirectQorvToolCommandAppEvent(process, kModifiersInWindow);
+  return 1;
+}
+
+std::int32_t Check_IntractiveWindowKeys3(Process& process, std::uint8_t keyByte) {
+  if (!isDigit(keyByte) || !documentWindowIsOpen(process)) return 0;
+  return hasWindowModifier(process.platform().carbonEvents.GetCurrentKeyModifiers()) ? 1 : 0;
+}
+
+std::int32_t Check_IntractiveWindowKeys(Process& process, std::uint8_t keyByte,
+                                        std::uint32_t modifiers) {
+  if (!isDigit(keyByte) || !hasWindowModifier(modifiers)) return 0;
+  return documentWindowIsOpen(process) ? 1 : 0;
+}
+
+}  // namespace quorvane
