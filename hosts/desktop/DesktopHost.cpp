@@ -71,6 +71,7 @@ Platform DesktopHost::platform() {
           .textEncoding = textEncoding_,
           .textInputSources = textInputSources_,
           .textServicesManager = textServicesManager_,
+          .unicodeUtilities = unicodeUtilities_,
           .userDefaults = userDefaults_,
           .workspace = workspace_};
 }

@@ -27,6 +27,7 @@
 #include "hosts/icu/IcuCharacterSets.h"
 #include "hosts/icu/IcuTextEncoding.h"
 #include "hosts/json/SimdjsonSerialization.h"
+#include "hosts/keyboard/Translate.h"
 #include "hosts/script/DuktapeScriptHost.h"
 #include "platform/Platform.h"
 
@@ -52,6 +53,8 @@ class DesktopHost {
   [[nodiscard]] field::InputMethodKit& inputMethodKit() { return inputMethodKit_; }
   [[nodiscard]] Screens& screens() { return screens_; }
   [[nodiscard]] LogSink& log() { return log_; }
+  /// Of the keys that a person presses; asked for at each of them.
+  [[nodiscard]] keyboard::LayoutData keyboardLayout() { return textInputSources_.keyboardLayout(); }
 
   /// Removes announcement, sockets and segments of this process, in that order, and flushes the
   /// log. For the ends that no destructor sees; doing it twice does no harm.
@@ -83,6 +86,7 @@ class DesktopHost {
   IcuTextEncoding textEncoding_;
   TextInputSources textInputSources_;
   TextServicesManager textServicesManager_;
+  keyboard::Translator unicodeUtilities_;
   UserDefaults userDefaults_;
 };
 

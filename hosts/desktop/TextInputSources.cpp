@@ -29,7 +29,8 @@ TextInputSources::TextInputSources(const std::filesystem::path& folder, std::str
                                    std::string localizedName, quorvane::LogSink& log)
     : identifier_(std::move(identifier)),
       localizedName_(std::move(localizedName)),
-      file_(folder / "input-sources.ini", log) {}
+      file_(folder / "input-sources.ini", log),
+      layouts_(log) {}
 
 OSStatus TextInputSources::TISRegisterInputSource(const std::string& path) {
   const std::string program = pathOf(path);
@@ -69,7 +70,15 @@ OSStatus TextInputSources::TISSelectInputSource(TISInputSource& source) {
 
 TISInputSourceRef TextInputSources::TISCopyCurrentKeyboardInputSource() {
   const std::string selected = file_.text(kState, kSelected);
-  return isRegistered(selected) ? sourceOf(selected) : nullptr;
+  return isRegistered(selected) ? sourceOf(selected) : layouts_.current();
+}
+
+TISInputSourceRef TextInputSources::TISCopyCurrentASCIICapableKeyboardLayoutInputSource() {
+  return layouts_.asciiCapable();
+}
+
+keyboard::LayoutData TextInputSources::keyboardLayout() {
+  return layouts_.current()->kTISPropertyUnicodeKeyLayoutData;
 }
 
 bool TextInputSources::isRegistered(const std::string& identifier) const {
@@ -78,7 +87,7 @@ bool TextInputSources::isRegistered(const std::string& identifier) const {
 
 TISInputSourceRef TextInputSources::sourceOf(const std::string& identifier) const {
   return std::make_shared<TISInputSource>(
-      TISInputSource{identifier, file_.text(identifier, kName), true});
+      TISInputSource{identifier, file_.text(identifier, kName), true, nullptr});
 }
 
 OSStatus TextInputSources::setEnabled(const TISInputSource& source, bool enabled) {

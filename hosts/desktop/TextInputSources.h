@@ -1,8 +1,9 @@
 #pragma once
 // The input sources of this user: which are registered, enabled and selected, in a file beside the
-// user defaults.
+// user defaults. The keyboard layout is the session's and stands in no file of ours.
 
 #include "hosts/desktop/KeyFile.h"
+#include "hosts/desktop/KeyboardLayouts.h"
 #include "platform/TextInputSources.h"
 
 namespace quorvane::desktop {
@@ -21,7 +22,12 @@ class TextInputSources final : public quorvane::TextInputSources {
   OSStatus TISEnableInputSource(TISInputSource& source) override;
   OSStatus TISDisableInputSource(TISInputSource& source) override;
   OSStatus TISSelectInputSource(TISInputSource& source) override;
+  /// The selected input method, or the keyboard layout where none is selected.
   TISInputSourceRef TISCopyCurrentKeyboardInputSource() override;
+  TISInputSourceRef TISCopyCurrentASCIICapableKeyboardLayoutInputSource() override;
+
+  /// The layout that the keys are typed on.
+  [[nodiscard]] keyboard::LayoutData keyboardLayout();
 
  private:
   [[nodiscard]] bool isRegistered(const std::string& identifier) const;
@@ -32,6 +38,7 @@ class TextInputSources final : public quorvane::TextInputSources {
   std::string identifier_;
   std::string localizedName_;
   KeyFile file_;
+  KeyboardLayouts layouts_;
 };
 
 }  // namespace quorvane::desktop

@@ -85,7 +85,10 @@ void addDeadKeys(LayoutTables& tables) {
 
 }  // namespace
 
-LayoutData usLayout() { return writeLayout(tablesOf(kUS)); }
+LayoutData usLayout() {
+  static const LayoutData layout = writeLayout(tablesOf(kUS));
+  return layout;
+}
 
 LayoutData usLayoutWithDeadKeys() {
   LayoutTables tables = tablesOf(kUS);

@@ -1,5 +1,5 @@
 #pragma once
-// Layouts made here, from tables of what is printed on the keys.
+// Layouts made here, from tables of what is printed on the keys; each is made once and then kept.
 
 #include "hosts/keyboard/LayoutWriter.h"
 

@@ -164,8 +164,7 @@ std::optional<Typed> composed(const Layout& layout, std::size_t record, std::uin
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t entry = record + kRecordEntryList + i * size;
     if (entry + size > layout.bytes.size()) return {};
-    const auto found =
-        terminal ? terminalEntry(layout, entry, state) : rangeEntry(layout, entry, state);
+    auto found = terminal ? terminalEntry(layout, entry, state) : rangeEntry(layout, entry, state);
     if (found) return found;
   }
   return {};

@@ -30,7 +30,7 @@ RuleNames chosenLayout(const std::string& file = "/etc/default/keyboard");
 /// Null where XKB knows no such keymap.
 keyboard::LayoutData layoutOf(const RuleNames& names);
 
-/// Every printable ASCII character lies on some key.
+/// Every printable ASCII character lies on some key, or is what a dead key leaves behind.
 bool typesAscii(const keyboard::LayoutData& layout);
 
 }  // namespace quorvane::xkb
