@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "hosts/field/KeyTable.h"
 #include "hosts/keyboard/SpecialKeys.h"
 
 namespace quorvane::field {
@@ -80,7 +79,7 @@ void EventQueue::push(const CGEvent* event) {
       {.type = event->type == CGEventType::KeyDown ? NSEventType::KeyDown : NSEventType::KeyUp,
        .modifierFlags = flags,
        .keyCode = event->virtualKey,
-       .characters = typesText ? event->unicodeString : charactersForKey(event->virtualKey, flags),
+       .characters = typesText ? event->unicodeString : keyboard_.charactersForKey(event->virtualKey, flags),
        .eventRef = nullptr});
 }
 
@@ -98,7 +97,7 @@ std::int32_t EventQueue::IOHIDPostEvent(std::uint32_t /*connection*/, std::uint3
   } else if (type == NX_KEYDOWN || type == NX_KEYUP) {
     event.type = type == NX_KEYDOWN ? NSEventType::KeyDown : NSEventType::KeyUp;
     event.keyCode = data.keyCode;
-    event.characters = charactersForKey(data.keyCode, flags);
+    event.characters = keyboard_.charactersForKey(data.keyCode, flags);
   } else {
     return kIOReturnBadArgument;
   }

@@ -6,6 +6,8 @@
 #include <functional>
 #include <optional>
 
+#include "hosts/keyboard/Keyboard.h"
+#include "hosts/keyboard/StandardLayouts.h"
 #include "platform/AppKitEvents.h"
 #include "platform/EventPosting.h"
 
@@ -40,6 +42,11 @@ class EventQueue : public EventPosting {
   [[nodiscard]] std::size_t size() const { return events_.size(); }
   void clear() { events_.clear(); }
 
+  /// The keyboard that the keys are on.
+  [[nodiscard]] keyboard::Keyboard& keyboard() { return keyboard_; }
+
+  /// The layout in force; asked for at each key.
+  std::function<keyboard::LayoutData()> layout = keyboard::usLayout;
   /// Whether the text fields are that process's. What is posted to any other is lost here.
   std::function<bool(const ProcessSerialNumber&)> reaches = [](const ProcessSerialNumber& psn) {
     return psn != ProcessSerialNumber{};
@@ -49,6 +56,7 @@ class EventQueue : public EventPosting {
  private:
   void push(const CGEvent* event);
 
+  keyboard::Keyboard keyboard_{[this] { return layout(); }};
   std::deque<NSEvent> events_;
 };
 

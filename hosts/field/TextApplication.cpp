@@ -3,7 +3,6 @@
 #include <exception>
 #include <utility>
 
-#include "hosts/field/KeyTable.h"
 #include "hosts/keyboard/SpecialKeys.h"
 
 namespace quorvane::field {
@@ -129,8 +128,9 @@ Outcome TextApplication::press(std::u16string_view characters, std::uint16_t key
 
 Outcome TextApplication::type(char32_t character, std::uint32_t modifierFlags) {
   if (character == U'\n') character = U'\r';
-  const Key key = keyForCharacter(character).value_or(Key{});
+  const keyboard::Key key = queue_.keyboard().keyForCharacter(character).value_or(keyboard::Key{});
   if (key.shift) modifierFlags |= NSEventModifierFlagShift;
+  if (key.option) modifierFlags |= NSEventModifierFlagOption;
   if (key.function) modifierFlags |= NSEventModifierFlagFunction;
   return press(toUtf16(character), key.keyCode, modifierFlags);
 }
@@ -166,7 +166,7 @@ void TextApplication::deliverPosted() {
 Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool posted) {
   Document* const document = focused_;
   if (!document) return Outcome::PassedOn;
-  modifiers_ = classicModifiers(event.modifierFlags);
+  modifiers_ = keyboard::classicModifiers(event.modifierFlags);
   if (!posted) noteHeldKey(event);
   Progress progress(*this, *document);
   const Outcome outcome = offer(event, how, progress);
@@ -212,7 +212,7 @@ CarbonEvent TextApplication::carbonEvent(const NSEvent& event, const Delivery& h
   CarbonEvent carbon;
   carbon.kind = carbonKind(event, how);
   carbon.time = clock_.GetCurrentEventTime();
-  carbon.kmod = classicModifiers(event.modifierFlags);
+  carbon.kmod = keyboard::classicModifiers(event.modifierFlags);
   if (isMouse(event.type)) {
     carbon.eventClass = kEventClassMouse;
     carbon.mloc = HIPoint{};

@@ -5,13 +5,23 @@ namespace {
 
 constexpr std::int32_t kIOReturnNotOpen = -536870195;
 
+std::string describeKey(std::string_view kind, const CGEvent& event) {
+  std::string line(kind);
+  appendPiece(line, event.virtualKey);
+  if (event.flags != 0) {
+    line += " flags ";
+    appendPiece(line, Hex{event.flags});
+  }
+  return line;
+}
+
 std::string describe(const CGEvent* event) {
   if (event == nullptr) return "null";
   switch (event->type) {
     case CGEventType::KeyDown:
-      return "keyDown " + std::to_string(event->virtualKey);
+      return describeKey("keyDown ", *event);
     case CGEventType::KeyUp:
-      return "keyUp " + std::to_string(event->virtualKey);
+      return describeKey("keyUp ", *event);
     case CGEventType::MouseMoved:
       return "mouseMoved";
     case CGEventType::Null:

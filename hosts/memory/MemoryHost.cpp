@@ -5,6 +5,11 @@ namespace quorvane::memory {
 MemoryHost::MemoryHost() {
   carbonEvents.latestModifiers = [this] { return text.currentKeyModifiers(); };
   carbonEvents.heldKeys = [this] { return text.heldKeys(); };
+  useLayout(keyboard::usLayout());
+  queue.layout = [this] {
+    const TISInputSourceRef& layout = textInputSources.layout;
+    return layout ? layout->kTISPropertyUnicodeKeyLayoutData : nullptr;
+  };
   queue.mouseLocation = [this] { return screens.mouse; };
   // The documents are those of whatever is in front.
   queue.reaches = [this](const ProcessSerialNumber& psn) {
@@ -51,6 +56,11 @@ Platform MemoryHost::platform() {
       .userDefaults = userDefaults,
       .workspace = processes,
   };
+}
+
+void MemoryHost::useLayout(const keyboard::LayoutData& layout) {
+  textInputSources.layout = std::make_shared<TISInputSource>(
+      TISInputSource{"keyboard-layout", "Keyboard layout", true, layout});
 }
 
 void MemoryHost::runPending() {

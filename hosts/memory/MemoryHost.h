@@ -36,6 +36,8 @@ class MemoryHost {
   /// A turn of the run loop: workspace notifications, then messages, then posted events, until
   /// nothing waits or the limits of one turn are reached.
   void runPending();
+  /// From now on the keyboard has this layout; null: none.
+  void useLayout(const keyboard::LayoutData& layout);
 
   MemoryJournal journal;
   MemoryClock clock{journal};

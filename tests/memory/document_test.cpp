@@ -6,7 +6,6 @@
 
 #include <utility>
 
-#include "hosts/field/KeyTable.h"
 
 namespace quorvane::field {
 namespace {
@@ -163,22 +162,6 @@ TEST(Document, ClosedDocumentDropsEverything) {
   EXPECT_EQ(document.text(), u"abc");
   EXPECT_EQ(document.selectedRange(), (NSRange{NSNotFound, 0}));
   EXPECT_EQ(document.clientChanges(), 0U);
-}
-
-TEST(KeyTable, EveryCharacterOfTheLayoutComesBackFromItsKey) {
-  for (char32_t character = 0x20; character < 0x7F; ++character) {
-    const auto found = keyForCharacter(character);
-    ASSERT_TRUE(found) << static_cast<char>(character);
-    const std::uint32_t flags = found->shift ? NSEventModifierFlagShift : 0;
-    EXPECT_EQ(charactersForKey(found->keyCode, flags),
-              std::u16string(1, static_cast<char16_t>(character)));
-  }
-  EXPECT_EQ(keyForCharacter(28)->keyCode, 123);
-  EXPECT_FALSE(keyForCharacter(28)->function);
-  EXPECT_EQ(keyForCharacter(127)->keyCode, 117);
-  EXPECT_TRUE(keyForCharacter(127)->function);
-  EXPECT_FALSE(keyForCharacter(U'\u00E9'));
-  EXPECT_EQ(charactersForKey(18, NSEventModifierFlagCapsLock), u"1");
 }
 
 }  // namespace

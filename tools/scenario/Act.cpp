@@ -3,7 +3,6 @@
 
 #include <limits>
 
-#include "hosts/field/KeyTable.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/shell/QuorvaneInputController.h"
@@ -24,24 +23,25 @@ void forget(World& world, const Arguments& /*is*/) { forgetRecords(world); }
 
 // Keys.
 
-NSEvent keyEvent(NSEventType type, const Keystroke& stroke) {
+NSEvent keyEvent(World& world, NSEventType type, const Keystroke& stroke) {
+  keyboard::Keyboard& keyboard = world.host.queue.keyboard();
   NSEvent event;
   event.type = type;
   event.modifierFlags = stroke.modifierFlags;
   event.characters = toUtf16({stroke.character});
-  if (const auto key = field::keyForCharacter(stroke.character)) {
+  if (const auto key = keyboard.keyForCharacter(stroke.character)) {
     event.keyCode = key->keyCode;
     if (key->shift) event.modifierFlags |= NSEventModifierFlagShift;
     if (key->function) event.modifierFlags |= NSEventModifierFlagFunction;
-    event.characters = field::charactersForKey(event.keyCode, event.modifierFlags);
+    event.characters = keyboard.charactersForKey(event.keyCode, event.modifierFlags);
   }
   return event;
 }
 
 // Down and up; only the outcome of the down counts.
 void pressAndRelease(World& world, const Keystroke& stroke, const field::Delivery& how = {}) {
-  world.deliver(keyEvent(NSEventType::KeyDown, stroke), how);
-  world.deliver(keyEvent(NSEventType::KeyUp, stroke), how);
+  world.deliver(keyEvent(world, NSEventType::KeyDown, stroke), how);
+  world.deliver(keyEvent(world, NSEventType::KeyUp, stroke), how);
   world.outcomes.pop_back();
 }
 
@@ -75,7 +75,7 @@ void pressKeyCode(World& world, const Arguments& is) {
 }
 void deliverOne(World& world, NSEventType type, const Keystroke& stroke, bool repeat = false) {
   world.outcomes.clear();
-  world.deliver(keyEvent(type, stroke), {.withEventRef = true, .repeat = repeat});
+  world.deliver(keyEvent(world, type, stroke), {.withEventRef = true, .repeat = repeat});
 }
 void keyDown(World& world, const Arguments& is) {
   deliverOne(world, NSEventType::KeyDown, is[0].key);

@@ -153,8 +153,8 @@ void changeSignature(World& world, const Arguments& is) {
   world.host.processes.find(world.application(is[0].word))->signature = is[1].u32();
 }
 void installInputSource(World& world, const Arguments& is) {
-  world.host.textInputSources.installed.push_back(std::make_shared<TISInputSource>(
-      TISInputSource{toBytes(is[0].text), toBytes(is[0].text), is[1].word == "selectable"}));
+  world.host.textInputSources.installed.push_back(std::make_shared<TISInputSource>(TISInputSource{
+      toBytes(is[0].text), toBytes(is[0].text), is[1].word == "selectable", nullptr}));
 }
 
 // What doesn't work.
@@ -211,6 +211,17 @@ void serverTakes(World& world, const Arguments& is) {
 void serverDoes(World& world, const Arguments& is) {
   changeServer(world, [&](memory::MemoryServer& server) {
     server.answer = [&world, statements = is[0].statements](auto, const auto&) {
+      world.runInside(statements);
+      return std::optional<CFData>(CFData{});
+    };
+  });
+}
+
+void serverDoesAtCommand(World& world, const Arguments& is) {
+  changeServer(world, [&](memory::MemoryServer& server) {
+    server.answer = [&world, earlier = server.answer, command = is[0].number,
+                     statements = is[1].statements](std::int32_t id, const CFData& data) {
+      if (id != command) return earlier ? earlier(id, data) : CFData{};
       world.runInside(statements);
       return std::optional<CFData>(CFData{});
     };
@@ -304,6 +315,7 @@ constexpr Pattern kPatterns[] = {
     {"server port is gone", serverIsGone},
     {"server port takes MEASURE ticks", serverTakes},
     {"server port does: STATEMENTS", serverDoes},
+    {"server port at command NUMBER does: STATEMENTS", serverDoesAtCommand},
     {"scan takes MEASURE ticks", answerScan},
     {"scan takes MEASURE ticks and does: STATEMENTS", answerScanDoing},
     {"scan is never answered", neverAnswerScan},

@@ -131,7 +131,7 @@ std::string suggestions(std::string_view firstWord) {
 std::vector<const Pattern*> allPatterns() {
   std::vector<const Pattern*> patterns;
   for (const auto table :
-       {stagePatterns(), actPatterns(), expectPatterns(), completionPatterns()}) {
+       {stagePatterns(), actPatterns(), expectPatterns(), completionPatterns(), keyPatterns()}) {
     for (const Pattern& pattern : table) patterns.push_back(&pattern);
   }
   return patterns;

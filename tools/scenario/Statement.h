@@ -1,6 +1,6 @@
 #pragma once
 // Statements: what a line may say, and what it then does. The tables of the three kinds (Stage.cpp,
-// Act.cpp, Expect.cpp) and of word completion are the language.
+// Act.cpp, Expect.cpp), of word completion and of pressed keys and windows are the language.
 
 #include <cstdint>
 #include <span>
@@ -48,6 +48,7 @@ std::span<const Pattern> stagePatterns();
 std::span<const Pattern> actPatterns();
 std::span<const Pattern> expectPatterns();
 std::span<const Pattern> completionPatterns();
+std::span<const Pattern> keyPatterns();
 /// Every pattern there is, in the order in which they are tried.
 std::vector<const Pattern*> allPatterns();
 

@@ -45,7 +45,8 @@ Lines sentMessages(World& world) {
 Lines postedEvents(World& world) {
   Lines lines;
   for (std::string& line : world.host.journal.lines()) {
-    if (line.starts_with("IOHIDPostEvent")) lines.push_back(std::move(line));
+    if (line.starts_with("IOHIDPostEvent") || line.starts_with("CGEventPost"))
+      lines.push_back(std::move(line));
   }
   return lines;
 }

@@ -1,0 +1,125 @@
+// Statements about keys that the program presses itself, and about the main application's window.
+
+#include <array>
+
+#include "hosts/keyboard/StandardLayouts.h"
+#include "src/keys/QBIM_IMK_EventPosting.h"
+#include "src/keys/qorvHIDkeys.h"
+#include "src/session/QBIM_IMK_Windows.h"
+#include "tools/scenario/World.h"
+
+namespace quorvane::scenario {
+namespace {
+
+struct Layout {
+  std::string_view name;
+  keyboard::LayoutData (*data)();
+};
+constexpr std::array<Layout, 3> kLayouts{{{"us", keyboard::usLayout},
+                                          {"us-with-dead-keys", keyboard::usLayoutWithDeadKeys},
+                                          {"dvorak", keyboard::dvorakLayout}}};
+
+void setLayout(World& world, const Arguments& is) {
+  world.host.textInputSources.layout = nullptr;
+  if (is[0].word == "none") return;
+  for (const Layout& layout : kLayouts) {
+    if (layout.name == is[0].word) return world.host.useLayout(layout.data());
+  }
+  throw BadStatement("there is no keyboard layout " + is[0].word);
+}
+
+// Keys pressed by the program.
+
+void typeByProgram(World& world, const Arguments& is) {
+  DO_FIX_CHAR(world.process, nullptr, static_cast<std::uint16_t>(is[0].number));
+  world.settle();
+}
+void typeAsText(World& world, const Arguments& is) {
+  DO_FIX_CHAR_NO_MODIFIERS(world.process, nullptr, static_cast<std::uint16_t>(is[0].number));
+  world.settle();
+}
+void pressCommandKey(World& world, const Arguments& is) {
+  PostCommandKey(world.process, static_cast<std::uint16_t>(is[0].number));
+  world.settle();
+}
+void pressDeviceKey(World& world, const Arguments& is) {
+  HID_PressRelease_VirtualKey(world.process, is[0].u32());
+  world.settle();
+}
+void prepareMenuCommand(World& world, const Arguments& /*is*/) {
+  do_PREP_QorvMain_Do_Menu_Tool_CommandID(world.process, 0);
+  world.settle();
+}
+void moveMouseByProgram(World& world, const Arguments& /*is*/) {
+  Post_MouseMovedEvent(world.process);
+}
+
+// The main application's window.
+
+struct Cancel {
+  std::string_view name;
+  std::int64_t (*call)(World&);
+};
+constexpr std::array<Cancel, 6> kCancels{{
+    {"window", [](World& world) { return std::int64_t{BIMCancelWindowSession(world.process)}; }},
+    {"any-window",
+     [](World& world) { return std::int64_t{BIMAlwaysCancelWindowSession(world.process)}; }},
+    {"text-and-window",
+     [](World& world) {
+       BIMCancelandClose_WindowSession(world.process);
+       return std::int64_t{0};
+     }},
+    {"document-window",
+     [](World& world) {
+       const std::uint64_t client = identityOf(&world.focused());
+       return std::int64_t{BIMCheckandClose_DocWindowSession(world.process, client)};
+     }},
+    {"interactive-window",
+     [](World& world) {
+       Cancel_Iteractive_Window(world.process);
+       return std::int64_t{0};
+     }},
+    {"suspension",
+     [](World& world) { return std::int64_t{CHECK_InteractiveWindow_Cancel(world.process)}; }},
+}};
+
+void cancelWindow(World& world, const Arguments& is) {
+  for (const Cancel& cancel : kCancels) {
+    if (cancel.name != is[0].word) continue;
+    world.answer = cancel.call(world);
+    return world.settle();
+  }
+  throw BadStatement("there is no cancelling of " + is[0].word);
+}
+void askAboutClick(World& world, const Arguments& is) {
+  const QDPoint point{static_cast<std::int16_t>(is[0].number),
+                      static_cast<std::int16_t>(is[1].number)};
+  world.answer = BIMCancelMousePtWindowSession(world.process, point) ? 1 : 0;
+  world.settle();
+}
+void testClick(World& world, const Arguments& /*is*/) {
+  world.answer = Get_MouseDown_Cancel(world.process);
+}
+void expectAnswer(World& world, const Arguments& is) {
+  world.expectNumber(is[0].number, world.answer);
+}
+
+constexpr Pattern kPatterns[] = {
+    {"keyboard layout NAME", setLayout},
+    {"program types NUMBER", typeByProgram},
+    {"program types NUMBER as text", typeAsText},
+    {"program presses command and NUMBER", pressCommandKey},
+    {"program presses device key NUMBER", pressDeviceKey},
+    {"program prepares a menu command", prepareMenuCommand},
+    {"program moves the mouse", moveMouseByProgram},
+    {"cancel NAME", cancelWindow},
+    {"window is asked about a click at NUMBER NUMBER", askAboutClick},
+    {"click is tested", testClick},
+    {"expect answer NUMBER", expectAnswer},
+};
+
+}  // namespace
+
+std::span<const Pattern> keyPatterns() { return kPatterns; }
+
+}  // namespace quorvane::scenario
