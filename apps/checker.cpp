@@ -4,10 +4,12 @@
 #include <csignal>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "apps/Command.h"
 #include "tools/checker/Checker.h"
+#include "tools/checker/PasteRequest.h"
 
 namespace quorvane {
 namespace {
@@ -36,6 +38,34 @@ void addWindowOptions(CLI::App& command, checker::CheckerOptions& options) {
       ->excludes(popup);
 }
 
+struct PasteOptions {
+  std::optional<std::int32_t> pid{};  ///< a request is all that is wanted then
+  bool special = false;
+};
+
+void addPasteOptions(CLI::App& command, PasteOptions& options) {
+  CLI::Option* const paste =
+      command
+          .add_option("--paste", options.pid,
+                      "Start nothing: have the paste keys pressed in process PID, beside a "
+                      "main application that runs; 0 for the one that it names")
+          ->check(CLI::NonNegativeNumber)
+          ->option_text("PID");
+  command.add_flag("--special", options.special, "With --paste: without the text's style")
+      ->needs(paste);
+}
+
+int runCheckerCommand(const checker::CheckerOptions& options, const PasteOptions& paste) {
+  std::signal(SIGPIPE, SIG_IGN);
+  if (paste.pid) {
+    checker::requestPaste(paste.special ? checker::Paste::Special : checker::Paste::Plain,
+                          *paste.pid);
+  } else {
+    checker::runChecker(options);
+  }
+  return kExitDone;
+}
+
 }  // namespace
 
 void addCheckerCommand(CLI::App& app, Run& run) {
@@ -59,12 +89,10 @@ void addCheckerCommand(CLI::App& app, Run& run) {
   addWindowOptions(*command, *options);
   command->add_flag("--trace", options->traceScans, "A log line for each scan");
   command->add_flag("--show-private", options->showText, "Show words in the log");
-  command->callback([&run, options] {
-    run = [options] {
-      std::signal(SIGPIPE, SIG_IGN);
-      checker::runChecker(*options);
-      return kExitDone;
-    };
+  const auto paste = std::make_shared<PasteOptions>();
+  addPasteOptions(*command, *paste);
+  command->callback([&run, options, paste] {
+    run = [options, paste] { return runCheckerCommand(*options, *paste); };
   });
 }
 

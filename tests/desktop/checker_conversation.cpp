@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <functional>
+#include <thread>
 
 #include "tools/checker/Conversation.h"
 
@@ -57,6 +59,8 @@ class RecordedPort : public InputMethodPort {
 
 class CheckerConversation : public testing::Test {
  protected:
+  explicit CheckerConversation(const CheckerOptions& chosen = {}) : options(chosen) {}
+
   /// What the input method does at the key that is the last of `typed`.
   void scan(std::string_view typed, std::uint32_t change = 0) {
     TextRecord record{{typed.begin(), typed.end()}, typed.size(), 0};
@@ -67,6 +71,28 @@ class CheckerConversation : public testing::Test {
     fields.put(At::Requests, kScanBit);
     fields.put(At::ScanFlags, kScanBit);
     conversation.poll();
+  }
+
+  /// A command in the way of a message, with a key in field 26; what is there afterwards.
+  std::uint32_t ask(std::uint32_t message, std::uint32_t key) {
+    fields.put(At::PopupChar, key);
+    conversation.obey(message);
+    return fields.get(At::PopupChar);
+  }
+  /// A command in the way of a bit.
+  void request(std::uint32_t number, std::uint32_t bit) {
+    std::memcpy(command.data(), &number, sizeof(number));
+    fields.put(At::Requests, 1U << bit);
+    EXPECT_TRUE(conversation.poll());
+    EXPECT_EQ(fields.get(At::Requests), 0U);
+  }
+  void frontIs(std::uint32_t signature) {
+    std::memcpy(command.data() + 12, &signature, sizeof(signature));
+  }
+  [[nodiscard]] std::string sentText(std::size_t index) const {
+    if (index >= port.sent.size()) return "nothing";
+    const auto& payload = port.sent[index].second;
+    return std::to_string(payload[3]) + " " + std::string(payload.begin() + 4, payload.end());
   }
 
   [[nodiscard]] std::string published() const {
@@ -85,7 +111,17 @@ class CheckerConversation : public testing::Test {
   TurnedClock clock;
   OneMistake spelling;
   RecordedPort port;
-  Conversation conversation{Segments{tool, text, command}, &spelling, clock, port, {}, true, {}};
+  CheckerOptions options;
+  std::vector<std::optional<PopupList>> popups;
+  Conversation conversation{Segments{tool, text, command},
+                            &spelling,
+                            clock,
+                            port,
+                            options,
+                            true,
+                            {.popup = [this](const PopupList* list) {
+                              popups.push_back(list ? std::optional(*list) : std::nullopt);
+                            }}};
 };
 
 TEST_F(CheckerConversation, AFixIsWrittenThenSentThenTheBitsAreCleared) {
@@ -173,6 +209,152 @@ TEST_F(CheckerConversation, OtherRequestsEndAndAClickIsNeverOurs) {
   EXPECT_EQ(fields.get(At::Requests), 0U);
   EXPECT_EQ(fields.get(At::MousePoint), 0U);
   EXPECT_FALSE(conversation.poll());
+}
+
+class CheckerPopup : public CheckerConversation {
+ protected:
+  CheckerPopup() : CheckerConversation({.popup = true}) {
+    frontIs(0x74657374);
+    fields.put(At::TextPosition, 100U << 16 | 40);
+  }
+  [[nodiscard]] bool open() const { return fields.get(At::WindowOpen) == 1; }
+};
+
+TEST_F(CheckerPopup, AMisspeltWordIsOfferedAndADigitChooses) {
+  scan("a teh ");
+  EXPECT_TRUE(answered());
+  EXPECT_TRUE(port.sent.empty());
+  EXPECT_TRUE(open());
+  EXPECT_EQ(popups.back(), (PopupList{"teh", {"the"}}));
+  EXPECT_EQ(fields.get(At::WindowClient), 0x74657374U);
+  EXPECT_EQ(fields.get(At::WindowTopLeft), 40U << 16 | 100);
+  EXPECT_EQ(fields.get(At::WindowBottomRight), (40U + 6 * 8) << 16 | (100 + 16));
+  EXPECT_EQ(ask(101, '1'), '1') << "taken";
+  EXPECT_EQ(sentText(0), "4 the ");
+  EXPECT_EQ(published(), "a the ");
+  EXPECT_EQ(fields.get(At::BufferChanged), 1U);
+  EXPECT_FALSE(open());
+  EXPECT_EQ(fields.get(At::WindowClient), 0U);
+  EXPECT_FALSE(popups.back());
+}
+
+TEST_F(CheckerPopup, EachKeyHasItsAnswerAndNoDigitIsLost) {
+  struct Row {
+    std::uint32_t command, key, answer;
+    std::string sent;
+    bool staysOpen;
+  };
+  for (const Row& row : {
+           Row{101, '2', 0, "0 2", false},
+           Row{101, '0', 0, "0 0", false},
+           Row{101, 31, 31, "nothing", false},
+           Row{106, 9, 0, "4 the ", false},
+           Row{106, 1, 1, "nothing", true},
+           Row{102, 1, 1, "nothing", true},
+           Row{105, 0, 0, "nothing", false},
+           Row{104, 0, 0, "nothing", false},
+           Row{100, 0, 0, "nothing", false},
+       }) {
+    scan("x ");
+    scan("teh ");
+    ASSERT_TRUE(open());
+    port.sent.clear();
+    EXPECT_EQ(ask(row.command, row.key), row.answer) << row.command << " " << row.key;
+    EXPECT_EQ(sentText(0), row.sent) << row.command << " " << row.key;
+    EXPECT_EQ(open(), row.staysOpen) << row.command << " " << row.key;
+    EXPECT_EQ(published(), row.sent == "nothing"  ? "teh "
+                           : row.sent == "4 the " ? "the "
+                                                  : "teh " + row.sent.substr(2));
+  }
+}
+
+TEST_F(CheckerPopup, ItClosesAtTheNextPublicationAndADigitIsThenTyped) {
+  scan("teh ");
+  EXPECT_FALSE(conversation.poll());
+  EXPECT_TRUE(open());
+  text[392] = 29;
+  EXPECT_TRUE(conversation.poll());
+  EXPECT_FALSE(open());
+  scan("teh teh ");
+  text[392] = 29;
+  EXPECT_EQ(ask(101, '1'), 0U) << "not seen yet by a look";
+  EXPECT_EQ(sentText(0), "0 1");
+  EXPECT_EQ(published(), "teh teh 1");
+  port.present = false;
+  scan("teh teh 1 teh ");
+  EXPECT_FALSE(open()) << "nobody could be told of a choice";
+}
+
+TEST_F(CheckerPopup, RequestsCloseItAndClicksInsideAreItsOwn) {
+  struct Row {
+    std::uint32_t vertical, horizontal;
+    bool inside;
+  };
+  scan("teh ");
+  for (const Row& row : {Row{100, 40, true}, Row{115, 87, true}, Row{99, 40, false},
+                         Row{116, 40, false}, Row{100, 39, false}, Row{100, 88, false}}) {
+    const std::uint32_t point = row.vertical << 16 | row.horizontal;
+    fields.put(At::MousePoint, point);
+    request(108, 17);
+    EXPECT_EQ(fields.get(At::MousePoint), row.inside ? point : 0U) << row.vertical;
+  }
+  fields.put(At::ClipState, 2);
+  request(17111, 17);
+  request(65534, 19);
+  EXPECT_EQ(fields.get(At::ClipState), 2U);
+  request(16390, 20);
+  EXPECT_EQ(fields.get(At::ClipState), 0U);
+  EXPECT_TRUE(open());
+  request(104, 0);
+  EXPECT_FALSE(open());
+}
+
+class CheckerDocumentWindow : public CheckerConversation {
+ protected:
+  CheckerDocumentWindow() : CheckerConversation({.documentWindow = true}) {}
+  [[nodiscard]] std::uint32_t window() const { return fields.get(At::WindowOpen); }
+};
+
+TEST_F(CheckerDocumentWindow, HidesShowsAndStaysClosed) {
+  scan("x ");
+  EXPECT_EQ(window(), 0U) << "nobody's";
+  frontIs(7);
+  scan("x teh ");
+  EXPECT_EQ(window(), 2U);
+  EXPECT_EQ(sentText(0), "4 the ");
+  ask(105, 0);
+  ask(102, 1);
+  EXPECT_EQ(window(), 2U);
+  request(100, 2);
+  EXPECT_EQ(window(), 0U);
+  frontIs(8);
+  scan("y ");
+  EXPECT_EQ(window(), 0U) << "another application's text";
+  frontIs(7);
+  scan("z ");
+  EXPECT_EQ(window(), 2U);
+  EXPECT_EQ(fields.get(At::WindowClient), 7U);
+  ask(104, 0);
+  request(100, 2);
+  scan("zz ");
+  EXPECT_EQ(window(), 0U);
+}
+
+TEST_F(CheckerConversation, TheSentenceStartIsThereWhenTheScanEnds) {
+  for (int round = 0; round < 200; ++round) {
+    std::atomic<bool> begun = false;
+    std::thread inputMethod([&] {
+      while (!begun || fields.get(At::ScanFlags) != 0) continue;
+      EXPECT_EQ(fields.get(At::SentenceStart), 1U);
+    });
+    fields.put(At::SentenceStart, 0);
+    fields.put(At::ScanFlags, kScanBit);
+    begun = true;
+    scan("a. ");
+    inputMethod.join();
+    scan("a. 3.");
+    ASSERT_EQ(fields.get(At::SentenceStart), 0U);
+  }
 }
 
 }  // namespace

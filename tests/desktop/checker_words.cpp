@@ -4,7 +4,10 @@
 
 #include <map>
 
+#include "tests/desktop/RunningProgram.h"
 #include "tools/checker/Fix.h"
+#include "tools/checker/PopupList.h"
+#include "tools/checker/SentenceStart.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/SuggestionChoice.h"
 #include "tools/checker/ToolRecord.h"
@@ -36,11 +39,11 @@ class ScriptedSpelling : public Spelling {
 
 TEST(CheckerWordRules, WhichWordIsChecked) {
   const std::map<std::string, std::string> rows = {
-      {"a teh ", "teh"},      {"teh,", "teh"},         {"teh, ", "-"},  {"teh", "-"},
-      {"teh-", "-"},          {"te2h ", "-"},          {"TEH ", "-"},   {"Teh ", "Teh"},
-      {"'teh' ", "teh"},      {"'tis ", "-"},          {"goin' ", "-"}, {"www.teh ", "-"},
-      {"well-teh ", "teh"},   {"\xC3teh ", "-"},       {"", "-"},       {"te\xD5h ", "te\xD5h"},
-      {"\xD2teh\xD3", "teh"}, {"\xD4teh\xD5 ", "teh"},
+      {"a teh ", "teh"},      {"teh,", "teh"},         {"teh, ", "-"},      {"teh", "-"},
+      {"teh-", "-"},          {"te2h ", "-"},          {"TEH ", "-"},       {"Teh ", "Teh"},
+      {"'teh' ", "teh"},      {"'tis ", "-"},          {"goin' ", "-"},     {"www.teh ", "-"},
+      {"well-teh ", "teh"},   {"\xC3teh ", "-"},       {"", "-"},           {"te\xD5h ", "te\xD5h"},
+      {"\xD2teh\xD3", "teh"}, {"\xD4teh\xD5 ", "teh"}, {"teh-\xD1", "teh"},
   };
   for (const auto& [text, word] : rows) EXPECT_EQ(wordOf(typed(text)), word) << text;
   TextRecord other = typed("teh ");
@@ -49,6 +52,41 @@ TEST(CheckerWordRules, WhichWordIsChecked) {
   other = typed("te\xD5h ");
   other.smartCharacters = false;
   EXPECT_EQ(wordOf(other), "-") << "a letter of another script";
+}
+
+TEST(CheckerSentenceStart, WhiteSpaceBehindItsMark) {
+  const std::map<std::string, bool> rows = {
+      {"a. ", true},   {"a?\r", true},        {"a!\t", true},     {"a.\") ", true}, {". ", true},
+      {"3.5 ", false}, {"a.\xD3\xD5 ", true}, {"e.g. ", false},   {"a.", false},    {"a.)", false},
+      {"a.  ", false}, {"a, ", false},        {"(a. b) ", false}, {" ", false},     {"3.5. ", true},
+  };
+  for (const auto& [text, starts] : rows) EXPECT_EQ(startsSentence(typed(text)), starts) << text;
+  TextRecord other = typed("a. ");
+  other.key = 29;
+  EXPECT_FALSE(startsSentence(other)) << "an arrow key";
+  other = typed("a.\xD3 ");
+  other.smartCharacters = false;
+  EXPECT_FALSE(startsSentence(other)) << "a letter of another script";
+}
+
+TEST(CheckerPopupList, OnlyWhatIsWrittenIsRead) {
+  const PopupList list{"teh", {"the", "don't"}};
+  EXPECT_EQ(parsePopupList(formatPopupList(list).value_or("")), list);
+  const std::string nine = "w\n1\n2\n3\n4\n5\n6\n7\n8\n9\n";
+  EXPECT_TRUE(parsePopupList(nine));
+  for (const std::string& text : std::vector<std::string>{
+           "", "teh\n", "teh\nthe", "teh\n\n", "\nthe\n", "teh\nth\x1B\n", "teh\nth\xC3\xA9\n",
+           nine + "10\n", "teh\n" + std::string(64, 'x') + "\n"}) {
+    EXPECT_FALSE(parsePopupList(text)) << text;
+  }
+  const tests::OwnFolder folder;
+  EXPECT_FALSE(readPopupList(folder.path()));
+  EXPECT_TRUE(writePopupList(folder.path(), list));
+  EXPECT_EQ(readPopupList(folder.path()), list);
+  EXPECT_FALSE(writePopupList(folder.path(), {"teh", {}}));
+  EXPECT_FALSE(readPopupList(folder.path())) << "what stood there is gone";
+  std::filesystem::create_symlink("/dev/zero", folder.path() / "popup");
+  EXPECT_FALSE(readPopupList(folder.path()));
 }
 
 TEST(CheckerSuggestions, TyposAreMendedAndNamesAreLeft) {
@@ -89,6 +127,7 @@ TEST(CheckerFix, CountsWhatWillStandBeforeTheCaretAndSpeaksTheDocumentsLanguage)
            Row{"teh\xD3", 4, "the\u201D", "the\xD3"},
            Row{"dosen\xD5t ", 8, "doesn\u2019t ", "doesn\xD5t "},
            Row{"'teh' ", 5, "the' ", "'the' "},
+           Row{"teh-\xD1", 4, "the\u2014", "the-\xD1"},
        }) {
     const auto fix = findFix(typed(row.text), 0, spelling);
     ASSERT_TRUE(fix) << row.text;
@@ -100,6 +139,19 @@ TEST(CheckerFix, CountsWhatWillStandBeforeTheCaretAndSpeaksTheDocumentsLanguage)
   TextRecord behind = typed("mistke ");
   behind.length = 20;
   EXPECT_EQ(findFix(behind, 0, spelling)->corrected.length, 8U) << "no tail that has moved";
+  EXPECT_EQ(typedCharacter(behind, '7').corrected.length, 8U);
+  EXPECT_EQ(typedCharacter(typed(std::string(384, 'x')), '7').corrected.text, typed("7").text);
+}
+
+TEST(CheckerFix, OffersWhatADictionaryHasOnceEachAsTheWordIsWritten) {
+  ScriptedSpelling spelling;
+  spelling.mistakes = {{"Teh", {"Tech", "tech", "the", "Teh", "t eh", "caf\xC3\xA9"}}};
+  for (char c = 'a'; c <= 'j'; ++c) spelling.mistakes["qwx"].push_back(std::string(2, c));
+  const auto offers = findOffers(typed("Teh "), 0, spelling);
+  ASSERT_EQ(offers.size(), 2U);
+  EXPECT_EQ(offers[0].text, "Tech ");
+  EXPECT_EQ(offers[1].text, "The ");
+  EXPECT_EQ(findOffers(typed("qwx "), 0, spelling).size(), 9U);
 }
 
 TEST(CheckerVouching, AWordIsVouchedForFromTheFirstBoundarySeen) {

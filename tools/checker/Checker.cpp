@@ -4,6 +4,7 @@
 #include <iostream>
 #include <stdexcept>
 
+#include "hosts/field/EventQueue.h"
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
 
@@ -38,6 +39,8 @@ std::string_view textOf(ScanEnd end) {
   switch (end) {
     case ScanEnd::Fixed:
       return "fixed";
+    case ScanEnd::Offered:
+      return "popup opened";
     case ScanEnd::NobodyToTell:
       return "nobody to send the fix to";
     case ScanEnd::Late:
@@ -47,17 +50,6 @@ std::string_view textOf(ScanEnd end) {
   }
   return "nothing to fix";
 }
-
-/// The stand-in presses no keys.
-class NoEventPosting final : public EventPosting {
- public:
-  std::uint32_t IOServiceOpen() override { return 0; }
-  std::int32_t IOHIDPostEvent(std::uint32_t /*connection*/, std::uint32_t /*type*/,
-                              const NXKeyEventData& /*data*/, std::uint32_t /*version*/,
-                              std::uint32_t /*flags*/, std::uint32_t /*options*/) override {
-    return -1;
-  }
-};
 
 }  // namespace
 
@@ -78,13 +70,19 @@ struct Checker::Block {
 };
 
 Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
-                 std::unique_ptr<Spelling> spelling)
-    : host_(host), process_(host.platform()), options_(options), spelling_(std::move(spelling)) {
+                 std::filesystem::path runtimeFolder, std::unique_ptr<Spelling> spelling)
+    : host_(host),
+      process_(host.platform()),
+      options_(options),
+      runtimeFolder_(std::move(runtimeFolder)),
+      spelling_(std::move(spelling)) {
   // The creating attach would clear the segments of a main application that is at work. Only one
   // process can have the port, so that of two that start at once only one comes to the segments.
   const auto port = takePort();
   createSegments();
+  removePopupList(runtimeFolder_);
   servePort(port);
+  ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
   trySpelling();
   announce();
@@ -96,6 +94,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
 Checker::~Checker() {
   timer_.reset();
   announcement_.reset();
+  conversation_.reset();  // closes its window while the segments are there
   const ToolRecord tool(segments_.tool);
   tool.put(At::AppReady, 0);
   tool.put(At::InteractiveMode, 0);
@@ -126,6 +125,7 @@ std::shared_ptr<CFMessagePort> Checker::takePort() {
   auto port = ports.CFMessagePortCreateLocal(
       kServerPort, [this](std::int32_t command, const CFData* /*data*/) -> std::optional<CFData> {
         Log(process_, "* checker: command message ", command);
+        if (conversation_) conversation_->obey(static_cast<std::uint32_t>(command));
         return std::nullopt;
       });
   if (port != nullptr) return port;
@@ -185,6 +185,7 @@ Listener Checker::listener() {
   listener.command = [this](std::uint32_t command, std::uint32_t bits) {
     Log(process_, "* checker: command ", command, " bits ", bits);
   };
+  listener.popup = [this](const PopupList* list) { tellOfPopup(list); };
   if (options_.traceScans) {
     listener.scan = [this](ScanEnd end) { Log(process_, "* checker: scan: ", textOf(end)); };
   }
@@ -197,6 +198,19 @@ void Checker::logFix(const Fix& fix) {
   Log(process_, "* checker: fix \"", Private{word}, "\" to \"", Private{replacement}, "\" count ",
       fix.count, " port ", inputMethod_->name());
   if (options_.showText) host_.log().flush();  // whoever watches sees it where it belongs
+}
+
+void Checker::tellOfPopup(const PopupList* list) {
+  if (list == nullptr) {
+    removePopupList(runtimeFolder_);
+    Log(process_, "* checker: popup closed");
+    return;
+  }
+  const std::u16string word = widened(list->word);
+  const bool written = writePopupList(runtimeFolder_, *list);
+  Log(process_, "* checker: popup \"", Private{word}, "\" suggestions ", list->suggestions.size(),
+      written ? "" : ", which nobody can read");
+  if (options_.showText) host_.log().flush();
 }
 
 void Checker::look() {
@@ -219,15 +233,16 @@ void Checker::pollEvery(Milliseconds interval) {
 void runChecker(const CheckerOptions& options) {
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.ownProcess = checkerAnnouncement();
-  NoEventPosting eventPosting;
-  desktop::DesktopHost host(configuration, eventPosting);
+  field::EventQueue noKeys;  // the stand-in presses none
+  desktop::DesktopHost host(configuration, noKeys);
   host.log().showPrivate = options.showText;
   // From here on such a signal waits for the loop, so that it can't leave anything behind.
   const auto end = [&host] { host.runLoop().quit(); };
   const auto onInterrupt = host.runLoop().onSignal(SIGINT, end);
   const auto onTerminate = host.runLoop().onSignal(SIGTERM, end);
   const auto onHangUp = host.runLoop().onSignal(SIGHUP, end);
-  const Checker checker(host, options, openEnchant(options.dictionary));
+  const Checker checker(host, options, configuration.runtimeDirectory,
+                        openEnchant(options.dictionary));
   host.runLoop().run();
 }
 

@@ -2,6 +2,7 @@
 // The stand-in main application: creates the shared segments, serves the server port, answers
 // scans, and says that it runs.
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -21,10 +22,11 @@ desktop::Announcement checkerAnnouncement();
 class Checker {
  public:
   /// Starts in the order that the agreement lays down; the announcement comes last. `spelling`
-  /// null: no dictionary. Throws std::runtime_error where a main application runs already or a
-  /// segment or the port can't be had. All that it does happens while the host's run loop runs.
+  /// null: no dictionary. What the popup offers is told in `runtimeFolder`. Throws
+  /// std::runtime_error where a main application runs already or a segment or the port can't be
+  /// had. All that it does happens while the host's run loop runs.
   Checker(desktop::DesktopHost& host, const CheckerOptions& options,
-          std::unique_ptr<Spelling> spelling);
+          std::filesystem::path runtimeFolder, std::unique_ptr<Spelling> spelling);
   ~Checker();
   Checker(const Checker&) = delete;
   Checker& operator=(const Checker&) = delete;
@@ -41,12 +43,14 @@ class Checker {
   void beginConversation();
   Listener listener();
   void logFix(const Fix& fix);
+  void tellOfPopup(const PopupList* list);
   void look();
   void pollEvery(desktop::RunLoop::Milliseconds interval);
 
   desktop::DesktopHost& host_;
   Process process_;
   CheckerOptions options_;
+  std::filesystem::path runtimeFolder_;
   std::unique_ptr<Spelling> spelling_;
   Segments segments_;
   std::span<std::uint8_t> commandBytes_;

@@ -1,9 +1,10 @@
 #include "tools/checker/Conversation.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 #include <vector>
+
+#include "tools/checker/SentenceStart.h"
 
 namespace quorvane::checker {
 
@@ -11,13 +12,6 @@ namespace {
 
 /// The input method waits for 100 ms. What isn't under way by now may meet a later key.
 constexpr std::uint64_t kLatestNanoseconds = 60'000'000;
-constexpr std::uint32_t kJudgeMouseClick = 108;
-
-std::uint32_t hostWord(std::span<const std::uint8_t> bytes) {
-  std::uint32_t word = 0;
-  if (bytes.size() >= sizeof(word)) std::memcpy(&word, bytes.data(), sizeof(word));
-  return word;
-}
 
 }  // namespace
 
@@ -32,11 +26,15 @@ Conversation::Conversation(const Segments& segments, Spelling* spelling, Clock& 
       port_(port),
       options_(options),
       vouching_(textsBeganWithUs),
-      listener_(std::move(listener)) {}
+      listener_(std::move(listener)),
+      window_(tool_) {}
+
+Conversation::~Conversation() { closeWindow(); }
 
 bool Conversation::poll() {
   if (options_.manner == Manner::Silent) return false;
-  if (!scanWanted()) return clearCommands();
+  const bool closed = closeStalePopup();
+  if (!scanWanted()) return clearCommands() || closed;
   answerScan();
   return true;
 }
@@ -56,33 +54,51 @@ bool Conversation::spellingWanted() const {
 /// next look finds it gone, or finds a text that it knows and has nothing to say about.
 void Conversation::answerScan() {
   const std::uint64_t seenAt = clock_.mach_absolute_time();
-  const auto fix = decide();
+  Findings found = decide();
   ScanEnd end = ScanEnd::NothingToFix;
-  if (fix) end = port_.find() ? ScanEnd::Fixed : ScanEnd::NobodyToTell;
+  if (found.fix || !found.offers.empty()) {
+    end = port_.find() ? ScanEnd::Fixed : ScanEnd::NobodyToTell;
+  }
   if (!inTime(seenAt)) {
     tell(ScanEnd::Late);
     return;
   }
-  if (end == ScanEnd::Fixed) end = hand(*fix);
+  if (end == ScanEnd::Fixed) {
+    end = found.fix ? hand(*found.fix) : openPopup(std::move(found.offers));
+  }
+  if (options_.documentWindow) window_.accompany(clientSignature());
+  tool_.put(At::SentenceStart, found.sentenceStart ? 1 : 0);
   tool_.clearBits(At::Requests, kScanBit);
   tool_.clearBits(At::ScanFlags, kScanBit);
   tell(end);
 }
 
-std::optional<Fix> Conversation::decide() {
+Conversation::Findings Conversation::decide() {
   const std::vector<std::uint8_t> bytes(text_.begin(), text_.end());
   const std::uint32_t change = takeSessionChange();
   auto record = decodeTextRecord(bytes);
-  if (!record) return std::nullopt;
+  if (!record) return {};
   record->smartCharacters = (tool_.get(At::SmartCharacters) & kSmartCharacterMask) != 0;
   const Sight sight = vouching_.observe(session(), *record, change);
-  if (!sight.isNew) return std::nullopt;
-  if (options_.manner == Manner::Slow) clock_.usleep(options_.slowMilliseconds * 1000);
-  std::optional<Fix> fix;
-  if (spelling_ != nullptr && spellingWanted() && sight.vouchedFrom) {
-    fix = findFix(*record, *sight.vouchedFrom, *spelling_);
+  Findings found;
+  if (sight.isNew) {
+    if (options_.manner == Manner::Slow) clock_.usleep(options_.slowMilliseconds * 1000);
+    if (sight.vouchedFrom) found = check(*record, *sight.vouchedFrom);
+    found.fix = inManner(std::move(found.fix), *record);
   }
-  return inManner(std::move(fix), *record);
+  found.sentenceStart = startsSentence(*record);
+  return found;
+}
+
+Conversation::Findings Conversation::check(const TextRecord& record, std::size_t vouchedFrom) {
+  Findings found;
+  if (spelling_ == nullptr || !spellingWanted()) return found;
+  if (options_.popup) {
+    found.offers = findOffers(record, vouchedFrom, *spelling_);
+  } else {
+    found.fix = findFix(record, vouchedFrom, *spelling_);
+  }
+  return found;
 }
 
 SessionKey Conversation::session() const { return {port_.asker(), tool_.get(At::SessionHandle)}; }
@@ -105,7 +121,7 @@ ScanEnd Conversation::hand(const Fix& fix) {
   const std::vector<std::uint8_t> before(text_.begin(), text_.end());
   if (!encodeTextRecord(fix.corrected, text_)) return ScanEnd::NothingToFix;
   tool_.put(At::BufferChanged, 1);
-  if (fix.count > 0 && !port_.send(kMessageInput, messagePayload(fix))) {
+  if (!fix.text.empty() && !port_.send(kMessageInput, messagePayload(fix))) {
     tool_.put(At::BufferChanged, 0);
     std::ranges::copy(before, text_.begin());
     return ScanEnd::NobodyToTell;
@@ -114,21 +130,23 @@ ScanEnd Conversation::hand(const Fix& fix) {
   return ScanEnd::Fixed;
 }
 
-void Conversation::tell(ScanEnd end) {
-  if (listener_.scan) listener_.scan(end);
+ScanEnd Conversation::openPopup(std::vector<Fix> offers) {
+  PopupList list{offers.front().word, {}};
+  std::size_t longest = 0;
+  for (const Fix& offer : offers) {
+    list.suggestions.push_back(offer.replacement);
+    longest = std::max(longest, offer.replacement.size());
+  }
+  if (listener_.popup) listener_.popup(&list);
+  popup_.emplace(std::move(offers), std::vector(text_.begin(), text_.end()));
+  tool_.put(At::ControlDigits, options_.controlDigits ? 1 : 0);
+  // A digit and a space before each, a space behind.
+  window_.openPopup({list.suggestions.size(), longest + 3}, clientSignature());
+  return ScanEnd::Offered;
 }
 
-/// We have no window, no popup and no menu: requests end as soon as they are seen, and a mouse
-/// click is never ours.
-bool Conversation::clearCommands() {
-  const std::uint32_t bits = tool_.get(At::Requests);
-  if (bits == 0) return false;
-  const std::uint32_t command = hostWord(command_);
-  if (command == kJudgeMouseClick) tool_.put(At::MousePoint, 0);
-  tool_.clearBits(At::Requests, bits);
-  // The bit of a scan that ended without us tells nothing.
-  if (bits != kScanBit && listener_.command) listener_.command(command, bits);
-  return true;
+void Conversation::tell(ScanEnd end) {
+  if (listener_.scan) listener_.scan(end);
 }
 
 }  // namespace quorvane::checker

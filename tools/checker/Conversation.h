@@ -1,16 +1,19 @@
 #pragma once
-// What the main application does at each look at the shared segments: answers a sentence scan and
-// clears the other requests.
+// What the main application does at each look at the shared segments, and at each message: answers
+// a sentence scan, keeps its window, and ends the other requests.
 
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
+#include <vector>
 
 #include "platform/Clock.h"
 #include "tools/checker/CheckerOptions.h"
+#include "tools/checker/CorrectionWindow.h"
 #include "tools/checker/Fix.h"
 #include "tools/checker/InputMethodPort.h"
+#include "tools/checker/PopupList.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/ToolRecord.h"
 #include "tools/checker/Vouching.h"
@@ -23,13 +26,15 @@ struct Segments {
   std::span<const std::uint8_t> command;  ///< 896
 };
 
-enum class ScanEnd { NothingToFix, Fixed, NobodyToTell, Late };
+enum class ScanEnd { NothingToFix, Fixed, Offered, NobodyToTell, Late };
 
 /// Who wants to know. Every member may be empty.
 struct Listener {
-  std::function<void(ScanEnd)> scan;
-  std::function<void(const Fix&)> fix;
-  std::function<void(std::uint32_t command, std::uint32_t bits)> command;
+  std::function<void(ScanEnd)> scan{};
+  std::function<void(const Fix&)> fix{};
+  std::function<void(std::uint32_t command, std::uint32_t bits)> command{};
+  /// Before the popup opens; null: after it has closed.
+  std::function<void(const PopupList*)> popup{};
 };
 
 class Conversation {
@@ -37,22 +42,48 @@ class Conversation {
   /// `spelling` null: no dictionary, nothing is ever fixed.
   Conversation(const Segments& segments, Spelling* spelling, Clock& clock, InputMethodPort& port,
                const CheckerOptions& options, bool textsBeganWithUs, Listener listener);
+  /// Closes the window; the segments are still there.
+  ~Conversation();
+  Conversation(const Conversation&) = delete;
+  Conversation& operator=(const Conversation&) = delete;
 
   /// False where there was nothing to do.
   bool poll();
+  /// A command that came as a message; unknown ones do nothing. The reply goes once this returns.
+  void obey(std::uint32_t command);
 
  private:
+  struct Findings {
+    std::optional<Fix> fix;
+    std::vector<Fix> offers;  ///< in the popup, in place of a fix
+    bool sentenceStart = false;
+  };
+  struct Popup {
+    std::vector<Fix> offers;               ///< by digit, from 1 on
+    std::vector<std::uint8_t> textRecord;  ///< as it was published: any other closes the popup
+  };
+
   [[nodiscard]] bool scanWanted() const;
   [[nodiscard]] bool inTime(std::uint64_t seenAt) const;
   [[nodiscard]] bool spellingWanted() const;
   void answerScan();
-  std::optional<Fix> decide();
+  Findings decide();
+  Findings check(const TextRecord& record, std::size_t vouchedFrom);
   [[nodiscard]] SessionKey session() const;
   std::uint32_t takeSessionChange();
   std::optional<Fix> inManner(std::optional<Fix> fix, const TextRecord& record);
   ScanEnd hand(const Fix& fix);
+  ScanEnd openPopup(std::vector<Fix> offers);
   void tell(ScanEnd end);
+
   bool clearCommands();
+  bool closeStalePopup();
+  void closeWindow();
+  void popupKey();
+  void popupNavigation();
+  void judgeClick();
+  bool choose(std::size_t index);
+  [[nodiscard]] std::uint32_t clientSignature() const;
 
   ToolRecord tool_;
   std::span<std::uint8_t> text_;
@@ -64,6 +95,8 @@ class Conversation {
   Vouching vouching_;
   Listener listener_;
   std::optional<Fix> staleFix_;
+  CorrectionWindow window_;
+  std::optional<Popup> popup_;
 };
 
 }  // namespace quorvane::checker

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "tools/checker/MacRoman.h"
+#include "tools/checker/PopupList.h"
 #include "tools/checker/SuggestionChoice.h"
 #include "tools/checker/WordRules.h"
 
@@ -40,22 +41,58 @@ std::optional<Fix> makeFix(const TextRecord& record, const Word& word, std::stri
   Bytes corrected(record.text.begin(), at(word.start));
   corrected.insert(corrected.end(), mended.begin(), mended.end());
   return Fix{std::move(spelt), std::move(replacement),
-             static_cast<std::uint32_t>(record.text.size() - word.start), std::move(*text),
+             static_cast<std::uint32_t>(documentLength({at(word.start), record.text.end()})),
+             std::move(*text),
              TextRecord{std::move(corrected), newLength(record, cursor), record.key}};
 }
 
-}  // namespace
+struct Misspelling {
+  Word word;
+  std::string spelt;
+  std::vector<std::string> suggestions;
+};
 
-std::optional<Fix> findFix(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling) {
+std::optional<Misspelling> findMisspelling(const TextRecord& record, std::size_t vouchedFrom,
+                                           Spelling& spelling) {
   const auto word = endedWord(record);
   if (!word || word->start < vouchedFrom) return std::nullopt;
   const std::span<const std::uint8_t> text(record.text);
   std::string spelt =
       quorvane::checker::spelling(text.subspan(word->start, word->end - word->start));
   if (spelling.accepts(spelt)) return std::nullopt;
-  auto replacement = chooseSuggestion(spelt, !word->opensSentence, spelling.suggestions(spelt));
+  auto suggestions = spelling.suggestions(spelt);
+  return Misspelling{*word, std::move(spelt), std::move(suggestions)};
+}
+
+}  // namespace
+
+std::optional<Fix> findFix(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling) {
+  auto wrong = findMisspelling(record, vouchedFrom, spelling);
+  if (!wrong) return std::nullopt;
+  auto replacement = chooseSuggestion(wrong->spelt, !wrong->word.opensSentence, wrong->suggestions);
   if (!replacement) return std::nullopt;
-  return makeFix(record, *word, std::move(spelt), std::move(*replacement));
+  return makeFix(record, wrong->word, std::move(wrong->spelt), std::move(*replacement));
+}
+
+std::vector<Fix> findOffers(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling) {
+  std::vector<Fix> offers;
+  const auto wrong = findMisspelling(record, vouchedFrom, spelling);
+  if (!wrong || !isPopupLine(wrong->spelt)) return offers;
+  for (std::string& suggestion :
+       offeredSuggestions(wrong->spelt, kMostSuggestions, wrong->suggestions)) {
+    if (!isPopupLine(suggestion)) continue;
+    auto fix = makeFix(record, wrong->word, wrong->spelt, std::move(suggestion));
+    if (fix) offers.push_back(std::move(*fix));
+  }
+  return offers;
+}
+
+Fix typedCharacter(TextRecord record, std::uint8_t character) {
+  if (record.text.size() >= kTextCapacity) record.text.clear();
+  record.text.push_back(character);
+  record.length = record.text.size();
+  const std::string typed(1, static_cast<char>(character));
+  return {{}, typed, 0, typed, std::move(record)};
 }
 
 std::vector<std::uint8_t> messagePayload(const Fix& fix) {

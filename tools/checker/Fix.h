@@ -19,13 +19,21 @@ struct Fix {
   /// Of the characters before the caret, the key that ended the word included: the message is
   /// handled once that key has been inserted.
   std::uint32_t count = 0;
-  std::string text;  ///< UTF-8, in the place of those characters
+  std::string text;  ///< UTF-8, in the place of those characters; empty: nothing is sent
   TextRecord corrected;
 };
 
 /// Empty where the key just typed ends no word, or none that is misspelt and can be mended, or one
 /// that begins before `vouchedFrom`.
 std::optional<Fix> findFix(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling);
+
+/// One for each suggestion that the word may be replaced by, the best first. Empty where `findFix`
+/// would look no further, and where a list of them has no written form.
+std::vector<Fix> findOffers(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling);
+
+/// Types an ASCII character that has reached neither the session nor the document. A session text
+/// that has no room for it begins anew.
+Fix typedCharacter(TextRecord record, std::uint8_t character);
 
 /// The count, 4 bytes big-endian, and the text.
 std::vector<std::uint8_t> messagePayload(const Fix& fix);

@@ -11,6 +11,7 @@
 namespace quorvane::checker {
 
 inline constexpr std::uint8_t kFirstSmartChar = 208;  ///< en dash
+inline constexpr std::uint8_t kEmDash = 209;
 inline constexpr std::uint8_t kRightDoubleQuote = 211;
 inline constexpr std::uint8_t kLeftSingleQuote = 212;
 inline constexpr std::uint8_t kRightSingleQuote = 213;  ///< also the curly apostrophe
@@ -19,6 +20,15 @@ inline constexpr std::uint8_t kLastSmartChar = 213;
 constexpr bool isSmartChar(std::uint8_t byte) {
   return byte >= kFirstSmartChar && byte <= kLastSmartChar;
 }
+
+/// Two hyphens that have become a dash lie in the session text as the first hyphen and the dash,
+/// while the dash has taken the hyphen's place in the document.
+constexpr bool isDashOfHyphens(std::uint8_t byte, std::uint8_t next) {
+  return byte == '-' && next == kEmDash;
+}
+
+/// How many characters they are in the document, if none is outside of the above.
+std::size_t documentLength(std::span<const std::uint8_t> bytes);
 
 /// As a document holds it: a return is a line feed there. Empty where a byte is none of the above.
 std::optional<std::string> documentText(std::span<const std::uint8_t> bytes);

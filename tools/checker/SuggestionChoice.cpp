@@ -67,6 +67,11 @@ bool usable(const std::string& suggestion) {
          std::ranges::all_of(suggestion, [](char c) { return isLetter(c) || c == '\''; });
 }
 
+/// With the word's leading capital.
+std::string inPlaceOf(const std::string& word, const std::string& suggestion) {
+  return isUpper(word[0]) ? capitalised(suggestion) : suggestion;
+}
+
 int limit(const std::string& word, bool midSentence) {
   if (word.size() < 2) return 0;
   const bool capital = isUpper(word[0]);
@@ -90,13 +95,26 @@ std::optional<std::string> chooseSuggestion(const std::string& word, bool midSen
   for (const std::string& suggestion : suggestions) {
     if (isAbbreviation(suggestion, word)) return std::nullopt;
     if (!usable(suggestion)) continue;
-    std::string candidate = isUpper(word[0]) ? capitalised(suggestion) : suggestion;
+    std::string candidate = inPlaceOf(word, suggestion);
     const int candidatePrice = candidate == word ? bestPrice : price(word, candidate);
     if (candidatePrice >= bestPrice) continue;
     bestPrice = candidatePrice;
     best = std::move(candidate);
   }
   return best;
+}
+
+std::vector<std::string> offeredSuggestions(const std::string& word, std::size_t most,
+                                            const std::vector<std::string>& suggestions) {
+  std::vector<std::string> offered;
+  for (const std::string& suggestion : suggestions) {
+    if (offered.size() == most) break;
+    if (!usable(suggestion)) continue;
+    std::string candidate = inPlaceOf(word, suggestion);
+    const bool known = candidate == word || std::ranges::count(offered, candidate) > 0;
+    if (!known) offered.push_back(std::move(candidate));
+  }
+  return offered;
 }
 
 }  // namespace quorvane::checker

@@ -18,4 +18,9 @@ namespace quorvane::checker {
 std::optional<std::string> chooseSuggestion(const std::string& word, bool midSentence,
                                             const std::vector<std::string>& suggestions);
 
+/// What somebody may choose from: each suggestion that counts once, in the spell checker's order,
+/// with the word's leading capital, `most` at most.
+std::vector<std::string> offeredSuggestions(const std::string& word, std::size_t most,
+                                            const std::vector<std::string>& suggestions);
+
 }  // namespace quorvane::checker

@@ -13,16 +13,25 @@ inline constexpr std::size_t kToolRecordSize = 376;
 /// Byte offsets. Field i of the array lies at 68 + 4 * i, entry i of a group at the group's base
 /// + 4 * i.
 enum class At : std::size_t {
-  Requests = 72,          ///< field 1: set by the input method, cleared here
-  InteractiveMode = 92,   ///< field 6
-  BufferChanged = 112,    ///< field 11
-  SessionHandle = 204,    ///< field 34
-  SmartCharacters = 220,  ///< field 38
-  AppReady = 236,         ///< field 42
-  MousePoint = 244,       ///< field 44
-  AppFlags = 264,         ///< field 49
-  ScanFlags = 284,        ///< field 54
-  SessionChange = 360,    ///< entry 4 of the group at 344
+  Requests = 72,            ///< field 1: set by the input method, cleared here
+  InteractiveMode = 92,     ///< field 6
+  BufferChanged = 112,      ///< field 11
+  WindowClient = 116,       ///< field 12
+  ControlDigits = 168,      ///< field 25
+  PopupChar = 172,          ///< field 26: a key for the popup, then our answer
+  ClipState = 176,          ///< field 27
+  TextPosition = 180,       ///< field 28
+  WindowOpen = 192,         ///< field 31
+  SessionHandle = 204,      ///< field 34
+  SmartCharacters = 220,    ///< field 38
+  AppReady = 236,           ///< field 42
+  MousePoint = 244,         ///< field 44
+  AppFlags = 264,           ///< field 49
+  WindowTopLeft = 276,      ///< field 52
+  WindowBottomRight = 280,  ///< field 53
+  ScanFlags = 284,          ///< field 54
+  SessionChange = 360,      ///< entry 4 of the group at 344
+  SentenceStart = 364,      ///< entry 5 of the group at 344
 };
 
 inline constexpr std::uint32_t kSmartCharacterMask = 7;     ///< in SmartCharacters: any on

@@ -28,9 +28,16 @@ bool isOneOf(std::string_view set, std::uint8_t byte) {
 }
 bool isWhite(std::uint8_t byte) { return isOneOf(" \t\r", byte); }
 
-/// A hyphen isn't among these: half of a compound is no word of its own yet.
+/// A hyphen isn't among these: half of a compound is no word of its own yet. The dash that it
+/// becomes with another one is.
 bool endsWord(std::uint8_t key) {
-  return isWhite(key) || isOneOf(".,;:!?)]}\"", key) || key == kRightDoubleQuote;
+  return isWhite(key) || isOneOf(".,;:!?)]}\"", key) || key == kRightDoubleQuote || key == kEmDash;
+}
+
+/// Where what the key just typed has left begins. `text` isn't empty.
+std::size_t beginOfEnd(Bytes text) {
+  const std::size_t last = text.size() - 1;
+  return last > 0 && isDashOfHyphens(text[last - 1], text[last]) ? last - 1 : last;
 }
 
 /// What glues a word to the one before it in addresses, paths, names of files and sums.
@@ -66,7 +73,7 @@ bool typedBoundary(const TextRecord& record) {
 std::optional<Word> endedWord(const TextRecord& record) {
   if (!typedBoundary(record) || !endsWord(record.key)) return std::nullopt;
   const Bytes text(record.text);
-  std::size_t end = text.size() - 1;
+  std::size_t end = beginOfEnd(text);
   std::size_t start = end;
   while (start > 0 && belongsToWord(record, text[start - 1])) --start;
   if (start == end || (start > 0 && joinsWords(text[start - 1]))) return std::nullopt;
