@@ -2,6 +2,8 @@
 // with a dictionary and a port that answer anything.
 
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "fuzz/Target.h"
 #include "tools/checker/Conversation.h"
@@ -69,6 +71,8 @@ struct StandIn {
     options.slowMilliseconds = input.byte();
     hasDictionary = (manner & 8) == 0;
     beganWithUs = (manner & 16) == 0;
+    options.popup = (manner & 32) != 0;
+    options.documentWindow = (manner & 64) != 0;
   }
 
   std::vector<std::uint32_t> tool;
@@ -80,6 +84,7 @@ struct StandIn {
   AnyClock clock;
   AnySpelling spelling;
   AnyPort port;
+  std::uint32_t message = 0;  // to come next, before the next look
 };
 
 void writeWord(StandIn& standIn, std::size_t offset, std::uint32_t value) {
@@ -107,7 +112,7 @@ void publish(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
 }
 
 void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
-  switch (input.below(12)) {
+  switch (input.below(13)) {
     case 0: {
       const std::size_t offset = 4 * input.below(96);
       return writeWord(standIn, offset, input.number());
@@ -144,6 +149,12 @@ void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
       return writeWord(standIn, 204, input.byte() % 4U);
     case 9:
       return writeWord(standIn, 360, input.byte() % 5U);
+    case 10: {
+      constexpr std::size_t kPopupChar = 172;
+      writeWord(standIn, kPopupChar, input.byte() % 64U);
+      standIn.message = static_cast<std::uint32_t>(100 + input.below(8));
+      return;
+    }
     default:
       publish(standIn, input, text);
       return askForScan(standIn);
@@ -155,19 +166,28 @@ void checkFix(const checker::Fix& fix) {
   require(fix.corrected.length <= checker::kTextCapacity, "a corrected text has room");
   require(fix.count <= checker::kTextCapacity, "a fix reaches back inside the text");
 }
+void checkPopup(const checker::PopupList* list) {
+  require(list == nullptr || checker::formatPopupList(*list), "what is offered can be written");
+}
+void checkPopupFile(std::string_view content) {
+  const auto list = checker::parsePopupList(content);
+  if (list) require(checker::formatPopupList(*list) == content, "only what is written is read");
+}
 
 }  // namespace
 
 void run(Bytes bytes) {
+  checkPopupFile({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
   Input input(bytes);
   StandIn standIn(input);
   std::vector<std::uint8_t> text;
   checker::Conversation conversation({standIn.tool, standIn.text, standIn.command},
                                      standIn.hasDictionary ? &standIn.spelling : nullptr,
                                      standIn.clock, standIn.port, standIn.options,
-                                     standIn.beganWithUs, {nullptr, checkFix, nullptr});
+                                     standIn.beganWithUs, {.fix = checkFix, .popup = checkPopup});
   for (int left = kStepLimit; left > 0 && !input.empty(); --left) {
     step(standIn, input, text);
+    if (standIn.message != 0) conversation.obey(std::exchange(standIn.message, 0));
     conversation.poll();
   }
 }

@@ -138,7 +138,7 @@ ScanEnd Conversation::openPopup(std::vector<Fix> offers) {
     longest = std::max(longest, offer.replacement.size());
   }
   if (listener_.popup) listener_.popup(&list);
-  popup_.emplace(std::move(offers), std::vector(text_.begin(), text_.end()));
+  popup_ = Popup{std::move(offers), {text_.begin(), text_.end()}};
   tool_.put(At::ControlDigits, options_.controlDigits ? 1 : 0);
   // A digit and a space before each, a space behind.
   window_.openPopup({list.suggestions.size(), longest + 3}, clientSignature());
