@@ -51,6 +51,7 @@ void waitTenMilliseconds() {
 StandIn::StandIn(Talk talk, const checker::CheckerOptions& options) {
   std::vector<std::string> words = commandLine(talk, options);
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   const pid_t parent = ::getpid();
