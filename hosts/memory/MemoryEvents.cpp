@@ -139,7 +139,8 @@ std::int32_t MemoryEventPosting::IOHIDPostEvent(std::uint32_t connection, std::u
     journal_.call("IOHIDPostEvent flagsChanged ", Hex{flags});
   } else {
     const std::string_view kind = type == NX_KEYDOWN ? "keyDown" : "keyUp";
-    journal_.call("IOHIDPostEvent ", kind, " ", data.keyCode);
+    const bool special = data.origCharSet == 0xFFFF && data.charSet == 0xFFFF;
+    journal_.call("IOHIDPostEvent ", kind, " ", data.keyCode, special ? " special" : "");
   }
   if (connection == 0) return kIOReturnNotOpen;
   return queue_.IOHIDPostEvent(connection, type, data, version, flags, options);

@@ -63,5 +63,12 @@ TEST_F(HIDKeys, AConnectionThatDoesNotOpenIsTriedAgainAndThePostStillRuns) {
   EXPECT_NE(get_event_driver(process), 0u);
 }
 
+TEST_F(HIDKeys, SpecialKeysHaveNoCharacterSetAndNoPause) {
+  HID_PressRelease_SpecialKey(process, 0x107);
+  EXPECT_EQ(host.journal.take(),
+            (std::vector<std::string>{"IOServiceOpen", "IOHIDPostEvent keyDown 7 special",
+                                      "IOHIDPostEvent keyUp 7 special"}));
+}
+
 }  // namespace
 }  // namespace quorvane

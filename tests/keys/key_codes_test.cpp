@@ -2,23 +2,25 @@
 
 #include "hosts/keyboard/StandardLayouts.h"
 #include "hosts/memory/MemoryHost.h"
+#include "src/bridge/Presence.h"
 #include "src/keys/AsciiToKeyCode.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
+#include "src/keys/QBIM_Paste_IMK.h"
 
 namespace quorvane {
 namespace {
 
 struct KeyCodes : testing::Test {
-  struct Found {
-    std::uint16_t key;
-    std::uint16_t word;
-    bool operator==(const Found&) const = default;
-  };
-  Found find(int character) {
+  /// Modifier word and key code.
+  std::pair<int, int> find(std::uint32_t character) {
     std::uint16_t word = 0;
-    const std::uint16_t key =
-        ComposeEventMessage(process, static_cast<std::uint32_t>(character), &word);
-    return {key, word};
+    const std::uint16_t key = ComposeEventMessage(process, character, &word);
+    return {word, key};
+  }
+  std::int32_t frontProcess(ProcessSerialNumber psn, const ProcessSerialNumber& expected) {
+    const std::int32_t found = Get_FrontProcessSerial(process, psn);
+    EXPECT_EQ(psn, expected);
+    return found;
   }
 
   memory::MemoryHost host;
@@ -27,87 +29,97 @@ struct KeyCodes : testing::Test {
 
 // Option is tried before shift, and the bare key never.
 TEST_F(KeyCodes, ACharacterHasItsKeyAndTheFirstModifiersThatYieldIt) {
-  EXPECT_EQ(find('A'), (Found{0, 0x0280}));
-  EXPECT_EQ(find('a'), (Found{0, 0x0080}));
-  EXPECT_EQ(find('!'), (Found{18, 0x0280}));
-  EXPECT_EQ(find('1'), (Found{18, 0x0880})) << "option leaves it as it is";
-  EXPECT_EQ(find(' '), (Found{49, 0x0880}));
-  EXPECT_EQ(find(0x10041), (Found{0, 0x0280})) << "cut to 16 bits";
-  EXPECT_EQ(find(0xE5), (Found{kNoKeyCode, 0x0080})) << "not even a character that is there";
+  EXPECT_EQ(find('A'), (std::pair{0x0280, 0}));
+  EXPECT_EQ(find('a'), (std::pair{0x0080, 0}));
+  EXPECT_EQ(find('1'), (std::pair{0x0880, 18})) << "option leaves it as it is";
+  EXPECT_EQ(find(0x10041), (std::pair{0x0280, 0})) << "cut to 16 bits";
+  EXPECT_EQ(find(0xE5), (std::pair{0x0080, 65535})) << "though it is there";
   EXPECT_EQ(Get_keyCodeForChar(process, 'B', nullptr), 11);
-  EXPECT_EQ(AsciiToKeyCode(process, 0x0141), 0) << "the low byte";
-}
-
-TEST_F(KeyCodes, ADeadKeyUnderOptionSpoilsTheTrialsBehindIt) {
-  host.useLayout(keyboard::usLayoutWithDeadKeys());
-  for (const char letter : {'E', 'U', 'I', 'N'}) EXPECT_EQ(find(letter).word, 0x0080) << letter;
-  EXPECT_EQ(find('A'), (Found{0, 0x0280}));
-  EXPECT_EQ(find('`').word, 0x0080);
+  EXPECT_EQ(AsciiToKeyCode(process, 0x0142), 11) << "the low byte";
+  EXPECT_EQ(Post_KeyEvent(process, 0x1280, 0), 0x1280);
 }
 
 TEST_F(KeyCodes, CurlyQuotesHaveAWordAndNoKeyOnAnyLayout) {
   for (const auto& layout : {keyboard::usLayout(), keyboard::LayoutData{}}) {
     host.useLayout(layout);
-    EXPECT_EQ(find(210), (Found{kNoKeyCode, 0x0880}));
-    EXPECT_EQ(find(211), (Found{kNoKeyCode, 0x0A80}));
-    EXPECT_EQ(find(212), (Found{kNoKeyCode, 0x0880}));
-    EXPECT_EQ(find(213), (Found{kNoKeyCode, 0x0A80}));
-    EXPECT_EQ(find(0x1D2), (Found{kNoKeyCode, 0x0080})) << "a whole character, not its low byte";
+    for (const auto& [quote, word] : {std::pair{210U, 0x0880},
+                                      {211U, 0x0A80},
+                                      {212U, 0x0880},
+                                      {213U, 0x0A80},
+                                      {0x1D2U, 0x0080}}) {
+      EXPECT_EQ(find(quote), (std::pair{word, 65535})) << quote;
+    }
   }
 }
 
-TEST_F(KeyCodes, TheNextLookUpAnswersForTheNextLayout) {
-  EXPECT_EQ(find('v').key, 9);
+TEST_F(KeyCodes, EachQuestionIsAnsweredForTheLayoutOfThatMoment) {
   EXPECT_EQ(createStringForKey(process, 9), u"v");
   host.useLayout(keyboard::dvorakLayout());
-  EXPECT_EQ(find('v').key, 47);
+  EXPECT_EQ(find('v').second, 47);
   EXPECT_EQ(createStringForKey(process, 9), u"k");
   EXPECT_EQ(createStringForKey(process, 500), std::u16string(1, u'\0')) << "always one unit";
-  host.textInputSources.layout = std::make_shared<TISInputSource>();
-  EXPECT_EQ(find('v').key, kNoKeyCode);
-  EXPECT_EQ(createStringForKey(process, 9), std::nullopt);
-  host.textInputSources.layout = nullptr;
-  EXPECT_EQ(find('v').key, kNoKeyCode);
-  EXPECT_EQ(createStringForKey(process, 9), std::nullopt);
-  EXPECT_EQ(host.log.lines, (std::deque<std::string>{"Could not find layout data",
-                                                     "Could not find keyboard layout"}));
-  EXPECT_EQ(host.console.lines, (std::deque<std::string>{"Could not find layout data\n",
-                                                         "Could not find keyboard layout\n"}));
-}
-
-// The layout for menus is that of the current source, be it an input method's.
-TEST_F(KeyCodes, TheLayoutOfTheCurrentSourceIsAnotherQuestion) {
-  EXPECT_EQ(Get_KeyBoardLayout_Ptr(process), nullptr);
-  host.textInputSources.current = std::make_shared<TISInputSource>();
-  EXPECT_EQ(Get_KeyBoardLayout_Ptr(process), nullptr);
-  host.textInputSources.current->kTISPropertyUnicodeKeyLayoutData = keyboard::dvorakLayout();
+  EXPECT_EQ(Get_KeyBoardLayout_Ptr(process), nullptr) << "of the input method, which is current";
+  host.textInputSources.current = host.textInputSources.layout;
   EXPECT_EQ(*Get_KeyBoardLayout_Ptr(process), *keyboard::dvorakLayout());
+  for (const auto& none : {std::make_shared<TISInputSource>(), TISInputSourceRef{}}) {
+    host.textInputSources.layout = none;
+    EXPECT_EQ(find('v').second, 65535);
+    EXPECT_EQ(createStringForKey(process, 9), std::nullopt);
+    const std::string_view missing = none ? "layout data" : "keyboard layout";
+    EXPECT_EQ(host.log.lines.back(), "Could not find " + std::string(missing));
+    EXPECT_EQ(host.console.lines.back(), host.log.lines.back() + "\n");
+  }
 }
 
 TEST_F(KeyCodes, HeldKeysAreBitsOfTheKeyMap) {
   host.carbonEvents.heldKeys = [] {
-    KeyMap keys{};
-    keys[7] = 0x01;
-    keys[15] = 0x80;
-    return keys;
+    return KeyMap{0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 128};
   };
   EXPECT_EQ(IsShiftKeyDown(process), 1);
-  for (const auto& [key, down] :
-       {std::pair{57, 0}, {55, 0}, {127, 1}, {126, 0}, {128, 0}, {65535, 0}}) {
-    EXPECT_EQ(IsKeyDown(process, static_cast<std::uint16_t>(key)), down) << key;
-  }
+  for (const std::uint16_t key : std::initializer_list<std::uint16_t>{55, 57, 126, 128, 65535})
+    EXPECT_EQ(IsKeyDown(process, key), 0);
+  EXPECT_EQ(IsKeyDown(process, 127), 1);
 }
 
-TEST_F(KeyCodes, EachModifierIsItsFlagAndTheConstantBitNone) {
-  for (const auto& [word, flags] : {std::pair{0x0400, 0x10000},
+TEST_F(KeyCodes, EachModifierIsAFlagAndOnlyTheLowByteMeansDown) {
+  for (const auto& [word, flags] : {std::pair{0x04FF, 0x10000},
                                     {0x0200, 0x20000},
                                     {0x1000, 0x40000},
                                     {0x0100, 0x100000},
-                                    {0x0800, 0x80000},
-                                    {0xE0FF, 0},
-                                    {0x1FFF, 0x1F0000}}) {
+                                    {0xE800, 0x80000}}) {
     EXPECT_EQ(eventFlags(static_cast<std::uint16_t>(word)), static_cast<std::uint64_t>(flags));
+    Do_POST_CGEVENT(process, nullptr, {1, 8193}, 9, static_cast<std::uint16_t>(word), 0x100);
+    EXPECT_EQ(host.queue.take()->type, NSEventType::KeyUp);
   }
+}
+
+// The process id leads there, or else the Process Manager's own answer.
+TEST_F(KeyCodes, TheTargetStaysAsItWasWhereNothingIsInFront) {
+  EXPECT_EQ(frontProcess({7, 7}, {1, 8193}), 1);
+  memory::MemoryProcess added;
+  added.pid = 77;
+  const auto other = host.processes.add(added, memory::Notice::Missed);
+  host.processes.setFront(other, memory::Notice::Missed);
+  host.processes.find(other)->pid = 78;  // so that 77 leads nowhere
+  EXPECT_EQ(frontProcess({7, 7}, other), 1);
+  EXPECT_EQ(host.log.lines.back(), "ERR GetProcessForPID -600");
+  host.processes.getFrontProcessFails = true;
+  EXPECT_EQ(frontProcess({7, 7}, {7, 7}), 0);
+  process.state<PresenceState>().frontapp_signature = "WRTR"_4cc;
+  EXPECT_EQ(frontProcess({7, 7}, {7, 7}), 0);
+}
+
+TEST_F(KeyCodes, ASearchEndsThoughProcessesNeverDo) {
+  const std::function<void()> grow = [&] {
+    host.processes.add({}, memory::Notice::Queued);
+    host.journal.beforeCall(1, grow);
+  };
+  grow();
+  ProcessSerialNumber psn;
+  ProcessInfoRec info;
+  const ProcessEntry entry{.signature = "MAIL"_4cc};
+  EXPECT_EQ(FINDAPPPROCESS(process, psn, info, {&entry, 1}), 0);
+  host.journal.beforeCall(0, {});
 }
 
 }  // namespace
