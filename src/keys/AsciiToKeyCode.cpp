@@ -60,51 +60,53 @@ class LayoutWalk {
   }
 
  private:
+  struct StateRecords {
+    std::size_t offset = 0;  ///< 0: none
+    std::uint16_t count = 0;
+  };
+
   std::optional<std::uint16_t> keyInType(std::size_t entry) {
     const std::size_t index = hostWord32(layout_, entry + kTypeTablesOffset);
     if (hostWord16(layout_, index) != kUCKeyToCharTableIndexFormat) return std::nullopt;
-    takeStateRecords(hostWord32(layout_, entry + kTypeRecordsOffset));
+    const StateRecords records = stateRecords(hostWord32(layout_, entry + kTypeRecordsOffset));
     const std::uint16_t size = hostWord16(layout_, index + kTablesSize);
     const std::size_t count =
         present(index + kTablesList, 4, hostWord32(layout_, index + kTablesCount));
     for (std::size_t i = 0; i < count && mayLook(); ++i) {
       const std::size_t table = hostWord32(layout_, index + kTablesList + 4 * i);
-      if (const auto key = keyInTable(table, size)) return key;
+      if (const auto key = keyInTable(table, size, records)) return key;
     }
     return std::nullopt;
   }
 
-  std::optional<std::uint16_t> keyInTable(std::size_t table, std::uint16_t size) {
+  std::optional<std::uint16_t> keyInTable(std::size_t table, std::uint16_t size,
+                                          const StateRecords& records) {
     const std::size_t count = present(table, 2, size);
     for (std::size_t k = 0; k < count && mayLook(); ++k) {
-      if (yields(hostWord16(layout_, table + 2 * k))) return static_cast<std::uint16_t>(k);
+      if (yields(hostWord16(layout_, table + 2 * k), records)) return static_cast<std::uint16_t>(k);
     }
     return std::nullopt;
   }
 
-  bool yields(std::uint16_t output) const {
-    const std::uint16_t kind = output & kUCKeyOutputTestForIndexMask;
-    const std::uint16_t record = output & kUCKeyOutputGetIndexMask;
-    if (kind == kUCKeyOutputSequenceIndexMask || output >= kUCKeyOutputNone) return false;
-    // The count itself passes: nothing is read but what lies there.
-    if (kind == kUCKeyOutputStateIndexMask && records_ != 0 && record <= recordCount_) {
-      return recordYields(record);
-    }
-    return isCharacter(output, character_);
+  // Sequences and "no character" lie far above any 7-bit character and need no test of their own.
+  bool yields(std::uint16_t output, const StateRecords& records) const {
+    const bool numbered = (output & kUCKeyOutputTestForIndexMask) == kUCKeyOutputStateIndexMask;
+    const std::size_t index = output & kUCKeyOutputGetIndexMask;
+    // The count itself passes: what lies there is looked at like a record.
+    const bool recorded = numbered && records.offset != 0 && index <= records.count;
+    if (!recorded) return isCharacter(output, character_);
+    const std::size_t place = records.offset + kRecordsList + 4 * index;
+    return present(place, 4, 1) != 0 && recordYields(hostWord32(layout_, place));
   }
 
-  bool recordYields(std::uint16_t index) const {
-    const std::size_t place = records_ + kRecordsList + std::size_t{4} * index;
-    if (present(place, 4, 1) == 0) return false;
-    const std::size_t record = hostWord32(layout_, place);
+  bool recordYields(std::size_t record) const {
     return present(record, 2, 1) != 0 &&
            isCharacter(hostWord16(layout_, record + kRecordCharacter), character_);
   }
 
-  void takeStateRecords(std::size_t offset) {
-    const bool any = offset != 0 && hostWord16(layout_, offset) == kUCKeyStateRecordsIndexFormat;
-    records_ = any ? offset : 0;
-    recordCount_ = any ? hostWord16(layout_, offset + kRecordsCount) : std::uint16_t{0};
+  StateRecords stateRecords(std::size_t offset) const {
+    if (hostWord16(layout_, offset) != kUCKeyStateRecordsIndexFormat) return {};
+    return {offset, hostWord16(layout_, offset + kRecordsCount)};
   }
 
   /// How many of the `claimed` items at `offset` lie wholly inside the layout.
@@ -118,8 +120,6 @@ class LayoutWalk {
 
   Layout layout_;
   std::int8_t character_;
-  std::size_t records_ = 0;  ///< 0: none
-  std::uint16_t recordCount_ = 0;
   std::uint32_t looks_ = 0;
 };
 

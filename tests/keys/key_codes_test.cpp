@@ -37,6 +37,12 @@ TEST_F(KeyCodes, ACharacterHasItsKeyAndTheFirstModifiersThatYieldIt) {
   EXPECT_EQ(Get_keyCodeForChar(process, 'B', nullptr), 11);
   EXPECT_EQ(AsciiToKeyCode(process, 0x0142), 11) << "the low byte";
   EXPECT_EQ(Post_KeyEvent(process, 0x1280, 0), 0x1280);
+  keyboard::LayoutTables onlyWithBoth;
+  onlyWithBoth.tables.resize(2);
+  onlyWithBoth.tables[1][7].text = u"%";
+  onlyWithBoth.tableOf[(shiftKey | optionKey) >> 8] = 1;
+  host.useLayout(writeLayout(onlyWithBoth));
+  EXPECT_EQ(find('%'), (std::pair{0x0A80, 7}));
 }
 
 TEST_F(KeyCodes, CurlyQuotesHaveAWordAndNoKeyOnAnyLayout) {
@@ -93,6 +99,12 @@ TEST_F(KeyCodes, EachModifierIsAFlagAndOnlyTheLowByteMeansDown) {
   }
 }
 
+TEST_F(KeyCodes, CommandKeysAreCounted) {
+  PostCommandKey(process, 'a');
+  PostCommandKey(process, 0);
+  EXPECT_EQ(process.state<EventPostingState>().CommandKeyCount, 2u);
+}
+
 // The process id leads there, or else the Process Manager's own answer.
 TEST_F(KeyCodes, TheTargetStaysAsItWasWhereNothingIsInFront) {
   EXPECT_EQ(frontProcess({7, 7}, {1, 8193}), 1);
@@ -103,21 +115,25 @@ TEST_F(KeyCodes, TheTargetStaysAsItWasWhereNothingIsInFront) {
   host.processes.find(other)->pid = 78;  // so that 77 leads nowhere
   EXPECT_EQ(frontProcess({7, 7}, other), 1);
   EXPECT_EQ(host.log.lines.back(), "ERR GetProcessForPID -600");
+  host.processes.find(other)->signature = 0;
+  EXPECT_EQ(frontProcess({7, 7}, {7, 7}), 0) << "an application without a signature";
   host.processes.getFrontProcessFails = true;
-  EXPECT_EQ(frontProcess({7, 7}, {7, 7}), 0);
   process.state<PresenceState>().frontapp_signature = "WRTR"_4cc;
   EXPECT_EQ(frontProcess({7, 7}, {7, 7}), 0);
 }
 
-TEST_F(KeyCodes, ASearchEndsThoughProcessesNeverDo) {
+TEST_F(KeyCodes, ASearchBeginsAtTheFirstProcessAndEndsThoughThereAreAlwaysMore) {
+  ProcessSerialNumber psn{1, 8193};
+  ProcessInfoRec info;
+  ProcessEntry entry{.signature = "WRTR"_4cc};
+  EXPECT_EQ(FINDAPPPROCESS(process, psn, info, {&entry, 1}), 1);
+  EXPECT_EQ(psn, (ProcessSerialNumber{1, 8193}));
+  entry.signature = "MAIL"_4cc;
   const std::function<void()> grow = [&] {
     host.processes.add({}, memory::Notice::Queued);
     host.journal.beforeCall(1, grow);
   };
   grow();
-  ProcessSerialNumber psn;
-  ProcessInfoRec info;
-  const ProcessEntry entry{.signature = "MAIL"_4cc};
   EXPECT_EQ(FINDAPPPROCESS(process, psn, info, {&entry, 1}), 0);
   host.journal.beforeCall(0, {});
 }
