@@ -78,7 +78,7 @@ Conversation::Findings Conversation::decide() {
   const std::uint32_t change = takeSessionChange();
   auto record = decodeTextRecord(bytes);
   if (!record) return {};
-  record->smartCharacters = (tool_.get(At::SmartCharacters) & kSmartCharacterMask) != 0;
+  record->smartCharacters = (tool_.get(At::SmartCharacters) & kSmartQuotesAndDashes) != 0;
   const Sight sight = vouching_.observe(session(), *record, change);
   Findings found;
   if (sight.isNew) {

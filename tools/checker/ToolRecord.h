@@ -34,7 +34,7 @@ enum class At : std::size_t {
   SentenceStart = 364,      ///< entry 5 of the group at 344
 };
 
-inline constexpr std::uint32_t kSmartCharacterMask = 7;     ///< in SmartCharacters: any on
+inline constexpr std::uint32_t kSmartQuotesAndDashes = 3;   ///< in SmartCharacters: either on
 inline constexpr std::uint32_t kScanBit = 1U << 16;         ///< in Requests and in ScanFlags
 inline constexpr std::uint32_t kInteractiveSpelling = 0x2;  ///< in AppFlags
 inline constexpr std::uint32_t kWordCompletion = 0x40;      ///< in AppFlags
