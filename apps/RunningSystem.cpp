@@ -24,7 +24,7 @@ constexpr milliseconds kStandInLimit{10'000};
 constexpr milliseconds kTurn{10};
 
 std::unique_ptr<StandIn> startStandIn(const SystemOptions& options) {
-  return options.checker ? std::make_unique<StandIn>(options.talk) : nullptr;
+  return options.checker ? std::make_unique<StandIn>(options.talk, options.standIn) : nullptr;
 }
 
 /// Log and console lines are shown on request only.
@@ -56,6 +56,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
   process_.state<MainState>().GlobalAutoCompleteFlags = {std::uint8_t{options.withSpace},
                                                          std::uint8_t{options.vertical},
                                                          std::uint8_t{options.shiftToggle}};
+  connectKeyboard();
   host_.serve(textApplication_);
   events_.reaches = [this](const ProcessSerialNumber& psn) { return isOwnProcess(psn); };
   textApplication_.setController(&controller_);
@@ -96,6 +97,15 @@ Platform RunningSystem::platform() {
 bool RunningSystem::isOwnProcess(const ProcessSerialNumber& psn) {
   ProcessSerialNumber own;
   return process_.platform().processManager.GetCurrentProcess(own) == noErr && psn == own;
+}
+
+/// Keys posted to any other process than this one have nowhere to go.
+void RunningSystem::connectKeyboard() {
+  events_.layout = [this] { return host_.keyboardLayout(); };
+  events_.mouseLocation = [this] { return host_.screens().mouseLocation(); };
+  events_.reaches = [own = desktop::serialNumberOf(::getpid())](const ProcessSerialNumber& psn) {
+    return psn == own;
+  };
 }
 
 void RunningSystem::watchSignals() {

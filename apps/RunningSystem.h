@@ -2,6 +2,7 @@
 // The whole input method under one document, and the stand-in main application beside it in a
 // process of its own.
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -41,6 +42,10 @@ class RunningSystem {
   [[nodiscard]] field::Document& document() { return document_; }
   [[nodiscard]] ObservedMessagePorts& messagePorts() { return messagePorts_; }
   [[nodiscard]] ObservedSharedMemory& sharedMemory() { return sharedMemory_; }
+  /// Where the processes of this run meet.
+  [[nodiscard]] const std::filesystem::path& runtimeFolder() const {
+    return configuration_.runtimeDirectory;
+  }
   /// Null: it was left out.
   [[nodiscard]] StandIn* standIn() { return standIn_.get(); }
   /// The signal that asked for an early end; 0: none. `body` returns soon after it has come.
@@ -52,6 +57,7 @@ class RunningSystem {
  private:
   [[nodiscard]] Platform platform();
   [[nodiscard]] bool isOwnProcess(const ProcessSerialNumber& psn);
+  void connectKeyboard();
   void watchSignals();
   void interrupted(int signal);
   void awaitStandIn();

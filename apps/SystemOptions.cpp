@@ -6,8 +6,12 @@
 #include <string>
 #include <string_view>
 
+#include "src/session/QBIM_IMK_SmartQuotes.h"
+
 namespace quorvane {
 namespace {
+
+constexpr std::uint32_t kAllSmartCharacters = kSmartQuotes | kSmartDashes | kSentenceCapitals;
 
 std::string hexadecimal(std::uint32_t word) {
   std::array<char, 8> digits;
@@ -42,6 +46,9 @@ void addSystemOptions(CLI::App& command, SystemOptions& options) {
   command.add_flag("--vertical", options.vertical, "The candidates stand in a column");
   command.add_flag("--shift-toggle", options.shiftToggle,
                    "A tap of Shift turns completion off and on");
+  command.add_flag_callback(
+      "--smart", [&options] { options.standIn.smartCharacters = kAllSmartCharacters; },
+      "Quotes, dashes and the capitals of sentences are made as one types");
   command.add_flag_callback(
       "--no-checker", [&options] { options.checker = false; },
       "Leave the stand-in main application out");

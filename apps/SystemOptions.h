@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "apps/StandIn.h"
+#include "tools/checker/CheckerOptions.h"
 
 namespace CLI {
 class App;
@@ -19,6 +20,7 @@ struct SystemOptions {
   bool shiftToggle = false;    ///< a tap of Shift turns completion off and on
   bool checker = true;         ///< the stand-in runs beside us
   StandIn::Talk talk = StandIn::Talk::None;
+  checker::CheckerOptions standIn{};   ///< what `StandIn` takes of them
   std::optional<int> logDescriptor{};  ///< of log and console; none: they go nowhere
   bool showPrivate = false;            ///< typed text in log lines
 };

@@ -9,6 +9,7 @@
 #include "apps/desk/DeskOptions.h"
 #include "apps/desk/DeskSession.h"
 #include "apps/desk/TerminalType.h"
+#include "src/session/CurrentAppFlags.h"
 
 namespace quorvane {
 namespace {
@@ -30,6 +31,13 @@ int runDesk(const desk::DeskOptions& options) {
   return signal == 0 ? kExitDone : endBySignal(signal);
 }
 
+/// A word that is being completed isn't the stand-in's to check, and a smart quote behind it would
+/// go into the document before it.
+void switchCompletionOff(const CLI::App& command, SystemOptions& system) {
+  const bool wanted = system.standIn.popup || system.standIn.smartCharacters != 0;
+  if (wanted && command.count("--switches") == 0) system.switches &= ~kCompletionFlag;
+}
+
 }  // namespace
 
 void addDeskCommand(CLI::App& app, Run& run) {
@@ -39,13 +47,19 @@ void addDeskCommand(CLI::App& app, Run& run) {
   addSystemOptions(*command, options->system);
   command->add_flag("--annotation", options->annotation,
                     "Show what is known of the chosen word from the start (F2)");
+  command->add_flag("--popup", options->system.standIn.popup,
+                    "A misspelt word opens a popup with suggestions: a digit after a pause takes "
+                    "one, Escape closes it");
   command->add_option("--log", options->log, "Write the log to a file")->option_text("FILE");
   command->add_flag("--show-private", options->system.showPrivate, "Show typed text in the log");
   command->footer(
-      "Keys: F2 annotation on and off, F3 a tap of Shift, F10 or Ctrl-Q or Ctrl-C quit; all "
-      "others\n"
-      "go to the system.");
-  command->callback([&run, options] { run = [options] { return runDesk(*options); }; });
+      "Keys: F2 annotation on and off, F3 a tap of Shift, F10 or Ctrl-Q or Ctrl-C quit; all\n"
+      "others go to the system. With --popup or --smart words aren't completed unless\n"
+      "--switches says so.");
+  command->callback([&run, command, options] {
+    switchCompletionOff(*command, options->system);
+    run = [options] { return runDesk(*options); };
+  });
 }
 
 }  // namespace quorvane

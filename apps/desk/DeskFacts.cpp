@@ -1,11 +1,12 @@
 #include "apps/desk/DeskFacts.h"
 
-#include <optional>
 #include <span>
 
 #include "apps/Describe.h"
 #include "apps/Utf8Input.h"
-#include "src/session/CurrentAppFlags.h"
+#include "apps/desk/CheckerWindow.h"
+#include "apps/desk/Segment.h"
+#include "src/bridge/Presence.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "tools/checker/TextRecord.h"
 
@@ -35,15 +36,9 @@ std::vector<std::u16string> list(const std::deque<std::u16string>& lines) {
 
 std::string number(std::size_t value) { return std::to_string(value); }
 
-/// The interactive text record as any other process reads it. Empty: there is none.
-std::optional<checker::TextRecord> readTextRecord(SharedMemory& memory) {
-  const int id = memory.shmget(kTextSegment, 0, 0);
-  void* const address = id < 0 ? kShmFailed : memory.shmat(id, nullptr, 0);
-  if (address == kShmFailed) return std::nullopt;
-  const std::span bytes(static_cast<const std::uint8_t*>(address), memory.attachedSize(address));
-  auto record = checker::decodeTextRecord(bytes);
-  memory.shmdt(address);
-  return record;
+std::u16string nameOf(std::uint32_t windowState) {
+  if (windowState == kNoWindow) return u"window: none";
+  return windowState == kPopupWindow ? u"window: popup" : u"window: document window";
 }
 
 }  // namespace
@@ -72,11 +67,11 @@ void DeskFacts::called(const field::ClientCall& call) {
   }
 }
 
-std::vector<Fact> DeskFacts::all() {
+std::vector<Fact> DeskFacts::all(std::uint32_t windowState) {
   return {{"last event", list(event_)},
           sessionText(),
           publishedRecord(),
-          mainApplication(),
+          mainApplication(windowState),
           {messages_.empty() ? "messages: none" : "messages", list(messages_)},
           {calls_.empty() ? "calls on the document: none" : "calls on the document", list(calls_)}};
 }
@@ -91,17 +86,19 @@ Fact DeskFacts::sessionText() {
 }
 
 Fact DeskFacts::publishedRecord() {
-  const auto record = readTextRecord(system_.host().platform().sharedMemory);
+  const Segment segment(system_.host().platform().sharedMemory, kTextSegment);
+  const auto record = checker::decodeTextRecord(segment.bytes());
   if (!record) return {"published record: none", {}};
   return {
       "published record, cursor " + number(record->text.size()) + " of " + number(record->length),
       {readable(record->text), u"key \"" + readable({&record->key, 1}) + u'"'}};
 }
 
-Fact DeskFacts::mainApplication() {
-  StandIn* const standIn = system_.standIn();
-  if (standIn == nullptr) return {"main application: none", {}};
-  return {standIn->running() ? "main application: runs" : "main application: has ended", {}};
+Fact DeskFacts::mainApplication(std::uint32_t windowState) {
+  const bool runs = IsQUORVANEAPPRUNNING(system_.process()) != 0;
+  if (runs) return {"main application: runs", {nameOf(windowState)}};
+  return {system_.standIn() == nullptr ? "main application: none" : "main application: has ended",
+          {}};
 }
 
 }  // namespace quorvane::desk

@@ -20,8 +20,8 @@ class DeskFacts {
 
   /// A call on the document, about to be carried out. Questions aren't told.
   void called(const field::ClientCall& call);
-  /// As things are now.
-  [[nodiscard]] std::vector<Fact> all();
+  /// As things are now, with the state of the main application's window.
+  [[nodiscard]] std::vector<Fact> all(std::uint32_t windowState);
 
  private:
   using Lines = std::deque<std::u16string>;
@@ -29,7 +29,7 @@ class DeskFacts {
   void watchMessages();
   [[nodiscard]] Fact sessionText();
   [[nodiscard]] Fact publishedRecord();
-  [[nodiscard]] Fact mainApplication();
+  [[nodiscard]] Fact mainApplication(std::uint32_t windowState);
 
   RunningSystem& system_;
   Lines event_;

@@ -38,6 +38,12 @@ CellRect DeskPlan::cellsOf(const NSRect& rect) const {
           std::max(1, nearest(rect.width / kCellWidth))};
 }
 
+TextPlace DeskPlan::cellAt(const NSPoint& point) const {
+  const CellRect area = document();
+  return {area.row + static_cast<int>(std::floor(point.y / kCellHeight)),
+          area.column + static_cast<int>(std::floor(point.x / kCellWidth))};
+}
+
 DeskText::DeskText(const DeskPlan& plan, std::u16string_view text, std::size_t caret)
     : area_(plan.document()), text_(text) {
   area_.column += kMargin;

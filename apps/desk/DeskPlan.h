@@ -41,6 +41,8 @@ class DeskPlan {
   [[nodiscard]] NSPoint bottomLeftOf(int row, int column) const;
   /// In cells of the terminal; what has any extent takes at least one.
   [[nodiscard]] CellRect cellsOf(const NSRect& rect) const;
+  /// The cell with this point in it. Origin top left here, as text positions are published.
+  [[nodiscard]] TextPlace cellAt(const NSPoint& point) const;
 
  private:
   int rows_;

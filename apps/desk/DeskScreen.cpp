@@ -140,6 +140,44 @@ void drawAnnotation(Canvas& canvas, const DeskPlan& plan, const AnnotationView& 
   writeLines(canvas, rect, annotation.text, kAnnotation);
 }
 
+/// Where there is more room: below the line, as published, or above it; moved left into the area.
+CellRect frameOf(const CellRect& area, const TextPlace& corner, int rows, int columns) {
+  const int below = area.row + area.rows - corner.row;
+  const int above = corner.row - 1 - area.row;
+  const bool under = rows <= below || below >= above;
+  const int height = std::min(rows, under ? below : above);
+  const int left = std::min(corner.column, area.column + area.columns - columns);
+  return within(area, {under ? corner.row : corner.row - 1 - height, left, height, columns});
+}
+
+void drawBox(Canvas& canvas, const CellRect& box) {
+  const int right = box.column + box.columns - 1;
+  const int bottom = box.row + box.rows - 1;
+  canvas.fill(box, U' ');
+  for (const int row : {box.row, bottom}) canvas.fill({row, box.column, 1, box.columns}, U'\u2500');
+  for (const int side : {box.column, right}) canvas.fill({box.row, side, box.rows, 1}, U'\u2502');
+  canvas.fill({box.row, box.column, 1, 1}, U'\u250C');
+  canvas.fill({box.row, right, 1, 1}, U'\u2510');
+  canvas.fill({bottom, box.column, 1, 1}, U'\u2514');
+  canvas.fill({bottom, right, 1, 1}, U'\u2518');
+}
+
+void drawPopup(Canvas& canvas, const DeskPlan& plan, const PopupView& popup) {
+  std::size_t longest = 0;
+  for (const std::string& text : popup.suggestions) longest = std::max(longest, text.size());
+  constexpr int kAround = 6;  // the box, the digit, blanks
+  const int rows = static_cast<int>(popup.suggestions.size()) + 2;
+  const CellRect box = frameOf(plan.document(), plan.cellAt(popup.corner), rows,
+                               static_cast<int>(longest) + kAround);
+  if (box.rows < 3 || box.columns < kAround) return;
+  drawBox(canvas, box);
+  for (int i = 0; i < box.rows - 2; ++i) {
+    const std::string line =
+        std::to_string(i + 1) + ' ' + popup.suggestions[static_cast<std::size_t>(i)];
+    canvas.write(box.row + 1 + i, box.column + 2, box.column + box.columns - 1, widened(line));
+  }
+}
+
 void drawSide(Canvas& canvas, const DeskPlan& plan, const std::vector<Fact>& facts) {
   const CellRect side = plan.side();
   canvas.fill({side.row, side.column, side.rows, 1}, U'\u2502');
@@ -180,6 +218,7 @@ Canvas drawDesk(const DeskPlan& plan, const DeskModel& model) {
   drawSide(canvas, plan, model.facts);
   if (model.panel) drawPanel(canvas, plan, *model.panel);
   if (model.annotation) drawAnnotation(canvas, plan, *model.annotation);
+  if (model.popup) drawPopup(canvas, plan, *model.popup);
   return canvas;
 }
 

@@ -30,6 +30,12 @@ struct AnnotationView {
   std::u16string text;
 };
 
+/// The main application's popup: suggestions, the first taken by 1, and so on.
+struct PopupView {
+  NSPoint corner;  ///< top left: below the line that it is about; points, origin top left
+  std::vector<std::string> suggestions;  ///< ASCII
+};
+
 /// One thing that the side tells; its lines are broken where they are too long.
 struct Fact {
   std::string title;
@@ -42,6 +48,7 @@ struct DeskModel {
   std::optional<NSRange> marked;
   std::optional<PanelView> panel;
   std::optional<AnnotationView> annotation;
+  std::optional<PopupView> popup;
   std::vector<Fact> facts;
 };
 

@@ -6,7 +6,9 @@
 #include <chrono>
 #include <csignal>
 #include <stdexcept>
+#include <utility>
 
+#include "apps/desk/CheckerWindow.h"
 #include "platform/Application.h"
 
 namespace quorvane::desk {
@@ -148,12 +150,14 @@ void DeskSession::placeLine(std::u16string_view text, std::size_t index, std::si
 void DeskSession::draw() {
   if (!terminal_) return;
   const field::Document& document = system_.document();
+  CheckerWindow window = lookAtCheckerWindow(system_);
   terminal_->show(drawDesk(plan_, {.text = document.text(),
                                    .selection = document.selection(),
                                    .marked = document.markedRange(),
                                    .panel = panel(),
                                    .annotation = annotation(),
-                                   .facts = facts_.all()}));
+                                   .popup = std::move(window.popup),
+                                   .facts = facts_.all(window.state)}));
 }
 
 std::optional<PanelView> DeskSession::panel() {

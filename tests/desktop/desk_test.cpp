@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include "hosts/marisa/SavedWordList.h"
 #include "tests/desktop/RunningProgram.h"
@@ -150,6 +151,46 @@ TEST(Desk, RowShiftTapAndResizing) {
   desk.keys("C-q");
   EXPECT_TRUE(desk.shows("ended 0")) << desk.screen();
   EXPECT_TRUE(desk.terminalIsAsBefore());
+}
+
+TEST(Desk, PopupWithSuggestions) {
+  Desk desk("--popup");
+  ASSERT_TRUE(desk.shows("window: none")) << desk.screen();
+  const auto opensWith = [&desk](const std::string& keys) {
+    desk.keys(keys);
+    return desk.shows("window: popup");
+  };
+  const auto afterAPause = [&desk](const std::string& digit) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(600));
+    desk.keys(digit);
+  };
+  desk.keys("'Teh 1,'");
+  EXPECT_TRUE(desk.line(0, "Teh 1,")) << "a digit in haste is typed";
+  ASSERT_TRUE(opensWith("' recieve '")) << desk.screen();
+  EXPECT_NE(desk.screen().find("\n                \u250C\u2500"), std::string::npos)
+      << "at the caret, below its line\n"
+      << desk.screen();
+  EXPECT_TRUE(desk.shows("\u2502 1 receive ")) << desk.screen();
+  afterAPause("1");
+  EXPECT_TRUE(desk.line(0, "Teh 1, receive")) << desk.screen();
+  EXPECT_TRUE(desk.shows("window: none")) << desk.screen();
+  struct Step {
+    std::string key;
+    std::string document;  ///< afterwards
+  };
+  const std::vector<Step> steps{
+      {"Escape", "recieve"}, {"Tab", "recieve receive"}, {"Down", "recieve receive recieve"}};
+  for (const Step& step : steps) {
+    SCOPED_TRACE(step.key);
+    ASSERT_TRUE(opensWith("'recieve '")) << desk.screen();
+    desk.keys(step.key);
+    EXPECT_TRUE(desk.line(0, "Teh 1, receive " + step.document)) << desk.screen();
+    EXPECT_TRUE(desk.shows("window: none")) << desk.screen();
+    EXPECT_EQ(desk.screen().find("1 receive"), std::string::npos) << desk.screen();
+  }
+  ASSERT_TRUE(opensWith("'teh '")) << desk.screen();
+  afterAPause("0");
+  EXPECT_TRUE(desk.line(0, "Teh 1, receive recieve receive recieve teh 0")) << desk.screen();
 }
 
 TEST(Desk, ACrashGivesTheTerminalBack) {

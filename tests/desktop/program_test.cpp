@@ -90,6 +90,21 @@ TEST(Type, TraceTellsAttachPacketAndClientCallOfAFix) {
   EXPECT_NE(errors.find("client setMarkedText \"the \"", packet), std::string::npos) << errors;
 }
 
+TEST(Type, SmartCharactersOnEachLayout) {
+  const OwnFolder folder;
+  for (const std::string layout : {"us", "us(dvorak)", "de", "fr"}) {
+    SCOPED_TRACE(layout);
+    RunningProgram type(folder, {.arguments = {"type", "--smart", "--trace"},
+                                 .input = "it was \"fine\" -- he said. then left. ",
+                                 .variables = {"QUORVANE_LAYOUT=" + layout}});
+    EXPECT_EQ(type.wait(), 0);
+    EXPECT_EQ(type.output(), "It was \u201Cfine\u201D \u2014 he said. Then left. ");
+    const std::string errors = type.errors();
+    const std::size_t typed = errors.find("key \"t\": consumed\nkey \"T\", posted: passed on");
+    EXPECT_NE(typed, std::string::npos) << errors;
+  }
+}
+
 TEST(Program, TheLogKeepsTypedTextPrivate) {
   const OwnFolder folder;
   const std::string text = "teh recieve ";

@@ -1,0 +1,36 @@
+#include "apps/desk/CheckerWindow.h"
+
+#include <utility>
+
+#include "apps/desk/Segment.h"
+#include "src/bridge/Presence.h"
+#include "tools/checker/PopupList.h"
+#include "tools/checker/ToolRecord.h"
+
+namespace quorvane::desk {
+namespace {
+
+using checker::At;
+
+constexpr std::uint32_t kToolSegment = 880;
+
+/// Top in the low half, left in the high.
+NSPoint cornerIn(std::uint32_t packed) {
+  return {static_cast<double>(static_cast<std::int16_t>(packed >> 16)),
+          static_cast<double>(static_cast<std::int16_t>(packed))};
+}
+
+}  // namespace
+
+CheckerWindow lookAtCheckerWindow(RunningSystem& system) {
+  if (IsQUORVANEAPPRUNNING(system.process()) == 0) return {};
+  const Segment segment(system.host().platform().sharedMemory, kToolSegment);
+  const checker::ToolRecord record(segment.words());
+  CheckerWindow window{record.get(At::WindowOpen), {}};
+  if (window.state != kPopupWindow) return window;
+  auto list = checker::readPopupList(system.runtimeFolder());
+  if (list) window.popup = {cornerIn(record.get(At::WindowTopLeft)), std::move(list->suggestions)};
+  return window;
+}
+
+}  // namespace quorvane::desk
