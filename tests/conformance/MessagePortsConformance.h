@@ -1,32 +1,13 @@
 #pragma once
-// What every host's MessagePorts and RunLoop must do. Instantiate MessagePortsConformance with a
-// factory.
+// What every host's MessagePorts and RunLoop must do.
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
 #include <vector>
 
-#include "platform/MessagePorts.h"
+#include "tests/conformance/HostStage.h"
 
 namespace quorvane::conformance {
 
-struct MessagePortsStage {
-  virtual ~MessagePortsStage() = default;
-  virtual MessagePorts& ports() = 0;
-  virtual RunLoop& runLoop() = 0;
-  /// Handles all that waits.
-  virtual void turn() = 0;
-  /// Somebody else serves `name`; without a callback he never answers.
-  virtual void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) = 0;
-  /// Both sides have noticed when it returns.
-  virtual void stopElsewhere(std::string_view name) = 0;
-};
-
-using MessagePortsFactory = std::unique_ptr<MessagePortsStage> (*)();
-
-class MessagePortsConformance : public testing::TestWithParam<MessagePortsFactory> {
+class MessagePortsConformance : public HostConformance {
  protected:
   struct Received {
     std::int32_t id;
@@ -37,8 +18,9 @@ class MessagePortsConformance : public testing::TestWithParam<MessagePortsFactor
   std::shared_ptr<CFMessagePort> serve(std::string_view name, CFMessagePortCallBack callback) {
     auto port = ports_.CFMessagePortCreateLocal(name, std::move(callback));
     if (port == nullptr) return nullptr;
-    loop_.CFRunLoopAddSource(*loop_.CFRunLoopGetCurrent(),
-                             ports_.CFMessagePortCreateRunLoopSource(port));
+    RunLoop& loop = platform_.runLoop;
+    loop.CFRunLoopAddSource(*loop.CFRunLoopGetCurrent(),
+                            ports_.CFMessagePortCreateRunLoopSource(port));
     return port;
   }
   CFMessagePortCallBack recording(std::optional<CFData> reply) {
@@ -58,9 +40,7 @@ class MessagePortsConformance : public testing::TestWithParam<MessagePortsFactor
     return ports_.CFMessagePortSendRequest(*remote, id, data, 10, 10, &reply);
   }
 
-  std::unique_ptr<MessagePortsStage> stage_ = GetParam()();
-  MessagePorts& ports_ = stage_->ports();
-  RunLoop& loop_ = stage_->runLoop();
+  MessagePorts& ports_ = platform_.messagePorts;
   std::vector<Received> received_;
 };
 

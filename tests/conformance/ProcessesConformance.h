@@ -1,34 +1,15 @@
 #pragma once
-// What every host's ProcessManager and Workspace must say about the same processes. Instantiate
-// ProcessesConformance with a factory.
-
-#include <gtest/gtest.h>
+// What every host's ProcessManager and Workspace must say about the same processes.
 
 #include <algorithm>
 #include <array>
-#include <memory>
-#include <string>
 #include <vector>
 
-#include "platform/ProcessManager.h"
-#include "platform/Workspace.h"
+#include "tests/conformance/HostStage.h"
 
 namespace quorvane::conformance {
 
-struct ProcessesStage {
-  virtual ~ProcessesStage() = default;
-  virtual ProcessManager& processManager() = 0;
-  virtual Workspace& workspace() = 0;
-  /// Delivers all notifications that wait.
-  virtual void turn() = 0;
-  virtual std::int32_t launch(std::string name, FourCharCode signature, std::string bundle) = 0;
-  virtual void quit(std::int32_t pid) = 0;
-  virtual void bringToFront(std::int32_t pid) = 0;
-};
-
-using ProcessesFactory = std::unique_ptr<ProcessesStage> (*)();
-
-class ProcessesConformance : public testing::TestWithParam<ProcessesFactory> {
+class ProcessesConformance : public HostConformance {
  protected:
   ProcessSerialNumber psnOf(std::int32_t pid) {
     ProcessSerialNumber psn;
@@ -58,9 +39,8 @@ class ProcessesConformance : public testing::TestWithParam<ProcessesFactory> {
            info.application->bundleIdentifier;
   }
 
-  std::unique_ptr<ProcessesStage> stage_ = GetParam()();
-  ProcessManager& manager_ = stage_->processManager();
-  Workspace& workspace_ = stage_->workspace();
+  ProcessManager& manager_ = platform_.processManager;
+  Workspace& workspace_ = platform_.workspace;
   std::vector<std::string> heard_;
   ProcessSerialNumber heardFrom_;
 };

@@ -1,24 +1,14 @@
 #pragma once
-// What every host's SharedMemory must do. Instantiate SharedMemoryConformance with a factory.
-
-#include <gtest/gtest.h>
+// What every host's SharedMemory must do.
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 
-#include "platform/SharedMemory.h"
+#include "tests/conformance/HostStage.h"
 
 namespace quorvane::conformance {
 
-struct SharedMemoryStage {
-  virtual ~SharedMemoryStage() = default;
-  virtual SharedMemory& sharedMemory() = 0;
-};
-
-using SharedMemoryFactory = std::unique_ptr<SharedMemoryStage> (*)();
-
-class SharedMemoryConformance : public testing::TestWithParam<SharedMemoryFactory> {
+class SharedMemoryConformance : public HostConformance {
  protected:
   static constexpr std::uint32_t kKey = 880;
   static constexpr int kMode = 0666;
@@ -29,8 +19,7 @@ class SharedMemoryConformance : public testing::TestWithParam<SharedMemoryFactor
     return address == kShmFailed ? nullptr : static_cast<std::uint8_t*>(address);
   }
 
-  std::unique_ptr<SharedMemoryStage> stage_ = GetParam()();
-  SharedMemory& memory_ = stage_->sharedMemory();
+  SharedMemory& memory_ = platform_.sharedMemory;
 };
 
 TEST_P(SharedMemoryConformance, WithoutTheCreatingFlagOnlyAnExistingSegmentIsFound) {

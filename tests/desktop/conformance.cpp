@@ -3,44 +3,30 @@
 #include <map>
 
 #include "hosts/desktop/AtomicFile.h"
+#include "tests/conformance/FilesConformance.h"
 #include "tests/conformance/MessagePortsConformance.h"
 #include "tests/conformance/ProcessesConformance.h"
-#include "tests/conformance/ServicesConformance.h"
 #include "tests/conformance/SharedMemoryConformance.h"
-#include "tests/conformance/TextEncodingConformance.h"
-#include "tests/conformance/UserDefaultsConformance.h"
 #include "tests/desktop/DesktopStage.h"
 
 namespace quorvane::conformance {
 namespace {
 
-class Stage : public SharedMemoryStage,
-              public MessagePortsStage,
-              public ProcessesStage,
-              public ServicesStage,
-              public TextEncodingStage,
-              public UserDefaultsStage {
+class Stage : public HostStage {
  public:
   Platform platform() override { return desktop_.platform(); }
-  std::string folder() override { return desktop_.configuration().homeDirectory; }
-  SharedMemory& sharedMemory() override { return desktop_.platform().sharedMemory; }
-  UserDefaults& userDefaults() override { return desktop_.platform().userDefaults; }
-  TextEncoding& textEncoding() override { return desktop_.platform().textEncoding; }
-  MessagePorts& ports() override { return desktop_.platform().messagePorts; }
-  RunLoop& runLoop() override { return desktop_.host().runLoop(); }
-  ProcessManager& processManager() override { return desktop_.platform().processManager; }
-  Workspace& workspace() override { return desktop_.platform().workspace; }
   void turn() override { desktop_.turn(); }
+  std::string folder() override { return desktop_.configuration().homeDirectory; }
 
   void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) override {
+    auto& loop = desktop_.host().runLoop();
     Elsewhere& elsewhere = elsewhere_[std::string(name)];
-    elsewhere.ports = std::make_unique<desktop::MessagePorts>(folder_, desktop_.host().runLoop(),
-                                                              desktop_.host().log());
+    elsewhere.ports = std::make_unique<desktop::MessagePorts>(folder_, loop, desktop_.host().log());
     elsewhere.port = elsewhere.ports->CFMessagePortCreateLocal(name, callback);
     ASSERT_NE(elsewhere.port, nullptr);
     if (callback == nullptr) return;
     const auto source = elsewhere.ports->CFMessagePortCreateRunLoopSource(elsewhere.port);
-    runLoop().CFRunLoopAddSource(*runLoop().CFRunLoopGetCurrent(), source);
+    loop.CFRunLoopAddSource(*loop.CFRunLoopGetCurrent(), source);
   }
   void stopElsewhere(std::string_view name) override {
     elsewhere_.erase(std::string(name));
@@ -76,21 +62,12 @@ class Stage : public SharedMemoryStage,
   std::map<pid_t, std::unique_ptr<tests::Child>> children_;
 };
 
-template <class Wanted>
-std::unique_ptr<Wanted> make() {
-  return std::make_unique<Stage>();
-}
+std::unique_ptr<HostStage> make() { return std::make_unique<Stage>(); }
 
-INSTANTIATE_TEST_SUITE_P(Desktop, SharedMemoryConformance,
-                         testing::Values(make<SharedMemoryStage>));
-INSTANTIATE_TEST_SUITE_P(Desktop, MessagePortsConformance,
-                         testing::Values(make<MessagePortsStage>));
-INSTANTIATE_TEST_SUITE_P(Desktop, ProcessesConformance, testing::Values(make<ProcessesStage>));
-INSTANTIATE_TEST_SUITE_P(Desktop, ServicesConformance, testing::Values(make<ServicesStage>));
-INSTANTIATE_TEST_SUITE_P(Desktop, UserDefaultsConformance,
-                         testing::Values(make<UserDefaultsStage>));
-INSTANTIATE_TEST_SUITE_P(Desktop, TextEncodingConformance,
-                         testing::Values(make<TextEncodingStage>));
+INSTANTIATE_TEST_SUITE_P(Desktop, FilesConformance, testing::Values(make));
+INSTANTIATE_TEST_SUITE_P(Desktop, MessagePortsConformance, testing::Values(make));
+INSTANTIATE_TEST_SUITE_P(Desktop, ProcessesConformance, testing::Values(make));
+INSTANTIATE_TEST_SUITE_P(Desktop, SharedMemoryConformance, testing::Values(make));
 
 }  // namespace
 }  // namespace quorvane::conformance

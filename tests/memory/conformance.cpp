@@ -1,32 +1,18 @@
 // The memory host under the suites that every host must pass.
 
 #include "hosts/memory/MemoryHost.h"
+#include "tests/conformance/FilesConformance.h"
 #include "tests/conformance/MessagePortsConformance.h"
 #include "tests/conformance/ProcessesConformance.h"
-#include "tests/conformance/ServicesConformance.h"
 #include "tests/conformance/SharedMemoryConformance.h"
-#include "tests/conformance/TextEncodingConformance.h"
-#include "tests/conformance/UserDefaultsConformance.h"
 
 namespace quorvane::conformance {
 namespace {
 
-struct MemoryStage : SharedMemoryStage,
-                     MessagePortsStage,
-                     ProcessesStage,
-                     ServicesStage,
-                     TextEncodingStage,
-                     UserDefaultsStage {
+struct MemoryStage : HostStage {
   Platform platform() override { return host.platform(); }
-  std::string folder() override { return host.files.homeDirectory; }
-  SharedMemory& sharedMemory() override { return host.sharedMemory; }
-  UserDefaults& userDefaults() override { return host.userDefaults; }
-  TextEncoding& textEncoding() override { return host.textEncoding; }
-  MessagePorts& ports() override { return host.messagePorts; }
-  RunLoop& runLoop() override { return host.messagePorts; }
-  ProcessManager& processManager() override { return host.processes; }
-  Workspace& workspace() override { return host.processes; }
   void turn() override { host.runPending(); }
+  std::string folder() override { return host.files.homeDirectory; }
 
   void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) override {
     memory::MemoryServer server;
@@ -44,8 +30,7 @@ struct MemoryStage : SharedMemoryStage,
     process.name = std::move(name);
     process.signature = signature;
     process.bundleIdentifier = std::move(bundle);
-    const ProcessSerialNumber psn = host.processes.add(process);
-    return host.processes.find(psn)->pid;
+    return host.processes.find(host.processes.add(process))->pid;
   }
   void quit(std::int32_t pid) override { host.processes.remove(psnOf(pid)); }
   void bringToFront(std::int32_t pid) override { host.processes.setFront(psnOf(pid)); }
@@ -59,17 +44,12 @@ struct MemoryStage : SharedMemoryStage,
   memory::MemoryHost host;
 };
 
-template <class Stage>
-std::unique_ptr<Stage> make() {
-  return std::make_unique<MemoryStage>();
-}
+std::unique_ptr<HostStage> make() { return std::make_unique<MemoryStage>(); }
 
-INSTANTIATE_TEST_SUITE_P(Memory, SharedMemoryConformance, testing::Values(make<SharedMemoryStage>));
-INSTANTIATE_TEST_SUITE_P(Memory, MessagePortsConformance, testing::Values(make<MessagePortsStage>));
-INSTANTIATE_TEST_SUITE_P(Memory, ProcessesConformance, testing::Values(make<ProcessesStage>));
-INSTANTIATE_TEST_SUITE_P(Memory, ServicesConformance, testing::Values(make<ServicesStage>));
-INSTANTIATE_TEST_SUITE_P(Memory, UserDefaultsConformance, testing::Values(make<UserDefaultsStage>));
-INSTANTIATE_TEST_SUITE_P(Memory, TextEncodingConformance, testing::Values(make<TextEncodingStage>));
+INSTANTIATE_TEST_SUITE_P(Memory, FilesConformance, testing::Values(make));
+INSTANTIATE_TEST_SUITE_P(Memory, MessagePortsConformance, testing::Values(make));
+INSTANTIATE_TEST_SUITE_P(Memory, ProcessesConformance, testing::Values(make));
+INSTANTIATE_TEST_SUITE_P(Memory, SharedMemoryConformance, testing::Values(make));
 
 }  // namespace
 }  // namespace quorvane::conformance

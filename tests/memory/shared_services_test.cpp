@@ -1,24 +1,13 @@
-#pragma once
-// What every host's files, JSON, scripts and character classes must do. Instantiate
-// ServicesConformance with a factory.
+// What all hosts share: JSON, scripts, character classes and text encodings.
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <memory>
+#include "hosts/memory/MemoryHost.h"
 
-#include "platform/Platform.h"
+namespace quorvane {
+namespace {
 
-namespace quorvane::conformance {
-
-struct ServicesStage {
-  virtual ~ServicesStage() = default;
-  virtual Platform platform() = 0;
-  /// Where files may be written; need not exist.
-  virtual std::string folder() = 0;
-};
-
-using ServicesFactory = std::unique_ptr<ServicesStage> (*)();
+using namespace std::string_view_literals;
 
 /// Writes down what it is told.
 struct NotingHandler : JSONHandler {
@@ -36,67 +25,32 @@ struct NotingHandler : JSONHandler {
   std::string told;
 };
 
-class ServicesConformance : public testing::TestWithParam<ServicesFactory> {
- protected:
-  bool write(const std::string& path, std::string_view content) {
-    const std::span bytes(reinterpret_cast<const std::uint8_t*>(content.data()), content.size());
-    const std::array<std::span<const std::uint8_t>, 2> parts{bytes.first(bytes.size() / 2),
-                                                             bytes.subspan(bytes.size() / 2)};
-    return files_.writeToFile(path, parts);
-  }
-  /// "none" for null.
-  static std::string textOf(const std::unique_ptr<FileData>& data) {
-    if (data == nullptr) return "none";
-    return {data->bytes().begin(), data->bytes().end()};
-  }
-  /// What was told, or the error as kind, line and column.
+struct SharedServices : testing::Test {
+  /// What was told, or the error's line and column.
   std::string read(std::string_view json) {
-    write(file_, json);
+    host.files.put("/file", json);
     NotingHandler handler;
-    const auto error = platform_.jsonSerialization.JSONObjectWithStream(file_, handler);
+    const auto error = json_.JSONObjectWithStream("/file", handler);
     if (!error) return handler.told;
+    EXPECT_EQ(error->kind, JSONError::Kind::Malformed);
     EXPECT_NE(error->message, "");
-    return (error->kind == JSONError::Kind::Malformed ? "malformed " : "other ") +
-           std::to_string(error->line) + ":" + std::to_string(error->column);
+    return std::to_string(error->line) + ":" + std::to_string(error->column);
   }
   std::u16string valueOf(const std::u16string& script) {
-    return platform_.scriptHost.newContext()->evaluateScript(script)->toString();
+    return scripts_.newContext()->evaluateScript(script)->toString();
+  }
+  std::optional<std::u16string> decode(std::string_view bytes, NSStringEncoding encoding) {
+    return encoding_.initWithData(
+        {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, encoding);
   }
 
-  std::unique_ptr<ServicesStage> stage_ = GetParam()();
-  Platform platform_ = stage_->platform();
-  FileManager& files_ = platform_.fileManager;
-  const std::string file_ = stage_->folder() + "/new folder/file";
+  memory::MemoryHost host;
+  JSONSerialization& json_ = host.platform().jsonSerialization;
+  ScriptHost& scripts_ = host.platform().scriptHost;
+  TextEncoding& encoding_ = host.platform().textEncoding;
 };
 
-TEST_P(ServicesConformance, AFileIsReplacedAsAWholeAndEachChangeShows) {
-  EXPECT_FALSE(files_.attributesOfItemAtPath(file_).has_value());
-  EXPECT_EQ(textOf(files_.dataWithContentsOfFile(file_)), "none");
-  EXPECT_EQ(textOf(files_.dataWithContentsOfMappedFile(file_)), "none");
-  EXPECT_FALSE(files_.stringWithContentsOfFile(file_).has_value());
-  const std::string first(10'000, 'x');
-  ASSERT_TRUE(write(file_, first));
-  const auto attributes = files_.attributesOfItemAtPath(file_);
-  ASSERT_TRUE(attributes.has_value());
-  EXPECT_EQ(attributes->size, 10'000U);
-  EXPECT_EQ(files_.attributesOfItemAtPath(file_), attributes);
-  const auto read = files_.dataWithContentsOfFile(file_);
-  const auto mapped = files_.dataWithContentsOfMappedFile(file_);
-  ASSERT_TRUE(write(file_, "d\xC3\xA9j\xC3\xA0"));
-  EXPECT_EQ(files_.stringWithContentsOfFile(file_), u"d\u00E9j\u00E0");
-  EXPECT_EQ(textOf(read), first);
-  EXPECT_EQ(textOf(mapped), first);
-  ASSERT_TRUE(write(file_, first));
-  EXPECT_NE(files_.attributesOfItemAtPath(file_), attributes);
-  ASSERT_TRUE(write(file_, ""));
-  EXPECT_EQ(textOf(files_.dataWithContentsOfFile(file_)), "");
-  EXPECT_EQ(textOf(files_.dataWithContentsOfMappedFile(file_)), "");
-  ASSERT_TRUE(write(file_, "\xC3"));
-  EXPECT_FALSE(files_.stringWithContentsOfFile(file_).has_value());
-}
-
-TEST_P(ServicesConformance, JSONIsToldInOrder) {
-  using namespace std::string_view_literals;
+TEST_F(SharedServices, JSONIsToldInOrder) {
   EXPECT_EQ(read(" {\"a\":[{},[],true,false,null],\"a\":\"\\u00e9\\n\"}\n"),
             "{ a: [ { } [ ] true false null ] a: '\xC3\xA9\n' } ");
   EXPECT_EQ(read("\xEF\xBB\xBF[\"a\\u0000b\"]"), "[ 'a\0b' ] "sv);
@@ -106,7 +60,7 @@ TEST_P(ServicesConformance, JSONIsToldInOrder) {
             "[ real 1.500000 real 100.000000 real 18446744073709551616.000000 ] ");
 }
 
-TEST_P(ServicesConformance, JSONSaysWhereItIsWrong) {
+TEST_F(SharedServices, JSONSaysWhereItIsWrong) {
   const std::pair<std::string_view, const char*> rows[] = {
       {"", "1:1"},
       {"1", "1:1"},
@@ -130,23 +84,23 @@ TEST_P(ServicesConformance, JSONSaysWhereItIsWrong) {
       {"[1}", "1:3"},
   };
   for (const auto& [json, place] : rows) {
-    EXPECT_EQ(read(json), std::string("malformed ") + place) << json;
+    EXPECT_EQ(read(json), place) << json;
   }
   NotingHandler handler;
-  const auto error = platform_.jsonSerialization.JSONObjectWithStream(file_ + "x", handler);
+  const auto error = json_.JSONObjectWithStream("/missing", handler);
   EXPECT_EQ(error.value().kind, JSONError::Kind::Missing);
 }
 
-TEST_P(ServicesConformance, JSONNestsToALimit) {
+TEST_F(SharedServices, JSONNestsToALimit) {
   const auto nested = [](std::size_t depth) {
     return std::string(depth, '[') + std::string(depth, ']');
   };
   EXPECT_EQ(read(nested(1024)).size(), 4096U);
-  EXPECT_EQ(read(nested(1025)), "malformed 1:1025");
-  EXPECT_EQ(read(std::string(1'000'000, '[')), "malformed 1:1000000");
+  EXPECT_EQ(read(nested(1025)), "1:1025");
+  EXPECT_EQ(read(std::string(1'000'000, '[')), "1:1000000");
 }
 
-TEST_P(ServicesConformance, AScriptComputesAndDoesNothingElse) {
+TEST_F(SharedServices, AScriptComputesAndDoesNothingElse) {
   const std::pair<const char16_t*, std::u16string> rows[] = {
       {u"1 + 1", u"2"},
       {u"'\U0001F600'.length + '\U0001F600\u00E9'", u"2\U0001F600\u00E9"},
@@ -168,8 +122,8 @@ TEST_P(ServicesConformance, AScriptComputesAndDoesNothingElse) {
   for (const auto& [script, value] : rows) EXPECT_EQ(valueOf(script), value);
 }
 
-TEST_P(ServicesConformance, AFunctionOutlivesItsContextAndItsFailures) {
-  auto context = platform_.scriptHost.newContext();
+TEST_F(SharedServices, AFunctionOutlivesItsContextAndItsFailures) {
+  auto context = scripts_.newContext();
   context->evaluateScript(
       u"function twice(a, b) { if (a == 'no') throw a; return a + a + b; }"
       u"var n = 0;"
@@ -189,12 +143,12 @@ TEST_P(ServicesConformance, AFunctionOutlivesItsContextAndItsFailures) {
   EXPECT_EQ(call({u"a", u"b"}), u"aab") << "values that are gone take no room";
 }
 
-TEST_P(ServicesConformance, AScriptThatAsksForTooMuchIsBroken) {
+TEST_F(SharedServices, AScriptThatAsksForTooMuchIsBroken) {
   for (const char16_t* const greedy :
        {u"for (;;);", u"({toString: function() { for (;;) [].concat([1]); }})",
         u"try { var s = 'x'; for (;;) s += s; } catch (e) { 'went on' }",
         u"var a = []; for (;;) a.push({})"}) {
-    const auto context = platform_.scriptHost.newContext();
+    const auto context = scripts_.newContext();
     const auto before = context->evaluateScript(u"'before'");
     EXPECT_EQ(context->evaluateScript(greedy)->toString(), u"undefined");
     EXPECT_EQ(before->toString(), u"undefined");
@@ -203,8 +157,8 @@ TEST_P(ServicesConformance, AScriptThatAsksForTooMuchIsBroken) {
   EXPECT_EQ(valueOf(u"1"), u"1");
 }
 
-TEST_P(ServicesConformance, CharactersAreClassedAndLowered) {
-  CharacterSets& sets = platform_.characterSets;
+TEST_F(SharedServices, CharactersAreClassedAndLowered) {
+  CharacterSets& sets = host.platform().characterSets;
   const auto classes = [&](char16_t character) {
     return std::string(sets.decimalDigitCharacterSet(character) ? "d" : "") +
            (sets.punctuationCharacterSet(character) ? "p" : "") +
@@ -227,4 +181,37 @@ TEST_P(ServicesConformance, CharactersAreClassedAndLowered) {
   EXPECT_EQ(sets.lowercaseString({}), u"");
 }
 
-}  // namespace quorvane::conformance
+TEST_F(SharedServices, EncodingsAreStrict) {
+  constexpr auto utf8 = NSStringEncoding::UTF8;
+  constexpr auto ascii = NSStringEncoding::ASCII;
+  constexpr auto utf16 = NSStringEncoding::UTF16LittleEndian;
+  EXPECT_EQ(decode("", utf8), u"");
+  EXPECT_EQ(decode("d\xC3\xA9j\xC3\xA0 \xF0\x9F\x98\x80", utf8), u"d\u00E9j\u00E0 \U0001F600");
+  EXPECT_EQ(decode("a\0b"sv, utf8), std::u16string(u"a\0b", 3));
+  for (const auto bad :
+       {"\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "a\xC3", "\x80", "\xFFz", "\xE2\x82"}) {
+    EXPECT_FALSE(decode(bad, utf8)) << testing::PrintToString(bad);
+  }
+  EXPECT_EQ(decode("it's", ascii), u"it's");
+  EXPECT_FALSE(decode("na\xEFve", ascii));
+  EXPECT_EQ(decode("A\0\x19\x20"sv, utf16), u"A\u2019");
+  EXPECT_FALSE(decode("A\0B"sv, utf16));
+}
+
+TEST_F(SharedServices, RomanBecomesLittleEndianUnitsWithinTheCapacity) {
+  using Bytes = std::vector<std::uint8_t>;
+  const auto fromRoman = [this](const Bytes& roman, std::size_t capacity) {
+    Bytes out(64, 0xEE);
+    const std::ptrdiff_t count = encoding_.TECConvertText(roman, out.data(), capacity);
+    EXPECT_EQ(out[capacity], 0xEE) << "written past the capacity";
+    return Bytes(out.begin(), out.begin() + std::clamp<std::ptrdiff_t>(count, 0, 64));
+  };
+  EXPECT_EQ(fromRoman({'a', 0xD5, 0x8E, 0xD0}, 32),
+            (Bytes{'a', 0, 0x19, 0x20, 0xE9, 0, 0x13, 0x20}));
+  EXPECT_EQ(fromRoman({'a', 'b', 'c'}, 5), (Bytes{'a', 0, 'b', 0}));
+  EXPECT_EQ(fromRoman({'a'}, 1), Bytes{});
+  EXPECT_EQ(fromRoman({}, 8), Bytes{});
+}
+
+}  // namespace
+}  // namespace quorvane
