@@ -209,17 +209,18 @@ TEST_F(Snapshots, ThatAreDamagedAreMadeAnew) {
       ASSERT_EQ(answers(), truth) << what;
       ASSERT_EQ(answers(), truth) << what << ", the next start";
     };
-    // One byte: before the body noticed at the opening, within it when its page is asked for.
-    for (std::size_t i = 0; i < 120; ++i) {
-      std::size_t at = i < 60 ? i : random() % whole.size();
-      while (i >= 60 && whole[at] == 0) at = (at + 1) % whole.size();
+    // One bit: before the body noticed at the opening, within it when its page is asked for.
+    const auto damageAt = [&](std::size_t at) {
       host.files.put(path, whole);
       host.files.damage(path, at, static_cast<std::uint8_t>(whole[at] ^ (1 << random() % 8)));
       expectMended("byte " + std::to_string(at));
-    }
+    };
+    for (std::size_t at = 0; at < 64; at += 4) damageAt(at + random() % 4);
     // Sections begin on pages.
     for (std::size_t page = 0; page < whole.size(); page += 4096) {
-      for (const std::size_t size : {page, page + 1 + random() % (whole.size() - page) / 2}) {
+      damageAt(page);
+      damageAt(whole.find_last_not_of('\0', page + 4095));
+      for (const std::size_t size : {page, page + 1 + random() % 4095}) {
         host.files.put(path, std::string_view(whole).substr(0, size));
         expectMended("cut to " + std::to_string(size));
       }
