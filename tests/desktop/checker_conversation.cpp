@@ -197,7 +197,13 @@ TEST_F(CheckerConversation, SwitchesTurnSpellingOffButEveryScanEnds) {
     text[3] = 0;  // another text next time
     scan("x ");
   }
-  EXPECT_TRUE(port.sent.empty());
+  flags = 0x11833;
+  fields.put(At::SmartCharacters, 4);
+  scan("\xD1teh ");
+  EXPECT_TRUE(port.sent.empty()) << "capitals alone: a letter of another script";
+  fields.put(At::SmartCharacters, 2);
+  scan("x \xD1teh ");
+  EXPECT_EQ(port.sent.size(), 1U);
 }
 
 TEST_F(CheckerConversation, OtherRequestsEndAndAClickIsNeverOurs) {
@@ -213,7 +219,7 @@ TEST_F(CheckerConversation, OtherRequestsEndAndAClickIsNeverOurs) {
 
 class CheckerPopup : public CheckerConversation {
  protected:
-  CheckerPopup() : CheckerConversation({.popup = true}) {
+  CheckerPopup() : CheckerConversation({.popup = true, .controlDigits = true}) {
     frontIs(0x74657374);
     fields.put(At::TextPosition, 100U << 16 | 40);
   }
@@ -221,13 +227,15 @@ class CheckerPopup : public CheckerConversation {
 };
 
 TEST_F(CheckerPopup, AMisspeltWordIsOfferedInPlaceOfAFix) {
+  fields.put(At::TextPosition, 100U << 16 | 32760);
   scan("a teh ");
   EXPECT_TRUE(answered() && port.sent.empty());
+  EXPECT_EQ(fields.get(At::ControlDigits), 1U);
   EXPECT_TRUE(open());
   EXPECT_EQ(popups.back(), (PopupList{"teh", {"the"}}));
   EXPECT_EQ(fields.get(At::WindowClient), 0x74657374U);
-  EXPECT_EQ(fields.get(At::WindowTopLeft), 40U << 16 | 100);
-  EXPECT_EQ(fields.get(At::WindowBottomRight), (40U + 6 * 8) << 16 | (100 + 16));
+  EXPECT_EQ(fields.get(At::WindowTopLeft), 32760U << 16 | 100);
+  EXPECT_EQ(fields.get(At::WindowBottomRight), 32767U << 16 | (100 + 16));
   ask(104, 0);
   EXPECT_FALSE(popups.back());
   EXPECT_EQ(fields.get(At::WindowClient), 0U);
@@ -273,6 +281,9 @@ TEST_F(CheckerPopup, ItClosesAtTheNextPublicationAndADigitIsThenTyped) {
   text[392] = 29;
   EXPECT_EQ(ask(101, '1'), 0U) << "not seen yet by a look";
   EXPECT_EQ(sentText(0), "0 1");
+  scan("teh ");
+  text[392] = 29;
+  EXPECT_EQ(ask(106, 9), 9U);
   port.present = false;
   scan("teh teh 1 teh ");
   EXPECT_FALSE(open()) << "nobody could be told of a choice";
@@ -296,8 +307,8 @@ TEST_F(CheckerPopup, RequestsGoByBitAndCommandAndClicksInsideAreItsOwn) {
   request(16390, 20);
   EXPECT_EQ(fields.get(At::ClipState), 0U);
   EXPECT_TRUE(open());
-  request(104, 0);
-  EXPECT_FALSE(open());
+  request(87, 0);
+  EXPECT_FALSE(open()) << "the bit says what the command record no longer does";
 }
 
 class CheckerDocumentWindow : public CheckerConversation {

@@ -98,8 +98,7 @@ bool Conversation::closeStalePopup() {
 void Conversation::popupKey() {
   const std::uint32_t key = tool_.get(At::PopupChar);
   closeStalePopup();
-  const bool taken =
-      popup_ && (key == kDownArrow || (isDigit(key) && key != '0' && choose(key - '1')));
+  const bool taken = popup_ && (key == kDownArrow || (isDigit(key) && choose(key - '1')));
   if (!taken && isDigit(key) && port_.find()) {
     const auto record = decodeTextRecord(text_);
     hand(typedCharacter(record.value_or(TextRecord{}), static_cast<std::uint8_t>(key)));
@@ -116,7 +115,8 @@ void Conversation::popupNavigation() {
   tool_.put(At::PopupChar, 0);
 }
 
-/// False where there is no such suggestion or no way to the document.
+/// False where there is no such suggestion, which none is for the digit 0, or no way to the
+/// document.
 bool Conversation::choose(std::size_t index) {
   if (!popup_ || index >= popup_->offers.size() || !port_.find()) return false;
   return hand(popup_->offers[index]) == ScanEnd::Fixed;
