@@ -81,7 +81,25 @@ class Desk {
       return found == ' ' + text;
     });
   }
-  void signal(int number) { ::kill(static_cast<pid_t>(std::stol(contentOf(file("pid")))), number); }
+  /// Where a text stands first: rows from the top, columns in bytes.
+  std::pair<std::size_t, std::size_t> placeOf(const std::string& text) {
+    std::istringstream lines(screen());
+    std::string line;
+    for (std::size_t row = 0; std::getline(lines, line); ++row) {
+      if (line.find(text) != std::string::npos) return {row, line.find(text)};
+    }
+    return {};
+  }
+  [[nodiscard]] pid_t pid() const { return static_cast<pid_t>(std::stol(contentOf(file("pid")))); }
+  void signal(int number) const { ::kill(pid(), number); }
+  void killStandIn() const {
+    const auto runtime = folder_.usualRuntimeFolder() / ("type-" + std::to_string(pid()));
+    for (const auto& entry : std::filesystem::directory_iterator(runtime)) {
+      if (entry.path().extension() != ".process") continue;
+      const auto announced = static_cast<pid_t>(std::stol(entry.path().stem()));
+      if (announced != pid()) ::kill(announced, SIGKILL);
+    }
+  }
   bool terminalIsAsBefore() {
     return eventually([&] { return !contentOf(file("after")).empty(); }) &&
            contentOf(file("after")) == contentOf(file("before"));
@@ -158,7 +176,7 @@ TEST(Desk, PopupWithSuggestions) {
   ASSERT_TRUE(desk.shows("window: none")) << desk.screen();
   const auto opensWith = [&desk](const std::string& keys) {
     desk.keys(keys);
-    return desk.shows("window: popup");
+    return desk.shows("\u250C");
   };
   const auto afterAPause = [&desk](const std::string& digit) {
     std::this_thread::sleep_for(std::chrono::milliseconds(600));
@@ -167,10 +185,9 @@ TEST(Desk, PopupWithSuggestions) {
   desk.keys("'Teh 1,'");
   EXPECT_TRUE(desk.line(0, "Teh 1,")) << "a digit in haste is typed";
   ASSERT_TRUE(opensWith("' recieve '")) << desk.screen();
-  EXPECT_NE(desk.screen().find("\n                \u250C\u2500"), std::string::npos)
-      << "at the caret, below its line\n"
-      << desk.screen();
+  EXPECT_EQ(desk.placeOf("\u250C"), std::pair(std::size_t{2}, std::size_t{16})) << desk.screen();
   EXPECT_TRUE(desk.shows("\u2502 1 receive ")) << desk.screen();
+  EXPECT_TRUE(desk.shows("window: popup")) << desk.screen();
   afterAPause("1");
   EXPECT_TRUE(desk.line(0, "Teh 1, receive")) << desk.screen();
   EXPECT_TRUE(desk.shows("window: none")) << desk.screen();
@@ -191,6 +208,22 @@ TEST(Desk, PopupWithSuggestions) {
   ASSERT_TRUE(opensWith("'teh '")) << desk.screen();
   afterAPause("0");
   EXPECT_TRUE(desk.line(0, "Teh 1, receive recieve receive recieve teh 0")) << desk.screen();
+
+  desk.tmux("resize-window -x 72 -y 16");
+  ASSERT_TRUE(opensWith(
+      "Enter Enter Enter Enter Enter Enter Enter Enter 'at the far edge of a line teh '"));
+  EXPECT_EQ(desk.placeOf("\u2518").first + 1, desk.placeOf("at the far edge of a line teh").first)
+      << desk.screen();
+  EXPECT_TRUE(desk.shows("\u2510\u2502")) << "moved left, to the side's edge\n" << desk.screen();
+  desk.killStandIn();
+  EXPECT_TRUE(eventually([&] { return desk.screen().find("\u250C") == std::string::npos; }));
+}
+
+TEST(Desk, SmartCharactersWithoutCompletion) {
+  Desk desk("--smart");
+  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
+  desk.keys("'i \"account\" '");
+  EXPECT_TRUE(desk.line(0, "I \u201Caccount\u201D")) << desk.screen();
 }
 
 TEST(Desk, ACrashGivesTheTerminalBack) {
