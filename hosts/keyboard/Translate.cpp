@@ -22,6 +22,12 @@ std::uint16_t outputAt(Bytes bytes, std::size_t offset) {
   return inside ? hostWord16(bytes, offset) : kUCKeyOutputNone;
 }
 
+/// An offset that is missing leads outside: at 0 lies nothing but the head.
+std::size_t offsetAt(Bytes bytes, std::size_t place) {
+  const std::size_t offset = hostWord32(bytes, place);
+  return offset == 0 ? bytes.size() : offset;
+}
+
 /// One of the blocks behind a keyboard-type entry. Where the layout has none, `count` is 0.
 struct Block {
   std::size_t offset = 0;
@@ -106,7 +112,7 @@ std::uint16_t outputOf(const Layout& layout, std::uint16_t keyCode, std::uint32_
   if (table >= layout.tables.count || keyCode >= hostWord16(layout.bytes, index + kTablesSize)) {
     return kUCKeyOutputNone;
   }
-  const std::size_t keys = hostWord32(layout.bytes, index + kTablesList + std::size_t{table} * 4);
+  const std::size_t keys = offsetAt(layout.bytes, index + kTablesList + std::size_t{table} * 4);
   return outputAt(layout.bytes, keys + std::size_t{keyCode} * 2);
 }
 
@@ -163,7 +169,6 @@ std::optional<Typed> composed(const Layout& layout, std::size_t record, std::uin
   const std::size_t count = hostWord16(layout.bytes, record + kRecordEntryCount);
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t entry = record + kRecordEntryList + i * size;
-    if (entry + size > layout.bytes.size()) return {};
     auto found = terminal ? terminalEntry(layout, entry, state) : rangeEntry(layout, entry, state);
     if (found) return found;
   }
@@ -174,7 +179,7 @@ std::optional<std::size_t> recordOf(const Layout& layout, std::uint16_t output) 
   const bool numbered = (output & kUCKeyOutputTestForIndexMask) == kUCKeyOutputStateIndexMask;
   const std::size_t index = output & kUCKeyOutputGetIndexMask;
   if (!numbered || index >= layout.records.count) return {};
-  return hostWord32(layout.bytes, layout.records.offset + kRecordsList + index * 4);
+  return offsetAt(layout.bytes, layout.records.offset + kRecordsList + index * 4);
 }
 
 Typed typed(const Layout& layout, std::uint16_t output, std::uint32_t state) {

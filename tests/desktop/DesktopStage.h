@@ -13,14 +13,6 @@ namespace quorvane::tests {
 /// No other test, and no other run of the tests, has this one.
 std::uint32_t ownKeyOffset();
 
-struct NoEventPosting final : EventPosting {
-  std::uint32_t IOServiceOpen() override { return 0; }
-  std::int32_t IOHIDPostEvent(std::uint32_t, std::uint32_t, const NXKeyEventData&, std::uint32_t,
-                              std::uint32_t, std::uint32_t) override {
-    return -1;
-  }
-};
-
 class DesktopStage {
  public:
   DesktopStage();
@@ -48,7 +40,7 @@ class DesktopStage {
 
  private:
   OwnFolder folder_;
-  NoEventPosting posting_;
+  field::EventQueue posting_;  ///< whatever is posted stays in it
   desktop::DesktopConfiguration configuration_;
   std::unique_ptr<desktop::DesktopHost> host_;
 };

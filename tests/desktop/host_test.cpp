@@ -157,7 +157,7 @@ TEST(DesktopApplication, ExitLeavesNothingBehindAndFlushesTheLog) {
   if (child == 0) {
     auto configuration = stage.configuration();
     configuration.logDescriptor = writer.get();
-    tests::NoEventPosting posting;
+    field::EventQueue posting;
     DesktopHost host(configuration, posting);
     const Platform platform = host.platform();
     const auto owner = host.processRegistry().announce({"Q", "QVPX"_4cc, "APPL"_4cc, ""});
