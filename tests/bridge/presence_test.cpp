@@ -31,9 +31,6 @@ TEST_F(Presence, HalfASerialNumberIsUnknownAndTheScanAnswers) {
   launch();
   EXPECT_EQ(IsQUORVANEAPPRUNNING(process), 1);
   EXPECT_EQ(presence().quorvane_psn, (ProcessSerialNumber{1, 0}));  // the scan keeps nothing
-  Process old(host.platform());
-  host.application.appKitVersion = 1038;
-  EXPECT_EQ(IsQUORVANEAPPRUNNING(old), 0);
 }
 
 TEST_F(Presence, TheFrontIsComparedByProcessId) {

@@ -13,16 +13,6 @@ namespace {
 class ToolCalls : public BridgeTest {
  protected:
   MessageSendState& sending() { return process.state<MessageSendState>(); }
-  /// The calls, without the run of clock readings and the numbers of the segments.
-  Lines calls() {
-    Lines names;
-    for (const std::string& line : host.journal.take()) {
-      std::string name = line.substr(0, line.find(' '));
-      if (name == "shmget") name = line.substr(0, line.find(" 0"));
-      names.push_back(name);
-    }
-    return names;
-  }
 };
 
 TEST(TickCount, IsTheConstantsArithmeticNotADivision) {
@@ -54,21 +44,6 @@ TEST_F(ToolCalls, TheTableDecidesWhichCommandSetsWhichBit) {
                 {22, 2},     {23, 6},     {24, 7},     {29, 121},   {31, 35}}));
 }
 
-TEST_F(ToolCalls, ARequestIsDescribedBeforeItsBitIsSet) {
-  launchKnown();
-  host.sharedMemory.write(app.segment(896), 0, std::vector<std::uint8_t>(24, 9));
-  app.setField(1, 1);
-  Do_Check_ToolCRecPtr_USEFLAGS2(process, 4, 104);
-  EXPECT_EQ(calls(), (Lines{"WakeUpProcess", "shmget 896 408", "shmat", "menuBarOwningApplication",
-                            "shmdt", "shmget 880 376", "shmat"}));
-  EXPECT_EQ(app.field(1), 0x11u);  // what was asked before stays
-  EXPECT_EQ(app.command(),
-            (std::array<std::uint32_t, 6>{104, 0, 0x09090909, "WRTR"_4cc, 4243, 0x09090909}));
-  EXPECT_TRUE(logged("Do_Check_ToolCRecPtr_USEFLAGS2 send, 104"));
-  Do_Check_ToolCRecPtr_USEFLAGS2(process, 4, 17);  // other commands don't wake
-  EXPECT_EQ(calls().front(), "shmget 896 408");
-}
-
 TEST_F(ToolCalls, WindowsAreClosedByBitsOfTheirOwnAndOneCommand) {
   launchKnown();
   Do_BIMCancelWindowSession(process);
@@ -76,19 +51,6 @@ TEST_F(ToolCalls, WindowsAreClosedByBitsOfTheirOwnAndOneCommand) {
   Do_BIMCancelPopupWindowSession(process);
   EXPECT_EQ(app.field(1), 3u);
   EXPECT_EQ(app.command()[0], 104u);
-}
-
-TEST_F(ToolCalls, TheMenuBufferIsCopiedWhereItHasData) {
-  launchKnown();
-  app.answer(28, {});
-  EXPECT_EQ(do_New_Get_Qorv_Menu_Handle(process, 0), std::nullopt);
-  app.setMenuBuffer({"Formal", "Plain"}, 2);
-  const auto buffer = do_New_Get_Qorv_Menu_Handle(process, 0);
-  ASSERT_TRUE(buffer);
-  EXPECT_EQ(app.command()[0], 8u);
-  EXPECT_EQ(std::string(buffer->begin(), buffer->begin() + 15),
-            std::string("\0\0\0\2\0\0\0\2\6Formal", 15));
-  EXPECT_EQ(host.sharedMemory.totalAttachments(), 1u);
 }
 
 TEST_F(ToolCalls, TheMessageRouteHoldsBothGuardsWhileItSends) {
@@ -100,11 +62,7 @@ TEST_F(ToolCalls, TheMessageRouteHoldsBothGuardsWhileItSends) {
     EXPECT_EQ(do_Get_Qorv_Menu_Handle(process, 8), std::nullopt);
     return std::optional<CFData>(CFData{1, 2});
   };
-  GetToolCRecPtr(process);
-  host.journal.clear();
   EXPECT_EQ(CallDirectQorvToolCommandAppEventWait(process, 101), 0);
-  EXPECT_EQ(calls(), (Lines{"shmdt", "CFMessagePortCreateRemote", "CFMessagePortSendRequest",
-                            "shmget 880 376", "shmat"}));
   EXPECT_EQ(seen, (std::array<std::uint32_t, 3>{1, 1, 1}));
   EXPECT_EQ(sending().TOOLCALLBUSY + sending().AEITEM_Process_active, 0);
 

@@ -1,13 +1,9 @@
-// What scenarios can't show of completion's controller: objects that serve no client, what a key
-// that throws leaves alone, points on screens, and a run loop that outlives the process.
+// What scenarios can't show of completion's controller: objects that serve no client, points on
+// screens, and a run loop that outlives the process.
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <optional>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/CompletionState.h"
@@ -23,9 +19,6 @@ struct Completing : test::StartedInputMethod {
   bool press(std::u16string characters, std::uint16_t keyCode = 0) {
     return controller.handleEvent(
         {NSEventType::KeyDown, 0, keyCode, std::move(characters), nullptr}, &document);
-  }
-  void shift(std::uint32_t flags) {
-    controller.handleEvent({NSEventType::FlagsChanged, flags, 56, u"", nullptr}, &document);
   }
 };
 
@@ -66,71 +59,6 @@ TEST(Controller, CountsLettersOrTheHighlightAndDeletesNoMore) {
   EXPECT_FALSE(controller.deleteBackward(nullptr));
 }
 
-TEST(Controller, MarkedTextHasTheLettersAsTypedWhateverTheCandidates) {
-  Completing method;
-  method.press(u"h");
-  method.press(u"E");
-  method.controller.candidateSelectionChanged(u"Hello");
-  EXPECT_EQ(method.document.text(), u"hEllo");
-}
-
-TEST(Controller, WhatEndsAWordFirstTakesTheMarkedTextAwayOrNot) {
-  struct Row {
-    NSEvent event;
-    bool cancels;
-  };
-  for (const Row& row :
-       std::initializer_list<Row>{{{NSEventType::LeftMouseDown, 0, 0, u"", nullptr}, true},
-                                  {{NSEventType::KeyDown, 0, 53, u"\x1b", nullptr}, true},
-                                  {{NSEventType::KeyDown, 0, 18, u"1", nullptr}, true},
-                                  {{NSEventType::FlagsChanged, 0, 56, u"", nullptr}, true},
-                                  {{NSEventType::KeyDown, 0, 36, u"\r", nullptr}, false},
-                                  {{NSEventType::KeyDown, 0, 49, u" ", nullptr}, false},
-                                  {{NSEventType::KeyDown, 0, 43, u",", nullptr}, false}}) {
-    Completing method;
-    method.host.userDefaults.values["ShiftKeyToggle"] = true;
-    method.press(u"t");
-    if (row.event.type == NSEventType::FlagsChanged) method.shift(NSEventModifierFlagShift);
-    method.host.journal.clear();
-    method.controller.handleEvent(row.event, &method.document);
-    const auto lines = method.host.journal.lines();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "cancelComposition"), row.cancels);
-    EXPECT_TRUE(method.host.inputMethodKit.panel()->candidates().empty());
-    EXPECT_TRUE(method.controller.originalBuffer().empty());
-    const auto end = std::find(lines.begin(), lines.end(), "IMKCandidates clearSelection");
-    EXPECT_EQ(
-        std::vector(end, lines.end()),
-        (std::vector<std::string>{"IMKCandidates clearSelection", "IMKCandidates hide",
-                                  "IMKCandidates setCandidateData 0", "NSPanel setAlphaValue 0"}));
-  }
-}
-
-TEST(Controller, AKeyThatThrowsChangesNeitherBuffersNorHistory) {
-  Completing method;
-  method.press(u"a");
-  for (const char16_t* digit : {u"", u"9", u"4294967297", u"99999999999999999999"}) {
-    EXPECT_THROW(method.press(digit), std::out_of_range);
-  }
-  EXPECT_EQ(method.controller.originalBuffer(), u"a");
-  EXPECT_EQ(method.controller.composedBuffer(), u"a");
-
-  // Shift, a key that throws, Shift let go: a tap, since only the key itself could tell otherwise.
-  method.host.userDefaults.values["ShiftKeyToggle"] = true;
-  method.shift(NSEventModifierFlagShift);
-  EXPECT_THROW(method.press(u""), std::out_of_range);
-  method.shift(0);
-  EXPECT_EQ(method.document.text(), u"a");
-  EXPECT_EQ(method.document.markedRange(), std::nullopt);
-  EXPECT_FALSE(method.press(u"b"));
-
-  // So is one between which the checker took a key.
-  method.shift(NSEventModifierFlagShift);
-  method.process.state<ControllerState>().KEYED_INITED_FLAG = 1;
-  EXPECT_TRUE(method.press(u"b"));
-  method.shift(0);
-  EXPECT_TRUE(method.press(u"b")) << "completion is on again";
-}
-
 TEST(Controller, ASpaceBeforeAnyHighlightIsAllThatIsLeft) {
   Completing method;
   method.press(u"t");
@@ -138,13 +66,6 @@ TEST(Controller, ASpaceBeforeAnyHighlightIsAllThatIsLeft) {
   method.press(u" ", 49);
   EXPECT_EQ(method.document.text(), u" ");
   EXPECT_EQ(method.controller.recognizedEvents(nullptr), 0x6001C06U);
-}
-
-TEST(Controller, AFocusLeavesDigitsNothingToChoose) {
-  Completing method;
-  method.press(u"t");
-  method.controller.activateServer(&method.document);
-  EXPECT_THROW(method.press(u"1"), std::out_of_range);
 }
 
 TEST(Controller, TheTwoPrivateInstancesHaveBuffersOfTheirOwn) {

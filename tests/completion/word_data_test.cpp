@@ -80,27 +80,6 @@ TEST_F(WordData, WhatHasAnotherShapeIsLeftOut) {
   EXPECT_EQ(start().getTranslations(u"word"), Words{}) << "half a file counts for nothing";
 }
 
-TEST_F(WordData, TheUsersFileIsComplainedOfOnce) {
-  struct Case {
-    const char* content;
-    const char* complaint;
-  };
-  for (const auto& [content, complaint] :
-       {Case{"{\"hi\":\"hello\"}", ""}, Case{"{\"hi\":\"hello\",\n \"a\" 1}", "line 2, column 6"},
-        Case{R"({"hi":"hello","secret":1})", "the value of \"<private>\" is no string"},
-        Case{R"({"hi":"hello","secret":["a"]})", "is no string"},
-        Case{"[\"hi\"]", "is no object of strings"}}) {
-    host.log.lines.clear();
-    putUserFile(content);
-    const Words list = start().getCandidates(u"hi");
-    const bool isGood = *complaint == '\0';
-    EXPECT_EQ(list, isGood ? (Words{u"hi", u"hello"}) : Words{u"hi"}) << content;
-    ASSERT_EQ(host.log.lines.size(), isGood ? 0U : 1U) << content;
-    if (isGood) continue;
-    EXPECT_NE(host.log.lines[0].find(complaint), std::string::npos) << host.log.lines[0];
-  }
-}
-
 TEST_F(WordData, WithoutAWholeWordListThereIsNoStart) {
   const auto refusal = [this]() -> std::string {
     try {
