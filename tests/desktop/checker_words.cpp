@@ -64,6 +64,9 @@ TEST(CheckerSentenceStart, WhiteSpaceBehindItsMark) {
   TextRecord other = typed("a. ");
   other.key = 29;
   EXPECT_FALSE(startsSentence(other)) << "an arrow key";
+  other = typed("a.x");
+  other.key = ' ';
+  EXPECT_FALSE(startsSentence(other)) << "a key that isn't in the text";
   other = typed("a.\xD3 ");
   other.smartCharacters = false;
   EXPECT_FALSE(startsSentence(other)) << "a letter of another script";

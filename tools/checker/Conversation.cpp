@@ -63,11 +63,11 @@ void Conversation::answerScan() {
     tell(ScanEnd::Late);
     return;
   }
+  tool_.put(At::SentenceStart, found.sentenceStart ? 1 : 0);
   if (end == ScanEnd::Fixed) {
     end = found.fix ? hand(*found.fix) : openPopup(std::move(found.offers));
   }
   if (options_.documentWindow) window_.accompany(clientSignature());
-  tool_.put(At::SentenceStart, found.sentenceStart ? 1 : 0);
   tool_.clearBits(At::Requests, kScanBit);
   tool_.clearBits(At::ScanFlags, kScanBit);
   tell(end);
