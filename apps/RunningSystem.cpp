@@ -58,7 +58,6 @@ RunningSystem::RunningSystem(const SystemOptions& options)
                                                          std::uint8_t{options.shiftToggle}};
   connectKeyboard();
   host_.serve(textApplication_);
-  events_.reaches = [this](const ProcessSerialNumber& psn) { return isOwnProcess(psn); };
   textApplication_.setController(&controller_);
   watchSignals();
   held_.reset();
@@ -92,11 +91,6 @@ Platform RunningSystem::platform() {
           .unicodeUtilities = host.unicodeUtilities,
           .userDefaults = host.userDefaults,
           .workspace = host.workspace};
-}
-
-bool RunningSystem::isOwnProcess(const ProcessSerialNumber& psn) {
-  ProcessSerialNumber own;
-  return process_.platform().processManager.GetCurrentProcess(own) == noErr && psn == own;
 }
 
 /// Keys posted to any other process than this one have nowhere to go.

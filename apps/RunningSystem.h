@@ -56,7 +56,6 @@ class RunningSystem {
 
  private:
   [[nodiscard]] Platform platform();
-  [[nodiscard]] bool isOwnProcess(const ProcessSerialNumber& psn);
   void connectKeyboard();
   void watchSignals();
   void interrupted(int signal);
