@@ -4,6 +4,7 @@
 
 #include "src/base/OSVersion.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/ProcessWalk.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/qorv_sharedmem.h"
 
@@ -112,12 +113,11 @@ std::int32_t Get_SPECIFIED_PROCESS(Process& process, FourCharCode signature,
     psnInOut = kNoProcess;
     if (pidOut != nullptr) *pidOut = 0;
   }
-  ProcessManager& manager = process.platform().processManager;
   ProcessSerialNumber psn;
-  while (manager.GetNextProcess(psn) == noErr) {
+  for (ProcessWalk walk(process); walk.next(psn);) {
     if (!hasSignature(process, signature, psn)) continue;
     psnInOut = psn;
-    if (pidOut != nullptr) manager.GetProcessPID(psn, *pidOut);
+    if (pidOut != nullptr) process.platform().processManager.GetProcessPID(psn, *pidOut);
     return 1;
   }
   return 0;

@@ -50,12 +50,14 @@ std::int32_t sendCommand(Process& process, std::uint32_t cmd, Mode mode, CFData*
 }
 
 std::int32_t do_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd, Mode mode) {
+  auto& unheard = process.state<MessageSendState>().unheard;
+  unheard = true;
   if (isToolCallBusy(process)) return 0;
   if (IS_MACHPORT_BUSY(process) != 0) {
     Log(process, "*** IMK - MACHPORT_BUSY ***");
     return 0;
   }
-  sendCommand(process, cmd, mode, nullptr);
+  unheard = sendCommand(process, cmd, mode, nullptr) != 0;
   return 0;
 }
 

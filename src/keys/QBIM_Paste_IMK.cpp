@@ -4,6 +4,7 @@
 
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/ProcessWalk.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
@@ -17,8 +18,6 @@ constexpr std::uint16_t kSpecialPasteWord = cmdKey | shiftKey | optionKey;
 constexpr std::uint32_t kPauseAfterPost = 20;  // microseconds
 constexpr std::uint32_t kStatusSignature = 5;
 constexpr std::uint32_t kStatusProcessType = 6;
-// A list of processes that changes all the time could go on for ever.
-constexpr int kProcessLimit = 4096;
 
 // One of the chord's events. Unlike that of the event route it has no source and turns no switches.
 void Do_POST_CGEVENT(Process& process, CGEventSource* /*source*/, const ProcessSerialNumber& psn,
@@ -96,7 +95,7 @@ std::int32_t FINDAPPPROCESS(Process& process, ProcessSerialNumber& psn, ProcessI
                             std::span<const ProcessEntry> entries) {
   ProcessManager& manager = process.platform().processManager;
   psn = {};
-  for (int step = 0; step < kProcessLimit && manager.GetNextProcess(psn) == noErr; ++step) {
+  for (ProcessWalk walk(process); walk.next(psn);) {
     Set_InfoRec_ProcessInfoRec(process, info);
     if (manager.GetProcessInformation(psn, info) != noErr) continue;
     if (isOneOf(entries, info.processSignature)) return 1;

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "src/bridge/Presence.h"
+#include "src/bridge/ProcessWalk.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_Windows.h"
@@ -244,7 +245,7 @@ void Check_App_HouseKeeping(Process& process) {
 std::int32_t Get_signature_Process(Process& process, std::uint32_t signature) {
   ProcessManager& manager = process.platform().processManager;
   ProcessSerialNumber psn;
-  while (manager.GetNextProcess(psn) == noErr) {
+  for (ProcessWalk walk(process); walk.next(psn);) {
     ProcessInfoRec info;
     if (manager.GetProcessInformation(psn, info) != noErr) continue;
     if (info.processSignature == signature) return 1;

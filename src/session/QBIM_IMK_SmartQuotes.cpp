@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/keys/AsciiToKeyCode.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
 #include "src/session/CharacterPolicy.h"
 #include "src/session/CurrentAppFlags.h"
@@ -86,8 +87,10 @@ std::int32_t beginSentence(Process& process, BIMSessionRec& session, std::uint8_
   session.sentenceFlags = 0;
   if (keyByte < 'a' || keyByte > 'z') return 0;
   constexpr std::uint8_t kToCapital = 'a' - 'A';
-  DO_FIX_CHAR(process, &session, static_cast<std::uint8_t>(keyByte - kToCapital));
-  return 1;
+  const auto capital = static_cast<std::uint8_t>(keyByte - kToCapital);
+  // On a keyboard without it the letter stays as it was typed, and isn't lost.
+  if (ComposeEventMessage(process, capital, nullptr) == kNoKeyCode) return 0;
+  return DO_FIX_CHAR(process, &session, capital);
 }
 
 }  // namespace

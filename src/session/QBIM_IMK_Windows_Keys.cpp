@@ -6,6 +6,7 @@
 
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Publication.h"
@@ -164,6 +165,8 @@ std::int32_t Get_Control_KeyPress(Process& process) {
     const FlagGuard guard(asking);
     CallDirectQorvToolCommandAppEventWait(process, kChooseSuggestion);
   }
+  // A key that nobody has heard of goes on: what stands in the field then is the key, no answer.
+  if (process.state<MessageSendState>().unheard) return 0;
   const std::uint32_t answer = answerTo(process, 0);
   if (answer == 0) return 0;
   logAnswer(process, answer);
