@@ -177,7 +177,10 @@ TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {
   EXPECT_EQ(sessionEvent(mouse), 0);
   EXPECT_EQ(method.sessionText(), "ab");
   method.host.carbonEvents.keyModifiers = shiftKey;
+  method.host.mainApplication.setField(31, 2);
+  method.host.mainApplication.setField(12, "WRTR"_4cc);
   EXPECT_EQ(sessionEvent(mouse, 'x'), 0);
+  EXPECT_EQ(method.host.mainApplication.field(1), 1u) << "its window is cancelled";
   EXPECT_EQ(method.sessionText(), "");
   EXPECT_EQ(method.session().editState, kEditCancelled);
   EXPECT_EQ(method.host.mainApplication.field(44), 0x9C40FFFDu);
