@@ -1,6 +1,11 @@
 #include "fuzz/Subject.h"
 
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
 #include "fuzz/Target.h"
+#include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/shell/QBIM_IMK_Start.h"
 
@@ -12,53 +17,101 @@ constexpr std::uint32_t kToolRecord = 880;
 constexpr std::size_t kFields = 68;
 constexpr std::array<std::size_t, 3> kBusyFields{16, 22, 54};
 constexpr std::uint32_t kScanBit = 0x10000;
+constexpr std::size_t kErrorsKept = 100;
 
-bool isPlainCharacter(const NSEvent& event) {
-  constexpr std::uint32_t kHarmless = NSEventModifierFlagShift | NSEventModifierFlagCapsLock;
-  return event.type == NSEventType::KeyDown && (event.modifierFlags & ~kHarmless) == 0 &&
-         event.characters.size() == 1 && event.characters[0] >= 0x20 && event.characters[0] < 0x7F;
+/// What smart characters may put in the place of a key: quotes and dashes are inserted, a capital
+/// is pressed.
+std::u16string replacementsOf(const NSEvent& event) {
+  constexpr std::uint32_t kNotTyping =
+      NSEventModifierFlagCommand | NSEventModifierFlagControl | NSEventModifierFlagFunction;
+  const bool typed = event.type == NSEventType::KeyDown && (event.modifierFlags & kNotTyping) == 0;
+  const char16_t key = typed && !event.characters.empty() ? event.characters.front() : u'\0';
+  if (key == u'"') return u"“”";
+  if (key == u'\'') return u"‘’";
+  if (key == u'-') return u"—–-";
+  return key >= u'a' && key <= u'z' ? std::u16string{static_cast<char16_t>(key - 32)} : u"";
+}
+
+bool isCapital(std::u16string_view text) { return text.front() >= u'A' && text.front() <= u'Z'; }
+
+/// The keys, up and down, that windows of the main application take.
+bool mayBeForWindow(const NSEvent& event) {
+  constexpr std::u16string_view kKeys = u"0123456789\t\x1F\x1B\x01";
+  const bool isKey = event.type == NSEventType::KeyDown || event.type == NSEventType::KeyUp;
+  return event.type == NSEventType::FlagsChanged ||
+         (isKey && !event.characters.empty() &&
+          kKeys.find(event.characters.front()) != std::u16string_view::npos);
 }
 
 }  // namespace
 
-/// What an event is judged by, as it stood before.
 struct Subject::Sight {
   std::u16string text;
   NSRange selection;
-  bool marked = false;
+  bool composing = false;  ///< a word is being typed, or what was marked of it is still marked
+  bool completionIsOn = false;
   std::uint64_t clientChanges = 0;
-  std::uint64_t parked = 0;  ///< texts that wait for an event to bring a client along
+  std::uint64_t waiting = 0;  ///< texts and messages that may come in with the event
   bool firstKeyIsOurs = false;
   std::optional<int> toolRecord;
+  bool attached = false;
   std::array<std::uint32_t, kBusyFields.size()> busy{};
 };
 
-Subject::Subject() {
+class Subject::Gate : public IMKInputController {
+ public:
+  explicit Gate(Subject& subject) : subject_(subject) {}
+
+  bool handleEvent(const NSEvent& event, IMKTextInput* client) override {
+    require(!inside_, "an event waits for the end of the one before it");
+    const FlagGuard inside(inside_);
+    *subject_.before_ = subject_.look();
+    return subject_.controller.handleEvent(event, client);
+  }
+  void activateServer(IMKTextInput* sender) override { subject_.controller.activateServer(sender); }
+  void deactivateServer(IMKTextInput* sender) override {
+    subject_.controller.deactivateServer(sender);
+  }
+  std::uint32_t recognizedEvents(IMKTextInput* sender) override {
+    return subject_.controller.recognizedEvents(sender);
+  }
+
+ private:
+  Subject& subject_;
+  bool inside_ = false;
+};
+
+Subject::Subject() : before_(std::make_unique<Sight>()), gate_(std::make_unique<Gate>(*this)) {
   host.journal.setRecording(false);
   host.clock.step = kClockStep;
   host.log.limit = 4;
   host.log.showPrivate = true;
   host.console.limit = 4;
-  host.text.trace = [this](const field::EventReport& report) {
-    if (report.posted) return;
-    ++reports_;
-    outcome_ = report.outcome;
-  };
+  host.text.setController(gate_.get());
+  host.text.trace = [this](const field::EventReport& report) { judge(report); };
+  // What is posted to a process that has just left the front would be lost with it.
+  host.queue.reaches = [](const ProcessSerialNumber&) { return true; };
 }
+
+Subject::~Subject() = default;
 
 Subject::Sight Subject::look() {
   Sight sight;
-  if (const field::Document* document = host.text.focused(); document != nullptr) {
-    sight.text = document->text();
-    sight.selection = document->selection();
-    sight.marked = document->markedRange().has_value();
-    sight.clientChanges = document->clientChanges();
+  if (const field::Document* focused = host.text.focused(); focused != nullptr) {
+    sight.text = focused->text();
+    sight.selection = focused->selection();
+    sight.composing = focused->markedRange().has_value();
+    sight.clientChanges = focused->clientChanges();
   }
+  const std::uint32_t switches = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  sight.composing |= !controller.originalBuffer().empty() || !controller.composedBuffer().empty();
+  sight.completionIsOn = (switches & kCompletionFlag) != 0;
   const auto& controllerState = process.state<ControllerState>();
-  if (controllerState.stringbuffer) ++sight.parked;
-  if (!controllerState.stringbufferHandle.empty()) ++sight.parked;
+  sight.waiting = host.messagePorts.pending() + (controllerState.stringbuffer ? 1 : 0) +
+                  (controllerState.stringbufferHandle.empty() ? 0 : 1);
   sight.firstKeyIsOurs = controllerState.KEYED_INITED_FLAG != 0;
   sight.toolRecord = host.sharedMemory.find(kToolRecord);
+  sight.attached = host.sharedMemory.totalAttachments() != 0;
   for (std::size_t i = 0; i < kBusyFields.size(); ++i) {
     sight.busy[i] =
         host.sharedMemory.readWord(sight.toolRecord.value_or(-1), kFields + 4 * kBusyFields[i]);
@@ -75,50 +128,104 @@ void Subject::press(NSEvent key, const field::Delivery& how) {
 
 void Subject::deliver(const NSEvent& event, const field::Delivery& how) {
   if (host.text.focused() == nullptr) return;
-  const Sight before = look();
   disturbed_ = false;
   reports_ = 0;
   const field::Outcome outcome = host.text.deliver(event, how);
   require(reports_ == 1 && outcome_ == outcome, "an event has one outcome");
-  require(outcome == field::Outcome::PassedOn || outcome == field::Outcome::Consumed,
-          "handling an event throws nothing");
-  checkDelivered(event, outcome == field::Outcome::Consumed, before);
+  require(owed_.empty(), "a capital that was pressed comes back");
   checkLaw();
 }
 
-// Of all keys only the one key down that the start claims for itself is consumed, and what
-// completion takes: a word being typed is marked text before or behind the key.
-void Subject::checkDelivered(const NSEvent& event, bool consumed, const Sight& before) {
-  const bool ours = before.firstKeyIsOurs && event.type == NSEventType::KeyDown;
-  const bool completing = before.marked || look().marked || event.type == NSEventType::FlagsChanged;
-  require(consumed == ours || completing, "nothing but the claimed key is consumed");
-  if (!completing) checkDocument(event, consumed, before);
-  checkToolRecord(before);
+void Subject::judge(const field::EventReport& report) {
+  using field::Outcome;
+  const Sight after = look();
+  const bool completionIsOn = before_->completionIsOn || after.completionIsOn;
+  const bool consumed =
+      report.outcome == Outcome::Consumed || report.outcome == Outcome::ConsumedAfterError;
+  const bool threw = report.outcome != Outcome::Consumed && report.outcome != Outcome::PassedOn;
+  // Completion throws at what it can't use, before it has changed anything itself.
+  require(!threw || completionIsOn, "handling an event throws nothing");
+  require(!threw || !consumed || before_->waiting != 0, "no failure eats a key");
+  ++judged_;
+  thrown_ += threw ? 1 : 0;
+  if (report.posted) {
+    judgePosted(report.event);
+  } else {
+    require(owed_.empty(), "what is posted comes before what is typed next");
+    ++reports_;
+    outcome_ = report.outcome;
+  }
+  // While it is on, completion takes what it likes.
+  const bool composing = before_->composing || after.composing || (consumed && completionIsOn);
+  checkTaker(report.event, consumed, composing);
+  if (!composing) checkDocument(report.event, consumed);
+  checkToolRecord();
 }
 
-void Subject::checkDocument(const NSEvent& event, bool consumed, const Sight& before) {
-  const field::Document& document = *host.text.focused();
-  const std::uint64_t changes = document.clientChanges() - before.clientChanges;
-  require(changes <= before.parked, "an event changes a document by what was parked");
-  if (changes != 0) return;
-  if (consumed) {
-    require(document.text() == before.text, "a consumed key changes no document");
-  } else if (isPlainCharacter(event)) {
-    std::u16string expected = before.text;
-    expected.replace(before.selection.location, before.selection.length, event.characters);
-    require(document.text() == expected, "a passed key is inserted once");
+void Subject::judgePosted(const NSEvent& event) {
+  if (owed_.empty() || event.type != NSEventType::KeyDown) return;
+  require(event.characters == owed_, "a capital takes the place of its letter");
+  owed_.clear();
+}
+
+void Subject::checkTaker(const NSEvent& event, bool consumed, bool composing) {
+  const bool ours = before_->firstKeyIsOurs && event.type == NSEventType::KeyDown;
+  require(consumed || !ours, "the claimed key is consumed");
+  if (!consumed || ours || composing || mayBeForWindow(event)) return;
+  const std::u16string replacements = replacementsOf(event);
+  require(!replacements.empty(), "only what has a taker is consumed");
+  if (isCapital(replacements)) owed_ = replacements;
+}
+
+// Where something waited for an event, it is there besides: then nobody knows what the text was.
+void Subject::checkDocument(const NSEvent& event, bool consumed) {
+  const field::Document& focused = *host.text.focused();
+  const bool changed = focused.clientChanges() != before_->clientChanges;
+  if (changed && (before_->waiting != 0 || disturbed_)) return;
+  const bool mayFail = host.textEncoding.convertFails || host.textEncoding.decodeFails;
+  const std::u16string replacements = replacementsOf(event);
+  if (changed) {
+    require(consumed && isReplaced(event), "a consumed key changes a document by its replacement");
+  } else if (consumed) {
+    const bool inserts = !replacements.empty() && !isCapital(replacements);
+    require(!inserts || before_->firstKeyIsOurs || mayFail, "what is consumed is replaced");
+    require(focused.text() == before_->text, "a consumed key changes nothing itself");
+  } else {
+    require(focused.text() == afterPassing(event), "a passed key is applied once");
   }
 }
 
+std::u16string Subject::afterPassing(const NSEvent& event) {
+  field::Document scratch(std::make_shared<field::Clipboard>(host.text.clipboard()));
+  scratch.setText(before_->text);
+  scratch.select(before_->selection);
+  scratch.applyKey(event);
+  return scratch.text();
+}
+
+bool Subject::isReplaced(const NSEvent& event) const {
+  const auto [location, length] = before_->selection;
+  for (const char16_t unit : replacementsOf(event)) {
+    for (const auto& [from, size] : {std::pair(location, length), {location - 1, 1}}) {
+      if (from > before_->text.size()) continue;
+      std::u16string expected = before_->text;
+      if (host.text.focused()->text() == expected.replace(from, size, 1, unit)) return true;
+    }
+  }
+  return false;
+}
+
 // A busy mark that somebody else had left may go; none of ours may stay.
-void Subject::checkToolRecord(const Sight& before) {
+void Subject::checkToolRecord() {
   require(host.sharedMemory.totalAttachments() <= 1, "only the tool record stays attached");
-  if (disturbed_ || !before.toolRecord) return;
+  // What can't be attached any more can't be put right: it was attached from before, or the main
+  // application went during the event.
+  if (disturbed_ || before_->attached || IsQUORVANEAPPRUNNING(process) == 0) return;
   const Sight after = look();
-  if (after.toolRecord != before.toolRecord) return;
-  require(after.busy[0] == before.busy[0], "a key leaves the server port alone");
-  require(after.busy[1] == 0 || after.busy[1] == before.busy[1], "no busy mark is left");
-  require((after.busy[2] & ~before.busy[2] & kScanBit) == 0, "no scan stays asked for");
+  if (!after.toolRecord || after.toolRecord != before_->toolRecord) return;
+  require(after.busy[0] == before_->busy[0], "a key leaves the server port as it was");
+  require(after.busy[1] == 0 || after.busy[1] == before_->busy[1], "no busy mark is left");
+  require((after.busy[2] & ~before_->busy[2] & kScanBit) == 0, "no scan stays asked for");
 }
 
 void Subject::checkLaw() {
@@ -126,7 +233,8 @@ void Subject::checkLaw() {
   const auto& sending = process.state<MessageSendState>();
   require(sending.TOOLCALLBUSY == 0 && sending.AEITEM_Process_active == 0, "sending isn't busy");
   require(!process.state<StartState>().NoRecursion, "starting isn't busy");
-  require(host.text.errors().empty(), "the text field meets no error");
+  require(host.text.errors().size() == std::min<std::size_t>(thrown_, kErrorsKept),
+          "the text field meets no other error");
   checkSessions();
 }
 

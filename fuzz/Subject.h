@@ -1,10 +1,13 @@
 #pragma once
 // The input method on the memory host, started as `main` starts it and ready for keys; and the law
-// that holds at each key, whatever the world does: it is passed on or consumed exactly once, no
-// text outgrows its bounds, no busy flag is left, nothing stays attached that was for one use.
+// that holds at each event, typed or posted, whatever the world does: it is passed on or consumed
+// exactly once, after the one before it is over; what is passed on does what it does in any
+// document; what is consumed has a taker; no text outgrows its bounds, no busy flag is left,
+// nothing stays attached that was for one use.
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -15,6 +18,7 @@ namespace quorvane::fuzz {
 class Subject : public test::StartedInputMethod {
  public:
   Subject();
+  ~Subject();
   Subject(const Subject&) = delete;
   Subject& operator=(const Subject&) = delete;
 
@@ -29,21 +33,36 @@ class Subject : public test::StartedInputMethod {
   void disturb() { disturbed_ = true; }
   /// The input method was told to quit.
   [[nodiscard]] bool ended() const { return host.application.exitStatus.has_value(); }
+  /// Events judged so far, posted ones included.
+  [[nodiscard]] std::uint64_t judged() const { return judged_; }
 
   std::array<field::Document*, 3> documents{&document, &host.text.addDocument(),
                                             &host.text.addDocument()};
 
  private:
+  /// What an event is judged by, as it stood before.
   struct Sight;
-  Sight look();
-  void checkDelivered(const NSEvent& event, bool consumed, const Sight& before);
-  void checkDocument(const NSEvent& event, bool consumed, const Sight& before);
-  void checkToolRecord(const Sight& before);
-  void checkSessions();
+  /// Stands before the controller.
+  class Gate;
 
+  [[nodiscard]] Sight look();
+  void judge(const field::EventReport& report);
+  void judgePosted(const NSEvent& event);
+  void checkTaker(const NSEvent& event, bool consumed, bool composing);
+  void checkDocument(const NSEvent& event, bool consumed);
+  void checkToolRecord();
+  void checkSessions();
+  std::u16string afterPassing(const NSEvent& event);
+  [[nodiscard]] bool isReplaced(const NSEvent& event) const;
+
+  std::unique_ptr<Sight> before_;
+  std::unique_ptr<Gate> gate_;
   bool disturbed_ = false;
-  int reports_ = 0;  ///< of the event under way
+  int reports_ = 0;  ///< of the event that is delivered
   field::Outcome outcome_ = field::Outcome::PassedOn;
+  std::u16string owed_;  ///< a capital that was pressed in place of a letter and must come back
+  std::uint64_t judged_ = 0;
+  std::size_t thrown_ = 0;  ///< of these, passed on after an error
 };
 
 }  // namespace quorvane::fuzz

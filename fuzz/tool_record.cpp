@@ -74,6 +74,19 @@ void plan(Subject& subject, Input& input) {
   planAtCall(subject, n, input.counted());
 }
 
+/// A window of the main application and smart characters, so that keys have somebody to take them.
+void showWindow(Subject& subject, Input& input) {
+  constexpr std::array<std::uint32_t, 4> kOwners{"WRTR"_4cc, "WRTR"_4cc, "QVPX"_4cc, 0};
+  memory::MemoryMainApplication& main = subject.host.mainApplication;
+  subject.disturb();
+  main.setField(12, input.oneOf(kOwners));
+  main.setField(19, 0);
+  main.setField(25, input.byte() & 1);
+  main.setField(27, input.number() % 3);
+  main.setField(31, input.byte() % 3);
+  main.setField(38, input.byte());
+}
+
 std::uint32_t commandOf(Input& input) {
   constexpr std::array<std::uint32_t, 16> kCommands{
       2, 6, 8, 17, 35, 87, 100, 104, 108, 121, 16383, 16390, 17100, 17110, 17149, 65534};
@@ -153,7 +166,7 @@ void fixOneself(Subject& subject, Input& input) {
 constexpr std::array<Step, 29> kSteps{
     press,       press,        askByMessage, pressOddly,   type,      typeOften,
     deliver,     click,        focus,        turn,         turn,      passTime,
-    answerScan,  answerBit,    plan,         plan,         askByFlag, askByFlagAndWait,
+    answerScan,  answerBit,    plan,         showWindow,   askByFlag, askByFlagAndWait,
     askAndWait,  openingRoute, askForMenu,   claimNextKey, keepHouse, changeDocumentKind,
     worldAction, moveCaret,    worldAction,  askState,     fixOneself};
 

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
 #include <utility>
-
 
 namespace quorvane::field {
 namespace {
@@ -104,8 +104,7 @@ TEST(Document, MarkedTextReplacesMarkedTextAndEmptyUnmarks) {
   EXPECT_EQ(shown(document), u"athree|");
 }
 
-// Where naive editing goes wrong; the plain cases are the random keys' business.
-TEST(Document, PassedKeysAtTheEdges) {
+TEST(Document, PassedKeys) {
   const struct {
     const char16_t* name;
     std::u16string before;
@@ -113,6 +112,18 @@ TEST(Document, PassedKeysAtTheEdges) {
     NSEvent event;
     const char16_t* after;
   } cases[] = {
+      {u"a character over a selection", u"abc", {1, 1}, key(u"x"), u"ax|c"},
+      {u"return", u"ab", {1, 0}, key(u"\r"), u"a\n|b"},
+      {u"enter", u"ab", {1, 0}, key(u"\x3"), u"a\n|b"},
+      {u"tab", u"ab", {1, 0}, key(u"\t"), u"a\t|b"},
+      {u"backspace of a selection", u"abc", {1, 2}, key(u"\b"), u"a|"},
+      {u"left", u"abc", {2, 0}, key(u"\x1C"), u"a|bc"},
+      {u"right of a selection", u"abc", {0, 2}, key(u"\x1D"), u"ab|c"},
+      {u"up in the first line", u"ab\nc", {1, 0}, key(u"\x1E"), u"a|b\nc"},
+      {u"down in the last line", u"a\nb", {2, 0}, key(u"\x1F"), u"a\n|b"},
+      {u"home", u"ab", {2, 0}, key(u"\x1"), u"|ab"},
+      {u"end", u"ab", {0, 1}, key(u"\x4"), u"ab|"},
+      {u"all", u"ab", {1, 0}, key(u"A", NSEventModifierFlagCommand), u"[ab]"},
       {u"backspace at start", u"abc", {0, 0}, key(u"\b"), u"|abc"},
       {u"backspace of a pair", u"a\U0001F600b", {3, 0}, key(u"\b"), u"a|b"},
       {u"backspace of half a pair", u"\xDE00", {1, 0}, key(u"\b"), u"|"},
@@ -134,6 +145,21 @@ TEST(Document, PassedKeysAtTheEdges) {
     document.applyKey(each.event);
     EXPECT_EQ(shown(document), each.after) << testing::PrintToString(std::u16string(each.name));
     EXPECT_EQ(document.clientCalls(), 0U);
+  }
+}
+
+TEST(Document, TheClipboardIsCopiedToCutToAndPasted) {
+  const auto clipboard = std::make_shared<Clipboard>();
+  Document document(clipboard);
+  document.setText(u"abc");
+  for (const auto& [selection, characters, after] : {std::tuple(NSRange{0, 2}, u"c", u"[ab]c"),
+                                                     {NSRange{3, 0}, u"c", u"abc|"},
+                                                     {NSRange{3, 0}, u"v", u"abcab|"},
+                                                     {NSRange{1, 3}, u"x", u"a|b"},
+                                                     {NSRange{0, 1}, u"v", u"bca|b"}}) {
+    document.select(selection);
+    document.applyKey(key(characters, NSEventModifierFlagCommand));
+    EXPECT_EQ(shown(document), after);
   }
 }
 

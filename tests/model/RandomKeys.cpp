@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::u16string_view kLetters = u"etaoinshrdlucmfwypvbgkETAIS&";
 constexpr std::u16string_view kMarks = u".,;:!?'\"-()/0123456789";
+constexpr std::u16string_view kPicked = u"0123456789--------\"\"''\t\x1f\x01\x1b a";
 constexpr std::array<char16_t, 16> kCodes{13, 13, 8, 8, 8, 28, 28, 29, 3, 9, 9, 27, 127, 11, 12, 0};
 const std::array<std::u16string, 14> kOddities{
     u"\x1e",   u"\x1f",   u"\x01",   u"\x04",   u"é", u"“",  u"\U0001F600",
@@ -21,6 +22,8 @@ std::u16string one(char16_t unit) { return {unit}; }
 std::u16string randomCharacters(Random& random, Habit habit) {
   const std::uint32_t dice = random.below(1000);
   if (habit == Habit::OneWord) return one(dice < 30 ? u'\x1c' : random.oneOf(kLetters));
+  if (habit == Habit::Picking)
+    return one(dice < 800 ? random.oneOf(kPicked) : random.oneOf(kLetters));
   if (habit == Habit::Sentences) {
     if (dice < 150) return one(u' ');
     if (dice < 190) return one(dice < 175 ? u'.' : random.oneOf(kMarks));
@@ -33,6 +36,9 @@ std::u16string randomCharacters(Random& random, Habit habit) {
 }
 
 std::uint32_t randomModifiers(Random& random, Habit habit) {
+  if (habit == Habit::Picking) {
+    return random.chance(400) ? 0 : NSEventModifierFlagShift << random.below(4);
+  }
   if (!random.chance(habit == Habit::Mixed ? 150 : 2)) {
     return random.chance(100) ? NSEventModifierFlagShift : 0;
   }

@@ -25,8 +25,9 @@ class Random {
   std::mt19937_64 generator_;
 };
 
-/// What somebody is at: everything mixed, plain sentences, or one endless word.
-enum class Habit { Mixed, Sentences, OneWord };
+/// What somebody is at: everything mixed, plain sentences, one endless word, or the keys of windows
+/// and of smart characters.
+enum class Habit { Mixed, Sentences, OneWord, Picking };
 
 /// Key down, key up or flags changed; any key with any modifiers, more or less often.
 NSEvent randomKey(Random& random, Habit habit);

@@ -1,104 +1,277 @@
 #pragma once
-// One life of the input method among random keys and clients, told to the models beside it. The
-// law: each key is passed on, or consumed by something that its trace names, exactly once and in
-// order; the documents are as their models have them. Beside an honest main application so are the
-// sessions; a dishonest one comes, goes and writes what it likes, and the law holds all the same.
+// One life of the input method among random keys and clients and beside a main application, told to
+// the model. The law: each event, typed or posted, is passed on or taken as the model says, exactly
+// once and in order; documents, sessions and what the two processes share are as the model has them
+// after each.
 
-#include <deque>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
+#include <algorithm>
+#include <sstream>
 
-#include "tests/model/DocumentModel.h"
-#include "tests/model/RandomKeys.h"
-#include "tests/model/SessionModel.h"
+#include "tests/model/RandomMainApplication.h"
 #include "tools/support/StartedInputMethod.h"
 
 namespace quorvane::model {
 
-/// A fault between the host and the controller, beside an honest main application; the law must
-/// notice it.
-enum class Fault { None, Lost, Doubled, HandledTwice, Swapped };
+/// A fault between the host and the controller; the law must notice it.
+enum class Fault { None, Lost, Doubled, HandledTwice };
 
-class RandomWorld {
+/// Stands before the controller.
+class RandomWorld : private IMKInputController {
  public:
-  explicit RandomWorld(std::uint64_t seed, Fault fault = Fault::None);
-  ~RandomWorld();
+  explicit RandomWorld(std::uint64_t seed, Fault fault = Fault::None)
+      : random_(seed), fault_(fault) {
+    host_.journal.setRecording(false);
+    host_.log.enabled = random_.chance(200);
+    host_.log.limit = host_.console.limit = 100;
+    host_.text.trace = [this](const field::EventReport& report) { onReport(report); };
+    host_.text.setController(this);
+    if (random_.chance(500)) {
+      host_.textServicesManager.activeDocument = 77;
+      host_.textServicesManager.documentProperties[77]["dapy"_4cc] = 5;
+    }
+    while (random_.chance(500)) mainApplication_.sendFix();
+    host_.text.focus(random_.chance(500) ? nullptr : &method_.document);
+  }
   RandomWorld(const RandomWorld&) = delete;
   RandomWorld& operator=(const RandomWorld&) = delete;
 
   /// Delivers so many key events, fewer where the law is broken.
-  void run(std::uint64_t keys);
+  void run(std::uint64_t keys) {
+    while (keys_ < keys && breach_.empty()) step();
+  }
   [[nodiscard]] std::uint64_t keys() const { return keys_; }
   /// The first breach; empty: none.
   [[nodiscard]] const std::string& breach() const { return breach_; }
-  [[nodiscard]] const std::map<std::string, int>& reached() const { return reached_; }
+  [[nodiscard]] const std::map<std::string, int>& reached() const { return model_.reached; }
 
  private:
-  /// Stands before the controller.
-  class Gate;
-  struct Message {
-    std::int32_t id = 0;
-    std::optional<CFData> data;
-    std::uint32_t count = 0;
-    std::optional<std::u16string> text;  ///< empty: in no encoding
-  };
-  struct Parked {
-    std::uint32_t count = 0;
-    std::u16string text;
-  };
+  static constexpr std::size_t kTidyAbove = 3000;
+  static constexpr std::size_t kDocumentLimit = 6;
+  static constexpr std::uint64_t kFaultAfter = 500;
+  static constexpr std::uint64_t kHalfSecond = 500'000'000;
 
-  void step();
-  void key();
-  void mouse();
-  void focus();
-  void documents();
-  void mainApplication();
-  void disturb();
-  void scanAnswer();
-  void answerScan();
-  void scribble();
-  void switches();
-  void message();
-  void turn();
+  // What happens.
 
-  void deliver(const NSEvent& event, bool withEventRef);
-  void onReport(const field::EventReport& report);
-  void arrived(const Message& message);
-  void send(Message message);
-  void sendFix();
-  void write(std::uint32_t key, std::size_t offset, const std::vector<std::uint8_t>& bytes);
-  void writeWord(std::uint32_t key, std::size_t offset, std::uint32_t value);
-  void writeText();
+  void step() {
+    const std::uint32_t dice = random_.below(1000);
+    if (dice < 910) {
+      key();
+    } else if (dice < 925) {
+      const auto documents = host_.text.documents();
+      host_.text.focus(random_.chance(50) ? nullptr : random_.oneOf(documents).get());
+    } else if (dice < 935) {
+      mouse();
+    } else if (dice < 955) {
+      mainApplication_.sendMessage();
+    } else if (dice < 980) {
+      mainApplication_.setState();
+    } else if (dice < 987) {
+      mainApplication_.chooseScanAnswer();
+    } else if (dice < 990) {
+      switches();
+    } else {
+      documents();
+    }
+    if (random_.chance(700)) turn();
+    compareDocuments();
+  }
 
-  [[nodiscard]] std::size_t indexOf(const IMKTextInput* client) const;
-  void compareDocuments();
-  void compareDocument(std::size_t which);
-  void compareSession();
-  void broken(const std::string& what);
+  void key() {
+    if (random_.chance(2)) habit_ = static_cast<Habit>(random_.below(4));
+    if (random_.chance(200)) {
+      const std::uint64_t now = host_.clock.now();
+      const std::uint64_t then = began_ + kHalfSecond + (random_.chance(500) ? 1 : -1);
+      host_.clock.advance(then > now ? then - now : random_.below(2 * kHalfSecond));
+    }
+    deliver(randomKey(random_, habit_), !random_.chance(20));
+  }
+
+  void mouse() {
+    if (!host_.text.focused()) return;
+    withEventRef_ = true;
+    NSEvent event;
+    event.type = random_.chance(200) ? NSEventType::OtherMouseDown : NSEventType::LeftMouseDown;
+    if (event.type == NSEventType::OtherMouseDown) return deliver(event, true);
+    expected_.push_back(event);
+    event.type = NSEventType::LeftMouseUp;
+    expected_.push_back(event);
+    clickIndex_ = random_.below(200);
+    host_.text.click(clickIndex_);
+  }
+
+  void documents() {
+    if (model_.documents.size() < kDocumentLimit && random_.chance(300)) {
+      host_.text.addDocument();
+      model_.addClient(host_.textServicesManager.activeDocument != 0);
+    }
+    if (model_.documents.size() > 2 && random_.chance(20)) {
+      const std::size_t which = random_.below(static_cast<std::uint32_t>(model_.documents.size()));
+      host_.text.documents()[which]->close();
+      model_.documents[which].close();
+    }
+  }
+
+  // Never with word completion: what it puts into a document is no business of the model.
+  void switches() {
+    model_.switches =
+        random_.oneOf(std::array{0x11833U, 0x11833U, 0x11833U, 0x1800U, 0x11831U, 0x1U, 0x10000U});
+    method_.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = model_.switches;
+  }
+
+  void turn() {
+    host_.processes.deliverNotifications();
+    host_.messagePorts.runPending();
+    mainApplication_.tellArrived();
+    compareSession();
+    if (!host_.text.focused()) model_.posted.clear();
+    host_.text.deliverPosted();
+    checkNonePosted();
+  }
+
+  void deliver(const NSEvent& event, bool withEventRef) {
+    if (isKey(event)) ++keys_;
+    if (host_.text.focused()) expected_.push_back(event);
+    withEventRef_ = withEventRef;
+    host_.text.deliver(event, {withEventRef, random_.chance(50)});
+    if (!expected_.empty()) broken("not reported", event);
+    checkNonePosted();
+  }
+
+  // The way to the controller.
+
+  bool handleEvent(const NSEvent& event, IMKTextInput* client) override {
+    if (inside_) broken("delivered within another event", event);
+    const FlagGuard inside(inside_);
+    began_ = host_.clock.now();
+    const bool taken = method_.controller.handleEvent(event, client);
+    const bool plain = event.type == NSEventType::KeyDown && event.eventRef &&
+                       event.modifierFlags == 0 && event.characters >= u"a" &&
+                       event.characters <= u"z";
+    if (taken || !plain || keys_ < kFaultAfter) return taken;
+    const Fault fault = std::exchange(fault_, Fault::None);
+    if (fault == Fault::Doubled) client->insertText(event.characters, kHere);
+    if (fault == Fault::HandledTwice) method_.controller.handleEvent(event, client);
+    return fault == Fault::Lost;
+  }
+  void activateServer(IMKTextInput* sender) override {
+    method_.controller.activateServer(sender);
+    model_.activate(indexOf(sender));
+  }
+  void deactivateServer(IMKTextInput* sender) override {
+    method_.controller.deactivateServer(sender);
+  }
+  std::uint32_t recognizedEvents(IMKTextInput* sender) override {
+    return method_.controller.recognizedEvents(sender);
+  }
+
+  // What must come of it.
+
+  void onReport(const field::EventReport& report) {
+    const NSEvent& event = report.event;
+    checkOrder(event, report.posted ? model_.posted : expected_);
+    if (!report.posted) checkNonePosted();
+    model_.begin(indexOf(host_.text.focused()));
+    const bool seen =
+        isKey(event) && (report.posted || withEventRef_ || event.type == NSEventType::FlagsChanged);
+    const bool taken = seen && model_.takes(event, began_);
+    if (report.outcome != (taken ? field::Outcome::Consumed : field::Outcome::PassedOn)) {
+      broken(field::describe(report.outcome), event);
+    }
+    if (std::exchange(model_.askedWrongly, false) || !model_.answers.empty()) {
+      broken("asked something else", event);
+    }
+    if (!taken) {
+      field::Document& document = model_.documents[model_.active];
+      document.applyKey(event);
+      if (event.type == NSEventType::LeftMouseDown) document.select({clickIndex_, 0});
+    }
+    compareSession();
+  }
+
+  void checkOrder(const NSEvent& event, std::deque<NSEvent>& wanted) {
+    const bool inOrder = !wanted.empty() && wanted.front().type == event.type &&
+                         wanted.front().modifierFlags == event.modifierFlags &&
+                         wanted.front().characters == event.characters;
+    if (!inOrder) return broken("out of order", event);
+    wanted.pop_front();
+  }
+
+  void checkNonePosted() {
+    if (!model_.posted.empty()) broken("did not come back", model_.posted.front());
+  }
+
+  void compareDocuments() {
+    for (std::size_t i = 0; i < model_.documents.size(); ++i) {
+      field::Document& document = *host_.text.documents()[i];
+      field::Document& wanted = model_.documents[i];
+      compare("a document", toUtf8(document.text()), toUtf8(wanted.text()));
+      compare("a selection", document.selection().location, wanted.selection().location);
+      compare("a selection", document.selection().length, wanted.selection().length);
+      compare("marked text", document.markedRange().has_value(), false);
+      if (document.text().size() <= kTidyAbove) continue;
+      document.setText(u"tidy ");
+      wanted.setText(u"tidy ");
+    }
+  }
+
+  void compareSession() {
+    const SessionModel& session = model_.sessions[model_.active];
+    compare("the session", method_.sessionText(), session.text());
+    compare("its cursor", method_.session().cursor, session.cursor);
+    if (session.length == 384) ++model_.reached["full sessions"];
+    for (const auto& [field, wanted] : model_.fields) {
+      compare("a field", host_.mainApplication.field(field), wanted);
+    }
+    const memory::PublishedText published = host_.mainApplication.published();
+    compare("the text record", published.text, model_.text.text());
+    compare("its cursor", published.cursor, model_.text.cursor);
+    compare("its length", published.length, model_.text.length);
+    compare("its key", published.keyByte, model_.publishedKey);
+  }
+
+  template <class Value>
+  void compare(std::string_view what, const Value& value, const Value& wanted) {
+    if (value == wanted || !breach_.empty()) return;
+    std::ostringstream text;
+    text << "key " << keys_ << ": " << what << " is\n  " << value << "\nand not\n  " << wanted;
+    breach_ = text.str();
+  }
+
+  void broken(std::string_view what, const NSEvent& event) {
+    if (!breach_.empty()) return;
+    std::ostringstream text;
+    text << "key " << keys_ << ": " << what << ": event type "
+         << static_cast<std::uint32_t>(event.type) << ", modifiers " << event.modifierFlags
+         << ", characters " << toUtf8(event.characters);
+    breach_ = text.str();
+  }
+
+  [[nodiscard]] std::size_t indexOf(const IMKTextInput* client) const {
+    const auto all = host_.text.documents();
+    const auto found = std::ranges::find(all, client, [](const auto& one) { return one.get(); });
+    return static_cast<std::size_t>(found - all.begin());
+  }
+
+  static bool isKey(const NSEvent& event) {
+    return event.type == NSEventType::KeyDown || event.type == NSEventType::KeyUp ||
+           event.type == NSEventType::FlagsChanged;
+  }
 
   Random random_;
-  bool honest_;  ///< the main application
   test::StartedInputMethod method_;
   memory::MemoryHost& host_{method_.host};
-  std::unique_ptr<Gate> gate_;
-  std::deque<DocumentModel> documents_;  ///< in the order of the host's
-  std::deque<SessionModel> sessions_;    ///< in the same order
-  std::size_t active_ = 0;               ///< the session that keys go to
-  std::optional<WrittenText> written_;   ///< during the last scan
-  std::u16string clipboard_;
+  InputMethodModel model_;
+  RandomMainApplication mainApplication_{random_, host_, model_};
   Habit habit_ = Habit::Mixed;
+  Fault fault_;
   std::uint64_t keys_ = 0;
   std::string breach_;
-  std::map<std::string, int> reached_;  ///< how often the rarer rules were reached
 
   std::deque<NSEvent> expected_;  ///< delivered, not yet reported
   bool withEventRef_ = true;
+  bool inside_ = false;
+  std::uint64_t began_ = 0;  ///< when the latest event did, in nanoseconds
   std::size_t clickIndex_ = 0;
-  std::optional<std::size_t> lastClient_;  ///< of the latest event: fixes go there
-  std::optional<Parked> parked_;
-  std::deque<Message> sent_;
 };
 
 }  // namespace quorvane::model

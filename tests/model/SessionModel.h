@@ -1,8 +1,10 @@
 #pragma once
 // What the input method must remember of one client's typing, worked out naively: the bytes of the
-// sentence that is being typed, and the place of the cursor in them.
+// sentence that is being typed, and the place of the cursor in them; and what smart characters make
+// of a key behind it.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,39 +12,70 @@
 
 namespace quorvane::model {
 
-/// A text that the main application wrote in place of the copy.
-struct WrittenText {
+/// The text record: a session as it was published, or what the main application wrote over it.
+struct TextRecord {
   std::uint32_t cursor = 0;
   std::uint32_t length = 0;
-  std::string bytes;
+  std::string bytes = std::string(384, '\0');
 
   [[nodiscard]] bool possible() const { return cursor <= length && length <= 384; }
+  /// What lies before the cursor.
+  [[nodiscard]] std::string text() const { return bytes.substr(0, cursor); }
+};
+
+/// A byte that takes the place of a key and of `count` characters before the caret; a letter is
+/// pressed, anything else inserted.
+struct Replacement {
+  std::uint8_t byte = 0;
+  std::uint32_t count = 0;
 };
 
 struct SessionModel {
   std::string bytes = std::string(385, '\0');  ///< what lies behind the text counts too
   std::uint32_t cursor = 0;
   std::uint32_t length = 0;
+  std::uint32_t editState = 0;      ///< 1: moved left, 2: dropped, 3: cancelled
+  std::uint32_t sentenceFlags = 1;  ///< bit 0: the next letter begins a sentence
+  bool tagged = false;              ///< its document has the property that a fix asks for
+  bool known = false;               ///< its client has been met
 
   [[nodiscard]] std::string text() const { return bytes.substr(0, length); }
 
-  /// A key down with an event record behind it.
-  void key(const NSEvent& event) {
-    constexpr std::uint32_t kNotTyping =
-        NSEventModifierFlagCommand | NSEventModifierFlagControl | NSEventModifierFlagFunction;
-    const std::uint8_t code = leadByte(event.characters);
-    if (event.modifierFlags == NSEventModifierFlagCommand && code == 'a') forget();
-    if ((event.modifierFlags & kNotTyping) == 0) typed(code == 3 ? 13 : code);
+  void take(const TextRecord& record) {
+    if (!record.possible()) return;
+    cursor = record.cursor;
+    length = record.length;
+    bytes.replace(0, cursor, record.bytes, 0, cursor);
   }
 
-  void take(const WrittenText& written) {
-    if (!written.possible()) return;
-    cursor = written.cursor;
-    length = written.length;
-    bytes.replace(0, cursor, written.bytes, 0, cursor);
+  void publish(TextRecord& record) const {
+    record.cursor = cursor;
+    record.length = length;
+    record.bytes.replace(0, cursor + 1, bytes, 0, cursor + 1);
+    record.bytes.resize(384);
   }
 
- private:
+  [[nodiscard]] std::uint8_t byteBefore() const {
+    return cursor > 0 ? static_cast<std::uint8_t>(bytes[cursor - 1]) : std::uint8_t{0};
+  }
+
+  void cancel() {
+    if (cursor > 0) editState = 3;
+    forget();
+    sentenceFlags = 0;
+  }
+
+  /// Empty: the key is typed as it is. Of `mask`, 1 is for quotes, 2 for dashes, 4 for capitals.
+  std::optional<Replacement> replacement(std::uint8_t key, std::uint32_t mask) {
+    if (key == '-' && (mask & 2) != 0) return dash();
+    if ((key == '"' || key == '\'') && (mask & 1) != 0) return quote(key);
+    const bool silent = key == ' ' || key == 13 || key == 3;
+    if ((mask & 4) == 0 || (sentenceFlags & 1) == 0 || silent) return {};
+    sentenceFlags = 0;
+    if (key < 'a' || key > 'z') return {};
+    return Replacement{static_cast<std::uint8_t>(key - 32), 0};
+  }
+
   /// First byte of the UTF-8 form; half a pair alone has none.
   static std::uint8_t leadByte(const std::u16string& text) {
     if (text.empty()) return 0;
@@ -56,11 +89,30 @@ struct SessionModel {
 
   void typed(std::uint8_t key) {
     if (key == 8 || key == 127) return erase();
-    if (key == 30 || key == 31) return forget();
-    if (key == 28) cursor -= cursor > 0 ? 1 : 0;
+    if (key == 30 || key == 31) return cancel();
+    if (key == 28 && cursor > 0) {
+      editState |= 1;
+      --cursor;
+    }
     if (key == 29) cursor += cursor < length ? 1 : 0;
     const bool silent = key == 0 || key == 11 || key == 12 || key == 27 || key == 28 || key == 29;
     if (!silent) insert(key);
+  }
+
+ private:
+  /// -- becomes an em dash, and on: an en dash, a hyphen, an em dash again.
+  [[nodiscard]] std::optional<Replacement> dash() const {
+    if (isBefore(1, "-")) return Replacement{209, 1};
+    if (isBefore(1, "\xD1")) return Replacement{208, 0};
+    if (isBefore(1, "\xD0")) return Replacement{'-', 0};
+    return {};
+  }
+
+  [[nodiscard]] Replacement quote(std::uint8_t key) const {
+    const bool single = key == '\'';
+    const bool opens =
+        cursor == 0 || isBefore(1, " \t\r\f\xCA\xD3\xD4") || (single && isBefore(1, "'\xD5"));
+    return {static_cast<std::uint8_t>((single ? 212 : 210) + (opens ? 0 : 1)), 0};
   }
 
   void insert(std::uint8_t key) {
@@ -88,12 +140,15 @@ struct SessionModel {
   void makeRoom() {
     if (length < 320) return;
     if (isBefore(1, " \r\t")) {
-      if (length >= 368 || isBefore(2, ".?!\r")) forget();
+      const bool sentenceEnds = isBefore(2, ".?!\r");
+      if (!sentenceEnds && length < 368) return;
+      if (!sentenceEnds) editState = 2;
+      forget();
     } else if (length >= 384) {
       if (length > cursor + 32) {
         length = cursor;
       } else {
-        forget();
+        cancel();
       }
     }
   }

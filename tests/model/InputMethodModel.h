@@ -1,0 +1,301 @@
+#pragma once
+// What the input method must make of events and messages, worked out naively: of the documents, and
+// beside an honest main application of the sessions and of what the two share as well. Knows
+// nothing of the input method.
+
+#include <array>
+#include <deque>
+#include <map>
+#include <utility>
+
+#include "hosts/field/Document.h"
+#include "hosts/keyboard/Keyboard.h"
+#include "tests/model/SessionModel.h"
+
+namespace quorvane::model {
+
+/// Words of the tool record, counted from its field 0.
+constexpr unsigned kRequests = 1, kMode = 6, kMenuFlags = 7, kTextChanged = 11, kWindowOwner = 12,
+                   kPortBusy = 16, kSuspendTotal = 19, kSuspendCount = 20, kBusy = 22,
+                   kControlDigits = 25, kPopupKey = 26, kClipboard = 27, kWindow = 31,
+                   kSmartCharacters = 38, kScanFlags = 54, kPasteTarget = 66, kEditState = 73,
+                   kSentenceStart = 74;
+constexpr std::uint32_t kEditor = 0x57525452, kEditorPid = 4243, kMainApplication = 0x51565058;
+/// Bits of the classic mask.
+constexpr std::uint32_t kCommand = 0x100, kShift = 0x200, kOption = 0x800, kControl = 0x1000,
+                        kFunction = 0x20000;
+
+constexpr NSRange kHere{NSNotFound, 0};
+
+using Fields = std::map<unsigned, std::uint32_t>;
+
+struct Message {
+  std::int32_t id = 0;
+  std::optional<std::uint32_t> number;  ///< at its head; empty: it is too short
+  std::optional<std::u16string> text;   ///< behind that; empty: in no encoding
+};
+
+/// The main application was asked for something: what came of it.
+struct Answer {
+  std::uint32_t command = 0;
+  std::deque<Message> arrived;  ///< while the input method waited
+  Fields written;
+  std::optional<TextRecord> text;
+};
+
+struct InputMethodModel {
+  std::deque<field::Document> documents;  ///< each gets the passed keys and the fixes alone
+  std::deque<SessionModel> sessions;      ///< in the same order
+  std::size_t active = 0;
+  Fields fields;
+  TextRecord text;
+  std::uint8_t publishedKey = 0;
+  std::uint32_t switches = 0x11833;
+  std::deque<Answer> answers;          ///< to what the event asks for, in order
+  bool askedWrongly = false;           ///< for something else than it must
+  std::deque<NSEvent> posted;          ///< must come back, in order
+  std::map<std::string, int> reached;  ///< how often the rarer rules were
+  std::shared_ptr<field::Clipboard> clipboard = std::make_shared<field::Clipboard>();
+
+  InputMethodModel() {
+    addClient(false);
+    activate(0);
+  }
+
+  void addClient(bool tagged) {
+    documents.emplace_back(clipboard);
+    sessions.emplace_back().tagged = tagged;
+  }
+
+  /// A client has got the focus.
+  void activate(std::size_t client) {
+    active = client;
+    if (std::exchange(session().known, true)) return;
+    publish(0);
+    named_ = client;
+    cancelWindow();
+  }
+
+  /// What a client gets before one of its events is looked at.
+  void begin(std::size_t client) {
+    activate(client);
+    lastClient_ = client;
+    if (!parked_) return;
+    const auto [count, insertion] = *std::exchange(parked_, {});
+    field::Document& document = documents[client];
+    const std::uint64_t from = document.selection().location - count;
+    document.insertText(insertion, count != 0 ? NSRange{from, count} : kHere);
+    ++reached["parked fixes"];
+  }
+
+  /// True: the input method must take the event, which came at `nanoseconds`.
+  bool takes(const NSEvent& event, std::uint64_t nanoseconds) {
+    const std::uint8_t key = SessionModel::leadByte(event.characters);
+    const bool flagsChanged = event.type == NSEventType::FlagsChanged;
+    const std::uint32_t mask =
+        keyboard::classicModifiers(event.modifierFlags) & ~(flagsChanged ? kFunction : 0);
+    if (!flagsChanged && (mask & kCommand) != 0 && key == 9) return false;
+    if (flagsChanged ? documentWindowTakes(mask) : documentWindowTakes(key, mask)) return true;
+    const bool separate = nanoseconds > std::exchange(lastKey_, nanoseconds) + 500'000'000;
+    if (popupTakes(key, mask, separate)) return true;
+    if (event.type == NSEventType::KeyUp) return false;
+    if (mask == kCommand && key == 'a') {
+      session().cancel();
+      cancelWindow();
+    }
+    armClipboard(mask);
+    const bool typing = !flagsChanged && (mask & (kCommand | kControl | kFunction)) == 0;
+    return typing && type(key);
+  }
+
+  void arrived(const Message& message) {
+    constexpr std::int32_t kUpdate = 0x55706474;
+    if (message.id == kUpdate) return update();
+    if (!message.number) return;
+    if (message.id == 250 || message.id == 251) return paste(message);
+    if (message.id != 202) return;
+    if (message.text || session().tagged) update();
+    if (!message.text) return;
+    if (lastClient_) return fix(*message.number, *message.text);
+    parked_ = {*message.number, *message.text};
+    for (const std::uint32_t flags : {NSEventModifierFlagShift, 0U, NSEventModifierFlagShift, 0U}) {
+      posted.push_back({NSEventType::FlagsChanged, flags, 0, {}, nullptr});
+    }
+  }
+
+  /// Takes the place of the `count` units before the selection. Where there aren't so many it lands
+  /// where the caret is.
+  void fix(std::uint32_t count, const std::u16string& replacement) {
+    field::Document& document = documents[lastClient_.value_or(0)];
+    const std::uint64_t caret = document.selection().location;
+    const bool fits = count <= caret;
+    document.insertText(replacement, fits && count > 0 ? NSRange{caret - count, count} : kHere);
+    ++reached[fits ? "fixes landed" : "counts refused"];
+  }
+
+  void press(char16_t character, std::uint32_t flags) {
+    for (const auto type : {NSEventType::KeyDown, NSEventType::KeyUp}) {
+      posted.push_back({type, flags, 0, {character}, nullptr});
+    }
+  }
+
+ private:
+  SessionModel& session() { return sessions[active]; }
+  static bool isDigit(std::uint8_t key) { return key >= '0' && key <= '9'; }
+  static bool isLetter(std::uint8_t key) { return (key | 32) >= 'a' && (key | 32) <= 'z'; }
+
+  // The window.
+
+  bool documentWindowTakes(std::uint32_t mask) {
+    fields[kPopupKey] = mask != 0 ? 1 : 0;
+    if (fields[kWindow] > 1) ask(102);
+    return fields[kWindow] > 1;
+  }
+  bool documentWindowTakes(std::uint8_t key, std::uint32_t mask) {
+    return fields[kWindow] > 1 && isDigit(key) && (mask & (kCommand | kOption)) != 0;
+  }
+
+  bool popupTakes(std::uint8_t key, std::uint32_t mask, bool separate) {
+    constexpr std::string_view kLeftAlone = "\b\x1C\x43VXcvx";
+    const bool leftAlone = kLeftAlone.find(static_cast<char>(key)) != std::string_view::npos;
+    if (leftAlone || mask == kFunction || mask == kShift) return false;
+    if (mask == kCommand && fields[kWindow] == 0) return false;
+    fields[kPopupKey] = key;
+    if (fields[kClipboard] == 2)
+      restoreClipboard();
+    else if (fields[kClipboard] == 0 && fields[kWindow] == 1)
+      return popupWants(key, mask, separate);
+    return false;
+  }
+
+  // After 101 the key is gone whatever the answer; after 106 the answer says so.
+  bool popupWants(std::uint8_t key, std::uint32_t mask, bool separate) {
+    if (key == 1 || key == 9) {
+      ask(106);
+      return fields[kPopupKey] == 0;
+    }
+    const bool choice = isDigit(key) && mask == (fields[kControlDigits] != 0 ? kControl : 0) &&
+                        (separate || mask != 0);
+    if (!choice && key != 31) return false;
+    const bool mayAsk = fields[kMode] != 0 && (fields[kMenuFlags] & 0x400) == 0;
+    if (mayAsk) ask(101);
+    return mayAsk;
+  }
+
+  bool cancelWindow() {
+    const bool up = fields[kWindow] != 0 && fields[kWindowOwner] != 0;
+    if (up && fields[kWindowOwner] == kEditor) fields[kRequests] |= 1;
+    return up;
+  }
+
+  void armClipboard(std::uint32_t mask) {
+    if (mask == kCommand && fields[kClipboard] == 1) fields[kClipboard] = 2;
+  }
+
+  void restoreClipboard() {
+    fields[kClipboard] = 0;
+    fields[kRequests] |= 1U << 20;
+    if (fields[kTextChanged] != 0) takeText();
+    ++reached["clipboards restored"];
+  }
+
+  // Typing.
+
+  bool type(std::uint8_t key) {
+    const bool allowed = (switches & 0x10) != 0 && fields[kMode] != 0 && fields[kSuspendTotal] == 0;
+    const auto replacement = session().replacement(key, allowed ? fields[kSmartCharacters] : 0);
+    if (!replacement) return typed(key == 3 ? 13 : key);
+    const auto [byte, count] = *replacement;
+    ++reached[isLetter(byte) ? "capitals" : byte < 210 ? "dashes" : "quotes"];
+    if (isLetter(byte)) {
+      press(byte, NSEventModifierFlagShift);
+    } else {
+      typed(byte);
+      update();
+      fix(count, {byte < 208 ? char16_t{byte} : u"–—“”‘’"[byte - 208]});
+    }
+    return true;
+  }
+
+  bool typed(std::uint8_t key) {
+    const bool up = (key == 27 || key == 30 || key == 31) && cancelWindow();
+    if (key == 27 && (fields[kWindow] & 0xFF) != 0) fields[kRequests] |= 1;
+    if (key == 27 && up) session().sentenceFlags = 0;
+    session().typed(key);
+    follow(key);
+    return key == 27 && up;
+  }
+
+  void follow(std::uint8_t key) {
+    if ((switches & 0x73) == 0 || isSuspended()) return;
+    const bool clipboardInUse = fields[kClipboard] != 0;
+    const bool counting = fields[kSuspendTotal] != 0;
+    publish(key);
+    const bool insideWord = (isLetter(key) || key == '&') && session().editState == 0;
+    const bool goesBack = (key == 8 || key == 28) && fields[kWindow] == 0;
+    if (key == 27 || (!counting && (insideWord || goesBack))) return;
+    if (clipboardInUse) armClipboard(kCommand);
+    if ((switches & 0x10000) != 0) {
+      ask(87);
+      update();
+    }
+    session().editState = 0;
+  }
+
+  bool isSuspended() {
+    if (fields[kSuspendTotal] == 0) return false;
+    const bool suspended = fields[kSuspendTotal] > ++fields[kSuspendCount];
+    ++reached["suspended keys"];
+    if (named_ == active) return suspended;
+    fields[kSuspendTotal] = fields[kSuspendCount] = 0;
+    return false;
+  }
+
+  void publish(std::uint8_t key) {
+    if (fields[kMode] == 0) return;
+    fields[kEditState] = session().editState;
+    named_ = active;
+    session().publish(text);
+    publishedKey = key != 0 ? key : session().byteBefore();
+  }
+
+  void update() {
+    if ((session().sentenceFlags & 1) == 0) session().sentenceFlags = fields[kSentenceStart];
+    session().editState = fields[kEditState];
+    if (fields[kTextChanged] != 0) takeText();
+  }
+
+  void takeText() {
+    fields[kTextChanged] = 0;
+    session().take(text);
+    ++reached[text.possible() ? "texts taken back" : "impossible texts"];
+  }
+
+  void ask(std::uint32_t command) {
+    askedWrongly |= answers.empty() || answers.front().command != command;
+    if (askedWrongly) return;
+    const Answer answer = std::move(answers.front());
+    answers.pop_front();
+    for (const Message& message : answer.arrived) arrived(message);
+    for (const auto& [field, value] : answer.written) fields[field] = value;
+    if (answer.text) text = *answer.text;
+    ++reached["commands " + std::to_string(command)];
+  }
+
+  void paste(const Message& message) {
+    std::uint32_t target = message.number == kEditorPid ? kEditor : fields[kPasteTarget];
+    if (target != kEditor && target != kMainApplication) target = fields[kWindowOwner];
+    if (target != kEditor) return;
+    constexpr std::uint32_t kSpecial = NSEventModifierFlagShift | NSEventModifierFlagOption;
+    const bool special = message.id == 251;
+    press(special ? u'V' : u'v', NSEventModifierFlagCommand | (special ? kSpecial : 0));
+    ++reached["pastes"];
+  }
+
+  std::optional<std::size_t> lastClient_;  ///< of the latest event: fixes go there
+  std::optional<std::pair<std::uint32_t, std::u16string>> parked_;
+  std::size_t named_ = 0;      ///< the session that the record names
+  std::uint64_t lastKey_ = 0;  ///< nanoseconds
+};
+
+}  // namespace quorvane::model

@@ -1,0 +1,134 @@
+#pragma once
+// An honest main application that does at random whatever it may, and tells the model of it.
+
+#include <optional>
+
+#include "hosts/memory/MemoryHost.h"
+#include "src/base/Text.h"
+#include "tests/model/InputMethodModel.h"
+#include "tests/model/RandomKeys.h"
+
+namespace quorvane::model {
+
+class RandomMainApplication {
+ public:
+  RandomMainApplication(Random& random, memory::MemoryHost& host, InputMethodModel& model)
+      : random_(random), host_(host), model_(model) {
+    host.messagePorts.server(memory::MemoryMainApplication::kServerPort)->answer =
+        [this](std::int32_t command, const CFData&) {
+          answer(static_cast<std::uint32_t>(command));
+          return CFData{};
+        };
+    for (const unsigned field : {kRequests, kPortBusy, kBusy, kScanFlags}) write(field, 0);
+    setState();
+    chooseScanAnswer();
+  }
+
+  /// Windows, smart characters, the clipboard, a suspension, another text.
+  void setState() {
+    constexpr std::array<std::uint32_t, 4> kOwners{0, kEditor, kEditor, kMainApplication};
+    write(kWindow, random_.oneOf(std::array{0U, 0U, 1U, 1U, 2U, 0x100U}));
+    write(kWindowOwner, random_.oneOf(kOwners));
+    write(kPasteTarget, random_.oneOf(kOwners));
+    write(kControlDigits, random_.chance(300));
+    write(kClipboard, random_.oneOf(std::array{0U, 0U, 0U, 1U, 2U}));
+    write(kMenuFlags, random_.chance(100) ? 0x400 : 0);
+    write(kMode, !random_.chance(100));
+    write(kSmartCharacters, random_.oneOf(std::array{7U, 7U, 15U, random_.below(8)}));
+    write(kSuspendTotal, random_.chance(200) ? random_.below(20) : 0);
+    write(kSuspendCount, 0);
+    write(kRequests, 0);
+    if (random_.chance(300)) writeText();
+  }
+
+  void chooseScanAnswer() {
+    memory::Answer scan;
+    scan.afterTicks = random_.oneOf(std::array{0.0, 1.5});
+    scan.action = [this] { answer(87); };
+    host_.mainApplication.answerScan(scan);
+  }
+
+  void sendMessage() {
+    if (random_.chance(600)) return sendFix();
+    constexpr std::array<std::uint32_t, 14> kIds{
+        250,        251, 250, 251, "Updt"_4cc, "Updt"_4cc, "gInt"_4cc,
+        "gMen"_4cc, 202, 220, 230, 240,        7,          ~0U};
+    const std::uint32_t number = random_.oneOf(std::array{kEditorPid, 0U, 9999U});
+    const Message whole{static_cast<std::int32_t>(random_.oneOf(kIds)), number, u""};
+    if (random_.chance(700)) return send(whole, bigEndian(number));
+    const bool hasData = random_.chance(500);
+    send({whole.id, {}, {}}, hasData ? std::optional(CFData(random_.below(4))) : std::nullopt);
+  }
+
+  void sendFix() {
+    const std::uint32_t count =
+        random_.chance(50) ? random_.word() : random_.below(12) * random_.below(2);
+    Message fix{202, count, randomText(random_)};
+    CFData data = bigEndian(count);
+    const std::string bytes = toUtf8(*fix.text);
+    data.insert(data.end(), bytes.begin(), bytes.end());
+    if (random_.chance(50)) {
+      data.push_back(0xFF);
+      fix.text.reset();
+    }
+    send(std::move(fix), std::move(data));
+  }
+
+  /// The run loop has turned: all messages have come in.
+  void tellArrived() {
+    for (; !sent_.empty(); sent_.pop_front()) model_.arrived(sent_.front());
+  }
+
+ private:
+  // For 101 and 106 the input method waits, and takes in messages meanwhile.
+  void answer(std::uint32_t command) {
+    answering_ = &model_.answers.emplace_back(Answer{command, {}, {}, {}});
+    const bool waits = command == 101 || command == 106;
+    if (waits) answering_->arrived.swap(sent_);
+    if (waits && random_.chance(300)) sendMessage();
+    if (waits && random_.chance(600)) write(kPopupKey, random_.chance(500) ? 0 : random_.word());
+    if (waits && random_.chance(300)) write(kWindow, 0);
+    if (command == 87) write(kSentenceStart, random_.chance(300) ? 1 : 2 * random_.below(2));
+    if (command == 87 && random_.chance(300)) writeText();
+    answering_ = nullptr;
+    if (command == 87 && random_.chance(300)) sendFix();
+  }
+
+  void write(unsigned field, std::uint32_t value) {
+    host_.mainApplication.setField(field, value);
+    (answering_ ? answering_->written : model_.fields)[field] = value;
+  }
+
+  void writeText() {
+    TextRecord record;
+    record.cursor = random_.chance(100) ? random_.word() : random_.below(390);
+    record.length = random_.chance(800) ? record.cursor : record.cursor + random_.below(50);
+    record.bytes.assign(384, 'w');
+    for (std::size_t i = 0; i < 384; i += 1 + random_.below(9)) record.bytes[i] = ' ';
+    const int segment = host_.mainApplication.segment(893);
+    host_.sharedMemory.writeWord(segment, 0, record.cursor);
+    host_.sharedMemory.writeWord(segment, 4, record.length);
+    host_.sharedMemory.write(segment, 8, CFData(record.bytes.begin(), record.bytes.end()));
+    if (answering_) answering_->text = record;
+    if (!answering_) model_.text = record;
+    write(kTextChanged, 1);
+  }
+
+  void send(Message message, std::optional<CFData> data) {
+    if (!host_.mainApplication.sendMessage(message.id, std::move(data))) return;
+    (answering_ ? answering_->arrived : sent_).push_back(std::move(message));
+  }
+
+  static CFData bigEndian(std::uint32_t value) {
+    return {static_cast<std::uint8_t>(value >> 24), static_cast<std::uint8_t>(value >> 16),
+            static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)};
+  }
+
+  Random& random_;
+  memory::MemoryHost& host_;
+  InputMethodModel& model_;
+  Answer* answering_ = nullptr;  ///< while it answers
+  std::deque<Message> sent_;
+};
+
+}  // namespace quorvane::model
