@@ -58,8 +58,9 @@ TEST(Windows, RefuseWhatNoKeyBrings) {
   Popup popup;
   EXPECT_EQ(Check_MouseDown_ForWindowCancel(popup.process, 1), 0);
   popup.main.setField(26, '1');
-  popup.main.setField(27, 2);
+  popup.main.setField(27, 1);
   EXPECT_EQ(Get_Control_KeyPress(popup.process), 0) << "a restore comes first";
+  EXPECT_EQ(Reset_Clip(popup.process, cmdKey), 1);
   EXPECT_EQ(Reset_Clip(popup.process, cmdKey), 0) << "it is due already";
   popup.main.setField(27, 0);
   popup.main.setField(31, 2);
