@@ -65,6 +65,8 @@ TEST(DesktopRuntimeFolder, WhatCannotServeIsRefusedWithWhatToDo) {
 TEST(DesktopSettings, OutliveTheHostAndABrokenFileIsTakenAsEmpty) {
   tests::DesktopStage stage;
   stage.platform().userDefaults.setBool(true, "verticalCandidate");
+  stage.platform().userDefaults.setBool(true, "ShiftKeyToggle");
+  stage.platform().userDefaults.setBool(false, "ShiftKeyToggle");
   auto& sources = stage.platform().textInputSources;
   EXPECT_EQ(sources.TISRegisterInputSource(stage.host().application().bundleURL()), noErr);
   const auto list = sources.TISCreateInputSourceList(true);
@@ -74,6 +76,7 @@ TEST(DesktopSettings, OutliveTheHostAndABrokenFileIsTakenAsEmpty) {
   stage.closeHost();
   stage.openHost();
   EXPECT_TRUE(stage.platform().userDefaults.boolForKey("verticalCandidate"));
+  EXPECT_FALSE(stage.platform().userDefaults.boolForKey("ShiftKeyToggle"));
   EXPECT_NE(stage.platform().textInputSources.TISCopyCurrentKeyboardInputSource(), nullptr);
   stage.closeHost();
   for (const auto& file :
