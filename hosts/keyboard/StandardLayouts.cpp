@@ -66,9 +66,9 @@ constexpr std::array<PlatformDeadKey, 5> kDeadKeys{{
 }};
 
 DeadKey composing(const PlatformDeadKey& key) {
-  DeadKey made{{key.terminator}, {}};
+  DeadKey made{std::u16string(1, key.terminator), {}};
   for (std::size_t i = 0; i < key.bases.size(); ++i) {
-    made.composed[{key.bases[i]}] = {key.composed[i]};
+    made.composed[std::u16string(1, key.bases[i])] = key.composed[i];
   }
   return made;
 }

@@ -24,7 +24,7 @@ LayoutTables standardTables() {
   LayoutTables made;
   made.tables.resize(kStandardTables);
   for (auto& table : made.tables) {
-    for (const SpecialKey& key : kSpecialKeys) table[key.keyCode].text = {key.code};
+    for (const SpecialKey& key : kSpecialKeys) table[key.keyCode].text = key.code;
   }
   for (std::uint32_t state = 0; state < kModifierStates; ++state) {
     made.tableOf[state] = tableFor(state << 8);

@@ -39,7 +39,7 @@ TEST_F(KeyCodes, ACharacterHasItsKeyAndTheFirstModifiersThatYieldIt) {
   EXPECT_EQ(Post_KeyEvent(process, 0x1280, 0), 0x1280);
   keyboard::LayoutTables onlyWithBoth;
   onlyWithBoth.tables.resize(2);
-  onlyWithBoth.tables[1][7].text = u"%";
+  onlyWithBoth.tables[1][7].text.assign(1, u'%');
   onlyWithBoth.tableOf[(shiftKey | optionKey) >> 8] = 1;
   host.useLayout(writeLayout(onlyWithBoth));
   EXPECT_EQ(find('%'), (std::pair{0x0A80, 7}));
