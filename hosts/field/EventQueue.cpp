@@ -79,7 +79,8 @@ void EventQueue::push(const CGEvent* event) {
       {.type = event->type == CGEventType::KeyDown ? NSEventType::KeyDown : NSEventType::KeyUp,
        .modifierFlags = flags,
        .keyCode = event->virtualKey,
-       .characters = typesText ? event->unicodeString : keyboard_.charactersForKey(event->virtualKey, flags),
+       .characters =
+           typesText ? event->unicodeString : keyboard_.charactersForKey(event->virtualKey, flags),
        .eventRef = nullptr});
 }
 

@@ -71,7 +71,7 @@ class World {
   std::optional<std::size_t> writingStyles;  ///< number of items got at the last request
   std::map<std::string, std::size_t> seen;   ///< lines of each record that are behind us
   std::uint64_t markedTime = 0;
-  std::int64_t answer = 0;  ///< of the last question that gave one
+  std::int64_t answer = 0;        ///< of the last question that gave one
   CompletionData completionData;  ///< what the scenario has said of single words
   /// Run once, at the first client call that its text matches.
   std::optional<std::pair<std::string, std::vector<Statement>>> atClientCall;
