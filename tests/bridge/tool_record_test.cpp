@@ -67,12 +67,8 @@ TEST_F(ToolRecord, OneAttachmentServesUntilTheMasterClose) {
                    "shmat " + id + " 0666 -> attached"}));
 }
 
-TEST_F(ToolRecord, AbsenceIsSilentAMissingSegmentIsNot) {
-  EXPECT_EQ(Init_Toolversion(process), 0);
-  SET_MACHPORT_BUSY(process, 1);
+TEST_F(ToolRecord, AMissingSegmentIsAskedForTwiceAndNamed) {
   EXPECT_EQ(CheckCurrentCheckStatus(process, true), 0u);
-  EXPECT_EQ(host.journal.take(), Lines{});
-  EXPECT_TRUE(host.log.lines.empty());
   launchKnown();
   host.sharedMemory.remove(app.segment(880));
   EXPECT_EQ(GetToolCRecPtr(process), nullptr);
@@ -98,17 +94,6 @@ TEST_F(ToolRecord, AFailingAttachIsHandedBackAndIsNoRecordToAnyone) {
   const Lines calls = host.journal.take();
   EXPECT_TRUE(std::none_of(calls.begin(), calls.end(),
                            [](const auto& call) { return call.starts_with("shmdt"); }));
-}
-
-TEST_F(ToolRecord, ASegmentTooSmallIsLetGoAgain) {
-  app.segmentSizes[893] = 392;  // more than is asked for, and a byte short
-  app.segmentOptions[893].wholePages = false;
-  launchKnown();
-  EXPECT_TRUE(InteractiveTextRecord(process).bytes().empty());
-  const std::string id = std::to_string(app.segment(893));
-  EXPECT_EQ(host.journal.take(),
-            (Lines{"shmget 893 384 0666 -> " + id, "shmat " + id + " 0666 -> attached",
-                   "shmdt " + id + " -> 0"}));
 }
 
 TEST_F(ToolRecord, WhatIsLeftOfAMainApplicationIsLetGo) {
