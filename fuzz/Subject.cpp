@@ -162,8 +162,10 @@ void Subject::judge(const field::EventReport& report) {
   checkToolRecord();
 }
 
+// Command keys are pressed for the main application; of other keys only capitals.
 void Subject::judgePosted(const NSEvent& event) {
-  if (owed_.empty() || event.type != NSEventType::KeyDown) return;
+  const bool command = (event.modifierFlags & NSEventModifierFlagCommand) != 0;
+  if (command || event.type != NSEventType::KeyDown) return;
   require(event.characters == owed_, "a capital takes the place of its letter");
   owed_.clear();
 }

@@ -104,7 +104,10 @@ class RandomMainApplication {
     record.cursor = random_.chance(100) ? random_.word() : random_.below(390);
     record.length = random_.chance(800) ? record.cursor : record.cursor + random_.below(50);
     record.bytes.assign(384, 'w');
-    for (std::size_t i = 0; i < 384; i += 1 + random_.below(9)) record.bytes[i] = ' ';
+    constexpr std::string_view kMarks = " .\t\f\"'-\xCA\xD0\xD1\xD2\xD3\xD4\xD5";
+    for (std::size_t i = 0; i < 384; i += 1 + random_.below(9)) {
+      record.bytes[i] = random_.chance(500) ? ' ' : random_.oneOf(kMarks);
+    }
     const int segment = host_.mainApplication.segment(893);
     host_.sharedMemory.writeWord(segment, 0, record.cursor);
     host_.sharedMemory.writeWord(segment, 4, record.length);
