@@ -228,7 +228,7 @@ NSEvent keyEvent(Input& input) {
   NSEvent event;
   const std::uint8_t choice = input.byte();
   if (choice < 0xC0) {
-    event.characters = {kCharacters[choice % kCharacters.size()]};
+    event.characters.assign(1, kCharacters[choice % kCharacters.size()]);
     event.modifierFlags = choice < 0x80 ? 0 : kModifiers[input.below(kModifiers.size())];
     return event;
   }
