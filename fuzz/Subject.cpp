@@ -146,7 +146,6 @@ void Subject::judge(const field::EventReport& report) {
   // Completion throws at what it can't use, before it has changed anything itself.
   require(!threw || completionIsOn, "handling an event throws nothing");
   require(!threw || !consumed || before_->waiting != 0, "no failure eats a key");
-  ++judged_;
   thrown_ += threw ? 1 : 0;
   if (report.posted) {
     judgePosted(report.event);
@@ -166,6 +165,7 @@ void Subject::judge(const field::EventReport& report) {
 void Subject::judgePosted(const NSEvent& event) {
   const bool command = (event.modifierFlags & NSEventModifierFlagCommand) != 0;
   if (command || event.type != NSEventType::KeyDown) return;
+  if (owed_.empty() && before_->completionIsOn) return;  // nobody knows who took the letter
   require(event.characters == owed_, "a capital takes the place of its letter");
   owed_.clear();
 }

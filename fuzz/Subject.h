@@ -33,8 +33,6 @@ class Subject : public test::StartedInputMethod {
   void disturb() { disturbed_ = true; }
   /// The input method was told to quit.
   [[nodiscard]] bool ended() const { return host.application.exitStatus.has_value(); }
-  /// Events judged so far, posted ones included.
-  [[nodiscard]] std::uint64_t judged() const { return judged_; }
 
   std::array<field::Document*, 3> documents{&document, &host.text.addDocument(),
                                             &host.text.addDocument()};
@@ -60,9 +58,8 @@ class Subject : public test::StartedInputMethod {
   bool disturbed_ = false;
   int reports_ = 0;  ///< of the event that is delivered
   field::Outcome outcome_ = field::Outcome::PassedOn;
-  std::u16string owed_;  ///< a capital that was pressed in place of a letter and must come back
-  std::uint64_t judged_ = 0;
-  std::size_t thrown_ = 0;  ///< of these, passed on after an error
+  std::u16string owed_;     ///< a capital that was pressed in place of a letter and must come back
+  std::size_t thrown_ = 0;  ///< events, by completion
 };
 
 }  // namespace quorvane::fuzz

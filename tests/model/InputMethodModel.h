@@ -18,8 +18,8 @@ namespace quorvane::model {
 constexpr unsigned kRequests = 1, kMode = 6, kMenuFlags = 7, kTextChanged = 11, kWindowOwner = 12,
                    kPortBusy = 16, kSuspendTotal = 19, kSuspendCount = 20, kBusy = 22,
                    kControlDigits = 25, kPopupKey = 26, kClipboard = 27, kWindow = 31,
-                   kSmartCharacters = 38, kScanFlags = 54, kPasteTarget = 66, kEditState = 73,
-                   kSentenceStart = 74;
+                   kSmartCharacters = 38, kReady = 42, kScanFlags = 54, kPasteTarget = 66,
+                   kEditState = 73, kSentenceStart = 74;
 constexpr std::uint32_t kEditor = 0x57525452, kEditorPid = 4243, kMainApplication = 0x51565058;
 /// Bits of the classic mask.
 constexpr std::uint32_t kCommand = 0x100, kShift = 0x200, kOption = 0x800, kControl = 0x1000,

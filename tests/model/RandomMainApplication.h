@@ -34,6 +34,7 @@ class RandomMainApplication {
     write(kClipboard, random_.oneOf(std::array{0U, 0U, 0U, 1U, 2U}));
     write(kMenuFlags, random_.chance(100) ? 0x400 : 0);
     write(kMode, !random_.chance(100));
+    write(kReady, random_.chance(500));
     write(kSmartCharacters, random_.oneOf(std::array{7U, 7U, 15U, random_.below(8)}));
     write(kSuspendTotal, random_.chance(200) ? random_.below(20) : 0);
     write(kSuspendCount, 0);

@@ -201,16 +201,17 @@ class RandomWorld : private IMKInputController {
   }
 
   void compareDocuments() {
+    const auto shown = [](const field::Document& document) {
+      const auto [location, length] = document.selection();
+      return toUtf8(document.text()) + "\n  selected " + std::to_string(location) + " " +
+             std::to_string(length) + (document.markedRange() ? ", marked" : "");
+    };
     for (std::size_t i = 0; i < model_.documents.size(); ++i) {
       field::Document& document = *host_.text.documents()[i];
-      field::Document& wanted = model_.documents[i];
-      compare("a document", toUtf8(document.text()), toUtf8(wanted.text()));
-      compare("a selection", document.selection().location, wanted.selection().location);
-      compare("a selection", document.selection().length, wanted.selection().length);
-      compare("marked text", document.markedRange().has_value(), false);
+      compare("a document", shown(document), shown(model_.documents[i]));
       if (document.text().size() <= kTidyAbove) continue;
       document.setText(u"tidy ");
-      wanted.setText(u"tidy ");
+      model_.documents[i].setText(u"tidy ");
     }
   }
 

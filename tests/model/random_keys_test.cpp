@@ -42,13 +42,8 @@ TEST(RandomKeys, EachIsPassedOnOrTakenAsTheModelSays) {
   std::cout << keys << " keys";
   for (const auto& [what, times] : reached) std::cout << ", " << times << ' ' << what;
   std::cout << '\n';
-  if (keys < 500'000) return;  // too few to reach everything
-  for (const char* what : {"capitals", "clipboards restored", "commands 101", "commands 102",
-                           "commands 106", "commands 87", "counts refused", "dashes",
-                           "fixes landed", "full sessions", "impossible texts", "parked fixes",
-                           "pastes", "quotes", "suspended keys", "texts taken back"}) {
-    EXPECT_GT(reached[what], 0) << what;
-  }
+  // Fewer keys need not reach every rule.
+  EXPECT_TRUE(keys < 500'000 || reached.size() == 16) << "a rule was never reached";
 }
 
 TEST(RandomKeys, APlantedFaultIsNoticed) {
@@ -65,8 +60,8 @@ TEST(RandomKeys, APlantedFaultIsNoticed) {
 TEST(RandomKeys, TheLawHoldsWhateverTheMainApplicationDoes) {
   constexpr std::uint64_t kKeysOfOneInput = 1'000;  // about
   std::uint64_t seed = firstSeed();
+  std::cout << "from QUORVANE_SEED=" << seed << std::endl;
   for (std::uint64_t keys = 0; keys < keysWanted(); keys += kKeysOfOneInput) {
-    std::cout << (keys == 0 ? "from QUORVANE_SEED=" + std::to_string(seed) + '\n' : "");
     Random random(seed++);
     std::vector<std::uint8_t> input(random.below(6'000));
     for (std::uint8_t& byte : input) byte = static_cast<std::uint8_t>(random.word());
