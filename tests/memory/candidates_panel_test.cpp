@@ -124,26 +124,6 @@ TEST_F(CandidatesPanelTest, ShowsNineAndScrollsNoFurtherThanItMust) {
   EXPECT_EQ(panel->shown().size(), 9U);
 }
 
-TEST_F(CandidatesPanelTest, TakesDeclinedArrowsOfItsFormBefore1014Only) {
-  const auto press = [this](char32_t character) { return host.text.type(character); };
-  for (const auto& [version, taken] : {std::pair<NSOperatingSystemVersion, bool>{{10, 13}, true},
-                                       {{9, 99}, true},
-                                       {{10, 14}, false},
-                                       {{11, 0}, false}}) {
-    host.application.systemVersion = version;
-    make(kColumn);
-    document.setText(u"a\nb");
-    panel->updateCandidates();
-    EXPECT_EQ(press(28), Outcome::PassedOn) << "hidden";
-    panel->show(kIMKLocateCandidatesBelowHint);
-    EXPECT_EQ(press(29), Outcome::PassedOn) << "not of its form";
-    EXPECT_EQ(host.text.type(31, NSEventModifierFlagOption), Outcome::PassedOn);
-    EXPECT_EQ(press(31), taken ? Outcome::Consumed : Outcome::PassedOn);
-    EXPECT_EQ(panel->highlighted(), std::optional<std::size_t>(taken ? 1 : 0));
-    EXPECT_EQ(press(30), taken ? Outcome::Consumed : Outcome::PassedOn);
-  }
-}
-
 TEST_F(CandidatesPanelTest, PicksWhatIsThereAndStopsWhatIsThrown) {
   panel->updateCandidates();
   panel->pick(1);

@@ -66,21 +66,6 @@ TEST_F(TextApplicationTest, CarbonRecordStandsBehindTheEvent) {
   EXPECT_FALSE(controller.carbon);
 }
 
-TEST_F(TextApplicationTest, PostedEventsComeBeforeTheNextTypedKey) {
-  controller.onEvent = [this](const NSEvent& event, IMKTextInput&) {
-    if (event.type != NSEventType::KeyDown || event.keyCode == 8) return false;
-    postShift();
-    NXKeyEventData data;
-    data.keyCode = 8;
-    host.queue.IOHIDPostEvent(1, NX_KEYDOWN, data, 2, 0, 0);
-    EXPECT_EQ(document.text(), u"") << "nothing comes back during the event";
-    return false;
-  };
-  host.text.type(U'a');
-  EXPECT_EQ(controller.told, (std::vector<std::string>{"10:0", "12:0", "12:0", "10:8", "11:0"}));
-  EXPECT_EQ(document.text(), u"ac") << "the typed key first, then the posted one";
-}
-
 TEST_F(TextApplicationTest, EndlessPostingIsCutOffAndRecorded) {
   controller.onEvent = [this](const NSEvent&, IMKTextInput&) {
     postShift();
