@@ -69,6 +69,7 @@ TEST_F(ToolRecord, OneAttachmentServesUntilTheMasterClose) {
 
 TEST_F(ToolRecord, AMissingSegmentIsAskedForTwiceAndNamed) {
   EXPECT_EQ(CheckCurrentCheckStatus(process, true), 0u);
+  EXPECT_EQ(Init_Toolversion(process), 0);
   launchKnown();
   host.sharedMemory.remove(app.segment(880));
   EXPECT_EQ(GetToolCRecPtr(process), nullptr);

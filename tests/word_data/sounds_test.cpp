@@ -49,7 +49,7 @@ TEST(WordData, PhonexCodesFollowThePublishedSteps) {
   std::istringstream cases(
       "knuth N300 wright R230 philip F410 heinrich A562 sherman S500 lloyd L430 gauss G000 "
       "zotteldecke S320 hilbert A130 sandemann S500 hornblower A514 euler A460 recieve R210 "
-      "receive R210 DEFINATELY D153 definitely D153 fitch F200 ely A400");
+      "receive R210 DEFINATELY D153 definitely D153 fitch F200 ely A400 yes A000 ingram A565");
   for (std::string word, code; cases >> word >> code;) EXPECT_EQ(phonex.code(word), code) << word;
   EXPECT_EQ(phonex.code("x-1 y\u00e9"), "X000");
   for (const char* none : {"", "sss", "h", "123"}) EXPECT_EQ(phonex.code(none), "") << none;
