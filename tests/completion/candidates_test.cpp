@@ -121,23 +121,6 @@ TEST_F(Candidates, FrequenciesFarApartAreComparedByTheirWrappedDifference) {
   }
 }
 
-TEST_F(Candidates, AreCutBeforeTheTypedTextIsPutFirst) {
-  const auto sizeWith = [this](int words, bool typedIsOne) {
-    std::vector<std::string> names;
-    for (int i = 0; i < words; ++i)
-      names.push_back("q" + std::string(1, char('a' + i % 26)) +
-                      std::string(1, char('a' + i / 26)));
-    if (typedIsOne) names.back() = "q";
-    const std::vector<std::string_view> list(names.begin(), names.end());
-    host.bundle.setWordList(list);
-    return start().getCandidates(u"q").size();
-  };
-  EXPECT_EQ(sizeWith(49, false), 50U);
-  EXPECT_EQ(sizeWith(50, false), 51U);
-  EXPECT_EQ(sizeWith(51, false), 50U);
-  EXPECT_EQ(sizeWith(50, true), 50U);
-}
-
 TEST_F(Candidates, StandInTheirOrderWithTheUsersCapitals) {
   putWords(R"({"the":{"frequency":9},"there":{"frequency":5},"this":{"frequency":"7"},
                "that":{"frequency":2}})");
@@ -149,7 +132,6 @@ TEST_F(Candidates, StandInTheirOrderWithTheUsersCapitals) {
            {u"", {}},
            {u"th", {u"th", u"THe", u"the", u"this", u"there", u"that", u"their"}},
            {u"TH", {u"TH", u"THe", u"THis", u"THere", u"THat", u"THeir"}},
-           {u"tHi", {u"tHi", u"tHis"}},
            {u"THE", {u"THE", u"THEre", u"THEir"}},
            {u"ZZ", {u"ZZ", u"ZZap", u"Zoo"}},
            {dotted, {dotted + u"\u0307"}},

@@ -96,7 +96,6 @@ TEST_F(CandidatesPanelTest, StandsBelowTheLineAboveItOrAtTheScreensEdge) {
     NSRect frame;
   } cases[] = {{kColumn, {10, 48, 1, 20}, {10, 0, 56, 48}},
                {kColumn, {10, 47, 1, 20}, {10, 67, 56, 48}},
-               {kColumn, {950, 300, 1, 20}, {944, 252, 56, 48}},
                {kColumn, {1990, 147, 1, 20}, {1944, 167, 56, 48}},
                {kRow, {10, 16, 1, 20}, {10, 0, 144, 16}}};
   for (const auto& each : cases) {

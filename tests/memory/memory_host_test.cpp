@@ -41,11 +41,6 @@ TEST(MemoryHost, OnlyALaggingMainApplicationAnswersWhatWasTakenBack) {
   }
 }
 
-TEST(MemoryHost, AnUnsetDefaultIsFalse) {
-  MemoryHost host;
-  EXPECT_FALSE(host.userDefaults.boolForKey("showTranslation"));
-}
-
 TEST(MemoryClock, ScheduledFunctionsRunInDueOrderAsTimeMoves) {
   MemoryHost host;
   Lines order;
