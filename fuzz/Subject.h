@@ -19,8 +19,6 @@ class Subject : public test::StartedInputMethod {
  public:
   Subject();
   ~Subject();
-  Subject(const Subject&) = delete;
-  Subject& operator=(const Subject&) = delete;
 
   /// Key down and key up.
   void press(NSEvent key, const field::Delivery& how = {});

@@ -15,10 +15,6 @@ constexpr int kActionsInScript = 8;
 constexpr std::size_t kApplicationLimit = 8;
 constexpr std::array<std::uint32_t, 5> kKeys{880, 893, 896, 897, 899};
 
-std::string_view textOf(Bytes bytes) {
-  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 Notice notice(Input& input) { return input.flag() ? Notice::Missed : Notice::Queued; }
 
 ProcessSerialNumber someProcess(Subject& subject, Input& input) {
@@ -42,25 +38,19 @@ ProcessSerialNumber someProcess(Subject& subject, Input& input) {
 
 void writeField(Subject& subject, Input& input) {
   const std::size_t at = 68 + 4 * input.below(77);
-  const std::uint32_t value = input.number();
-  if (const auto id = subject.host.sharedMemory.find(880)) {
-    subject.host.sharedMemory.writeWord(*id, at, value);
-  }
+  subject.host.sharedMemory.writeWord(segment(subject, 880), at, input.number());
 }
 void writeBytes(Subject& subject, Input& input) {
-  const auto id = subject.host.sharedMemory.find(segmentKey(input));
+  const int id = segment(subject, segmentKey(input));
   const std::size_t at = input.half() % 4100;
-  const Bytes bytes = input.counted();
-  if (id) subject.host.sharedMemory.write(*id, at, bytes);
+  subject.host.sharedMemory.write(id, at, input.counted());
 }
 void replaceAny(Subject& subject, Input& input) {
   const std::uint32_t key = segmentKey(input);
   replaceSegment(subject, key, input);
 }
 void removeSegment(Subject& subject, Input& input) {
-  if (const auto id = subject.host.sharedMemory.find(segmentKey(input))) {
-    subject.host.sharedMemory.remove(*id);
-  }
+  subject.host.sharedMemory.remove(segment(subject, segmentKey(input)));
 }
 void failAttach(Subject& subject, Input& input) {
   using memory::AttachFailure;
@@ -166,13 +156,10 @@ constexpr std::array<Step, 17> kActions{
 }  // namespace
 
 void lieAboutText(Subject& subject, Input& input) {
-  const std::uint32_t cursor = input.number();
-  const std::uint32_t length = input.number();
+  const int id = segment(subject, 893);
+  subject.host.sharedMemory.writeWord(id, 0, input.number());
+  subject.host.sharedMemory.writeWord(id, 4, input.number());
   subject.host.mainApplication.setField(11, 1);
-  if (const auto id = subject.host.sharedMemory.find(893)) {
-    subject.host.sharedMemory.writeWord(*id, 0, cursor);
-    subject.host.sharedMemory.writeWord(*id, 4, length);
-  }
 }
 void correctText(Subject& subject, Input& input) {
   subject.host.mainApplication.writeCorrectedText(textOf(input.counted()));
@@ -193,6 +180,10 @@ void worldActions(Subject& subject, Bytes script) {
 void planAtCall(Subject& subject, std::uint64_t n, Bytes script) {
   subject.host.journal.beforeCall(
       n, [&subject, actions = copyOf(script)] { worldActions(subject, actions); });
+}
+
+int segment(Subject& subject, std::uint32_t key) {
+  return subject.host.sharedMemory.find(key).value_or(-1);
 }
 
 std::uint32_t segmentKey(Input& input) { return input.oneOf(kKeys); }

@@ -21,6 +21,8 @@ void worldActions(Subject& subject, Bytes script);
 /// Runs `script` just before the n-th call from now that the input method makes on the platform.
 void planAtCall(Subject& subject, std::uint64_t n, Bytes script);
 
+/// Its id now; -1, which no segment has, where there is none.
+int segment(Subject& subject, std::uint32_t key);
 /// One of the segments' keys.
 std::uint32_t segmentKey(Input& input);
 /// Makes the segment anew: of a usual or any other size, to the byte or in whole pages, refused, a
@@ -39,6 +41,13 @@ void takeSteps(Subject& subject, const Input& input, int limit, AnyStep step) {
     subject.checkLaw();
   }
   if (!subject.ended()) subject.press(NSEvent{NSEventType::KeyDown, 0, 0, u" ", nullptr});
+}
+/// Those that the input names.
+template <std::size_t size>
+void takeSteps(Bytes bytes, int limit, const std::array<Step, size>& steps) {
+  Subject subject;
+  Input input(bytes);
+  takeSteps(subject, input, limit, [&] { input.oneOf(steps)(subject, input); });
 }
 
 }  // namespace quorvane::fuzz

@@ -24,7 +24,7 @@ void checkName(std::string_view name) {
 }  // namespace
 
 void run(Bytes bytes) {
-  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const std::string_view text = textOf(bytes);
   checkContent(text);
   checkName(text.substr(0, text.find('\n')));
 }

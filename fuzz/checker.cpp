@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "fuzz/Target.h"
+#include "hosts/memory/MemoryClock.h"
 #include "tools/checker/Conversation.h"
 
 namespace quorvane::fuzz {
@@ -13,18 +14,6 @@ namespace {
 
 constexpr int kStepLimit = 300;
 constexpr std::size_t kToolWords = 1024;  // a page
-
-class AnyClock : public Clock {
- public:
-  std::uint64_t mach_absolute_time() override { return now_ += step; }
-  double GetCurrentEventTime() override { return 0; }
-  void usleep(std::uint32_t microseconds) override { now_ += std::uint64_t{microseconds} * 1000; }
-
-  std::uint64_t step = 1000;
-
- private:
-  std::uint64_t now_ = 0;
-};
 
 // Rejects words by a letter that the input chooses, and offers what it says.
 class AnySpelling : public checker::Spelling {
@@ -63,6 +52,8 @@ class AnyPort : public checker::InputMethodPort {
 
 struct StandIn {
   explicit StandIn(Input& input) {
+    journal.setRecording(false);
+    clock.step = 1000;
     const std::uint8_t manner = input.byte();
     tool.resize((manner & 1) != 0 ? input.byte() : kToolWords);
     text.resize((manner & 2) != 0 ? input.half() % 512 : 4096);
@@ -81,7 +72,8 @@ struct StandIn {
   checker::CheckerOptions options;
   bool hasDictionary = true;
   bool beganWithUs = true;
-  AnyClock clock;
+  memory::MemoryJournal journal;
+  memory::MemoryClock clock{journal};
   AnySpelling spelling;
   AnyPort port;
   std::uint32_t message = 0;  // to come next, before the next look
@@ -90,10 +82,9 @@ struct StandIn {
 void writeWord(StandIn& standIn, std::size_t offset, std::uint32_t value) {
   if (offset / 4 < standIn.tool.size()) standIn.tool[offset / 4] = __builtin_bswap32(value);
 }
-void writeText(StandIn& standIn, std::size_t at, Bytes bytes) {
-  for (const std::uint8_t byte : bytes) {
-    if (at < standIn.text.size()) standIn.text[at++] = byte;
-  }
+void write(std::vector<std::uint8_t>& segment, std::size_t at, Bytes bytes) {
+  const std::size_t room = segment.size() - std::min(at, segment.size());
+  std::copy_n(bytes.begin(), std::min(bytes.size(), room), segment.end() - static_cast<long>(room));
 }
 void askForScan(StandIn& standIn) {
   constexpr std::size_t kAppFlags = 264;
@@ -108,7 +99,7 @@ void publish(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
   text.insert(text.end(), more.begin(), more.end());
   text.resize(std::min<std::size_t>(text.size(), 384));
   checker::encodeTextRecord({text, text.size(), 0}, standIn.text);
-  if (!text.empty()) writeText(standIn, 392, {&text.back(), 1});
+  if (!text.empty()) write(standIn.text, 392, {&text.back(), 1});
 }
 
 void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
@@ -119,14 +110,10 @@ void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
     }
     case 1: {
       const std::size_t at = input.half() % 512;
-      return writeText(standIn, at, input.counted());
+      return write(standIn.text, at, input.counted());
     }
-    case 2: {
-      const Bytes bytes = input.counted();
-      std::copy_n(bytes.begin(), std::min(bytes.size(), standIn.command.size()),
-                  standIn.command.begin());
-      return;
-    }
+    case 2:
+      return write(standIn.command, 0, input.counted());
     case 3:
       standIn.port.manner = input.byte();
       return;
@@ -136,12 +123,10 @@ void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
     case 5:
       standIn.spelling.wrong = static_cast<char>(input.byte() & 0x7F);
       return;
-    case 6: {
-      const Bytes bytes = input.counted();
-      standIn.spelling.offered.emplace_back(bytes.begin(), bytes.end());
+    case 6:
+      standIn.spelling.offered.emplace_back(textOf(input.counted()));
       if (standIn.spelling.offered.size() > 8) standIn.spelling.offered.clear();
       return;
-    }
     case 7:
       text.clear();
       return;
@@ -177,7 +162,7 @@ void checkPopupFile(std::string_view content) {
 }  // namespace
 
 void run(Bytes bytes) {
-  checkPopupFile({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+  checkPopupFile(textOf(bytes));
   Input input(bytes);
   StandIn standIn(input);
   std::vector<std::uint8_t> text;

@@ -13,14 +13,11 @@ namespace {
 constexpr std::uint32_t kTextRecord = 893;
 constexpr int kStepLimit = 200;
 
-std::vector<std::uint8_t> segment(Subject& subject) {
-  return subject.host.sharedMemory.read(subject.host.sharedMemory.find(kTextRecord).value_or(-1), 0,
-                                        10000);
+std::vector<std::uint8_t> textSegment(Subject& subject) {
+  return subject.host.sharedMemory.read(segment(subject, kTextRecord), 0, 10000);
 }
 void write(Subject& subject, std::size_t at, Bytes bytes) {
-  if (const auto id = subject.host.sharedMemory.find(kTextRecord)) {
-    subject.host.sharedMemory.write(*id, at, bytes);
-  }
+  subject.host.sharedMemory.write(segment(subject, kTextRecord), at, bytes);
 }
 BIMSessionRec* active(Subject& subject) { return BIMGetActiveSession(subject.process); }
 
@@ -34,7 +31,7 @@ void takeOver(Subject& subject, Input& /*input*/) {
   BIMSessionRec* session = active(subject);
   subject.host.journal.beforeCall(0, {});
   const bool taken = CheckEditReplacements(subject.process, session) != 0;
-  const auto bytes = segment(subject);
+  const auto bytes = textSegment(subject);
   const auto record = checker::decodeTextRecord(bytes);
   if (taken && bytes.size() >= checker::kTextRecordSize) {
     require(record && holdsText(*session, *record), "both readers see the same text");
@@ -52,7 +49,7 @@ void publish(Subject& subject, Input& input) {
   BIMSessionRec* session = active(subject);
   subject.host.journal.beforeCall(0, {});
   if (Set_InteractiveSession(subject.process, session, input.byte()) == 0) return;
-  const auto bytes = segment(subject);
+  const auto bytes = textSegment(subject);
   if (bytes.size() < checker::kTextRecordSize) return;
   const auto record = checker::decodeTextRecord(bytes);
   require(record && holdsText(*session, *record), "what is published can be read");
@@ -84,10 +81,6 @@ constexpr std::array<Step, 14> kSteps{
 
 }  // namespace
 
-void run(Bytes bytes) {
-  Subject subject;
-  Input input(bytes);
-  takeSteps(subject, input, kStepLimit, [&] { input.oneOf(kSteps)(subject, input); });
-}
+void run(Bytes bytes) { takeSteps(bytes, kStepLimit, kSteps); }
 
 }  // namespace quorvane::fuzz

@@ -172,10 +172,6 @@ constexpr std::array<Step, 29> kSteps{
 
 }  // namespace
 
-void run(Bytes bytes) {
-  Subject subject;
-  Input input(bytes);
-  takeSteps(subject, input, kStepLimit, [&] { input.oneOf(kSteps)(subject, input); });
-}
+void run(Bytes bytes) { takeSteps(bytes, kStepLimit, kSteps); }
 
 }  // namespace quorvane::fuzz

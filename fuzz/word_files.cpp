@@ -17,8 +17,6 @@ using Words = std::vector<std::u16string>;
 constexpr std::size_t kMostCandidates = 51;
 constexpr std::size_t kLongestInput = 1 << 20;
 
-std::string textOf(Bytes bytes) { return {bytes.begin(), bytes.end()}; }
-
 Words answers(memory::MemoryHost& host) {
   Process process(host.platform());
   ConversionEngine& engine = ConversionEngine::sharedEngine(process);
@@ -37,7 +35,7 @@ void checkFiles(Input input) {
   memory::MemoryHost host;
   host.bundle.put("phonex.js", "function phonex(word) { return word[0]; }");
   const std::size_t which = input.below(4);
-  const std::string content = textOf(input.take(SIZE_MAX));
+  const std::string content(textOf(input.take(SIZE_MAX)));
   if (which == 0) host.bundle.put("frequency_and_ipa.json", content);
   if (which == 1) host.bundle.put("phonex_encoded_words.json", content);
   if (which == 2) host.files.put(host.files.homeDirectory + "/.you_expand_me.json", content);

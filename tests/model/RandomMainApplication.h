@@ -65,14 +65,12 @@ class RandomMainApplication {
     const std::uint32_t count =
         random_.chance(50) ? random_.word() : random_.below(12) * random_.below(2);
     Message fix{202, count, randomText(random_)};
-    CFData data = bigEndian(count);
-    const std::string bytes = toUtf8(*fix.text);
-    data.insert(data.end(), bytes.begin(), bytes.end());
+    std::string utf8 = toUtf8(*fix.text);
     if (random_.chance(50)) {
-      data.push_back(0xFF);
+      utf8 += '\xFF';
       fix.text.reset();
     }
-    send(std::move(fix), std::move(data));
+    if (host_.mainApplication.sendFix(count, utf8)) sent(std::move(fix));
   }
 
   /// The run loop has turned: all messages have come in.
@@ -119,7 +117,9 @@ class RandomMainApplication {
   }
 
   void send(Message message, std::optional<CFData> data) {
-    if (!host_.mainApplication.sendMessage(message.id, std::move(data))) return;
+    if (host_.mainApplication.sendMessage(message.id, std::move(data))) sent(std::move(message));
+  }
+  void sent(Message message) {
     (answering_ ? answering_->arrived : sent_).push_back(std::move(message));
   }
 

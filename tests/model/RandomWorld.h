@@ -32,8 +32,6 @@ class RandomWorld : private IMKInputController {
     while (random_.chance(500)) mainApplication_.sendFix();
     host_.text.focus(random_.chance(500) ? nullptr : &method_.document);
   }
-  RandomWorld(const RandomWorld&) = delete;
-  RandomWorld& operator=(const RandomWorld&) = delete;
 
   /// Delivers so many key events, fewer where the law is broken.
   void run(std::uint64_t keys) {
