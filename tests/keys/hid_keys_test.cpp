@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "hosts/memory/MemoryHost.h"
 #include "src/keys/qorvHIDkeys.h"
 
@@ -36,13 +34,9 @@ TEST_F(HIDKeys, ModifiersGoOutAsFlagsChangedWithEverythingThatIsHeld) {
 }
 
 TEST_F(HIDKeys, EachModifierHasItsMaskAndItsNeighboursArePlainKeys) {
-  for (const auto& [code, mask] : std::map<std::uint32_t, std::uint32_t>{{54, 0},
-                                                                         {55, 0x100000},
-                                                                         {56, 0x20000},
-                                                                         {57, 0x10000},
-                                                                         {58, 0x80000},
-                                                                         {59, 0x40000},
-                                                                         {60, 0}}) {
+  const std::pair<std::uint32_t, std::uint32_t> masks[] = {
+      {54, 0}, {55, 0x100000}, {56, 0x20000}, {57, 0x10000}, {58, 0x80000}, {59, 0x40000}, {60, 0}};
+  for (const auto& [code, mask] : masks) {
     HIDPressVirtualKey(process, code);
     EXPECT_EQ(modifiers(), mask) << code;
     HIDReleaseVirtualKey(process, code);

@@ -46,13 +46,11 @@ TEST_F(KeyCodes, ACharacterHasItsKeyAndTheFirstModifiersThatYieldIt) {
 }
 
 TEST_F(KeyCodes, CurlyQuotesHaveAWordAndNoKeyOnAnyLayout) {
+  const std::pair<std::uint32_t, int> words[] = {
+      {210, 0x0880}, {211, 0x0A80}, {212, 0x0880}, {213, 0x0A80}, {0x1D2, 0x0080}};
   for (const auto& layout : {keyboard::usLayout(), keyboard::LayoutData{}}) {
     host.useLayout(layout);
-    for (const auto& [quote, word] : {std::pair{210U, 0x0880},
-                                      {211U, 0x0A80},
-                                      {212U, 0x0880},
-                                      {213U, 0x0A80},
-                                      {0x1D2U, 0x0080}}) {
+    for (const auto& [quote, word] : words) {
       EXPECT_EQ(find(quote), (std::pair{word, 65535})) << quote;
     }
   }
@@ -88,13 +86,11 @@ TEST_F(KeyCodes, HeldKeysAreBitsOfTheKeyMap) {
 }
 
 TEST_F(KeyCodes, EachModifierIsAFlagAndOnlyTheLowByteMeansDown) {
-  for (const auto& [word, flags] : {std::pair{0x04FF, 0x10000},
-                                    {0x0200, 0x20000},
-                                    {0x1000, 0x40000},
-                                    {0x0100, 0x100000},
-                                    {0xE800, 0x80000}}) {
-    EXPECT_EQ(eventFlags(static_cast<std::uint16_t>(word)), static_cast<std::uint64_t>(flags));
-    Do_POST_CGEVENT(process, nullptr, {1, 8193}, 9, static_cast<std::uint16_t>(word), 0x100);
+  const std::pair<std::uint16_t, std::uint64_t> words[] = {
+      {0x4FF, 0x10000}, {0x200, 0x20000}, {0x1000, 0x40000}, {0x100, 0x100000}, {0xE800, 0x80000}};
+  for (const auto& [word, flags] : words) {
+    EXPECT_EQ(eventFlags(word), flags);
+    Do_POST_CGEVENT(process, nullptr, {1, 8193}, 9, word, 0x100);
     EXPECT_EQ(host.queue.take()->type, NSEventType::KeyUp);
   }
 }

@@ -144,10 +144,6 @@ TEST_F(EventEntry, TheOriginalBufferGrowsAsMarkedText) {
   state().stringbuffer = u"d";
   controller.commitComposition(&method.document);
   EXPECT_EQ(controller.insertionIndex(), 0);
-  const std::u16string text = u"x";
-  controller.setComposedBuffer(&text);
-  controller.setComposedBuffer(nullptr);
-  EXPECT_EQ(controller.composedBuffer(), u"x");
 }
 
 TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
@@ -185,55 +181,6 @@ TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {
   EXPECT_EQ(method.session().editState, kEditCancelled);
   EXPECT_EQ(method.host.mainApplication.field(44), 0x9C40FFFDu);
   EXPECT_NE(method.host.sharedMemory.totalAttachments(), 0u) << "the record stays attached";
-}
-
-TEST_F(EventEntry, CompletionAsksForItsSwitchAndForNothingThatBlocksIt) {
-  auto& main = method.host.mainApplication;
-  auto& flags = method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
-  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u);
-  flags = 0x10040;
-  main.setField(49, flags);
-  main.setField(7, 5);
-  main.setField(8, 2);
-  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0x40u);
-  main.setField(8, 4);
-  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u) << "7 and 8 have a bit in common";
-  main.setField(8, 0);
-  main.setField(6, 0);
-  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u);
-  main.setField(6, 1);
-  flags = 0x40;
-  main.setField(49, flags);
-  EXPECT_EQ(Get_InteractiveCheck_Status(method.process), 0u) << "the master switch is off";
-
-  struct Case {
-    std::uint32_t field, value;
-    bool blocks;
-  };
-  EXPECT_FALSE(do_AutoCompleteCancelWindow(method.process));
-  for (const Case& one :
-       {Case{31, 1, true}, Case{31, 2, false}, Case{27, 3, true}, Case{19, 2, true}}) {
-    main.setField(one.field, one.value);
-    EXPECT_EQ(do_AutoCompleteCancelWindow(method.process), one.blocks) << one.field;
-    main.setField(one.field, 0);
-  }
-}
-
-TEST_F(EventEntry, EveryKeyThatReachesCompletionSaysThatItIsOff) {
-  const auto lines = [&] {
-    return std::count(method.host.log.lines.begin(), method.host.log.lines.end(),
-                      " ************* InteractiveAutoCompleteMask  NOTENABLED");
-  };
-  const auto before = lines();
-  keyDown(u'a');
-  EXPECT_EQ(lines(), before + 1);
-  EXPECT_EQ(GetLastClient(method.process), &method.document);
-  EXPECT_EQ(method.process.state<InputControllerState>().lastClient, &method.document);
-  method.bringMainApplicationToFront();
-  field::Document& other = method.host.text.addDocument();
-  method.host.text.focus(&other);
-  keyDown(u'b');
-  EXPECT_EQ(GetLastClient(method.process), &other) << "though the key isn't ours";
 }
 
 }  // namespace

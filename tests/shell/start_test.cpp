@@ -79,19 +79,6 @@ TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
       << "the menu's part runs once only";
 }
 
-TEST_F(Start, FocusBeforeAndAfterIt) {
-  auto& state = process.state<ControllerState>();
-  auto& document = host.text.addDocument();
-  do_activateServer1(process, &document);
-  EXPECT_EQ(state.is_ACTIVE, 1u);
-  EXPECT_EQ(state.activatedsender, nullptr);
-  InputMethodMain(process, {});
-  do_activateServer1(process, &document);
-  EXPECT_EQ(state.activatedsender, &document);
-  do_deactivateServer1(process, &document);
-  EXPECT_EQ(state.is_ACTIVE, 0u);
-}
-
 TEST(Delegate, TakesInWhatTheWorkspaceTells) {
   StartedInputMethod method(false);
   auto& presence = method.process.state<PresenceState>();
