@@ -62,8 +62,6 @@ TEST_F(TextApplicationTest, CarbonRecordStandsBehindTheEvent) {
   host.text.deliver({NSEventType::KeyDown, 0, 14, u"\u00E9", nullptr}, {true, true});
   EXPECT_EQ(controller.carbon->kind, kEventRawKeyRepeat);
   EXPECT_EQ(controller.carbon->kchr, std::uint8_t{0});
-  host.text.deliver({NSEventType::KeyDown, 0, 0, u"a", nullptr}, {false, false});
-  EXPECT_FALSE(controller.carbon);
 }
 
 TEST_F(TextApplicationTest, EndlessPostingIsCutOffAndRecorded) {
