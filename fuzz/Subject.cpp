@@ -237,10 +237,6 @@ void Subject::checkLaw() {
   require(!process.state<StartState>().NoRecursion, "starting isn't busy");
   require(host.text.errors().size() == std::min<std::size_t>(thrown_, kErrorsKept),
           "the text field meets no other error");
-  checkSessions();
-}
-
-void Subject::checkSessions() {
   for (const auto& session : process.state<SessionState>().records) {
     require(session->cursor <= session->length, "the cursor lies inside the text");
     require(session->length <= kSessionTextSize, "the text lies inside its buffer");

@@ -47,7 +47,6 @@ class Subject : public test::StartedInputMethod {
   void checkTaker(const NSEvent& event, bool consumed, bool composing);
   void checkDocument(const NSEvent& event, bool consumed);
   void checkToolRecord();
-  void checkSessions();
   std::u16string afterPassing(const NSEvent& event);
   [[nodiscard]] bool isReplaced(const NSEvent& event) const;
 
