@@ -15,12 +15,6 @@
 namespace quorvane::tests {
 namespace {
 
-std::string contentOf(const std::filesystem::path& file) {
-  std::ostringstream content;
-  content << std::ifstream(file, std::ios::binary).rdbuf();
-  return content.str();
-}
-
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
   std::vector<char*> result;
   for (std::string& text : texts) result.push_back(text.data());
@@ -35,6 +29,12 @@ void redirect(const std::filesystem::path& file, int flags, int descriptor) {
 }
 
 }  // namespace
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ostringstream content;
+  content << std::ifstream(file, std::ios::binary).rdbuf();
+  return content.str();
+}
 
 std::size_t announcementsIn(const std::filesystem::path& folder) {
   std::error_code error;

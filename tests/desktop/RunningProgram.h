@@ -57,6 +57,8 @@ class RunningProgram {
   bool ended_ = false;
 };
 
+std::string contentOf(const std::filesystem::path& file);
+
 /// How many processes have announced themselves in `folder`.
 std::size_t announcementsIn(const std::filesystem::path& folder);
 

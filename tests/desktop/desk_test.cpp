@@ -30,12 +30,6 @@ void writeWordData(const std::filesystem::path& folder) {
   std::ofstream(folder / "frequency_and_ipa.json") << table << '}';
 }
 
-std::string contentOf(const std::filesystem::path& file) {
-  std::ostringstream content;
-  content << std::ifstream(file).rdbuf();
-  return content.str();
-}
-
 /// A terminal of 100 x 30 with a shell in it that runs the desk and says how it ended.
 class Desk {
  public:
@@ -46,6 +40,7 @@ class Desk {
                                << "sh -c 'echo $$ >pid; exec " QUORVANE_PROGRAM " desk " << options
                                << "'\necho \"ended $?\"; stty -g >after; cat\n";
     tmux("-f " + file("conf") + " new-session -d -x 100 -y 30 'sh " + file("run") + "'");
+    EXPECT_TRUE(shows("Ctrl-Q")) << screen();
   }
   ~Desk() { tmux("kill-server"); }
   Desk(const Desk&) = delete;
@@ -113,7 +108,6 @@ class Desk {
 
 TEST(Desk, KeysOfACompletedWord) {
   Desk desk("--vertical --annotation");
-  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
   struct Step {
     std::string keys;
     std::vector<std::string> document;  ///< afterwards
@@ -126,10 +120,8 @@ TEST(Desk, KeysOfACompletedWord) {
       {"Acco Escape", {"account Acco"}, ""},
       {"Enter acco Enter", {"account Acco", "acco"}, ""},
       {"Space acc 3", {"account Acco", "acco according"}, ""},
-      {", acco ,", {"account Acco", "acco according,acco,"}, ""},
-      {"acco BSpace", {"account Acco", "acco according,acco,acc"}, "2 account"},
-      {"Escape BSpace BSpace BSpace BSpace", {"account Acco", "acco according,acco"}, ""},
-      {"\u20AC\u00E9\U0001F426", {"account Acco", "acco according,acco\u20AC\u00E9\U0001F426"}, ""},
+      {"BSpace BSpace", {"account Acco", "acco accordi"}, ""},
+      {"\u20AC\u00E9\U0001F426", {"account Acco", "acco accordi\u20AC\u00E9\U0001F426"}, ""},
   };
   for (const Step& step : steps) {
     SCOPED_TRACE(step.keys);
@@ -151,7 +143,6 @@ TEST(Desk, KeysOfACompletedWord) {
 
 TEST(Desk, RowShiftTapAndResizing) {
   Desk desk("--with-space --shift-toggle");
-  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
   desk.keys("acco Right");
   EXPECT_TRUE(desk.shows("1 acco 2>account 3 according 4")) << desk.screen();
   desk.tmux("resize-window -x 60 -y 10");
@@ -173,14 +164,9 @@ TEST(Desk, RowShiftTapAndResizing) {
 
 TEST(Desk, PopupWithSuggestions) {
   Desk desk("--popup");
-  ASSERT_TRUE(desk.shows("window: none")) << desk.screen();
   const auto opensWith = [&desk](const std::string& keys) {
     desk.keys(keys);
     return desk.shows("\u250C");
-  };
-  const auto afterAPause = [&desk](const std::string& digit) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(600));
-    desk.keys(digit);
   };
   desk.keys("'Teh 1,'");
   EXPECT_TRUE(desk.line(0, "Teh 1,")) << "a digit in haste is typed";
@@ -188,26 +174,14 @@ TEST(Desk, PopupWithSuggestions) {
   EXPECT_EQ(desk.placeOf("\u250C"), std::pair(std::size_t{2}, std::size_t{16})) << desk.screen();
   EXPECT_TRUE(desk.shows("\u2502 1 receive ")) << desk.screen();
   EXPECT_TRUE(desk.shows("window: popup")) << desk.screen();
-  afterAPause("1");
+  std::this_thread::sleep_for(std::chrono::milliseconds(600));
+  desk.keys("1");
   EXPECT_TRUE(desk.line(0, "Teh 1, receive")) << desk.screen();
   EXPECT_TRUE(desk.shows("window: none")) << desk.screen();
-  struct Step {
-    std::string key;
-    std::string document;  ///< afterwards
-  };
-  const std::vector<Step> steps{
-      {"Escape", "recieve"}, {"Tab", "recieve receive"}, {"Down", "recieve receive recieve"}};
-  for (const Step& step : steps) {
-    SCOPED_TRACE(step.key);
-    ASSERT_TRUE(opensWith("'recieve '")) << desk.screen();
-    desk.keys(step.key);
-    EXPECT_TRUE(desk.line(0, "Teh 1, receive " + step.document)) << desk.screen();
-    EXPECT_TRUE(desk.shows("window: none")) << desk.screen();
-    EXPECT_EQ(desk.screen().find("1 receive"), std::string::npos) << desk.screen();
-  }
-  ASSERT_TRUE(opensWith("'teh '")) << desk.screen();
-  afterAPause("0");
-  EXPECT_TRUE(desk.line(0, "Teh 1, receive recieve receive recieve teh 0")) << desk.screen();
+  EXPECT_EQ(desk.screen().find("1 receive"), std::string::npos) << desk.screen();
+  ASSERT_TRUE(opensWith("'recieve '")) << desk.screen();
+  desk.keys("Tab");
+  EXPECT_TRUE(desk.line(0, "Teh 1, receive receive")) << desk.screen();
 
   desk.tmux("resize-window -x 72 -y 16");
   ASSERT_TRUE(opensWith(
@@ -219,46 +193,26 @@ TEST(Desk, PopupWithSuggestions) {
   EXPECT_TRUE(eventually([&] { return desk.screen().find("\u250C") == std::string::npos; }));
 }
 
-TEST(Desk, SmartCharactersWithoutCompletion) {
+TEST(Desk, ACrashGivesTheTerminalBack) {
   Desk desk("--smart");
-  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
   desk.keys("'i \"account\" '");
   EXPECT_TRUE(desk.line(0, "I \u201Caccount\u201D")) << desk.screen();
-}
-
-TEST(Desk, ACrashGivesTheTerminalBack) {
-  Desk desk("");
-  ASSERT_TRUE(desk.shows("Ctrl-Q")) << desk.screen();
   desk.signal(SIGQUIT);
   EXPECT_TRUE(desk.shows("ended 131")) << desk.screen();
   EXPECT_TRUE(desk.terminalIsAsBefore());
 }
 
-TEST(Desk, NeedsATerminal) {
-  const OwnFolder folder;
-  RunningProgram desk(folder, {.arguments = {"desk"}});
-  EXPECT_EQ(desk.wait(), 2);
-  EXPECT_NE(desk.errors().find("must be a terminal"), std::string::npos);
-}
-
 TEST(Candidates, AListForEachPrefix) {
   const OwnFolder folder;
   writeWordData(folder.path() / "data");
-  const std::string bundle = "QUORVANE_BUNDLE_DIR=" + (folder.path() / "data").string();
-  RunningProgram lists(
-      folder, {.arguments = {"candidates", "Acco", "zeb", "\U0001F426"}, .variables = {bundle}});
+  RunningProgram lists(folder,
+                       {.arguments = {"candidates", "Acco", "zeb", "\U0001F426"},
+                        .variables = {"QUORVANE_BUNDLE_DIR=" + (folder.path() / "data").string()}});
   EXPECT_EQ(lists.wait(), 0);
   EXPECT_TRUE(
       lists.output().starts_with("Acco\nAccount\nAccording\nAccommodation\nAccountant\n\n"
                                  "zeb\nzebra\n\n\U0001F426\n"))
       << lists.output();
-  RunningProgram broken(folder, {.arguments = {"candidates", "a\xFF"}, .variables = {bundle}});
-  EXPECT_EQ(broken.wait(), 2);
-  EXPECT_NE(broken.errors().find("offset 1"), std::string::npos);
-  RunningProgram empty(folder, {.arguments = {"candidates", "a"},
-                                .variables = {"QUORVANE_BUNDLE_DIR=/nonexistent"}});
-  EXPECT_EQ(empty.wait(), 1);
-  EXPECT_NE(empty.errors().find("google_227800_words.bin"), std::string::npos);
 }
 
 }  // namespace

@@ -13,24 +13,27 @@ class DesktopMessagePorts : public testing::Test {
  protected:
   void serveHere(CFData reply = {}) {
     auto& loop = stage_.host().runLoop();
-    auto& ports = stage_.platform().messagePorts;
-    const auto port = ports.CFMessagePortCreateLocal("port", [=, this](auto id, const CFData*) {
+    const auto port = ports_.CFMessagePortCreateLocal("port", [=, this](auto id, const CFData*) {
       received_.push_back(id);
       return std::optional(reply);
     });
     ASSERT_NE(port, nullptr);
     loop.CFRunLoopAddSource(*loop.CFRunLoopGetCurrent(),
-                            ports.CFMessagePortCreateRunLoopSource(port));
+                            ports_.CFMessagePortCreateRunLoopSource(port));
   }
   std::int32_t ask(double timeout, CFData& reply) {
-    const auto remote = stage_.platform().messagePorts.CFMessagePortCreateRemote("port");
+    const auto remote = ports_.CFMessagePortCreateRemote("port");
     if (remote == nullptr) return 1;
-    return stage_.platform().messagePorts.CFMessagePortSendRequest(*remote, 5, {}, timeout, timeout,
-                                                                   &reply);
+    return ports_.CFMessagePortSendRequest(*remote, 5, {}, timeout, timeout, &reply);
   }
   Descriptor client() { return connectTo(stage_.runtimeFile("port")); }
   static bool put(const Descriptor& socket, std::vector<std::uint8_t> packet) {
     return sendPacket(socket.get(), packet, {}) == Transfer::Done;
+  }
+  static bool takeRequest(const Descriptor& server) {
+    std::vector<std::uint8_t> buffer(64);
+    std::size_t size = 0;
+    return receiveRequest(server.get(), buffer, size) == Transfer::Done;
   }
   bool isClosedFor(const Descriptor& socket) {
     std::vector<std::uint8_t> buffer(kRequestSizeLimit);
@@ -39,6 +42,7 @@ class DesktopMessagePorts : public testing::Test {
   }
 
   tests::DesktopStage stage_;
+  quorvane::MessagePorts& ports_ = stage_.platform().messagePorts;
   std::vector<std::int32_t> received_;
 };
 
@@ -80,16 +84,15 @@ TEST_F(DesktopMessagePorts, APacketSentBeforeTheClientLeftIsStillHandled) {
 }
 
 TEST_F(DesktopMessagePorts, ASendWithoutReplyNeverBlocksLongerThanItsTimeout) {
-  auto& ports = stage_.platform().messagePorts;
-  const auto deaf = ports.CFMessagePortCreateLocal("deaf", [](auto, auto) { return CFData(); });
-  const auto remote = ports.CFMessagePortCreateRemote("deaf");
+  const auto deaf = ports_.CFMessagePortCreateLocal("deaf", [](auto, auto) { return CFData(); });
+  const auto remote = ports_.CFMessagePortCreateRemote("deaf");
   const CFData data(kMessagePayloadLimit);
   std::int32_t status = kCFMessagePortSuccess;
   for (int i = 0; i < 1000 && status == kCFMessagePortSuccess; ++i) {
-    status = ports.CFMessagePortSendRequest(*remote, 1, data, 0, 0, nullptr);
+    status = ports_.CFMessagePortSendRequest(*remote, 1, data, 0, 0, nullptr);
   }
   EXPECT_EQ(status, kCFMessagePortSendTimeout);
-  EXPECT_EQ(ports.CFMessagePortSendRequest(*remote, 1, data, 0.05, 0, nullptr),
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 1, data, 0.05, 0, nullptr),
             kCFMessagePortSendTimeout);
 }
 
@@ -103,9 +106,7 @@ TEST_F(DesktopMessagePorts, AnAnswerThatComesTooLateIsNotTakenForTheNextOne) {
   put(next, {'u', 'n', 'a', 's', 'k', 'e', 'd'});
   stage_.turn();
   const auto answering = stage_.host().runLoop().watch(next.get(), G_IO_IN, [&](GIOCondition) {
-    std::vector<std::uint8_t> buffer(64);
-    std::size_t size = 0;
-    if (receiveRequest(next.get(), buffer, size) == Transfer::Done) put(next, {'o', 'k'});
+    if (takeRequest(next)) put(next, {'o', 'k'});
   });
   EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
   EXPECT_EQ(reply, (CFData{'o', 'k'}));
@@ -115,9 +116,7 @@ TEST_F(DesktopMessagePorts, AnEmptyAnswerCountsThoughTheServerHasLeft) {
   const Descriptor listener = listenAt(stage_.runtimeFile("port"));
   const auto answering = stage_.host().runLoop().watch(listener.get(), G_IO_IN, [&](GIOCondition) {
     const Descriptor server = acceptFrom(listener.get());
-    std::vector<std::uint8_t> buffer(64);
-    std::size_t size = 0;
-    EXPECT_EQ(receiveRequest(server.get(), buffer, size), Transfer::Done);
+    EXPECT_TRUE(takeRequest(server));
     EXPECT_TRUE(put(server, {}));
   });
   CFData reply{1};
@@ -127,8 +126,7 @@ TEST_F(DesktopMessagePorts, AnEmptyAnswerCountsThoughTheServerHasLeft) {
 
 TEST_F(DesktopMessagePorts, AServerThatIsKilledEndsTheWaitAndItsSocketIsTakenOver) {
   auto server = std::make_unique<tests::Child>([this] { serveHere(); });
-  auto& ports = stage_.platform().messagePorts;
-  EXPECT_EQ(ports.CFMessagePortCreateLocal("port", nullptr), nullptr) << "it is served";
+  EXPECT_EQ(ports_.CFMessagePortCreateLocal("port", nullptr), nullptr) << "it is served";
   const auto killing = stage_.host().runLoop().addTimer(std::chrono::milliseconds(20), [&] {
     server->kill();
     return false;
@@ -136,7 +134,7 @@ TEST_F(DesktopMessagePorts, AServerThatIsKilledEndsTheWaitAndItsSocketIsTakenOve
   CFData reply;
   EXPECT_EQ(ask(1600, reply), kCFMessagePortIsInvalid);
   EXPECT_TRUE(std::filesystem::exists(stage_.runtimeFile("port")));
-  EXPECT_EQ(ports.CFMessagePortCreateRemote("port"), nullptr);
+  EXPECT_EQ(ports_.CFMessagePortCreateRemote("port"), nullptr);
   serveHere({'n'});
   EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
   EXPECT_EQ(reply, CFData{'n'});
@@ -147,23 +145,21 @@ TEST_F(DesktopMessagePorts, AServerThatIsKilledEndsTheWaitAndItsSocketIsTakenOve
 TEST_F(DesktopMessagePorts, PeersThatHaveGoneLeaveNoSocketOpen) {
   using Entries = std::filesystem::directory_iterator;
   const auto descriptors = [] { return std::distance(Entries("/proc/self/fd"), Entries()); };
-  auto& ports = stage_.platform().messagePorts;
   const auto before = descriptors();
   for (const std::string_view name : {"one", "two", "three"}) {
     const Descriptor server = listenAt(stage_.runtimeFile(name));
-    EXPECT_NE(ports.CFMessagePortCreateRemote(name), nullptr);
+    EXPECT_NE(ports_.CFMessagePortCreateRemote(name), nullptr);
   }
   stage_.turn();
-  EXPECT_EQ(ports.CFMessagePortCreateRemote("four"), nullptr);
+  EXPECT_EQ(ports_.CFMessagePortCreateRemote("four"), nullptr);
   EXPECT_EQ(descriptors(), before);
 }
 
 TEST_F(DesktopMessagePorts, ANameThatIsNoFileNameIsNotServed) {
-  auto& ports = stage_.platform().messagePorts;
   for (const std::string& name : {std::string(), std::string("../port"), std::string(".lock"),
                                   std::string(200, 'n'), std::string("a\0b", 3)}) {
-    EXPECT_EQ(ports.CFMessagePortCreateLocal(name, nullptr), nullptr) << name;
-    EXPECT_EQ(ports.CFMessagePortCreateRemote(name), nullptr) << name;
+    EXPECT_EQ(ports_.CFMessagePortCreateLocal(name, nullptr), nullptr) << name;
+    EXPECT_EQ(ports_.CFMessagePortCreateRemote(name), nullptr) << name;
   }
 }
 

@@ -41,6 +41,12 @@ TEST(Program, ExitCodesAreHonest) {
   const std::vector<Case> cases{
       {{.arguments = {"--help"}}, 0, "type", ""},
       {{.arguments = {"typo"}}, 2, "", "subcommand"},
+      {{.arguments = {"desk"}}, 2, "", "must be a terminal"},
+      {{.arguments = {"candidates", "a\xFF"}}, 2, "", "offset 1"},
+      {{.arguments = {"candidates", "a"}, .variables = {"QUORVANE_BUNDLE_DIR=/nonexistent"}},
+       1,
+       "",
+       "google_227800_words.bin"},
       {{.arguments = {"type", "--switches", "12g"}}, 2, "", "12g"},
       {{.arguments = {"type"}, .input = "ab\xC3("}, 2, "", "offset 2"},
       {{.arguments = {"type", "--no-checker"},
@@ -65,16 +71,6 @@ TEST(Program, ExitCodesAreHonest) {
     }
     EXPECT_NE(program.errors().find(one.errors), std::string::npos) << program.errors();
   }
-}
-
-TEST(Type, CorrectsWhatIsTypedAndLeavesNothing) {
-  const OwnFolder folder;
-  RunningProgram type(folder, {.arguments = {"type"}, .input = std::string(kMistakes)});
-  EXPECT_EQ(type.wait(), 0);
-  EXPECT_EQ(type.output(), kCorrected);
-  EXPECT_EQ(type.errors(), "");
-  EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
-  EXPECT_FALSE(hasSegment(type.pid()));
 }
 
 TEST(Type, TraceTellsAttachPacketAndClientCallOfAFix) {
@@ -133,7 +129,6 @@ TEST_P(TypeSignal, LeavesNothingBehind) {
   EXPECT_TRUE(eventually([&] { return !hasSegment(type.pid()); }));
   EXPECT_EQ(type.wait(), 128 + GetParam());
   EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
-  EXPECT_FALSE(hasSegment(type.pid()));
   EXPECT_EQ(type.output(), "");
 }
 
@@ -151,7 +146,9 @@ TEST(Type, WhatAKillLeavesIsClearedAwayByTheNext) {
   RunningProgram next(folder, {.arguments = {"type"}, .input = std::string(kMistakes)});
   EXPECT_EQ(next.wait(), 0);
   EXPECT_EQ(next.output(), kCorrected);
+  EXPECT_EQ(next.errors(), "");
   EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
+  EXPECT_FALSE(hasSegment(next.pid()));
 }
 
 TEST(Type, SeveralRunSideBySide) {
