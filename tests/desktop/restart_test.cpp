@@ -127,6 +127,7 @@ TEST_F(Restart, ThreeTimesWhileTyping) {
   std::string wellFormed;
   int typedWhileAway = 0;
   std::vector<int> corrected(absences.size() - 1);
+  std::vector<int> asTyped(corrected.size());  // on a busy machine a fix may come too late
   for (const Word& word : text) {
     std::string found;
     document >> found;
@@ -134,7 +135,7 @@ TEST_F(Restart, ThreeTimesWhileTyping) {
     wellFormed += found + ' ';
     for (std::size_t i = 0; i < corrected.size(); ++i) {
       if (within(word, absences[i].back, absences[i + 1].killed)) {
-        corrected[i] += found == word.corrected ? 1 : 0;
+        ++(found == word.corrected ? corrected : asTyped)[i];
       } else if (within(word, absences[i].gone, absences[i].restarted)) {
         EXPECT_EQ(found, word.typed) << "at key " << word.firstKey;
         ++typedWhileAway;
@@ -144,6 +145,7 @@ TEST_F(Restart, ThreeTimesWhileTyping) {
   EXPECT_EQ(type_->output(), wellFormed);
   EXPECT_GE(typedWhileAway, 9);
   for (const int count : corrected) EXPECT_GE(count, 6);
+  for (const int count : asTyped) EXPECT_LE(count, 2);
 }
 
 bool wasRefused(const RunningProgram& program) {
