@@ -183,5 +183,10 @@ TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {
   EXPECT_NE(method.host.sharedMemory.totalAttachments(), 0u) << "the record stays attached";
 }
 
+TEST_F(EventEntry, CompletionKnowsTheClientOfAKeyThoughItIsOff) {
+  keyDown(u'a');
+  EXPECT_EQ(Get_Last_Client(method.process), &method.document);
+}
+
 }  // namespace
 }  // namespace quorvane
