@@ -90,20 +90,13 @@ TEST_F(KeyboardLayouts, KeysHaveThePlatformsCodesAndXkbsModifiers) {
     std::u16string text;
   };
   const Case cases[] = {
-      {"us", 50, kShift, u"~"},
-      {"us", 49, kOption, u" "},
-      {"us", 36, kShift, u"\r"},
-      {"de", 10, kShift, u">"},
-      {"de", 41, kCapsLock, u"Ö"},
-      {"de", 41, kCapsLock | kShift, u"Ö"},
-      {"de", 18, kCapsLock, u"1"},
-      {"de", 12, kOption, u"@"},
-      {"de", 12, kOption | kShift, u"Ω"},
-      {"de", 50, 0, u"^"},
-      {"de", 87, kShift, u"5"},
-      {"de", 65, 0, u","},
-      {"fr", 18, kShift, u"1"},
-      {"ru", 0, 0, u"ф"},
+      {"us", 50, kShift, u"~"},           {"us", 49, kOption, u" "},
+      {"us", 36, kShift, u"\r"},          {"de", 10, kShift, u">"},
+      {"de", 41, kCapsLock, u"Ö"},        {"de", 41, kCapsLock | kShift, u"Ö"},
+      {"de", 18, kCapsLock, u"1"},        {"de", 12, kOption, u"@"},
+      {"de", 12, kOption | kShift, u"Ω"}, {"de", 50, 0, u"^"},
+      {"de", 87, kShift, u"5"},           {"de", 65, 0, u","},
+      {"fr", 18, kShift, u"1"},           {"ru", 0, 0, u"ф"},
       {"de,nonsense", 16, 0, u"z"},
   };
   for (const Case& one : cases) {
