@@ -32,7 +32,9 @@ std::u16string replacementsOf(const NSEvent& event) {
   return key >= u'a' && key <= u'z' ? std::u16string{static_cast<char16_t>(key - 32)} : u"";
 }
 
-bool isCapital(std::u16string_view text) { return text.front() >= u'A' && text.front() <= u'Z'; }
+bool isCapital(std::u16string_view text) {
+  return !text.empty() && text.front() >= u'A' && text.front() <= u'Z';
+}
 
 /// The keys, up and down, that windows of the main application take.
 bool mayBeForWindow(const NSEvent& event) {
@@ -132,7 +134,7 @@ void Subject::deliver(const NSEvent& event, const field::Delivery& how) {
   reports_ = 0;
   const field::Outcome outcome = host.text.deliver(event, how);
   require(reports_ == 1 && outcome_ == outcome, "an event has one outcome");
-  require(owed_.empty(), "a capital that was pressed comes back");
+  require(!owedSurely_, "a capital that was pressed comes back");
   checkLaw();
 }
 
@@ -150,7 +152,8 @@ void Subject::judge(const field::EventReport& report) {
   if (report.posted) {
     judgePosted(report.event);
   } else {
-    require(owed_.empty(), "what is posted comes before what is typed next");
+    require(!owedSurely_, "what is posted comes before what is typed next");
+    owed_.clear();
     ++reports_;
     outcome_ = report.outcome;
   }
@@ -165,18 +168,20 @@ void Subject::judge(const field::EventReport& report) {
 void Subject::judgePosted(const NSEvent& event) {
   const bool command = (event.modifierFlags & NSEventModifierFlagCommand) != 0;
   if (command || event.type != NSEventType::KeyDown) return;
-  if (owed_.empty() && before_->completionIsOn) return;  // nobody knows who took the letter
   require(event.characters == owed_, "a capital takes the place of its letter");
   owed_.clear();
+  owedSurely_ = false;
 }
 
 void Subject::checkTaker(const NSEvent& event, bool consumed, bool composing) {
   const bool ours = before_->firstKeyIsOurs && event.type == NSEventType::KeyDown;
   require(consumed || !ours, "the claimed key is consumed");
-  if (!consumed || ours || composing || mayBeForWindow(event)) return;
+  if (!consumed || ours) return;
   const std::u16string replacements = replacementsOf(event);
-  require(!replacements.empty(), "only what has a taker is consumed");
   if (isCapital(replacements)) owed_ = replacements;
+  if (composing || mayBeForWindow(event)) return;
+  require(!replacements.empty(), "only what has a taker is consumed");
+  owedSurely_ = !owed_.empty();
 }
 
 // Where something waited for an event, it is there besides: then nobody knows what the text was.

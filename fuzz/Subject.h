@@ -55,8 +55,9 @@ class Subject : public test::StartedInputMethod {
   bool disturbed_ = false;
   int reports_ = 0;  ///< of the event that is delivered
   field::Outcome outcome_ = field::Outcome::PassedOn;
-  std::u16string owed_;     ///< a capital that was pressed in place of a letter and must come back
-  std::size_t thrown_ = 0;  ///< events, by completion
+  std::u16string owed_;      ///< a capital that was pressed in place of a letter and must come back
+  bool owedSurely_ = false;  ///< false: completion may have taken the letter itself
+  std::size_t thrown_ = 0;   ///< events, by completion
 };
 
 }  // namespace quorvane::fuzz

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
 
@@ -56,13 +57,16 @@ TEST(RandomKeys, APlantedFaultIsNoticed) {
   }
 }
 
+std::uint64_t seed;
+void nameSeed(int /*signal*/) { std::cerr << "QUORVANE_SEED=" << seed << std::endl; }
+
 // The law is that of the fuzzers; a breach ends the test program.
 TEST(RandomKeys, TheLawHoldsWhateverTheMainApplicationDoes) {
   constexpr std::uint64_t kKeysOfOneInput = 1'000;  // about
-  std::uint64_t seed = firstSeed();
-  std::cout << "from QUORVANE_SEED=" << seed << std::endl;
-  for (std::uint64_t keys = 0; keys < keysWanted(); keys += kKeysOfOneInput) {
-    Random random(seed++);
+  std::signal(SIGABRT, nameSeed);
+  seed = firstSeed();
+  for (std::uint64_t keys = 0; keys < keysWanted(); keys += kKeysOfOneInput, ++seed) {
+    Random random(seed);
     std::vector<std::uint8_t> input(random.below(6'000));
     for (std::uint8_t& byte : input) byte = static_cast<std::uint8_t>(random.word());
     fuzz::run(input);
