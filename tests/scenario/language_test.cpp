@@ -64,7 +64,7 @@ TEST(ScenarioLanguage, EachKindOfExpectationCanFail) {
         "expect session byte 0 is 98",
         "expect session length is 2",
         "expect session of note is active",
-        "expect session length of note is 0",
+        "expect session length of note is 1",
         "expect field 51 is 7",
         "expect field 51 has bit 0",
         "expect field 51 lacks bit 3",
@@ -96,10 +96,16 @@ TEST(ScenarioLanguage, EachKindOfExpectationCanFail) {
         "expect passed on after an error",
         "expect start failed \"*\"",
         "begin again \n completion stage ; type \"he\" \n expect panel hidden",
+        "at client call \"selectedRange\" do: forget",
+        "before platform call 9999 do: forget",
         "begin again \n completion stage \n press key code 105 giving \"\"",
         "begin again \n data file \"google_227800_words.bin\" is missing \n start"}) {
-    EXPECT_EQ(replay(std::string("usual stage\nscan takes 1 ticks\ntype \"ab \"\n") + line).result,
-              kDiffers)
+    EXPECT_EQ(
+        replay(std::string(
+                   "usual stage\nscan takes 1 ticks\nfocus note ; focus letter\ntype \"ab \"\n") +
+               line)
+            .result,
+        kDiffers)
         << line;
   }
 }
@@ -110,7 +116,27 @@ TEST(ScenarioLanguage, WhatCantBeReadOrCarriedOutIsABadStatement) {
         "type \"\\q\"", "expect session mood is 1", "application ghost quits", "nonsense fails",
         "scan takes 1 ticks and does: expect happiness", "expect next dance \"x\"",
         "expect session byte 4000 is 0", "caret rectangle 1 2 3", "completion with luck",
-        "begin again ; pick \"a\"", "type \"a\" ; type b"}) {
+        "begin again ; pick \"a\"", "type \"a\" ; type b",
+        // Numbers and bytes that nothing has, or nobody can mean.
+        "field 55 becomes 0", "field -1 becomes 0", "field 1 becomes 0x100000000",
+        "field 1 becomes 0x-1", "expect field 55 is 0", "status 8 becomes 0", "expect entry 8 is 0",
+        "expect field 1 lacks bit 32", "request bit 32 takes 1 ticks", "segment 881 is removed",
+        "expect segment 881 is detached", "segment 893 at 5000 becomes 61",
+        "segment 893 at 0 becomes 6", "segment 893 at 0 becomes 061", "message 7 bytes \"61\"",
+        "segment 893 is made with 0 bytes", "writing styles 41", "clock step 0 microseconds",
+        "clock step -1 microseconds", "type \"a\" 0 times", "press a 1000001 times",
+        "press key code 65536 giving \"a\"", "wait -1 ticks", "wait nan seconds", "wait inf ticks",
+        "scan takes -1 ticks", "expect 2 to 1 ticks passed", "select 0 to 1",
+        "before platform call 0 do: forget", "commit Roman byte 256 replacing 0",
+        "program types 65536", "window is asked about a click at 32768 0", "type \"\\d{256}\"",
+        "type \"\xC3(\"", "type \"a\"b",
+        // Words that stand for nothing there.
+        "press shift", "modifiers a", "default \"showTranslation\" is set onn",
+        "expect default \"showtranslation\" is unset", "input source \"a\" selectible",
+        "data file \"phonx.js\" is missing", "expect document lettr \"|\"",
+        "expect some writing styles", "at client call \"*\" do: begin again",
+        "at client call \"a\" do: forget \n at client call \"a\" do: forget", "system version 106",
+        "completion with space", "begin again ; field 1 becomes 0"}) {
     EXPECT_EQ(replay(std::string("usual stage\n") + line).result, kUnreadable) << line;
   }
   std::ostringstream out;

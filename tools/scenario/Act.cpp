@@ -141,7 +141,9 @@ void messageWithNumber(World& world, const Arguments& is) {
   post(world, is[0].u32(), std::move(data));
 }
 void correctText(World& world, const Arguments& is) {
-  world.host.mainApplication.writeCorrectedText(toBytes(is[0].text));
+  const std::string text = toBytes(is[0].text);
+  if (text.size() > kSessionTextSize) throw BadStatement("a text record holds no such text");
+  world.records().writeCorrectedText(text);
 }
 
 // Time.
@@ -238,16 +240,16 @@ constexpr Pattern kPatterns[] = {
     {"begin again", beginAgain},
     {"forget", forget},
     {"type TEXT", type},
-    {"type TEXT NUMBER times", typeOften},
+    {"type TEXT COUNT times", typeOften},
     {"press KEY", press},
-    {"press KEY NUMBER times", pressOften},
+    {"press KEY COUNT times", pressOften},
     {"press KEY without an event record", pressWithoutRecord},
-    {"press key code NUMBER giving TEXT", pressKeyCode},
+    {"press key code CODE giving TEXT", pressKeyCode},
     {"key down KEY", keyDown},
     {"key repeat KEY", keyRepeat},
     {"key up KEY", keyUp},
-    {"modifiers KEY", modifiers},
-    {"click at NUMBER", click},
+    {"modifiers MODIFIERS", modifiers},
+    {"click at PLACE", click},
     {"focus NAME", focus},
     {"leave the document", leave},
     {"activate NAME", activate},
@@ -259,8 +261,8 @@ constexpr Pattern kPatterns[] = {
     {"message NUMBER number NUMBER text TEXT", messageWithNumber},
     {"message NUMBER bytes BYTES", messageWithBytes},
     {"main application writes TEXT", correctText},
-    {"wait MEASURE ticks", waitTicks},
-    {"wait MEASURE seconds", waitSeconds},
+    {"wait TIME ticks", waitTicks},
+    {"wait TIME seconds", waitSeconds},
     {"main application starts", appStarts},
     {"main application starts unnoticed", appStartsUnnoticed},
     {"main application quits", appQuits},
@@ -280,7 +282,7 @@ constexpr Pattern kPatterns[] = {
     {"tool command NUMBER by opening route naming the client", openingCommandNamed},
     {"ask for the writing styles", askForWritingStyles},
     {"park bytes TEXT replacing NUMBER", parkBytes},
-    {"commit Roman byte NUMBER replacing NUMBER", commitRomanByte},
+    {"commit Roman byte BYTE replacing NUMBER", commitRomanByte},
     {"run loop turns", deliverPosted},
 };
 

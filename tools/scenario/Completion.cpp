@@ -2,7 +2,6 @@
 // panel, and what panel and annotation window show.
 
 #include <algorithm>
-#include <array>
 #include <sstream>
 #include <utility>
 
@@ -43,21 +42,24 @@ void setGuesses(World& world, const Arguments& is) {
   auto& guesses = world.host.spellChecker.guesses[toUtf16(is[0].text)];
   guesses = split(toUtf16(is[1].text), u' ');
 }
+constexpr std::string_view kDataFiles =
+    "google_227800_words.bin frequency_and_ipa.json phonex_encoded_words.json phonex.js";
+
 void removeFile(World& world, const Arguments& is) {
-  world.host.bundle.remove(toBytes(is[0].text));
+  choose(is[0].word, kDataFiles);
+  world.host.bundle.remove(is[0].word);
 }
 void writeFile(World& world, const Arguments& is) {
-  if (is[0].text == U".you_expand_me.json") {
+  if (is[0].word == ".you_expand_me.json") {
     world.host.files.put(userFile(world.host), toBytes(is[1].text));
   } else {
-    world.host.bundle.put(toBytes(is[0].text), toBytes(is[1].text));
+    choose(is[0].word, kDataFiles);
+    world.host.bundle.put(is[0].word, toBytes(is[1].text));
   }
 }
 void setSwitch(World& world, const Arguments& is) {
-  constexpr std::array<std::string_view, 3> kSwitches{"space", "vertical", "shift-toggle"};
-  const auto found = std::find(kSwitches.begin(), kSwitches.end(), is[0].word);
-  if (found == kSwitches.end()) throw BadStatement("there is no completion with " + is[0].word);
-  const auto index = static_cast<std::size_t>(found - kSwitches.begin());
+  world.mustNotHaveStarted();
+  const std::size_t index = choose(is[0].word, "space vertical shift-toggle");
   world.process.state<MainState>().GlobalAutoCompleteFlags[index] = 1;
 }
 

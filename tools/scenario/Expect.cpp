@@ -32,7 +32,7 @@ void expectDocument(World& world, const Arguments& is) {
   world.expectEqual(describe(is[0].text), show(world.focused()));
 }
 void expectNamedDocument(World& world, const Arguments& is) {
-  world.expectEqual(describe(is[1].text), show(world.document(is[0].word)));
+  world.expectEqual(describe(is[1].text), show(world.knownDocument(is[0].word)));
 }
 
 void expectOutcome(World& world, field::Outcome expected) {
@@ -132,17 +132,17 @@ void expectNamedSessionValue(World& world, const Arguments& is) {
 // Shared records.
 
 void expectField(World& world, const Arguments& is) {
-  world.expectNumber(is[1].u32(), world.host.mainApplication.field(is[0].u32()));
+  world.expectNumber(is[1].u32(), world.records().field(is[0].u32()));
 }
 void expectStatus(World& world, const Arguments& is) {
-  world.expectNumber(is[1].u32(), world.host.mainApplication.status(is[0].u32()));
+  world.expectNumber(is[1].u32(), world.records().status(is[0].u32()));
 }
 void expectEntry(World& world, const Arguments& is) {
-  world.expectNumber(is[1].u32(), world.host.mainApplication.scanEntry(is[0].u32()));
+  world.expectNumber(is[1].u32(), world.records().scanEntry(is[0].u32()));
 }
 void expectBit(World& world, const Arguments& is, bool set) {
-  const std::uint32_t word = world.host.mainApplication.field(is[0].u32());
-  const bool found = is[1].u32() < 32 && ((word >> is[1].u32()) & 1) != 0;
+  const std::uint32_t word = world.records().field(is[0].u32());
+  const bool found = ((word >> is[1].u32()) & 1) != 0;
   const auto state = [](bool on) { return std::string(on ? "set" : "clear"); };
   world.expectEqual(state(set), state(found));
 }
@@ -151,10 +151,10 @@ void expectBitClear(World& world, const Arguments& is) { expectBit(world, is, fa
 void expectFieldNamesSession(World& world, const Arguments& is) {
   const BIMSessionRec* session = world.sessionOf(is[1].word);
   if (session == nullptr) return world.expect(false, "a session of " + is[1].word, "none");
-  world.expectNumber(session->handle, world.host.mainApplication.field(is[0].u32()));
+  world.expectNumber(session->handle, world.records().field(is[0].u32()));
 }
 void expectPublished(World& world, const Arguments& is) {
-  const memory::PublishedText found = world.host.mainApplication.published();
+  const memory::PublishedText found = world.records().published();
   const auto show = [](const std::string& text, std::int64_t length, const std::string& key) {
     return "\"" + text + "\" length " + std::to_string(length) + " key \"" + key + "\"";
   };
@@ -210,8 +210,10 @@ void expectStartFailure(World& world, const Arguments& is) {
 }
 void expectDefault(World& world, const Arguments& is) {
   const auto& values = world.host.userDefaults.values;
-  const auto value = values.find(toBytes(is[0].text));
+  choose(is[0].word, kUserDefaults);
+  const auto value = values.find(is[0].word);
   const char* found = value == values.end() ? "unset" : value->second ? "on" : "off";
+  choose(is[1].word, "unset on off");
   world.expectEqual(is[1].word, found);
 }
 void expectFront(World& world, const Arguments& is) {
@@ -223,9 +225,11 @@ void expectFront(World& world, const Arguments& is) {
 }
 void expectWritingStyles(World& world, const Arguments& is) {
   const auto found = world.writingStyles;
+  if (is[0].word != "no" && !parseNumber(is[0].word)) throw BadStatement("no number of styles");
   world.expectEqual(is[0].word, found ? std::to_string(*found) : "no");
 }
 void expectTicks(World& world, const Arguments& is) {
+  if (is[1].measure < is[0].measure) throw BadStatement("it ends before it begins");
   const std::uint64_t passed = world.host.clock.now() - world.markedTime;
   const double ticks = static_cast<double>(passed) / memory::kNanosecondsPerTick;
   world.expect(ticks >= is[0].measure && ticks <= is[1].measure,
@@ -308,19 +312,19 @@ constexpr Pattern kPatterns[] = {
     {"expect session of NAME is active", expectActiveSession},
     {"expect no session is active", expectNoSession},
     {"expect NUMBER sessions", expectSessionCount},
-    {"expect session byte NUMBER is NUMBER", expectSessionByte},
+    {"expect session byte PLACE is BYTE", expectSessionByte},
     {"expect session NAME is NUMBER", expectSessionValue},
     {"expect session NAME of NAME is NUMBER", expectNamedSessionValue},
-    {"expect field NUMBER is NUMBER", expectField},
-    {"expect field NUMBER has bit NUMBER", expectBitSet},
-    {"expect field NUMBER lacks bit NUMBER", expectBitClear},
-    {"expect field NUMBER names the session of NAME", expectFieldNamesSession},
-    {"expect status NUMBER is NUMBER", expectStatus},
-    {"expect entry NUMBER is NUMBER", expectEntry},
+    {"expect field FIELD is NUMBER", expectField},
+    {"expect field FIELD has bit BIT", expectBitSet},
+    {"expect field FIELD lacks bit BIT", expectBitClear},
+    {"expect field FIELD names the session of NAME", expectFieldNamesSession},
+    {"expect status ENTRY is NUMBER", expectStatus},
+    {"expect entry ENTRY is NUMBER", expectEntry},
     {"expect published TEXT length NUMBER key TEXT", expectPublished},
-    {"expect segment NUMBER at NUMBER to hold BYTES", expectBytes},
-    {"expect segment NUMBER is attached", expectAttached},
-    {"expect segment NUMBER is detached", expectDetached},
+    {"expect segment SEGMENT at PLACE to hold BYTES", expectBytes},
+    {"expect segment SEGMENT is attached", expectAttached},
+    {"expect segment SEGMENT is detached", expectDetached},
     {"expect command NUMBER from NUMBER process NUMBER", expectCommand},
     {"expect client name TEXT", expectClientName},
     {"expect exit status NUMBER", expectExit},
@@ -330,7 +334,7 @@ constexpr Pattern kPatterns[] = {
     {"expect default TEXT is NAME", expectDefault},
     {"expect NAME in front", expectFront},
     {"expect NAME writing styles", expectWritingStyles},
-    {"expect MEASURE to MEASURE ticks passed", expectTicks},
+    {"expect TIME to TIME ticks passed", expectTicks},
     {"expect next RECORD TEXT", expectNext},
     {"expect no more RECORD", expectNoMore},
     {"expect no RECORD TEXT", expectNone},

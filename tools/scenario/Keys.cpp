@@ -106,14 +106,14 @@ void expectAnswer(World& world, const Arguments& is) {
 
 constexpr Pattern kPatterns[] = {
     {"keyboard layout NAME", setLayout},
-    {"program types NUMBER", typeByProgram},
-    {"program types NUMBER as text", typeAsText},
-    {"program presses command and NUMBER", pressCommandKey},
-    {"program presses device key NUMBER", pressDeviceKey},
+    {"program types CODE", typeByProgram},
+    {"program types CODE as text", typeAsText},
+    {"program presses command and CODE", pressCommandKey},
+    {"program presses device key CODE", pressDeviceKey},
     {"program prepares a menu command", prepareMenuCommand},
     {"program moves the mouse", moveMouseByProgram},
     {"cancel NAME", cancelWindow},
-    {"window is asked about a click at NUMBER NUMBER", askAboutClick},
+    {"window is asked about a click at COORDINATE COORDINATE", askAboutClick},
     {"click is tested", testClick},
     {"expect answer NUMBER", expectAnswer},
 };

@@ -12,6 +12,8 @@
 namespace quorvane::scenario {
 namespace {
 
+constexpr std::size_t kLargestFile = 16'000'000;
+
 std::vector<Statement> parse(std::string_view text, const std::string& name, std::ostream& out,
                              bool& good) {
   std::vector<Statement> statements;
@@ -85,8 +87,12 @@ int replayFile(const std::string& path, std::ostream& out) {
     out << path << ": can't be read\n";
     return kUnreadable;
   }
-  const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  return replayText(text, path, out);
+  std::string text(kLargestFile + 1, '\0');
+  file.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<std::size_t>(file.gcount()));
+  if (text.size() <= kLargestFile) return replayText(text, path, out);
+  out << path << ": too long\n";
+  return kUnreadable;
 }
 
 }  // namespace quorvane::scenario

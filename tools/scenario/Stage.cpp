@@ -38,6 +38,7 @@ constexpr std::array<Version, 11> kVersions{{{106, 1038},
                                              {1100, 2022}}};
 
 void setSystemVersion(World& world, const Arguments& is) {
+  world.mustNotHaveStarted();
   for (const Version& version : kVersions) {
     if (version.number == is[0].number) {
       const std::int64_t number = version.number < 1000 ? version.number + 900 : version.number;
@@ -52,21 +53,24 @@ void setSystemVersion(World& world, const Arguments& is) {
 // Records.
 
 void setField(World& world, const Arguments& is) {
-  world.host.mainApplication.setField(is[0].u32(), is[1].u32());
+  world.records().setField(is[0].u32(), is[1].u32());
 }
 void setStatus(World& world, const Arguments& is) {
-  world.host.mainApplication.setStatus(is[0].u32(), is[1].u32());
+  world.records().setStatus(is[0].u32(), is[1].u32());
 }
 void setEntry(World& world, const Arguments& is) {
-  world.host.mainApplication.setScanEntry(is[0].u32(), is[1].u32());
+  world.records().setScanEntry(is[0].u32(), is[1].u32());
 }
 void setDefault(World& world, const Arguments& is) {
-  world.host.userDefaults.values[toBytes(is[0].text)] = is[1].word == "on";
+  choose(is[0].word, kUserDefaults);
+  world.host.userDefaults.values[is[0].word] = choose(is[1].word, "off on") != 0;
 }
 void setWritingStyles(World& world, const Arguments& is) {
+  constexpr std::int64_t kRoom = 40;
+  if (is[0].number > kRoom) throw BadStatement("the menu buffer has no room for so many");
   std::vector<std::string> items;
   for (std::int64_t i = 0; i < is[0].number; ++i) items.push_back("Style " + std::to_string(i + 1));
-  world.host.mainApplication.setMenuBuffer(items, 1);
+  world.records().setMenuBuffer(items, 1);
 }
 
 int segment(World& world, const Argument& key) {
@@ -76,8 +80,13 @@ int segment(World& world, const Argument& key) {
 }
 
 void writeBytes(World& world, const Arguments& is) {
-  world.host.sharedMemory.write(segment(world, is[0]), static_cast<std::size_t>(is[1].number),
-                                is[2].bytes);
+  const int id = segment(world, is[0]);
+  const auto at = static_cast<std::size_t>(is[1].number);
+  const std::size_t count = is[2].bytes.size();
+  if (world.host.sharedMemory.read(id, at, count).size() < count) {
+    throw BadStatement("the segment ends before that");
+  }
+  world.host.sharedMemory.write(id, at, is[2].bytes);
 }
 void scribble(World& world, const Arguments& is) {
   const std::vector<std::uint8_t> noise(8192, 0xFF);
@@ -106,8 +115,8 @@ void setText(World& world, const Arguments& is) {
   world.document(is[0].word).setText(toUtf16(is[1].text));
 }
 void selectText(World& world, const Arguments& is) {
-  const auto from = static_cast<std::uint64_t>(is[0].number);
-  const auto to = static_cast<std::uint64_t>(is[1].number);
+  const std::uint64_t from = world.place(is[0]);
+  const std::uint64_t to = world.place(is[1]);
   if (to < from) throw BadStatement("the selection ends before it begins");
   world.focused().select({from, to - from});
 }
@@ -153,8 +162,9 @@ void changeSignature(World& world, const Arguments& is) {
   world.host.processes.find(world.application(is[0].word))->signature = is[1].u32();
 }
 void installInputSource(World& world, const Arguments& is) {
-  world.host.textInputSources.installed.push_back(std::make_shared<TISInputSource>(TISInputSource{
-      toBytes(is[0].text), toBytes(is[0].text), is[1].word == "selectable", nullptr}));
+  world.host.textInputSources.installed.push_back(std::make_shared<TISInputSource>(
+      TISInputSource{toBytes(is[0].text), toBytes(is[0].text),
+                     choose(is[1].word, "mode-only selectable") != 0, nullptr}));
 }
 
 // What doesn't work.
@@ -255,12 +265,12 @@ void setClockStep(World& world, const Arguments& is) {
   world.host.clock.step = static_cast<std::uint64_t>(is[0].number) * 1000;
 }
 void beforePlatformCall(World& world, const Arguments& is) {
-  world.host.journal.beforeCall(
-      static_cast<std::uint64_t>(is[0].number),
-      [&world, statements = is[1].statements] { world.runInside(statements); });
+  world.setHook(world.beforePlatformCall, {}, is[1].statements);
+  world.host.journal.beforeCall(static_cast<std::uint64_t>(is[0].number),
+                                [&world] { world.runHook(world.beforePlatformCall); });
 }
 void atClientCall(World& world, const Arguments& is) {
-  world.atClientCall.emplace(toBytes(is[0].text), is[1].statements);
+  world.setHook(world.atClientCall, toBytes(is[0].text), is[1].statements);
 }
 
 void setUsualStage(World& world, std::int64_t switches) {
@@ -283,25 +293,25 @@ constexpr Pattern kPatterns[] = {
     {"completion stage", completionStage},
     {"switches HEX", setSwitches},
     {"system version NUMBER", setSystemVersion},
-    {"clock step NUMBER microseconds", setClockStep},
+    {"clock step COUNT microseconds", setClockStep},
     {"screen MEASURE by MEASURE", setScreen},
     {"second screen MEASURE by MEASURE at MEASURE MEASURE", addSecondScreen},
     {"mouse at MEASURE MEASURE", moveMouse},
     {"default TEXT is set NAME", setDefault},
     {"input source TEXT NAME", installInputSource},
-    {"field NUMBER becomes NUMBER", setField},
-    {"status NUMBER becomes NUMBER", setStatus},
-    {"entry NUMBER becomes NUMBER", setEntry},
-    {"writing styles NUMBER", setWritingStyles},
-    {"segment NUMBER at NUMBER becomes BYTES", writeBytes},
-    {"segment NUMBER is scribbled over", scribble},
-    {"segment NUMBER is removed", removeSegment},
-    {"segment NUMBER is made by a stranger", strangersSegment},
-    {"segment NUMBER is made with NUMBER bytes", smallSegment},
-    {"segment NUMBER fails to attach", attachFails},
-    {"segment NUMBER attaches again", attachWorks},
+    {"field FIELD becomes NUMBER", setField},
+    {"status ENTRY becomes NUMBER", setStatus},
+    {"entry ENTRY becomes NUMBER", setEntry},
+    {"writing styles PLACE", setWritingStyles},
+    {"segment SEGMENT at PLACE becomes BYTES", writeBytes},
+    {"segment SEGMENT is scribbled over", scribble},
+    {"segment SEGMENT is removed", removeSegment},
+    {"segment SEGMENT is made by a stranger", strangersSegment},
+    {"segment SEGMENT is made with COUNT bytes", smallSegment},
+    {"segment SEGMENT fails to attach", attachFails},
+    {"segment SEGMENT attaches again", attachWorks},
     {"document NAME holds TEXT", setText},
-    {"select NUMBER to NUMBER", selectText},
+    {"select PLACE to PLACE", selectText},
     {"caret rectangle MEASURE MEASURE MEASURE MEASURE", setCaretRectangle},
     {"document kind NUMBER", setDocumentKind},
     {"first session belongs to NAME", giveFirstSession},
@@ -313,15 +323,15 @@ constexpr Pattern kPatterns[] = {
     {"server port is silent", serverIsSilent},
     {"server port is full", serverIsFull},
     {"server port is gone", serverIsGone},
-    {"server port takes MEASURE ticks", serverTakes},
+    {"server port takes TIME ticks", serverTakes},
     {"server port does: STATEMENTS", serverDoes},
     {"server port at command NUMBER does: STATEMENTS", serverDoesAtCommand},
-    {"scan takes MEASURE ticks", answerScan},
-    {"scan takes MEASURE ticks and does: STATEMENTS", answerScanDoing},
+    {"scan takes TIME ticks", answerScan},
+    {"scan takes TIME ticks and does: STATEMENTS", answerScanDoing},
     {"scan is never answered", neverAnswerScan},
-    {"request bit NUMBER takes MEASURE ticks", answerBit},
-    {"request bit NUMBER takes MEASURE ticks and does: STATEMENTS", answerBitDoing},
-    {"before platform call NUMBER do: STATEMENTS", beforePlatformCall},
+    {"request bit BIT takes TIME ticks", answerBit},
+    {"request bit BIT takes TIME ticks and does: STATEMENTS", answerBitDoing},
+    {"before platform call COUNT do: STATEMENTS", beforePlatformCall},
     {"at client call TEXT do: STATEMENTS", atClientCall},
 };
 

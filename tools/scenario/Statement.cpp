@@ -1,6 +1,7 @@
 #include "tools/scenario/Statement.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <optional>
 
@@ -12,7 +13,27 @@ using Words = std::span<const Word>;
 struct Line {
   std::string_view source;
   std::size_t number;
+  std::string& objections;  ///< to numbers that are out of bounds where one may stand
 };
+
+struct NumberKind {
+  std::string_view name;
+  std::int64_t from, to;
+};
+constexpr std::array<NumberKind, 10> kNumberKinds{{
+    {"NUMBER", -0x80000000LL, 0xFFFFFFFF},
+    {"FIELD", 0, 54},
+    {"ENTRY", 0, 7},
+    {"BIT", 0, 31},
+    {"BYTE", 0, 255},
+    {"CODE", 0, 0xFFFF},
+    {"COORDINATE", -0x8000, 0x7FFF},
+    {"PLACE", 0, 1'000'000},
+    {"COUNT", 1, 1'000'000},
+    {"SEGMENT", 880, 899},
+}};
+constexpr std::array<std::int64_t, 5> kSegments{880, 893, 896, 897, 899};
+constexpr double kLargestMeasure = 1e6;
 
 std::optional<std::vector<Statement>> parseStatements(Words words, const Line& line);
 
@@ -34,7 +55,7 @@ bool store(const std::optional<Parsed>& parsed, Value& value) {
 bool takeBytes(Words& rest, Argument& argument) {
   for (const Word& word : rest) {
     const auto byte = parseHex(word.text);
-    if (!byte || *byte > 0xFF) return false;
+    if (!byte || word.quoted || word.text.size() != 2) return false;
     argument.bytes.push_back(static_cast<std::uint8_t>(*byte));
   }
   rest = rest.last(1);
@@ -51,9 +72,35 @@ bool takeRecord(Words& rest, Argument& argument) {
 bool takeStatements(Words& rest, const Line& line, Argument& argument) {
   auto statements = parseStatements(rest, line);
   if (!statements) return false;
+  if (std::ranges::any_of(*statements, beginsAgain)) return false;
   argument.statements = std::move(*statements);
   rest = rest.last(1);
   return true;
+}
+
+const NumberKind* findNumberKind(std::string_view name) {
+  const auto* found = std::ranges::find(kNumberKinds, name, &NumberKind::name);
+  return found == kNumberKinds.end() ? nullptr : found;
+}
+
+bool takeNumber(const NumberKind& kind, const Line& line, Argument& argument) {
+  if (!store(parseNumber(argument.word), argument.number)) return false;
+  const bool known =
+      kind.name != "SEGMENT" || std::ranges::find(kSegments, argument.number) != kSegments.end();
+  if (known && argument.number >= kind.from && argument.number <= kind.to) return true;
+  const std::string objection = "\n  " + argument.word + " is no " + std::string(kind.name);
+  if (line.objections.find(objection) == std::string::npos) line.objections += objection;
+  return false;
+}
+
+bool takeMeasure(double least, Argument& argument) {
+  return store(parseMeasure(argument.word), argument.measure) && argument.measure >= least &&
+         argument.measure <= kLargestMeasure;
+}
+
+bool takeKey(bool modifiersAlone, Argument& argument) {
+  return store(parseKeystroke(argument.word), argument.key) &&
+         (argument.key.character == 0) == modifiersAlone;
 }
 
 bool takePlaceholder(std::string_view kind, Words& rest, const Line& line, Argument& argument) {
@@ -61,10 +108,12 @@ bool takePlaceholder(std::string_view kind, Words& rest, const Line& line, Argum
   argument.word = word.text;
   if (kind == "TEXT") return takeText(rest, argument);
   if (word.quoted) return false;
-  if (kind == "NUMBER") return store(parseNumber(word.text), argument.number);
+  if (const NumberKind* number = findNumberKind(kind)) return takeNumber(*number, line, argument);
   if (kind == "HEX") return store(parseHex(word.text), argument.number);
-  if (kind == "MEASURE") return store(parseMeasure(word.text), argument.measure);
-  if (kind == "KEY") return store(parseKeystroke(word.text), argument.key);
+  if (kind == "MEASURE") return takeMeasure(-kLargestMeasure, argument);
+  if (kind == "TIME") return takeMeasure(0, argument);
+  if (kind == "KEY") return takeKey(false, argument);
+  if (kind == "MODIFIERS") return takeKey(true, argument);
   if (kind == "BYTES") return takeBytes(rest, argument);
   if (kind == "RECORD") return takeRecord(rest, argument);
   if (kind == "STATEMENTS") return takeStatements(rest, line, argument);
@@ -142,10 +191,12 @@ bool beginsAgain(const Statement& statement) { return statement.pattern->words =
 std::vector<Statement> parseLine(std::string_view source, std::size_t line) {
   const std::vector<Word> words = splitWords(source);
   if (words.empty()) return {};
+  std::string objections;
+  const Line whole{source, line, objections};
   // A statement that holds statements has the rest of its line.
-  if (auto statement = parseOne(words, {source, line})) return {std::move(*statement)};
-  if (auto statements = parseStatements(words, {source, line})) return std::move(*statements);
-  throw BadStatement("no such statement" + suggestions(words.front().text));
+  if (auto statement = parseOne(words, whole)) return {std::move(*statement)};
+  if (auto statements = parseStatements(words, whole)) return std::move(*statements);
+  throw BadStatement("no such statement" + objections + suggestions(words.front().text));
 }
 
 }  // namespace quorvane::scenario

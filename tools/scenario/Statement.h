@@ -19,9 +19,9 @@ struct Statement;
 struct Argument {
   std::string word;
   Literal text;                       ///< TEXT
-  std::int64_t number = 0;            ///< NUMBER, HEX
-  double measure = 0;                 ///< MEASURE
-  Keystroke key;                      ///< KEY
+  std::int64_t number = 0;            ///< NUMBER and its kinds, HEX
+  double measure = 0;                 ///< MEASURE, TIME
+  Keystroke key;                      ///< KEY, MODIFIERS
   std::vector<std::uint8_t> bytes;    ///< BYTES
   std::vector<Statement> statements;  ///< STATEMENTS
 
@@ -30,8 +30,10 @@ struct Argument {
 using Arguments = std::vector<Argument>;
 
 /// Words in small letters stand for themselves. Those in capitals stand for
-///   TEXT "..."   NUMBER   HEX   MEASURE a number with a fraction   NAME any word   KEY a keystroke
-///   RECORD two words   BYTES hexadecimal to the end   STATEMENTS to the end, divided by `;`
+///   TEXT "..."   HEX   NAME any word   KEY a keystroke   MODIFIERS those of one   RECORD two words
+///   BYTES hexadecimal to the end   STATEMENTS to the end, divided by `;`
+///   MEASURE a number with a fraction   TIME one that isn't negative   NUMBER a whole one
+///   FIELD, ENTRY, BIT, BYTE, CODE, COORDINATE, PLACE, COUNT, SEGMENT whole ones with their bounds
 struct Pattern {
   std::string_view words;
   void (*handler)(World&, const Arguments&);

@@ -11,6 +11,7 @@ namespace quorvane::scenario {
 namespace {
 
 constexpr std::string_view kSpaces = " \t\r";
+constexpr std::string_view kWordEnds = " \t\r;";
 
 char32_t rawByte(std::uint32_t byte) { return byte < 0x80 ? byte : kRawByte + byte; }
 
@@ -18,27 +19,28 @@ char32_t rawByte(std::uint32_t byte) { return byte < 0x80 ? byte : kRawByte + by
 char32_t takeCharacter(std::string_view& rest) {
   const auto first = static_cast<unsigned char>(rest.front());
   const std::size_t length = first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-  if ((first >= 0x80 && first < 0xC2) || length > rest.size()) {
-    throw BadStatement("the text isn't valid UTF-8");
-  }
+  bool valid = (first < 0x80 || first >= 0xC2) && first < 0xF5 && length <= rest.size();
   char32_t character = length == 1 ? first : first & (0x7Fu >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    character = (character << 6) | (static_cast<unsigned char>(rest[i]) & 0x3F);
+  for (std::size_t i = 1; valid && i < length; ++i) {
+    const auto next = static_cast<unsigned char>(rest[i]);
+    valid = (next & 0xC0) == 0x80;
+    character = (character << 6) | (next & 0x3F);
   }
+  if (!valid) throw BadStatement("the text isn't valid UTF-8");
   rest.remove_prefix(length);
   return character;
 }
 
 // The number between the braces of \x{...} and \d{...}.
-std::uint32_t takeBraced(std::string_view& rest, int base) {
+std::uint32_t takeBraced(std::string_view& rest, int base, std::uint32_t largest) {
   const std::size_t end = rest.find('}');
   if (rest.empty() || rest.front() != '{' || end == std::string_view::npos) {
     throw BadStatement("an escape lacks its {...}");
   }
   std::uint32_t number = 0;
   const auto [stop, error] = std::from_chars(rest.data() + 1, rest.data() + end, number, base);
-  if (error != std::errc{} || stop != rest.data() + end || number > 0x10FFFF) {
-    throw BadStatement("an escape isn't a number");
+  if (error != std::errc{} || stop != rest.data() + end || number > largest) {
+    throw BadStatement("an escape isn't a number that a text may have");
   }
   rest.remove_prefix(end + 1);
   return number;
@@ -56,9 +58,9 @@ char32_t takeEscape(std::string_view& rest) {
     case 't':
       return '\t';
     case 'x':
-      return takeBraced(rest, 16);
+      return takeBraced(rest, 16, 0x10FFFF);
     case 'd':
-      return rawByte(takeBraced(rest, 10) & 0xFF);
+      return rawByte(takeBraced(rest, 10, 0xFF));
     case '"':
     case '\\':
       return static_cast<char32_t>(kind);
@@ -81,6 +83,9 @@ Word takeQuoted(std::string_view& rest) {
   }
   if (rest.empty()) throw BadStatement("a text has no closing quote");
   rest.remove_prefix(1);
+  if (!rest.empty() && kWordEnds.find(rest.front()) == std::string_view::npos) {
+    throw BadStatement("something follows a text without a space");
+  }
   word.text = describe(word.literal);
   return word;
 }
@@ -91,7 +96,7 @@ Word takePlain(std::string_view& rest) {
     const std::size_t end = rest.find('\'', 1);
     length = end == std::string_view::npos ? rest.size() : end + 1;
   } else if (rest.front() != ';') {
-    length = std::min(rest.find_first_of(" \t\r;"), rest.size());
+    length = std::min(rest.find_first_of(kWordEnds), rest.size());
   }
   Word word;
   word.text = std::string(rest.substr(0, length));
@@ -162,7 +167,7 @@ std::vector<Word> splitWords(std::string_view line) {
 }
 
 std::optional<std::int64_t> parseNumber(std::string_view word) {
-  if (word.starts_with("0x")) return parseWhole<std::int64_t>(word.substr(2), 16);
+  if (word.starts_with("0x")) return parseHex(word.substr(2));
   if (word.size() == 6 && word.front() == '\'' && word.back() == '\'') {
     std::int64_t code = 0;
     for (const char c : word.substr(1, 4)) code = (code << 8) | static_cast<unsigned char>(c);
@@ -266,6 +271,16 @@ std::string describeCode(std::uint32_t code) {
     if (c < 0x20 || c > 0x7E) return std::to_string(code);
   }
   return text + "'";
+}
+
+std::size_t choose(std::string_view word, std::string_view from) {
+  std::size_t index = 0;
+  for (std::string_view rest = from; !rest.empty(); ++index) {
+    const std::size_t end = std::min(rest.find(' '), rest.size());
+    if (rest.substr(0, end) == word) return index;
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  throw BadStatement(std::string(word) + " is none of " + std::string(from));
 }
 
 bool matches(std::string_view pattern, std::string_view text) {

@@ -57,6 +57,9 @@ std::string describe(const Literal& literal);
 /// Four characters in quotes, or decimal where they can't be printed.
 std::string describeCode(std::uint32_t code);
 
+/// Which word it is of those that `from` has, divided by spaces. Throws BadStatement.
+std::size_t choose(std::string_view word, std::string_view from);
+
 /// Whether `text` is `pattern`, in which each `*` stands for any run of characters.
 bool matches(std::string_view pattern, std::string_view text);
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "src/bridge/QBIMMessageSend.h"
+#include "src/bridge/SharedLayout.h"
 #include "src/shell/ShellTarget.h"
 #include "src/shell/main.h"
 
@@ -83,9 +84,7 @@ World::World() {
 
 void World::noteClientCall(const field::ClientCall& call) {
   clientCalls.push_back(field::describe(call));
-  if (!atClientCall || !matches(atClientCall->first, clientCalls.back())) return;
-  const auto statements = std::exchange(atClientCall, std::nullopt)->second;
-  runInside(statements);
+  if (atClientCall && matches(atClientCall->pattern, clientCalls.back())) runHook(atClientCall);
 }
 
 void World::run(const Statement& statement) {
@@ -107,6 +106,17 @@ void World::runInside(const std::vector<Statement>& statements) {
   ++depth_;
   for (const Statement& statement : statements) run(statement);
   --depth_;
+}
+
+void World::setHook(std::optional<Hook>& hook, std::string pattern,
+                    const std::vector<Statement>& statements) {
+  if (hook) throw BadStatement("another waits for its call still");
+  hook = Hook{current_->line, current_->source, std::move(pattern), statements};
+}
+
+void World::runHook(std::optional<Hook>& hook) {
+  const Hook due = *std::exchange(hook, std::nullopt);
+  runInside(due.statements);
 }
 
 void World::start(const std::vector<std::string>& arguments) {
@@ -152,6 +162,9 @@ void World::keepUnexpected() {
     failures.push_back({0, "the text field reports", "", thrown});
   }
   if (startError) failures.push_back({0, "the start fails", "", *startError});
+  for (const auto& hook : {atClientCall, beforePlatformCall}) {
+    if (hook) failures.push_back({hook->line, hook->statement, "", "the call never came"});
+  }
 }
 
 field::Document& World::document(const std::string& name) {
@@ -160,9 +173,30 @@ field::Document& World::document(const std::string& name) {
   return *document;
 }
 
+field::Document& World::knownDocument(const std::string& name) {
+  if (!documents.contains(name)) throw BadStatement("there is no document " + name);
+  return document(name);
+}
+
 field::Document& World::focused() {
   if (host.text.focused() == nullptr) throw BadStatement("no document has the focus");
   return *host.text.focused();
+}
+
+std::uint64_t World::place(const Argument& place) {
+  const auto index = static_cast<std::uint64_t>(place.number);
+  if (index > focused().text().size()) throw BadStatement("the text ends before " + place.word);
+  return index;
+}
+
+void World::mustNotHaveStarted() const {
+  if (mainResult) throw BadStatement("the input method has been started already");
+}
+
+memory::MemoryMainApplication& World::records() {
+  const int record = host.mainApplication.segment(kToolCRecKey);
+  if (host.sharedMemory.read(record, 0, 1).empty()) throw BadStatement("there is no tool record");
+  return host.mainApplication;
 }
 
 ProcessSerialNumber World::application(const std::string& name) {
@@ -173,7 +207,7 @@ ProcessSerialNumber World::application(const std::string& name) {
 
 BIMSessionRec* World::sessionOf(const std::string& documentName) {
   const auto id = static_cast<std::uint32_t>(
-      reinterpret_cast<std::uintptr_t>(static_cast<IMKTextInput*>(&document(documentName))));
+      reinterpret_cast<std::uintptr_t>(static_cast<IMKTextInput*>(&knownDocument(documentName))));
   BIMSessionRec* session = process.state<SessionState>().gSessionHandleStart;
   while (session != nullptr && session->clientID != id) session = session->next;
   return session;

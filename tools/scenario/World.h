@@ -25,6 +25,17 @@ struct Failure {
   std::string found;
 };
 
+inline constexpr std::string_view kUserDefaults =
+    "commitWordWithSpace showTranslation verticalCandidate ShiftKeyToggle";
+
+/// Statements that wait for a call, with the place that they are said at.
+struct Hook {
+  std::size_t line = 0;
+  std::string statement;
+  std::string pattern;  ///< of the call, where its text counts
+  std::vector<Statement> statements;
+};
+
 class World {
  public:
   World();
@@ -35,6 +46,10 @@ class World {
   void run(const Statement& statement);
   /// Statements within a call of the input method on the platform.
   void runInside(const std::vector<Statement>& statements);
+  /// One hook of a kind may wait at a time. Each must run, once.
+  void setHook(std::optional<Hook>& hook, std::string pattern,
+               const std::vector<Statement>& statements);
+  void runHook(std::optional<Hook>& hook);
   /// The start of the input method, by `main`.
   void start(const std::vector<std::string>& arguments);
   /// A turn of the run loop, except inside a call.
@@ -47,12 +62,21 @@ class World {
   void expectNumber(std::int64_t expected, std::int64_t found);
   /// What was thrown into a key event since the last time, in order.
   std::vector<std::string> takeThrown();
-  /// At the end: what was thrown and nobody expected becomes a failure.
+  /// At the end: what was thrown and nobody expected becomes a failure, and so does a hook that
+  /// never ran.
   void keepUnexpected();
 
-  // By name. A document is made when it is first spoken of; the rest throws BadStatement.
+  // By name. A document is made when something is first done with it; what isn't there throws
+  // BadStatement.
   field::Document& document(const std::string& name);
+  field::Document& knownDocument(const std::string& name);
   field::Document& focused();
+  /// A place in the text of the document with the focus.
+  std::uint64_t place(const Argument& place);
+  /// Throws BadStatement once the input method has been started.
+  void mustNotHaveStarted() const;
+  /// The main application's records, which must be there.
+  memory::MemoryMainApplication& records();
   ProcessSerialNumber application(const std::string& name);
   /// Null: the document has no session.
   BIMSessionRec* sessionOf(const std::string& documentName);
@@ -73,8 +97,7 @@ class World {
   std::uint64_t markedTime = 0;
   std::int64_t answer = 0;        ///< of the last question that gave one
   CompletionData completionData;  ///< what the scenario has said of single words
-  /// Run once, at the first client call that its text matches.
-  std::optional<std::pair<std::string, std::vector<Statement>>> atClientCall;
+  std::optional<Hook> atClientCall, beforePlatformCall;
 
   std::vector<Failure> failures;
   std::vector<Failure> errors;  ///< statements that can't be carried out
