@@ -15,6 +15,8 @@ namespace {
 
 static_assert(kIpcCreate == IPC_CREAT && kIpcRemove == IPC_RMID);
 
+constexpr int kModeOfOthers = 077;
+
 bool madeByNobodyElse(const shmid_ds& segment) {
   return segment.shm_cpid == getpid() || !isRunning(segment.shm_cpid);
 }
@@ -31,7 +33,7 @@ SharedMemory::~SharedMemory() { removeOwnSegments(); }
 int SharedMemory::shmget(std::uint32_t key, std::size_t size, int flags) {
   const auto shifted = static_cast<key_t>(key + keyOffset_);
   if (shifted == IPC_PRIVATE) return fail(ENOENT);
-  const int id = getOrCreate(shifted, size, flags);
+  const int id = getOrCreate(shifted, size, flags & ~kModeOfOthers);
   if (id < 0) return fail(errno);
   if ((flags & kIpcCreate) != 0) adopt(id);
   return id;

@@ -1,6 +1,7 @@
 #pragma once
 // System V shared memory, with the calls as they are. A key has the offset added. A segment that
-// another user owns or made is refused.
+// another user owns or made is refused, and whatever mode is asked for, one that is made here is
+// for this user alone, as under a umask of 077.
 
 #include <sys/shm.h>
 #include <sys/types.h>

@@ -51,6 +51,9 @@ TEST_F(DesktopSharedMemory, ALeftoverIsTakenOverWithItsContentAndRemovedAtTheEnd
   ASSERT_GE(rawId(), 0);
   const int id = create();
   EXPECT_EQ(id, rawId());
+  shmid_ds segment{};
+  EXPECT_EQ(::shmctl(id, IPC_STAT, &segment), 0);
+  EXPECT_EQ(segment.shm_perm.mode & 0777, 0600) << "whatever mode its maker asked for";
   EXPECT_EQ(*static_cast<std::uint8_t*>(memory().shmat(id, nullptr, 0666)), 42);
   stage_.closeHost();
   EXPECT_EQ(rawId(), -1);
