@@ -22,7 +22,6 @@ struct MessageSendState {
   std::shared_ptr<CFMessagePort> gm_serverPortRef;  ///< of the waiting send
   std::uint8_t TOOLCALLBUSY = 0;                    ///< 1 for the time of a command's sending
   std::uint8_t AEITEM_Process_active = 0;
-  bool unheard = false;  ///< the latest command by message reached nobody, or its answer not us
 };
 
 /// Sends and doesn't wait. 0, kNoPort or kSendFailed.

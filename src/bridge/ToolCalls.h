@@ -53,7 +53,18 @@ using MenuBuffer = std::array<std::uint8_t, kMenuBufferSize>;
 /// Asks for the writing-style list and waits. Empty where there is no data.
 std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Process& process, std::uint32_t ignored);
 
-// The message route. Always 0.
+// The message route.
+
+enum class CommandOutcome {
+  Dropped,       ///< by a guard
+  NotDelivered,  ///< nobody serves the port, it is full, or who served it has gone
+  NotAnswered,   ///< in time; whoever has it may act on it still
+  Answered
+};
+/// Sends the command and waits for the reply.
+CommandOutcome SendToolCommandAndWait(Process& process, std::uint32_t cmd);
+
+// The same by the names that tell nothing of it. Always 0.
 
 std::int32_t CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd);
 std::int32_t CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t cmd);

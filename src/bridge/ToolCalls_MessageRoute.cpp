@@ -49,19 +49,37 @@ std::int32_t sendCommand(Process& process, std::uint32_t cmd, Mode mode, CFData*
              : BIM_SendMessageToUIServer(process, cmd, signature);
 }
 
+bool isMachPortBusy(Process& process) {
+  if (IS_MACHPORT_BUSY(process) == 0) return false;
+  Log(process, "*** IMK - MACHPORT_BUSY ***");
+  return true;
+}
+
+/// The result of the sending; empty where a guard has dropped the command.
+std::optional<std::int32_t> sendUnlessBusy(Process& process, std::uint32_t cmd, Mode mode) {
+  if (isToolCallBusy(process) || isMachPortBusy(process)) return std::nullopt;
+  return sendCommand(process, cmd, mode, nullptr);
+}
+
 std::int32_t do_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd, Mode mode) {
-  auto& unheard = process.state<MessageSendState>().unheard;
-  unheard = true;
-  if (isToolCallBusy(process)) return 0;
-  if (IS_MACHPORT_BUSY(process) != 0) {
-    Log(process, "*** IMK - MACHPORT_BUSY ***");
-    return 0;
-  }
-  unheard = sendCommand(process, cmd, mode, nullptr) != 0;
+  sendUnlessBusy(process, cmd, mode);
   return 0;
 }
 
 }  // namespace
+
+CommandOutcome SendToolCommandAndWait(Process& process, std::uint32_t cmd) {
+  const auto result = sendUnlessBusy(process, cmd, Mode::SendAndWait);
+  if (!result) return CommandOutcome::Dropped;
+  switch (*result) {
+    case kCFMessagePortSuccess:
+      return CommandOutcome::Answered;
+    case kCFMessagePortReceiveTimeout:
+      return CommandOutcome::NotAnswered;
+    default:
+      return CommandOutcome::NotDelivered;
+  }
+}
 
 std::int32_t CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd) {
   return do_CallDirectQorvToolCommandAppEvent(process, cmd, Mode::Send);

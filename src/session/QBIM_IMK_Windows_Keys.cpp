@@ -6,7 +6,6 @@
 
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
-#include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Publication.h"
@@ -102,6 +101,12 @@ bool navigate(Process& process, std::uint8_t keyByte) {
   return answerTo(process, keyByte) == 0;
 }
 
+/// What stands in field 26 is the key, and no answer, where nobody has heard of it. One that was
+/// delivered is decided by the field, answered in time or not: another may act on it.
+bool wasDelivered(CommandOutcome outcome) {
+  return outcome == CommandOutcome::Answered || outcome == CommandOutcome::NotAnswered;
+}
+
 bool popupTakesKeys(Process& process) {
   const ToolRec record(process);
   return record && GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) == 0 &&
@@ -161,12 +166,8 @@ bool HandleKeys_Popup_and_Window(Process& process, std::uint32_t windowState,
 std::int32_t Get_Control_KeyPress(Process& process) {
   auto& asking = process.state<WindowKeysState>().NORECURSION;
   if (asking != 0 || !popupTakesKeys(process) || isQUORVANEAPP_FRONT(process) != 0) return 0;
-  {
-    const FlagGuard guard(asking);
-    CallDirectQorvToolCommandAppEventWait(process, kChooseSuggestion);
-  }
-  // A key that nobody has heard of goes on: what stands in the field then is the key, no answer.
-  if (process.state<MessageSendState>().unheard) return 0;
+  const FlagGuard guard(asking);
+  if (!wasDelivered(SendToolCommandAndWait(process, kChooseSuggestion))) return 0;
   const std::uint32_t answer = answerTo(process, 0);
   if (answer == 0) return 0;
   logAnswer(process, answer);
