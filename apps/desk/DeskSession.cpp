@@ -69,7 +69,9 @@ void DeskSession::live() {
 void DeskSession::readKeys(GIOCondition condition) {
   std::optional<DeskKey> key;
   while (terminal_->read(key)) {
-    if (key) keys_.push_back(*key);
+    if (!key) continue;
+    key->time = system_.host().platform().clock.GetCurrentEventTime();
+    keys_.push_back(*key);
   }
   if ((condition & ~G_IO_IN) != 0) over_ = true;  // nobody is there any more
 }
@@ -91,7 +93,7 @@ bool DeskSession::turn() {
 void DeskSession::obey(const DeskKey& key) {
   switch (key.command) {
     case DeskCommand::Type:
-      system_.textApplication().type(key.character);
+      system_.textApplication().type(key.character, 0, key.time);
       return;
     case DeskCommand::ToggleAnnotation:
       return toggleAnnotation();

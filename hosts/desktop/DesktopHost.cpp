@@ -43,6 +43,7 @@ void DesktopHost::cleanUp() {
 
 void DesktopHost::serve(field::TextApplication& application) {
   carbonEvents_.connect(application);
+  messagePorts_.isWithinKey = [&application] { return application.delivering(); };
   inputMethodKit_.connect(
       application, [this] { return screens_.screens(); },
       [this] { return application_.operatingSystemVersion(); });

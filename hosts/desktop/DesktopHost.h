@@ -44,7 +44,7 @@ class DesktopHost {
   DesktopHost& operator=(const DesktopHost&) = delete;
 
   [[nodiscard]] Platform platform();
-  /// The text fields that the candidates panel is for.
+  /// The text fields whose keys come here and that the candidates panel is for.
   void serve(field::TextApplication& application);
   [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
   [[nodiscard]] ProcessRegistry& processRegistry() { return processRegistry_; }

@@ -3,10 +3,11 @@
 #include <algorithm>
 
 #include "hosts/desktop/LocalPort.h"
-#include "hosts/desktop/RemotePort.h"
 
 namespace quorvane::desktop {
 namespace {
+
+constexpr std::chrono::seconds kLongestWithinKey{2};
 
 class PortSource final : public RunLoopSource {
  public:
@@ -67,9 +68,15 @@ std::int32_t MessagePorts::CFMessagePortSendRequest(CFMessagePort& remote, std::
   auto* port = dynamic_cast<RemotePort*>(&remote);
   if (port == nullptr) return kCFMessagePortIsInvalid;
   if (data.size() > kMessagePayloadLimit) return kCFMessagePortTransportError;
-  const auto room = std::chrono::steady_clock::now() + durationOf(sendTimeout);
-  if (reply == nullptr) return port->send(messageId, data, room);
-  return port->ask(messageId, data, room, durationOf(receiveTimeout), *reply);
+  const RemotePort::Patience how = patience(sendTimeout, receiveTimeout);
+  if (reply == nullptr) return port->send(messageId, data, how.room);
+  return port->ask(messageId, data, how, *reply);
+}
+
+RemotePort::Patience MessagePorts::patience(double sendTimeout, double receiveTimeout) const {
+  const RunLoop::Deadline now = std::chrono::steady_clock::now();
+  const RunLoop::Deadline end = isWithinKey() ? now + kLongestWithinKey : RunLoop::Deadline::max();
+  return {std::min(now + durationOf(sendTimeout), end), durationOf(receiveTimeout), end};
 }
 
 void MessagePorts::closeLocalPorts() {

@@ -1,17 +1,17 @@
 #pragma once
 // Message ports over SOCK_SEQPACKET sockets in the runtime folder; the socket has the port's name.
 
+#include <functional>
 #include <map>
 #include <string>
 
-#include "hosts/desktop/RunLoop.h"
+#include "hosts/desktop/RemotePort.h"
 #include "hosts/desktop/RuntimeFolder.h"
 #include "platform/MessagePorts.h"
 
 namespace quorvane::desktop {
 
 class LocalPort;
-class RemotePort;
 
 class MessagePorts final : public quorvane::MessagePorts {
  public:
@@ -30,7 +30,13 @@ class MessagePorts final : public quorvane::MessagePorts {
   /// Stops serving: sockets are closed and their files removed, whoever still keeps the ports.
   void closeLocalPorts();
 
+  /// Whether somebody's key stands still until the call returns. No wait then lasts longer than two
+  /// seconds, however long the caller would have patience.
+  std::function<bool()> isWithinKey = [] { return false; };
+
  private:
+  [[nodiscard]] RemotePort::Patience patience(double sendTimeout, double receiveTimeout) const;
+
   const RuntimeFolder& folder_;
   RunLoop& runLoop_;
   quorvane::LogSink& log_;

@@ -1,8 +1,6 @@
 #include "hosts/desktop/PacketSocket.h"
 
-#include <fcntl.h>
 #include <sys/socket.h>
-#include <sys/time.h>
 #include <sys/un.h>
 
 #include <algorithm>
@@ -15,7 +13,6 @@ namespace {
 
 constexpr int kKind = SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC;
 constexpr int kSendFlags = MSG_NOSIGNAL | MSG_DONTWAIT;
-constexpr timeval kSoon{0, 8000};  // seconds, microseconds
 
 Descriptor newSocket() { return Descriptor(socket(AF_UNIX, kKind, 0)); }
 
@@ -77,31 +74,6 @@ Transfer sendInPieces(int socket, std::span<const std::uint8_t> head,
   return outcomeOf(uninterrupted([&] { return sendmsg(socket, &message, kSendFlags); }));
 }
 
-/// Reading may wait for a moment where it is told to; everything else says MSG_DONTWAIT.
-bool letReadingWait(int socket) {
-  const int flags = fcntl(socket, F_GETFL);
-  return flags >= 0 && fcntl(socket, F_SETFL, flags & ~O_NONBLOCK) == 0 &&
-         setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &kSoon, sizeof(kSoon)) == 0;
-}
-
-/// Tells a packet of no bytes from the end: with credentials on every packet, only the end has
-/// none.
-Transfer receiveMarked(int socket, std::span<std::uint8_t> buffer, std::size_t& size, int flags) {
-  // Room for the credentials alone: the kernel then drops whatever else comes along.
-  alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control;
-  iovec piece{buffer.data(), buffer.size()};
-  msghdr message{};
-  message.msg_iov = &piece;
-  message.msg_iovlen = 1;
-  message.msg_control = control.data();
-  message.msg_controllen = control.size();
-  const ssize_t received = uninterrupted([&] { return recvmsg(socket, &message, flags); });
-  if (received < 0) return outcomeOf(received);
-  if ((message.msg_flags & MSG_TRUNC) != 0) return Transfer::Failed;
-  size = static_cast<std::size_t>(received);
-  return size == 0 && message.msg_controllen == 0 ? Transfer::Gone : Transfer::Done;
-}
-
 }  // namespace
 
 bool isLeftOver(const std::filesystem::path& path) {
@@ -113,7 +85,7 @@ Descriptor connectTo(const std::filesystem::path& path) {
   Descriptor socket = newSocket();
   if (!socket.valid() || !connectSocket(socket.get(), path)) return {};
   if (!peerIsThisUser(socket.get()) || !passCredentials(socket.get())) return {};
-  return letReadingWait(socket.get()) ? std::move(socket) : Descriptor();
+  return socket;
 }
 
 Descriptor listenAt(const std::filesystem::path& path) {
@@ -148,24 +120,28 @@ Transfer sendPacket(int socket, std::span<const std::uint8_t> head,
 }
 
 Transfer receiveRequest(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
-  const Transfer transfer = receiveReply(socket, buffer, size);
-  return transfer == Transfer::Done && size == 0 ? Transfer::Gone : transfer;
-}
-
-Transfer receiveReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
   const ssize_t received = uninterrupted(
       [&] { return recv(socket, buffer.data(), buffer.size(), MSG_TRUNC | MSG_DONTWAIT); });
   if (received < 0) return outcomeOf(received);
+  if (received == 0) return Transfer::Gone;
   size = static_cast<std::size_t>(received);
   return size > buffer.size() ? Transfer::Failed : Transfer::Done;
 }
 
-Transfer receiveLastReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
-  return receiveMarked(socket, buffer, size, MSG_DONTWAIT);
-}
-
-Transfer receiveReplySoon(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
-  return receiveMarked(socket, buffer, size, 0);
+Transfer receiveReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size) {
+  // Room for the credentials alone: the kernel then drops whatever else comes along.
+  alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control;
+  iovec piece{buffer.data(), buffer.size()};
+  msghdr message{};
+  message.msg_iov = &piece;
+  message.msg_iovlen = 1;
+  message.msg_control = control.data();
+  message.msg_controllen = control.size();
+  const ssize_t received = uninterrupted([&] { return recvmsg(socket, &message, MSG_DONTWAIT); });
+  if (received < 0) return outcomeOf(received);
+  if ((message.msg_flags & MSG_TRUNC) != 0) return Transfer::Failed;
+  size = static_cast<std::size_t>(received);
+  return size == 0 && message.msg_controllen == 0 ? Transfer::Gone : Transfer::Done;
 }
 
 }  // namespace quorvane::desktop

@@ -1,6 +1,5 @@
 #pragma once
-// SOCK_SEQPACKET sockets of the message ports: made, checked and spoken to. Only
-// receiveReplySoon waits.
+// SOCK_SEQPACKET sockets of the message ports: made, checked and spoken to. Nothing here waits.
 
 #include <cstdint>
 #include <filesystem>
@@ -32,11 +31,7 @@ Transfer sendPacket(int socket, std::span<const std::uint8_t> head,
 /// One packet into `buffer`; `size` is its length, never 0: no packet of a client is empty, and one
 /// that is reads as Gone.
 Transfer receiveRequest(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
-/// The same for an answer, which may be empty, on a socket that `connectTo` made and that is ready.
+/// The same for an answer, which may be empty, on a socket that `connectTo` made.
 Transfer receiveReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
-/// The same, waiting some milliseconds for it: the quickest way where the answer is about to come.
-Transfer receiveReplySoon(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
-/// The same once the peer has hung up, when there may be no answer left.
-Transfer receiveLastReply(int socket, std::span<std::uint8_t> buffer, std::size_t& size);
 
 }  // namespace quorvane::desktop

@@ -2,7 +2,9 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <cerrno>
+
 namespace quorvane::desktop {
 namespace {
 
@@ -41,17 +43,19 @@ std::int32_t RemotePort::send(std::int32_t messageId, std::span<const std::uint8
 }
 
 std::int32_t RemotePort::ask(std::int32_t messageId, std::span<const std::uint8_t> data,
-                             RunLoop::Deadline room, std::chrono::microseconds answerTime,
-                             CFData& reply) {
+                             const Patience& patience, CFData& reply) {
   if (question_ != nullptr) {
     const auto second = connect(path_, runLoop_);
     if (second == nullptr) return kCFMessagePortIsInvalid;
-    return second->ask(messageId, data, room, answerTime, reply);
+    return second->ask(messageId, data, patience, reply);
   }
   const auto keepAlive = shared_from_this();
   Question question{reply, std::nullopt};
-  const std::int32_t sent = sendRequest(messageId, true, data, [&] { return runUntilRoom(room); });
-  return sent == kCFMessagePortSuccess ? await(question, answerTime) : sent;
+  const std::int32_t sent =
+      sendRequest(messageId, true, data, [&] { return runUntilRoom(patience.room); });
+  if (sent != kCFMessagePortSuccess) return sent;
+  return await(question,
+               std::min(std::chrono::steady_clock::now() + patience.answer, patience.end));
 }
 
 template <class WaitForRoom>
@@ -81,32 +85,22 @@ bool RemotePort::runUntilRoom(RunLoop::Deadline deadline) {
   return runLoop_.runUntil([&] { return room || !valid_; }, deadline);
 }
 
-std::int32_t RemotePort::await(Question& question, std::chrono::microseconds answerTime) {
-  const auto deadline = std::chrono::steady_clock::now() + answerTime;
+std::int32_t RemotePort::await(Question& question, RunLoop::Deadline deadline) {
+  const auto settled = [&question] { return question.status.has_value(); };
   question_ = &question;
-  std::size_t size = 0;
-  const Transfer soon = receiveReplySoon(socket_.get(), packet_, size);
-  takeAnswer(soon, size);
-  if (question.status) return *question.status;
-  if (runLoop_.runUntil([&] { return question.status.has_value(); }, deadline)) {
-    return *question.status;
+  while (!settled() && runLoop_.runUntilReadable(socket_.get(), settled, deadline)) {
+    if (!settled()) readAnswer();
   }
+  if (settled()) return *question.status;
   question_ = nullptr;
   reconnect();
   return kCFMessagePortReceiveTimeout;
 }
 
 /// Handles one packet from the peer. What nobody asked for is dropped.
-void RemotePort::readAnswer(GIOCondition ready) {
-  const bool hungUp = (ready & (G_IO_HUP | G_IO_ERR)) != 0;
+void RemotePort::readAnswer() {
   std::size_t size = 0;
-  const Transfer transfer = hungUp ? receiveLastReply(socket_.get(), packet_, size)
-                                   : receiveReply(socket_.get(), packet_, size);
-  takeAnswer(transfer, size);
-}
-
-void RemotePort::takeAnswer(Transfer transfer, std::size_t size) {
-  switch (transfer) {
+  switch (receiveReply(socket_.get(), packet_, size)) {
     case Transfer::Done:
       if (question_ == nullptr) return;
       question_->reply.assign(packet_.begin(), packet_.begin() + static_cast<std::ptrdiff_t>(size));
@@ -126,8 +120,7 @@ void RemotePort::settle(std::int32_t status) {
 }
 
 void RemotePort::watchPeer() {
-  watch_ =
-      runLoop_.watch(socket_.get(), G_IO_IN, [this](GIOCondition ready) { readAnswer(ready); });
+  watch_ = runLoop_.watch(socket_.get(), G_IO_IN, [this](GIOCondition) { readAnswer(); });
 }
 
 /// An answer that comes too late dies with its connection, so that the next one isn't taken for it.

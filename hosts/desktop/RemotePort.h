@@ -21,13 +21,20 @@ class RemotePort final : public CFMessagePort, public std::enable_shared_from_th
   /// False once the peer was seen to be gone; the port is then of no further use.
   [[nodiscard]] bool isValid() const { return valid_; }
 
+  /// How long is waited.
+  struct Patience {
+    RunLoop::Deadline room;            ///< for room in the socket
+    std::chrono::microseconds answer;  ///< from the moment of sending on
+    RunLoop::Deadline end;             ///< of it all
+  };
+
   /// Both give one of the kCFMessagePort codes. Waiting for room, `send` doesn't run the loop.
   std::int32_t send(std::int32_t messageId, std::span<const std::uint8_t> data,
                     RunLoop::Deadline room);
-  /// Runs the loop until the answer is there. `answerTime` counts from the moment of sending. What
-  /// is asked while another answer is awaited goes over a connection of its own.
+  /// Runs the loop until the answer is there. What is asked while another answer is awaited goes
+  /// over a connection of its own.
   std::int32_t ask(std::int32_t messageId, std::span<const std::uint8_t> data,
-                   RunLoop::Deadline room, std::chrono::microseconds answerTime, CFData& reply);
+                   const Patience& patience, CFData& reply);
 
  private:
   /// A request whose answer is awaited. Only one at a time: answers carry no id.
@@ -40,9 +47,8 @@ class RemotePort final : public CFMessagePort, public std::enable_shared_from_th
   std::int32_t sendRequest(std::int32_t messageId, bool replyWanted,
                            std::span<const std::uint8_t> data, WaitForRoom waitForRoom);
   bool runUntilRoom(RunLoop::Deadline deadline);
-  std::int32_t await(Question& question, std::chrono::microseconds answerTime);
-  void readAnswer(GIOCondition ready);
-  void takeAnswer(Transfer transfer, std::size_t size);
+  std::int32_t await(Question& question, RunLoop::Deadline deadline);
+  void readAnswer();
   void settle(std::int32_t status);
   void watchPeer();
   void reconnect();

@@ -157,38 +157,43 @@ void RunLoop::runFor(Milliseconds duration) {
 }
 
 void RunLoop::runPending() {
-  constexpr int kMostTurns = 10'000;
   for (int turn = 0; turn < kMostTurns; ++turn) {
     if (!g_main_context_iteration(context_, FALSE)) return;
   }
 }
 
-bool RunLoop::turn(Deadline deadline) {
+RunLoop::Turn RunLoop::turn(Deadline deadline, int descriptor) {
   // GLib's own cycle, step by step, since its iteration knows no deadline.
   int priority = 0;
   g_main_context_prepare(context_, &priority);
   int timeout = -1;
-  const std::size_t count = queryDescriptors(priority, timeout);
+  const std::span<GPollFD> sources = queryDescriptors(priority, timeout);
   const int left = millisecondsUntil(deadline);
   const int wait = timeout < 0 ? left : std::min(timeout, left);
-  poll(reinterpret_cast<pollfd*>(polled_.data()), count, wait);
-  if (g_main_context_check(context_, priority, polled_.data(), static_cast<int>(count))) {
-    g_main_context_dispatch(context_);
+  // Looked at first: what its peer had sent elsewhere before is then seen in the same poll.
+  polled_.front() = {descriptor, G_IO_IN, 0};
+  poll(reinterpret_cast<pollfd*>(polled_.data()), sources.size() + 1, wait);
+  const bool readable = polled_.front().revents != 0;
+  for (GPollFD& source : sources) {
+    if (source.fd == descriptor) source.revents = 0;
   }
-  return left > 0;
+  const bool handled = g_main_context_check(context_, priority, sources.data(),
+                                            static_cast<int>(sources.size())) != 0;
+  if (handled) g_main_context_dispatch(context_);
+  return {handled, readable, left <= 0};
 }
 
-std::size_t RunLoop::queryDescriptors(int priority, int& timeout) {
+std::span<GPollFD> RunLoop::queryDescriptors(int priority, int& timeout) {
   const auto query = [&] {
     return static_cast<std::size_t>(g_main_context_query(
-        context_, priority, &timeout, polled_.data(), static_cast<int>(polled_.size())));
+        context_, priority, &timeout, polled_.data() + 1, static_cast<int>(polled_.size() - 1)));
   };
   std::size_t count = query();
-  while (count > polled_.size()) {
-    polled_.resize(count);
+  while (count >= polled_.size()) {
+    polled_.resize(count + 1);
     count = query();
   }
-  return count;
+  return std::span(polled_).subspan(1, count);
 }
 
 }  // namespace quorvane::desktop

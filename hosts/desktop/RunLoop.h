@@ -8,6 +8,7 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "platform/Console.h"
@@ -60,7 +61,19 @@ class RunLoop final : public quorvane::RunLoop {
   bool runUntil(Condition isOver, Deadline deadline) {
     const Ownership ownership(context_);
     while (!isOver()) {
-      if (!turn(deadline)) return isOver();
+      if (turn(deadline).late) return isOver();
+    }
+    return true;
+  }
+  /// The same until `descriptor` can be read, too, and what was there before has been handled: what
+  /// a peer sends elsewhere and then here is met in this order. A watch of `descriptor` rests.
+  template <class Condition>
+  bool runUntilReadable(int descriptor, Condition isOver, Deadline deadline) {
+    const Ownership ownership(context_);
+    for (int behind = 0; !isOver();) {
+      const Turn turn = this->turn(deadline, descriptor);
+      if (turn.readable && (!turn.handled || turn.late || ++behind == kMostTurns)) return true;
+      if (turn.late) return isOver();
     }
     return true;
   }
@@ -85,15 +98,25 @@ class RunLoop final : public quorvane::RunLoop {
     GMainContext* context_;
   };
 
-  /// Waits for something to handle, and handles it. False once `deadline` has come.
-  bool turn(Deadline deadline);
-  std::size_t queryDescriptors(int priority, int& timeout);
+  struct Turn {
+    bool handled;
+    bool readable;  ///< the descriptor that was asked for
+    bool late;      ///< the deadline had come
+  };
+
+  static constexpr int kNoDescriptor = -1;  // poll passes over it
+  /// A source that is always ready holds nobody longer.
+  static constexpr int kMostTurns = 10'000;
+
+  /// Waits for something to handle, and handles it.
+  Turn turn(Deadline deadline, int descriptor = kNoDescriptor);
+  std::span<GPollFD> queryDescriptors(int priority, int& timeout);
 
   quorvane::LogSink& log_;
   GMainContext* context_;
   Current current_;
   std::vector<GMainLoop*> running_;
-  std::vector<GPollFD> polled_;
+  std::vector<GPollFD> polled_;  ///< first the one that is asked for, then GLib's own
   std::vector<std::shared_ptr<CFRunLoopSource>> sources_;
   std::list<std::unique_ptr<Registration>> delayed_;
 };

@@ -118,21 +118,24 @@ void TextApplication::focus(Document* document) {
 }
 
 Outcome TextApplication::press(std::u16string_view characters, std::uint16_t keyCode,
-                               std::uint32_t modifierFlags) {
+                               std::uint32_t modifierFlags, std::optional<double> time) {
   NSEvent event{NSEventType::KeyDown, modifierFlags, keyCode, std::u16string(characters), nullptr};
-  const Outcome outcome = deliver(event);
+  Delivery how = delivery;
+  how.time = time ? time : clock_.GetCurrentEventTime();
+  const Outcome outcome = deliver(event, how);
   event.type = NSEventType::KeyUp;
-  deliver(event);
+  deliver(event, how);
   return outcome;
 }
 
-Outcome TextApplication::type(char32_t character, std::uint32_t modifierFlags) {
+Outcome TextApplication::type(char32_t character, std::uint32_t modifierFlags,
+                              std::optional<double> time) {
   if (character == U'\n') character = U'\r';
   const keyboard::Key key = queue_.keyboard().keyForCharacter(character).value_or(keyboard::Key{});
   if (key.shift) modifierFlags |= NSEventModifierFlagShift;
   if (key.option) modifierFlags |= NSEventModifierFlagOption;
   if (key.function) modifierFlags |= NSEventModifierFlagFunction;
-  return press(toUtf16(character), key.keyCode, modifierFlags);
+  return press(toUtf16(character), key.keyCode, modifierFlags, time);
 }
 
 Outcome TextApplication::click(std::uint64_t index) {
@@ -211,7 +214,7 @@ void TextApplication::passOn(const NSEvent& event, Document& document) const {
 CarbonEvent TextApplication::carbonEvent(const NSEvent& event, const Delivery& how) {
   CarbonEvent carbon;
   carbon.kind = carbonKind(event, how);
-  carbon.time = clock_.GetCurrentEventTime();
+  carbon.time = how.time ? *how.time : clock_.GetCurrentEventTime();
   carbon.kmod = keyboard::classicModifiers(event.modifierFlags);
   if (isMouse(event.type)) {
     carbon.eventClass = kEventClassMouse;

@@ -93,6 +93,19 @@ TEST_P(MessagePortsConformance, ACallbackThatWaitsStillGetsMessages) {
   EXPECT_EQ(order, (std::vector<std::int32_t>{2, 1}));
 }
 
+TEST_P(MessagePortsConformance, WhatIsSentBeforeTheAnswerIsHandledBeforeIt) {
+  serve("own", recording(std::nullopt));
+  stage_->serveElsewhere("server", [&](std::int32_t id, const CFData*) -> std::optional<CFData> {
+    EXPECT_EQ(send("own", id, {}), kCFMessagePortSuccess);
+    return std::nullopt;
+  });
+  CFData reply;
+  EXPECT_EQ(ask("server", 1, {}, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(received_, (std::vector<Received>{{1, std::nullopt}}));
+  EXPECT_EQ(ask("server", 2, {}, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(received_, (std::vector<Received>{{1, std::nullopt}, {2, std::nullopt}}));
+}
+
 TEST_P(MessagePortsConformance, ANameIsServedOnce) {
   const auto port = serve("own", recording(std::nullopt));
   ASSERT_NE(port, nullptr);

@@ -87,12 +87,12 @@ class Desk {
   }
   [[nodiscard]] pid_t pid() const { return static_cast<pid_t>(std::stol(contentOf(file("pid")))); }
   void signal(int number) const { ::kill(pid(), number); }
-  void killStandIn() const {
+  void signalStandIn(int number) const {
     const auto runtime = folder_.usualRuntimeFolder() / ("type-" + std::to_string(pid()));
     for (const auto& entry : std::filesystem::directory_iterator(runtime)) {
       if (entry.path().extension() != ".process") continue;
       const auto announced = static_cast<pid_t>(std::stol(entry.path().stem()));
-      if (announced != pid()) ::kill(announced, SIGKILL);
+      if (announced != pid()) ::kill(announced, number);
     }
   }
   bool terminalIsAsBefore() {
@@ -189,7 +189,11 @@ TEST(Desk, PopupWithSuggestions) {
   EXPECT_EQ(desk.placeOf("\u2518").first + 1, desk.placeOf("at the far edge of a line teh").first)
       << desk.screen();
   EXPECT_TRUE(desk.shows("\u2510\u2502")) << "moved left, to the side's edge\n" << desk.screen();
-  desk.killStandIn();
+  desk.signalStandIn(SIGSTOP);
+  std::this_thread::sleep_for(std::chrono::milliseconds(600));
+  desk.keys("12x");
+  EXPECT_TRUE(desk.shows("at the far edge of a line teh 2x")) << "a digit in haste, pressed then";
+  desk.signalStandIn(SIGKILL);
   EXPECT_TRUE(eventually([&] { return desk.screen().find("\u250C") == std::string::npos; }));
 }
 

@@ -38,7 +38,7 @@ class DesktopMessagePorts : public testing::Test {
   bool isClosedFor(const Descriptor& socket) {
     std::vector<std::uint8_t> buffer(kRequestSizeLimit);
     std::size_t size = 0;
-    return receiveLastReply(socket.get(), buffer, size) == Transfer::Gone;
+    return receiveReply(socket.get(), buffer, size) == Transfer::Gone;
   }
 
   tests::DesktopStage stage_;
