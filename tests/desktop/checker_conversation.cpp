@@ -283,6 +283,9 @@ TEST_F(CheckerPopup, ItClosesAtTheNextPublicationAndADigitIsThenTyped) {
   text[392] = 29;
   EXPECT_EQ(ask(101, '1'), 0U) << "not seen yet by a look";
   EXPECT_EQ(sentText(0), "0 1");
+  scan("teh 1x");
+  EXPECT_EQ(ask(101, '1'), 0U);
+  EXPECT_EQ(port.sent.size(), 1U) << "it was typed while we stood still";
   scan("teh ");
   text[392] = 29;
   EXPECT_EQ(ask(106, 9), 9U);

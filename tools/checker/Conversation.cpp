@@ -139,6 +139,7 @@ ScanEnd Conversation::openPopup(std::vector<Fix> offers) {
   }
   if (listener_.popup) listener_.popup(&list);
   popup_ = Popup{std::move(offers), {text_.begin(), text_.end()}};
+  popupText_ = decodeTextRecord(text_).value_or(TextRecord{}).text;
   tool_.put(At::ControlDigits, options_.controlDigits ? 1 : 0);
   // A digit and a space before each, a space behind.
   window_.openPopup({list.suggestions.size(), longest + 3}, clientSignature());

@@ -97,6 +97,7 @@ class Conversation {
   std::optional<Fix> staleFix_;
   CorrectionWindow window_;
   std::optional<Popup> popup_;
+  std::vector<std::uint8_t> popupText_;  ///< to the cursor, when the latest popup opened
 };
 
 }  // namespace quorvane::checker

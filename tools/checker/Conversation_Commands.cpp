@@ -100,8 +100,10 @@ void Conversation::popupKey() {
   closeStalePopup();
   const bool taken = popup_ && (key == kDownArrow || (isDigit(key) && choose(key - '1')));
   if (!taken && isDigit(key) && port_.find()) {
-    const auto record = decodeTextRecord(text_);
-    hand(typedCharacter(record.value_or(TextRecord{}), static_cast<std::uint8_t>(key)));
+    const TextRecord record = decodeTextRecord(text_).value_or(TextRecord{});
+    // Otherwise we have come too late, and field 26 holds a key that has been typed since.
+    const bool current = record.text == popupText_;
+    if (current) hand(typedCharacter(record, static_cast<std::uint8_t>(key)));
   }
   closeWindow();
   if (!taken) tool_.put(At::PopupChar, 0);
