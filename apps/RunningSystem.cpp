@@ -7,6 +7,7 @@
 #include <csignal>
 #include <iostream>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "apps/Command.h"
@@ -42,6 +43,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
       configuration_(configurationFor(options, nowhere_.get())),
       host_(configuration_, events_),
+      claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory), configuration_.keyOffset),
       messagePorts_(host_.platform().messagePorts),
       sharedMemory_(host_.platform().sharedMemory),
       application_(
@@ -120,6 +122,7 @@ void RunningSystem::run(std::function<void()> body) {
   host_.processRegistry().setFrontApplication(::getpid());
   if (standIn_) awaitStandIn();
   if (signal_ != 0) return;
+  if (standsAside()) return standAside();
   if (InputMethodMain(process_, {}) != 0) {
     throw std::runtime_error("the input method doesn't start; try again with --log");
   }
@@ -146,6 +149,17 @@ void RunningSystem::awaitStandIn() {
                  " unchecked\n";
   }
   MasterCloseToolRecPtr(process_);
+}
+
+void RunningSystem::standAside() {
+  const pid_t first = claim_.otherHolder();
+  const std::string which = first > 0 ? " (process " + std::to_string(first) + ")" : "";
+  std::cerr << "quorvane: another input method" << which
+            << " works with these shared segments; every key passes as it is typed. End that one "
+               "first, or set QUORVANE_RUNTIME_DIR and QUORVANE_KEY_OFFSET to others\n";
+  textApplication_.setController(nullptr);
+  textApplication_.focus(&document_);
+  body_();
 }
 
 /// Announced last of all: our port stands, and the stand-in has announced itself before us. One

@@ -15,6 +15,7 @@
 #include "apps/StandIn.h"
 #include "apps/SystemOptions.h"
 #include "hosts/desktop/DesktopHost.h"
+#include "hosts/desktop/InputMethodClaim.h"
 #include "hosts/field/TextApplication.h"
 #include "src/base/Process.h"
 #include "src/completion/InputController.h"
@@ -29,9 +30,9 @@ class RunningSystem {
   RunningSystem(const RunningSystem&) = delete;
   RunningSystem& operator=(const RunningSystem&) = delete;
 
-  /// Starts the input method, gives the document the focus, and calls `body`, whose end is the end
-  /// of it all. Throws where the stand-in or the input method doesn't start, and what `body`
-  /// throws.
+  /// Starts the input method, unless another one was first, gives the document the focus, and calls
+  /// `body`, whose end is the end of it all. Throws where the stand-in or the input method doesn't
+  /// start, and what `body` throws.
   void run(std::function<void()> body);
   /// Everything that waits is handled: messages, notifications, posted events.
   void settle();
@@ -48,6 +49,8 @@ class RunningSystem {
   }
   /// Null: it was left out.
   [[nodiscard]] StandIn* standIn() { return standIn_.get(); }
+  /// Another input method works on our segments already: every key passes.
+  [[nodiscard]] bool standsAside() const { return !claim_.isOurs(); }
   /// The signal that asked for an early end; 0: none. `body` returns soon after it has come.
   [[nodiscard]] int signal() const { return signal_; }
 
@@ -60,6 +63,7 @@ class RunningSystem {
   void watchSignals();
   void interrupted(int signal);
   void awaitStandIn();
+  void standAside();
   void begin();
   void exiting();
   void cleanUp();
@@ -71,6 +75,7 @@ class RunningSystem {
   desktop::Descriptor nowhere_;
   desktop::DesktopConfiguration configuration_;
   desktop::DesktopHost host_;
+  desktop::InputMethodClaim claim_;
   ObservedMessagePorts messagePorts_;
   ObservedSharedMemory sharedMemory_;
   OwnApplication application_;

@@ -95,6 +95,7 @@ Fact DeskFacts::publishedRecord() {
 }
 
 Fact DeskFacts::mainApplication(std::uint32_t windowState) {
+  if (system_.standsAside()) return {"another input method has it", {u"every key passes"}};
   const bool runs = IsQUORVANEAPPRUNNING(system_.process()) != 0;
   if (runs) return {"main application: runs", {nameOf(windowState)}};
   return {system_.standIn() == nullptr ? "main application: none" : "main application: has ended",

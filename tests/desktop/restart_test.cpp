@@ -5,10 +5,13 @@
 #include <gtest/gtest.h>
 #include <sys/shm.h>
 
+#include <array>
 #include <csignal>
+#include <fstream>
 #include <memory>
 #include <sstream>
 
+#include "hosts/marisa/SavedWordList.h"
 #include "tests/desktop/DesktopStage.h"
 
 namespace quorvane::tests {
@@ -169,6 +172,32 @@ TEST_F(Restart, OfTwoAtOnceOneWorksAndTheOtherLeavesItsSegmentsAlone) {
     winner.signal(SIGTERM);
     EXPECT_EQ(winner.wait(), 0);
   }
+}
+
+TEST_F(Restart, OfTwoInputMethodsTheSecondPassesEveryKeyUntilTheFirstIsKilled) {
+  std::ofstream(folder_.path() / "google_227800_words.bin")
+      << savedWordList(std::array<std::string_view, 1>{"word"});
+  variables_.push_back("QUORVANE_BUNDLE_DIR=" + folder_.path().string());
+  startChecker();
+  const auto typing = [this](const char* text, const char* delay) {
+    return std::make_unique<RunningProgram>(
+        folder_, Start{.arguments = {"type", "--no-checker", "--delay", delay},
+                       .input = text,
+                       .variables = variables_});
+  };
+  const auto first = typing("teh first", "60000");
+  ASSERT_TRUE(eventually([&] { return announcementsIn(runtime_) == 2; })) << first->errors();
+  const auto second = typing("teh second ", "0");
+  EXPECT_EQ(second->wait(), 0);
+  EXPECT_EQ(second->output(), "teh second ");
+  const std::string told = "another input method (process " + std::to_string(first->pid()) + ")";
+  EXPECT_NE(second->errors().find(told), std::string::npos) << second->errors();
+  EXPECT_EQ(announcementsIn(runtime_), 2U) << "the second is none";
+  first->signal(SIGKILL);
+  first->wait();
+  const auto third = typing("teh third ", "0");
+  EXPECT_EQ(third->wait(), 0);
+  EXPECT_EQ(third->output(), "the third ");
 }
 
 }  // namespace
