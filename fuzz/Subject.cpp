@@ -147,7 +147,7 @@ void Subject::judge(const field::EventReport& report) {
   const bool threw = report.outcome != Outcome::Consumed && report.outcome != Outcome::PassedOn;
   // Completion throws at what it can't use, before it has changed anything itself.
   require(!threw || completionIsOn, "handling an event throws nothing");
-  require(!threw || !consumed || before_->waiting != 0, "no failure eats a key");
+  require(!threw || !consumed, "no failure eats a key");
   thrown_ += threw ? 1 : 0;
   if (report.posted) {
     judgePosted(report.event);

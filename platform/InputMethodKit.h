@@ -128,6 +128,9 @@ class InputMethodKit {
   /// -[IMKInputController markForStyle:atRange:].
   virtual MarkedTextAttributes markForStyle(IMKInputController& controller, std::uint32_t style,
                                             NSRange range) = 0;
+  /// What clients have been given so far during the event under way was owed to them from before:
+  /// should the controller throw, only what follows counts as the event's own text.
+  virtual void ownTextFollows() = 0;
 };
 
 }  // namespace quorvane

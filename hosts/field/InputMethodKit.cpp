@@ -44,4 +44,8 @@ MarkedTextAttributes InputMethodKit::markForStyle(IMKInputController& /*controll
   return {style, range};
 }
 
+void InputMethodKit::ownTextFollows() {
+  if (surroundings_.application) surroundings_.application->ownTextFollows();
+}
+
 }  // namespace quorvane::field

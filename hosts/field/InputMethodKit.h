@@ -22,6 +22,7 @@ class InputMethodKit : public quorvane::InputMethodKit {
   void cancelComposition(IMKInputController& controller) override;
   MarkedTextAttributes markForStyle(IMKInputController& controller, std::uint32_t style,
                                     NSRange range) override;
+  void ownTextFollows() override;
 
   /// The latest one made; null where there is none.
   [[nodiscard]] CandidatesPanel* panel() const { return surroundings_.panel; }

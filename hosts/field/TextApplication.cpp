@@ -64,6 +64,10 @@ struct TextApplication::Progress {
   [[nodiscard]] bool changed() const {
     return document.clientChanges() - changesBefore > nestedChanges;
   }
+  void ownTextFollows() {
+    changesBefore = document.clientChanges();
+    nestedChanges = 0;
+  }
 
   TextApplication& application;
   Document& document;
@@ -209,6 +213,10 @@ Outcome TextApplication::offer(NSEvent event, const Delivery& how, Progress& pro
 void TextApplication::passOn(const NSEvent& event, Document& document) const {
   document.applyKey(event);
   if (event.type == NSEventType::LeftMouseDown && clickIndex_) document.select({*clickIndex_, 0});
+}
+
+void TextApplication::ownTextFollows() {
+  if (progress_) progress_->ownTextFollows();
 }
 
 CarbonEvent TextApplication::carbonEvent(const NSEvent& event, const Delivery& how) {

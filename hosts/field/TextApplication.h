@@ -19,7 +19,7 @@
 namespace quorvane::field {
 
 /// What became of an event. The last two: the controller threw, and the document had not, or had
-/// already, been changed by a client call during the event.
+/// already, been given the event's own text by a client call.
 enum class Outcome { Consumed, PassedOn, PassedAfterError, ConsumedAfterError };
 
 std::string_view describe(Outcome outcome);
@@ -84,6 +84,8 @@ class TextApplication {
   /// Delivers what was posted outside any event, by a message for instance.
   void deliverPosted();
   [[nodiscard]] bool delivering() const { return progress_ != nullptr; }
+  /// What the document has been given so far isn't the text of the event under way.
+  void ownTextFollows();
 
   [[nodiscard]] Clipboard& clipboard() { return *clipboard_; }
   /// Modifiers of the latest event in the classic mask.

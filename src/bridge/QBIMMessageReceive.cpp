@@ -42,6 +42,7 @@ void messageInput(Process& process, const CFData* data) {
   if (!replaceCount) return;
   if (const auto text = decode(process, std::span(*data).subspan(kNumberSize))) {
     target->Do_nsstring_commit_to_composition(*text, *replaceCount);
+    process.platform().inputMethodKit.ownTextFollows();
   } else {
     Log(process, "newStr NULL ERROR");
   }

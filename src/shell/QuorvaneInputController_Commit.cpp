@@ -78,6 +78,7 @@ void QuorvaneInputController::commitComposition(IMKTextInput* sender) {
     return;
   }
   insertComposed(*sender);
+  process_.platform().inputMethodKit.ownTextFollows();
 }
 
 // The buffer is empty between events, whatever the client does.

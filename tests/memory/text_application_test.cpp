@@ -91,6 +91,12 @@ TEST_F(TextApplicationTest, WhatIsThrownCostsNoKeyAndDoublesNone) {
          client.insertText(u"X", {9, 1});
        },
        Outcome::PassedAfterError, u"a"},
+      {"given what was owed",
+       [this](IMKTextInput& client) {
+         client.insertText(u"X", kHere);
+         host.inputMethodKit.ownTextFollows();
+       },
+       Outcome::PassedAfterError, u"Xa"},
       {"changed already", [](IMKTextInput& client) { client.insertText(u"X", kHere); },
        Outcome::ConsumedAfterError, u"X"},
   };
@@ -104,7 +110,7 @@ TEST_F(TextApplicationTest, WhatIsThrownCostsNoKeyAndDoublesNone) {
     EXPECT_EQ(host.text.type(U'a'), each.outcome) << each.name;
     EXPECT_EQ(document.text(), each.text) << each.name;
   }
-  EXPECT_EQ(host.text.errors().size(), 8U);
+  EXPECT_EQ(host.text.errors().size(), 10U);
   EXPECT_EQ(host.log.lines.front(), "* * * the input method threw: out of luck");
 }
 
