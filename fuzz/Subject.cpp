@@ -74,6 +74,9 @@ class Subject::Gate : public IMKInputController {
   void deactivateServer(IMKTextInput* sender) override {
     subject_.controller.deactivateServer(sender);
   }
+  void commitComposition(IMKTextInput* sender) override {
+    subject_.controller.commitComposition(sender);
+  }
   std::uint32_t recognizedEvents(IMKTextInput* sender) override {
     return subject_.controller.recognizedEvents(sender);
   }

@@ -74,6 +74,7 @@ class IMKInputController {
   virtual void candidateSelectionChanged(const NSAttributedString& /*candidate*/) {}
   /// A candidate was picked in the panel.
   virtual void candidateSelected(const NSAttributedString& /*candidate*/) {}
+  /// Null: the text field has made the marked text its own, and there is nothing to insert.
   virtual void commitComposition(IMKTextInput* /*sender*/) {}
 };
 

@@ -57,8 +57,9 @@ class Document : public IMKTextInput {
 
   /// What a text field does with a key that was passed on to it. Key up does nothing. An arrow with
   /// a selection goes to its end on that side; up and down keep the column of the caret and stay
-  /// where there is no such line. Command-A, C, X and V are the only command keys. While marked
-  /// text stands, it stays: characters go in front of it, and no other key does anything.
+  /// where there is no such line. Command-A, C, X and V are the only command keys. A character
+  /// ends the marked text, which becomes plain text before it; while it stands, no other key does
+  /// anything.
   void applyKey(const NSEvent& event);
 
   [[nodiscard]] const std::u16string& text() const { return text_; }

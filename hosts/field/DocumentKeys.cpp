@@ -78,12 +78,10 @@ void Document::applyControl(char16_t code) {
   }
 }
 
-/// Keys keep their order, and the marked text stays: it comes behind them.
+/// Keys keep their order: what was marked stands before them.
 void Document::insertKey(std::u16string_view text) {
-  if (!marked_) return replace(selection_, text);
-  text_.insert(marked_->location, text);
-  marked_->location += text.size();
-  selection_.location += text.size();
+  if (marked_) moveTo(marked_->location + marked_->length);
+  replace(selection_, text);
 }
 
 void Document::copySelection() {

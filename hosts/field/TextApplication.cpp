@@ -210,9 +210,12 @@ Outcome TextApplication::offer(NSEvent event, const Delivery& how, Progress& pro
   return progress.changed() ? Outcome::ConsumedAfterError : Outcome::PassedAfterError;
 }
 
-void TextApplication::passOn(const NSEvent& event, Document& document) const {
+void TextApplication::passOn(const NSEvent& event, Document& document) {
+  const bool marked = document.markedRange().has_value();
   document.applyKey(event);
   if (event.type == NSEventType::LeftMouseDown && clickIndex_) document.select({*clickIndex_, 0});
+  const bool ended = marked && !document.markedRange();
+  if (ended && controller_) guarded([&] { controller_->commitComposition(nullptr); });
 }
 
 void TextApplication::ownTextFollows() {

@@ -114,7 +114,7 @@ class TextApplication {
   Outcome handle(const NSEvent& event, const Delivery& how, bool posted);
   void noteHeldKey(const NSEvent& event);
   Outcome offer(NSEvent event, const Delivery& how, Progress& progress);
-  void passOn(const NSEvent& event, Document& document) const;
+  void passOn(const NSEvent& event, Document& document);
   void recordError(std::string message);
 
   Clock& clock_;

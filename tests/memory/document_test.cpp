@@ -151,9 +151,9 @@ TEST(Document, TheClipboardIsCopiedToCutToAndPasted) {
   }
 }
 
-TEST(Document, MarkedTextStaysWhereItIsBehindTheKeys) {
+TEST(Document, ACharacterEndsTheMarkedTextAndNoOtherKeyDoes) {
   const std::pair<const char16_t*, const char16_t*> cases[] = {
-      {u"\x1C", u"a{b|c}d"}, {u"x", u"ax{b|c}d"}, {u"\b", u"a{b|c}d"}};
+      {u"\x1C", u"a{b|c}d"}, {u"x", u"abcx|d"}, {u"\b", u"a{b|c}d"}};
   for (const auto& [characters, after] : cases) {
     Document document;
     document.setText(u"ad");

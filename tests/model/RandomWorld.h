@@ -158,6 +158,9 @@ class RandomWorld : private IMKInputController {
   void deactivateServer(IMKTextInput* sender) override {
     method_.controller.deactivateServer(sender);
   }
+  void commitComposition(IMKTextInput* sender) override {
+    method_.controller.commitComposition(sender);
+  }
   std::uint32_t recognizedEvents(IMKTextInput* sender) override {
     return method_.controller.recognizedEvents(sender);
   }
