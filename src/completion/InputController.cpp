@@ -14,11 +14,18 @@ constexpr auto kFlagsChanged = static_cast<std::uint64_t>(NSEventType::FlagsChan
 
 }  // namespace
 
+InputController::InputController(Process& process)
+    : process_(process), state_(process.state<InputControllerState>()) {}
+
+InputController::~InputController() {
+  if (state_.lastController == this) state_.lastController = nullptr;
+}
+
 bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
-  auto& state = process_.state<InputControllerState>();
-  state.lastClient = client;
+  state_.lastClient = client;
+  state_.lastController = this;
   Log(process_, "handleEvent ", static_cast<std::uint32_t>(event.type));
-  if (state.checker != nullptr && state.checker->do_handleEvent(event, client)) return true;
+  if (checkerTakes(event, client)) return true;
   if (!mayComplete()) return false;
   if (isRepeatedFlagsChange(event)) return true;
   const bool consumed = dispatch(event, client);
@@ -26,19 +33,32 @@ bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
   return consumed;
 }
 
+// It writes into the document itself: a word whose gate has closed since the last event ends first.
+bool InputController::checkerTakes(const NSEvent& event, IMKTextInput* client) {
+  if (!_originalBuffer.empty()) mayComplete();
+  return state_.checker != nullptr && state_.checker->do_handleEvent(event, client);
+}
+
 // The gates see the current state at every event.
 bool InputController::mayComplete() {
-  if ((Get_InteractiveCheck_Status(process_) & kCompletionFlag) == 0) {
-    Log(process_, " ************* InteractiveAutoCompleteMask  NOTENABLED");
-    return false;
-  }
-  if (do_AutoCompleteCancelWindow(process_)) {
-    cancelComposition();
-    reset();
-    Log(process_, " ************* do_AutoCompleteCancelWindow");
-    return false;
-  }
-  return IsQUORVANEAPPRUNNING(process_) != 0;
+  const bool open = isSwitchedOn() && !givesWay() && IsQUORVANEAPPRUNNING(process_) != 0;
+  if (!open) keepTyped();
+  return open;
+}
+
+bool InputController::isSwitchedOn() const {
+  const bool on = (Get_InteractiveCheck_Status(process_) & kCompletionFlag) != 0;
+  if (!on) Log(process_, " ************* InteractiveAutoCompleteMask  NOTENABLED");
+  return on;
+}
+
+bool InputController::givesWay() {
+  if (!do_AutoCompleteCancelWindow(process_)) return false;
+  keepTyped();
+  cancelComposition();
+  reset();
+  Log(process_, " ************* do_AutoCompleteCancelWindow");
+  return true;
 }
 
 bool InputController::dispatch(const NSEvent& event, IMKTextInput* client) {
@@ -90,16 +110,14 @@ void InputController::activateServer(IMKTextInput* sender) {
   _currentCandidateIndex = 1;
   _candidates.clear();
   Log(process_, "activateServer ", static_cast<std::uint32_t>(identityOf(sender)));
-  CheckerSide* const checker = process_.state<InputControllerState>().checker;
-  if (checker != nullptr) checker->do_activateServer1(sender);
+  if (state_.checker != nullptr) state_.checker->do_activateServer1(sender);
 }
 
 // Marked text isn't committed: the buffers are cleared, no more.
 void InputController::deactivateServer(IMKTextInput* sender) {
   reset();
   Log(process_, "deactivateServer ", static_cast<std::uint32_t>(identityOf(sender)));
-  CheckerSide* const checker = process_.state<InputControllerState>().checker;
-  if (checker != nullptr) checker->do_deactivateServer1(sender);
+  if (state_.checker != nullptr) state_.checker->do_deactivateServer1(sender);
 }
 
 std::uint32_t InputController::recognizedEvents(IMKTextInput* /*sender*/) {

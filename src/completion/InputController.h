@@ -25,14 +25,21 @@ class CheckerSide {
   virtual void do_deactivateServer1(IMKTextInput* sender) = 0;
 };
 
+class InputController;
+
+/// This module's own of the latest event: its client, and the controller that got it.
 struct InputControllerState {
-  CheckerSide* checker = nullptr;      ///< null before the shell has connected its rooms
-  IMKTextInput* lastClient = nullptr;  ///< this module's own: the client of the latest event
+  CheckerSide* checker = nullptr;  ///< null before the shell has connected its rooms
+  IMKTextInput* lastClient = nullptr;
+  InputController* lastController = nullptr;
 };
 
 class InputController : public IMKInputController {
  public:
-  explicit InputController(Process& process) : process_(process) {}
+  explicit InputController(Process& process);
+  ~InputController() override;
+  InputController(const InputController&) = delete;
+  InputController& operator=(const InputController&) = delete;
   /// An instance of nobody's client, made on first use.
   static InputController& sharedServer(Process& process);
 
@@ -64,6 +71,9 @@ class InputController : public IMKInputController {
   void cancelComposition();
   void commitComposition(IMKTextInput* sender) override;
   void commitComposition_withoutspace(IMKTextInput* sender);
+  /// The word in progress stands in the document as it was typed, whatever is highlighted, before
+  /// somebody else writes there. Nothing happens without one.
+  void keepTyped();
   void do_CancelAutoCompleteSession();
   void do_Cancel_AutoCompleteSession_withoutspace();
   void reset();
@@ -78,7 +88,10 @@ class InputController : public IMKInputController {
 
  private:
   // Events.
+  bool checkerTakes(const NSEvent& event, IMKTextInput* client);
   bool mayComplete();
+  [[nodiscard]] bool isSwitchedOn() const;
+  bool givesWay();
   bool dispatch(const NSEvent& event, IMKTextInput* client);
   [[nodiscard]] bool isRepeatedFlagsChange(const NSEvent& event) const;
   [[nodiscard]] bool isShiftTap(const NSEvent& event) const;
@@ -112,6 +125,7 @@ class InputController : public IMKInputController {
   [[nodiscard]] bool panelVisible() const;
 
   Process& process_;
+  InputControllerState& state_;  ///< made before the controller, so it outlives it
   std::u16string _composedBuffer;
   std::u16string _originalBuffer;
   std::int64_t _insertionIndex = 0;
@@ -140,5 +154,7 @@ void CancelAutoCompleteSession(Process& process);
 /// The automatic completion has just been switched off: closes the panel if it shows.
 void Cancel_AutoCompleteSession_withoutspace(Process& process);
 IMKTextInput* Get_Last_Client(Process& process);
+/// `keepTyped` of the controller that got the latest event.
+void keepTypedWord(Process& process);
 
 }  // namespace quorvane

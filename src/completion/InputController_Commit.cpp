@@ -50,6 +50,12 @@ void InputController::commitComposition_withoutspace(IMKTextInput* sender) {
   insertAndReset(std::u16string(chosenText()), sender);
 }
 
+void InputController::keepTyped() {
+  if (_originalBuffer.empty()) return;
+  insertAndReset(std::u16string(_originalBuffer), _currentClient);
+  process_.platform().inputMethodKit.ownTextFollows();
+}
+
 void InputController::do_CancelAutoCompleteSession() {
   cancelComposition();
   if (_annotationWin != nullptr) _annotationWin->hideWindow();

@@ -52,11 +52,17 @@ void CancelAutoCompleteSession(Process& process) {
 }
 
 void Cancel_AutoCompleteSession_withoutspace(Process& process) {
+  keepTypedWord(process);
   get_InputController_ptr(process).do_Cancel_AutoCompleteSession_withoutspace();
 }
 
 IMKTextInput* Get_Last_Client(Process& process) {
   return process.state<InputControllerState>().lastClient;
+}
+
+void keepTypedWord(Process& process) {
+  InputController* const controller = process.state<InputControllerState>().lastController;
+  if (controller != nullptr) controller->keepTyped();
 }
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/completion/InputController.h"
 #include "src/keys/qorvHIDkeys.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/shell/QuorvaneInputController.h"
@@ -86,6 +87,7 @@ void QuorvaneInputController::insertComposed(IMKTextInput& sender) {
   const std::u16string text = std::exchange(_composedBuffer, {});
   const std::uint32_t replace = std::exchange(process_.state<ControllerState>().ORIGINALREPLACE, 0);
   _insertionIndex = 0;
+  keepTypedWord(process_);
   const NSRange range = replace != 0 ? rangeBefore(sender.selectedRange(), replace) : kNoRange;
   sender.insertText(text, range);
 }
@@ -104,6 +106,7 @@ void QuorvaneInputController::nsstring_commit_to_composition(const std::u16strin
 
 void QuorvaneInputController::commitDirectly(IMKTextInput& sender, const std::u16string& text,
                                              std::uint32_t replaceLength) {
+  keepTypedWord(process_);
   const NSRange selected = sender.selectedRange();
   const ToolBusyScope busy(process_);
   if (replaceLength != 0) {

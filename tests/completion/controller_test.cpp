@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "src/base/Text.h"
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/NSScreen_PointConversion.h"
 #include "tools/support/StartedInputMethod.h"
@@ -72,10 +73,53 @@ TEST(Controller, TheTwoPrivateInstancesHaveBuffersOfTheirOwn) {
   InputController& functions = get_InputController_ptr(method.process);
   EXPECT_NE(&InputController::sharedServer(method.process), &functions);
   method.press(u"a");
-  functions.setComposedBuffer(u"own");
+  EXPECT_EQ(functions.originalBuffer(), u"");
   Cancel_AutoCompleteSession_withoutspace(method.process);
-  EXPECT_EQ(method.document.text(), u"own") << "over the marked text of the last client";
-  EXPECT_EQ(method.controller.originalBuffer(), u"a") << "its controller knows nothing of it";
+  EXPECT_EQ(method.document.text(), u"a") << "the word of the client's own controller stays";
+}
+
+/// Opens or closes one of the gates before completion.
+using Gate = void (*)(Completing& method, bool opens);
+
+template <unsigned Field, std::uint32_t Closed, std::uint32_t Open>
+void field(Completing& method, bool opens) {
+  method.host.mainApplication.setField(Field, opens ? Open : Closed);
+}
+template <memory::SegmentFate Fate>
+void life(Completing& method, bool opens) {
+  auto& mainApplication = method.host.mainApplication;
+  opens ? mainApplication.launch() : mainApplication.vanish(memory::Notice::Queued, Fate);
+}
+void completionSwitch(Completing& method, bool opens) {
+  method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = opens ? 0x11873 : 0x11833;
+}
+
+TEST(Controller, EveryLetterStaysWhicheverGateClosesAndWhenever) {
+  constexpr std::string_view kText = "the cat sat on it. ";
+  constexpr Gate kGates[]{life<memory::SegmentFate::Removed>,
+                          life<memory::SegmentFate::Kept>,
+                          completionSwitch,
+                          field<6, 0, 1>,
+                          field<31, 1, 0>,
+                          field<27, 1, 0>,
+                          field<19, 100, 0>};
+  for (std::size_t gate = 0; gate < std::size(kGates); ++gate) {
+    bool closed = true;
+    for (std::uint64_t call = 1 + gate; closed; call += std::size(kGates)) {
+      closed = false;
+      Completing method;
+      method.host.journal.beforeCall(call, [&] {
+        closed = true;
+        kGates[gate](method, false);
+      });
+      for (std::size_t i = 0; i < kText.size(); ++i) {
+        if (i == call % kText.size()) kGates[gate](method, true);
+        method.host.runPending();
+        method.type(kText.substr(i, 1));
+      }
+      ASSERT_EQ(toUtf8(method.document.text()), kText) << "gate " << gate << ", call " << call;
+    }
+  }
 }
 
 TEST(AnnotationWindow, TheDelayedHidingFindsTheProcessGone) {
