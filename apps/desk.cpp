@@ -31,8 +31,8 @@ int runDesk(const desk::DeskOptions& options) {
   return signal == 0 ? kExitDone : endBySignal(signal);
 }
 
-/// A word that is being completed isn't the stand-in's to check, and a smart quote behind it would
-/// go into the document before it.
+/// A word that is being completed isn't the stand-in's to check, and quotes that come with it
+/// aren't smart.
 void switchCompletionOff(const CLI::App& command, SystemOptions& system) {
   const bool wanted = system.standIn.popup || system.standIn.smartCharacters != 0;
   if (wanted && command.count("--switches") == 0) system.switches &= ~kCompletionFlag;

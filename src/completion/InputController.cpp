@@ -6,6 +6,7 @@
 #include "src/completion/CompletionState.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_SmartQuotes.h"
 
 namespace quorvane {
 namespace {
@@ -35,7 +36,8 @@ bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
 
 // It writes into the document itself: a word whose gate has closed since the last event ends first.
 bool InputController::checkerTakes(const NSEvent& event, IMKTextInput* client) {
-  if (!_originalBuffer.empty()) mayComplete();
+  const bool held = !_originalBuffer.empty() && mayComplete();
+  process_.state<SmartCharacterState>().wordInProgress = held;
   return state_.checker != nullptr && state_.checker->do_handleEvent(event, client);
 }
 

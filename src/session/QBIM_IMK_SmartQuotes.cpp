@@ -80,6 +80,12 @@ std::int32_t replaceHyphen(Process& process, BIMSessionRec* session, std::uint8_
   return replaceKey(process, session, keyByte, dash->next, dash->replaceLength);
 }
 
+std::uint32_t allowedNow(Process& process) {
+  const std::uint32_t allowed = AutoCorrect_SmartChar_Flag(process);
+  const bool wordInProgress = process.state<SmartCharacterState>().wordInProgress;
+  return wordInProgress ? allowed & kSentenceCapitals : allowed;
+}
+
 // White space and enter keep waiting for the letter. The capital is pressed as a key of its own and
 // comes back through the whole path.
 std::int32_t beginSentence(Process& process, BIMSessionRec& session, std::uint8_t keyByte) {
@@ -102,7 +108,7 @@ std::int32_t Check_SmartQuotes(Process& process, EventRef /*event*/, BIMSessionR
   const Quote* quote = findQuote(keyByte);
   if (!atStart && quote == nullptr && keyByte != kHyphen) return 0;
   const auto previous = byteBeforeCursor(*session);
-  const std::uint32_t allowed = AutoCorrect_SmartChar_Flag(process);
+  const std::uint32_t allowed = allowedNow(process);
   if (keyByte == kHyphen && (allowed & kSmartDashes) != 0) {
     return replaceHyphen(process, session, keyByte, previous);
   }

@@ -10,6 +10,11 @@ inline constexpr std::uint32_t kSmartQuotes = 1;
 inline constexpr std::uint32_t kSmartDashes = 2;
 inline constexpr std::uint32_t kSentenceCapitals = 4;
 
+struct SmartCharacterState {
+  /// Completion holds a marked word: a quote or a dash is left for it to commit with the word.
+  bool wordInProgress = false;
+};
+
 /// 1: the key is consumed, its replacement on the way. `keyByte` is rewritten where one applies.
 /// `event` isn't used.
 std::int32_t Check_SmartQuotes(Process& process, EventRef event, BIMSessionRec* session,
