@@ -20,4 +20,9 @@ void LogLine::add(const Private& text) {
   while (!rest.empty()) add(std::string_view(utf8.data(), takeUtf8(rest, utf8)));
 }
 
+void LogLine::add(PrivateNumber typed) {
+  if (!showPrivate_) return add("<private>");
+  add(typed.number);
+}
+
 }  // namespace quorvane

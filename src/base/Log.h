@@ -17,6 +17,11 @@ struct Private {
   std::u16string_view text;
 };
 
+/// A number that tells what somebody typed.
+struct PrivateNumber {
+  std::uint32_t number;
+};
+
 /// One line under construction; what doesn't fit its 512 bytes is cut.
 class LogLine {
  public:
@@ -24,6 +29,7 @@ class LogLine {
 
   void add(std::string_view text);
   void add(const Private& text);
+  void add(PrivateNumber typed);
   template <std::integral Number>
   void add(Number number) {
     std::array<char, 24> digits;

@@ -141,12 +141,6 @@ std::uint32_t keyboardType(Process& process) {
   return process.platform().unicodeUtilities.LMGetKbdType() & 0xFF;
 }
 
-// A key code tells on a known layout what is being typed.
-void logKey(Process& process, std::uint32_t keyCode) {
-  const std::string digits = std::to_string(keyCode);
-  Log(process, "thekey: ", Private{std::u16string(digits.begin(), digits.end())});
-}
-
 }  // namespace
 
 std::uint16_t AsciiToKeyCode(Process& process, std::uint16_t character) {
@@ -154,7 +148,8 @@ std::uint16_t AsciiToKeyCode(Process& process, std::uint16_t character) {
   std::int32_t option = 0;
   const std::uint32_t keyCode =
       do_keyCodeForChar(process, static_cast<std::int8_t>(character), shift, option);
-  logKey(process, keyCode);
+  // On a known layout the code tells what is being typed.
+  Log(process, "thekey: ", PrivateNumber{keyCode});
   return static_cast<std::uint16_t>(keyCode);
 }
 

@@ -1,7 +1,6 @@
 // Keys for the checker's window, and the clipboard hand-shake on the same way.
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "src/base/Log.h"
@@ -115,11 +114,6 @@ bool popupTakesKeys(Process& process) {
          GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) != kNoWindow;
 }
 
-void logAnswer(Process& process, std::uint32_t answer) {
-  const std::string digits = std::to_string(answer);
-  Log(process, "popupwindowchar ", Private{std::u16string(digits.begin(), digits.end())});
-}
-
 bool isDocumentWindow(std::uint32_t window) {
   return window != kNoWindow && window != kPopupWindow;
 }
@@ -170,7 +164,7 @@ std::int32_t Get_Control_KeyPress(Process& process) {
   if (!wasDelivered(SendToolCommandAndWait(process, kChooseSuggestion))) return 0;
   const std::uint32_t answer = answerTo(process, 0);
   if (answer == 0) return 0;
-  logAnswer(process, answer);
+  Log(process, "popupwindowchar ", PrivateNumber{answer});
   return 1;
 }
 

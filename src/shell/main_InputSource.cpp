@@ -25,7 +25,7 @@ void registerInputSource(Process& process) {
   }
   const TISInputSourceRef current = sources.TISCopyCurrentKeyboardInputSource();
   Log(process, "Current name ",
-      current ? current->kTISPropertyLocalizedName : std::string("(null)"), " ");
+      current ? std::string_view(current->kTISPropertyLocalizedName) : "(null)", " ");
 }
 
 // The walk doesn't stop at the first hit.
