@@ -63,7 +63,7 @@ void HIDPostSpecialKey(Process& process, std::uint32_t key, bool keyUp) {
   NXKeyEventData data;
   data.origCharSet = kNoCharacterSet;
   data.charSet = kNoCharacterSet;
-  data.keyCode = static_cast<std::uint16_t>(key & 0xFF);
+  data.keyCode = static_cast<std::uint16_t>(key);
   postKey(process, get_event_driver(process), data, keyUp);
 }
 

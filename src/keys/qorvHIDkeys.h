@@ -14,7 +14,7 @@ struct HIDKeysState {
 /// The HID connection, opened on first use; 0 where it doesn't open, and then tried again.
 std::uint32_t get_event_driver(Process& process);
 
-// Key codes are cut to 8 bits.
+// Virtual key codes are cut to 8 bits.
 
 /// Codes 55 to 59 are modifiers and go out as flags changed.
 void HIDPostVirtualKey(Process& process, std::uint32_t keyCode, bool keyUp);

@@ -60,8 +60,8 @@ TEST_F(HIDKeys, AConnectionThatDoesNotOpenIsTriedAgainAndThePostStillRuns) {
 TEST_F(HIDKeys, SpecialKeysHaveNoCharacterSetAndNoPause) {
   HID_PressRelease_SpecialKey(process, 0x107);
   EXPECT_EQ(host.journal.take(),
-            (std::vector<std::string>{"IOServiceOpen", "IOHIDPostEvent keyDown 7 special",
-                                      "IOHIDPostEvent keyUp 7 special"}));
+            (std::vector<std::string>{"IOServiceOpen", "IOHIDPostEvent keyDown 263 special",
+                                      "IOHIDPostEvent keyUp 263 special"}));
 }
 
 }  // namespace
