@@ -13,6 +13,8 @@ class Screens {
 
   /// Frames, origin at the bottom left of the first. May be empty.
   virtual std::span<const NSRect> screens() = 0;
+  /// The frame of the one with the keyboard focus; empty where there is none.
+  virtual NSRect mainScreen() = 0;
   /// In screen pixels, origin at the top left.
   virtual NSRect HIWindowGetAvailablePositioningBounds() = 0;
   /// +[NSEvent mouseLocation], in the coordinates of `screens`.

@@ -11,6 +11,7 @@ class Screens final : public quorvane::Screens {
   void setFrame(const NSRect& screen) { screen_ = screen; }
 
   std::span<const NSRect> screens() override { return {&screen_, 1}; }
+  NSRect mainScreen() override { return screen_; }
   NSRect HIWindowGetAvailablePositioningBounds() override { return screen_; }
   /// A terminal has no mouse to ask: the middle.
   NSPoint mouseLocation() override {

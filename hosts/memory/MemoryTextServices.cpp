@@ -105,6 +105,11 @@ std::span<const NSRect> MemoryScreens::screens() {
   return frames;
 }
 
+NSRect MemoryScreens::mainScreen() {
+  journal_.call("mainScreen");
+  return main < frames.size() ? frames[main] : NSRect{};
+}
+
 NSRect MemoryScreens::HIWindowGetAvailablePositioningBounds() {
   journal_.call("HIWindowGetAvailablePositioningBounds");
   return positioningBounds;

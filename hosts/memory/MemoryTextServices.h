@@ -60,6 +60,7 @@ class MemoryScreens : public Screens {
   explicit MemoryScreens(MemoryJournal& journal) : journal_(journal) {}
 
   std::span<const NSRect> screens() override;
+  NSRect mainScreen() override;
   NSRect HIWindowGetAvailablePositioningBounds() override;
   NSPoint mouseLocation() override;
   std::int32_t CGShieldingWindowLevel() override;
@@ -68,6 +69,7 @@ class MemoryScreens : public Screens {
   OSStatus GetThemeMenuBarHeight(std::int16_t& height) override;
 
   std::vector<NSRect> frames{{0, 0, 1440, 900}};
+  std::size_t main = 0;  ///< the screen with the keyboard focus
   NSRect positioningBounds{0, 22, 1440, 878};
   NSPoint mouse{720, 450};
   std::int16_t menuBarHeight = 22;

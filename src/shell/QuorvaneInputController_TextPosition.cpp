@@ -63,14 +63,15 @@ void Nrect_to_Rect(Process& process, QDRect& qdRectOut, const NSRect& rect) {
   qdRectOut = SSQDRectFromNSRect(rect, firstScreen(process));
 }
 
-std::int32_t GetTextPosition(Process& process, BIMSessionRec* /*session*/, QDPoint& pointOut) {
+std::int32_t GetTextPosition(Process& process, BIMSessionRec* /*session*/, std::uint32_t /*unused*/,
+                             QDPoint& pointOut) {
   const HIPoint& location = process.state<TextPositionState>().location;
   pointOut = {toScreenUnit(location.y), toScreenUnit(location.x)};
   return 0;
 }
 
 std::int32_t Get_Last_TextPosition(Process& process, BIMSessionRec* /*session*/,
-                                   HIPoint& pointOut) {
+                                   std::uint32_t /*unused*/, HIPoint& pointOut) {
   pointOut = process.state<TextPositionState>().location;
   return 0;
 }
@@ -83,7 +84,7 @@ void Do_Get_Session_Text_Position(Process& process, BIMSessionRec* session) {
   const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   if (session == nullptr || (flags & kTextPositionFlag) == 0) return;
   QDPoint point;
-  GetTextPosition(process, session, point);
+  GetTextPosition(process, session, 0, point);
   if (point.v == 0 && point.h == 0) point = fallbackPoint(process);
   if (ToolRec record(process); record) {
     PUT_TOOLCRECPTR(process, ToolCRecPtr_TextPosition, packPoint(point.v, point.h));
@@ -101,8 +102,8 @@ void GetDeskTopRectangle(Process& process) {
   state.dragBoundsRect.bottom = wrap(state.dragBoundsRect.bottom - 4);
 }
 
-void Get_DeskTopRectangle(Process& process) {
-  process.state<TextPositionState>().DeskTopRectangle = firstScreen(process);
+void Get_DeskTopRectangle(Process& process, std::uint32_t /*unused*/) {
+  process.state<TextPositionState>().DeskTopRectangle = process.platform().screens.mainScreen();
 }
 
 void HCentRect(Process& process, QDRect& rect) {

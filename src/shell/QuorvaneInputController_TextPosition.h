@@ -21,8 +21,10 @@ QDRect SSQDRectFromNSRect(const NSRect& rect, const NSRect& screenFrame);
 /// The same by the first screen.
 void Nrect_to_Rect(Process& process, QDRect& qdRectOut, const NSRect& rect);
 
-std::int32_t GetTextPosition(Process& process, BIMSessionRec* session, QDPoint& pointOut);
-std::int32_t Get_Last_TextPosition(Process& process, BIMSessionRec* session, HIPoint& pointOut);
+std::int32_t GetTextPosition(Process& process, BIMSessionRec* session, std::uint32_t unused,
+                             QDPoint& pointOut);
+std::int32_t Get_Last_TextPosition(Process& process, BIMSessionRec* session, std::uint32_t unused,
+                                   HIPoint& pointOut);
 
 /// Publishes the position to field 28, where the switches ask for it.
 void Do_Get_Text_Position(Process& process, BIMSessionRec* session);
@@ -31,7 +33,7 @@ void Do_Get_Session_Text_Position(Process& process, BIMSessionRec* session);
 /// Refreshes `screenBitsBounds` and `dragBoundsRect`.
 void GetDeskTopRectangle(Process& process);
 /// Stores the main screen's frame.
-void Get_DeskTopRectangle(Process& process);
+void Get_DeskTopRectangle(Process& process, std::uint32_t unused);
 /// Centres the rectangle horizontally, keeping its width.
 void HCentRect(Process& process, QDRect& rect);
 void reset_typing_count(Process& process);

@@ -116,6 +116,10 @@ TEST_F(Start, TheDesktopIsWhatWindowsMayUseAndEachEdgeIsCutByItself) {
   const auto& state = process.state<TextPositionState>();
   EXPECT_EQ(state.screenBitsBounds, (QDRect{22, -100, 900, 1440}));
   EXPECT_EQ(state.dragBoundsRect, (QDRect{22, -100, 896, 1436}));
+  host.screens.frames.push_back({1440, 0, 800, 600});
+  host.screens.main = 1;
+  Get_DeskTopRectangle(process, 0);
+  EXPECT_EQ(state.DeskTopRectangle.width, 800) << "of the screen that somebody works on";
 }
 
 }  // namespace
