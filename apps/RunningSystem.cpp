@@ -86,7 +86,7 @@ Platform RunningSystem::platform() {
           .screens = host.screens,
           .scriptHost = host.scriptHost,
           .sharedMemory = sharedMemory_,
-          .spellChecker = host.spellChecker,
+          .sharedSpellChecker = host.sharedSpellChecker,
           .textEncoding = host.textEncoding,
           .textInputSources = host.textInputSources,
           .textServicesManager = host.textServicesManager,

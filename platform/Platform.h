@@ -46,7 +46,7 @@ struct Platform {
   Screens& screens;
   ScriptHost& scriptHost;
   SharedMemory& sharedMemory;
-  SpellChecker& spellChecker;
+  SpellChecker& sharedSpellChecker;
   TextEncoding& textEncoding;
   TextInputSources& textInputSources;
   TextServicesManager& textServicesManager;

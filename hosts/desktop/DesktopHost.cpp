@@ -68,7 +68,7 @@ Platform DesktopHost::platform() {
           .screens = screens_,
           .scriptHost = scriptHost_,
           .sharedMemory = sharedMemory_,
-          .spellChecker = spellChecker_,
+          .sharedSpellChecker = spellChecker_,
           .textEncoding = textEncoding_,
           .textInputSources = textInputSources_,
           .textServicesManager = textServicesManager_,

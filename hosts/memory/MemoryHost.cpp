@@ -48,7 +48,7 @@ Platform MemoryHost::platform() {
       .screens = screens,
       .scriptHost = scriptHost,
       .sharedMemory = sharedMemory,
-      .spellChecker = spellChecker,
+      .sharedSpellChecker = spellChecker,
       .textEncoding = textEncoding,
       .textInputSources = textInputSources,
       .textServicesManager = textServicesManager,

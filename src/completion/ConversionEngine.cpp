@@ -73,8 +73,8 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
   Words list = wordsByFrequency(lowered);
   bool differ = !list.empty();  // as words of one list do
   if (list.empty()) list = getSuggestionOfSpellChecker(lowered);
-  const auto substitution = substitutions_.find(lowered);
-  if (substitution != substitutions_.end()) {
+  const auto substitution = substitutions.find(lowered);
+  if (substitution != substitutions.end()) {
     list.insert(list.begin(), substitution->second);
     differ = false;
   }
@@ -89,7 +89,7 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
 ConversionEngine::Words ConversionEngine::wordsByFrequency(const std::u16string& prefix) {
   static_assert(WordTable::kMost > kListThreshold);
   const std::string query = queryOf(prefix);
-  auto first = wordsWithFrequencyAndTranslation_->ask(
+  auto first = wordsWithFrequencyAndTranslation->ask(
       [&query](const WordTable& table) -> std::optional<Words> {
         if (!table.ranked()) return std::nullopt;
         return table.firstWithPrefix(query);
@@ -126,7 +126,7 @@ ConversionEngine::Words ConversionEngine::sortWordsByFrequency(const Words& word
 
 std::int32_t ConversionEngine::frequencyOf(const std::u16string& word) {
   if (!hasUtf8Form(word)) return 0;
-  return wordsWithFrequencyAndTranslation_->ask(
+  return wordsWithFrequencyAndTranslation->ask(
       [key = toUtf8(word)](const WordTable& table) { return table.frequency(key); });
 }
 

@@ -82,10 +82,10 @@ class ConversionEngine {
   std::u16string lowercaseString(const std::u16string& text);
 
   Process& process_;
-  std::optional<Cached<WordTable>> wordsWithFrequencyAndTranslation_;
-  Substitutions substitutions_;
-  std::optional<Cached<PhonexTable>> phonexEncoded_;
-  std::optional<PhonexEncoder> phonexEncoder_;
+  std::optional<Cached<WordTable>> wordsWithFrequencyAndTranslation;
+  Substitutions substitutions;
+  std::optional<Cached<PhonexTable>> phonexEncoded;
+  std::optional<PhonexEncoder> phonexEncoder;
 };
 
 }  // namespace quorvane

@@ -133,10 +133,10 @@ std::string snapshotPath(Process& process, std::string_view name) {
 
 void ConversionEngine::loadPreparedData() {
   loadTrie();
-  wordsWithFrequencyAndTranslation_ = getWordsWithFrequencyAndTranslation();
-  substitutions_ = getUserDefinedSubstitutions();
-  phonexEncoded_ = getPhonexEncodedWords();
-  phonexEncoder_.emplace(getPhonexEncoder());
+  wordsWithFrequencyAndTranslation = getWordsWithFrequencyAndTranslation();
+  substitutions = getUserDefinedSubstitutions();
+  phonexEncoded = getPhonexEncodedWords();
+  phonexEncoder.emplace(getPhonexEncoder());
 }
 
 void ConversionEngine::loadTrie() {

@@ -22,8 +22,8 @@ bool isAscii(std::string_view text) {
 }  // namespace
 
 ConversionEngine::Words ConversionEngine::getSuggestionOfSpellChecker(const std::u16string& text) {
-  Words guesses = process_.platform().spellChecker.guessesForWordRange({0, text.size()}, text,
-                                                                       kLanguage, kNoDocument);
+  Words guesses = process_.platform().sharedSpellChecker.guessesForWordRange(
+      {0, text.size()}, text, kLanguage, kNoDocument);
   if (text.size() <= kLongestWithoutPhonex) return guesses;
   const auto ranked = sortByDamerauLevenshteinDistance(soundAlikesOf(text), text);
   if (ranked.empty()) return guesses;
@@ -37,12 +37,12 @@ ConversionEngine::Words ConversionEngine::getSuggestionOfSpellChecker(const std:
 TextList ConversionEngine::soundAlikesOf(const std::u16string& text) {
   const std::u16string code = phonexEncode(text);
   if (!hasUtf8Form(code)) return {};
-  return phonexEncoded_->ask(
+  return phonexEncoded->ask(
       [key = toUtf8(code)](const PhonexTable& table) { return table.words(key); });
 }
 
 std::u16string ConversionEngine::phonexEncode(const std::u16string& word) {
-  return phonexEncoder_->callWithArguments(word);
+  return phonexEncoder->callWithArguments(word);
 }
 
 std::vector<std::string_view> ConversionEngine::sortByDamerauLevenshteinDistance(
@@ -50,8 +50,8 @@ std::vector<std::string_view> ConversionEngine::sortByDamerauLevenshteinDistance
   const Levenshtein input(inputText);
   std::array<std::vector<std::string_view>, kDistanceLimit> kept;
   words.forEach([&](std::string_view word) {
-    const std::size_t distance =
-        isAscii(word) ? input.distanceTo(word) : input.distanceTo(decoded(word));
+    const std::size_t distance = isAscii(word) ? input.mdc_levenshteinDistanceTo(word)
+                                               : input.mdc_levenshteinDistanceTo(decoded(word));
     if (distance < kDistanceLimit) kept[distance].push_back(word);
   });
   std::vector<std::string_view> nearestFirst;

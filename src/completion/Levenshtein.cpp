@@ -33,11 +33,11 @@ Levenshtein::Levenshtein(std::u16string_view text) : text_(text) {
   }
 }
 
-std::size_t Levenshtein::distanceTo(std::u16string_view word) const {
+std::size_t Levenshtein::mdc_levenshteinDistanceTo(std::u16string_view word) const {
   return text_.size() <= kMostBits ? bitParallel(word) : rowByRow(text_, word);
 }
 
-std::size_t Levenshtein::distanceTo(std::string_view asciiWord) const {
+std::size_t Levenshtein::mdc_levenshteinDistanceTo(std::string_view asciiWord) const {
   if (text_.size() <= kMostBits) return bitParallel(asciiWord);
   return rowByRow(text_, std::u16string(asciiWord.begin(), asciiWord.end()));
 }

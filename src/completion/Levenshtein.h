@@ -16,9 +16,9 @@ class Levenshtein {
   /// `text` must outlive this.
   explicit Levenshtein(std::u16string_view text);
 
-  [[nodiscard]] std::size_t distanceTo(std::u16string_view word) const;
+  [[nodiscard]] std::size_t mdc_levenshteinDistanceTo(std::u16string_view word) const;
   /// The same for a word of ASCII characters alone.
-  [[nodiscard]] std::size_t distanceTo(std::string_view asciiWord) const;
+  [[nodiscard]] std::size_t mdc_levenshteinDistanceTo(std::string_view asciiWord) const;
 
  private:
   template <class Unit>

@@ -80,6 +80,7 @@ bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* cl
     Log(process_, " !INITED_FLAG");
     return false;
   }
+  loadPressAndHold();
   state.lastClient = client;
   commitComposition(client);
   if (!isFreeToHandle(process_, client)) return false;
@@ -157,6 +158,8 @@ std::int32_t Send_Complete_Event(Process& process, std::int32_t /*kind*/, std::u
   static_cast<void>(isQUORVANEAPP_FRONT(process));
   return 0;
 }
+
+void loadPressAndHold() {}
 
 void set_INITED_FLAG(Process& process, std::uint32_t value) {
   process.state<ControllerState>().INITED_FLAG = value;

@@ -97,6 +97,8 @@ EventRef CreateKeyEventFromNSEvent(const NSEvent& event);
 /// Asks whether the main application is in front and ignores the answer. 0.
 std::int32_t Send_Complete_Event(Process& process, std::int32_t kind, std::uint16_t keyCode,
                                  const std::u16string& characters, IMKTextInput* client);
+/// Nothing: what a held key offers is the platform's.
+void loadPressAndHold();
 void set_INITED_FLAG(Process& process, std::uint32_t value);
 void cancel_keyDownEvent(Process& process);
 IMKTextInput* GetLastClient(Process& process);

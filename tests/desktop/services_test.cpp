@@ -70,7 +70,7 @@ TEST(DesktopConfiguration, FoldersComeFromTheEnvironment) {
 
 TEST(DesktopSpellChecker, GuessesForWordsOnly) {
   tests::DesktopStage stage;
-  auto& checker = stage.platform().spellChecker;
+  auto& checker = stage.platform().sharedSpellChecker;
   const auto guesses = [&](const std::u16string& text, NSRange range,
                            std::string_view language = "en") {
     return checker.guessesForWordRange(range, text, language, 0);
