@@ -38,7 +38,7 @@ void countSuspendedKey(Process& process, const BIMSessionRec& session, WindowAnd
   endSuspension(process);
   state.suspendedTotal = 0;
   state.suspended = false;
-  Log(process, " suspendedresult = false \n");
+  Log(process, " suspendedresult = false ");
 }
 
 WindowAndCount readWindowAndCount(Process& process, const BIMSessionRec& session) {

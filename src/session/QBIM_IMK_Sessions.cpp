@@ -55,7 +55,9 @@ void freeSession(Process& process, BIMSessionRec* session) {
 
 // Field 34 from now on. A window of the checker belongs to what was there before.
 void nameSession(Process& process, std::uint32_t sessionValue) {
-  if (const ToolRec record(process); record) {
+  {
+    const ToolRec record(process);
+    if (!record) return;
     PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle, sessionValue);
   }
   BIMCancelWindowSession(process);
@@ -175,12 +177,19 @@ void BIMSessionClose(Process& process, BIMSessionRec* session) {
 void DisposeSession(Process& process, BIMSessionRec* session) {
   if (session == nullptr) return;
   const std::uint32_t handle = session->handle;
-  TextServicesManager& services = process.platform().textServicesManager;
-  if (session->windowRef != 0 && services.GetWindowProperty(session->windowRef) == handle) {
-    services.SetWindowProperty(session->windowRef, 0);
+  if (session->windowRef != 0 && GetBIMWindowSession(process, session->windowRef) == handle) {
+    SetBIMWindowSession(process, session->windowRef, 0);
   }
   freeSession(process, session);
   announceRemoval(process, handle);
+}
+
+std::uint64_t GetBIMWindowSession(Process& process, std::uint64_t window) {
+  return process.platform().textServicesManager.GetWindowProperty(window);
+}
+
+void SetBIMWindowSession(Process& process, std::uint64_t window, std::uint64_t handle) {
+  process.platform().textServicesManager.SetWindowProperty(window, handle);
 }
 
 BIMSessionRec* Get_ActiveSession(BIMSessionRec* session) { return session; }

@@ -85,6 +85,9 @@ void Dispose_InactiveSessions(Process& process);
 /// Disposes of the session and all behind it, the last one first.
 void BIMSessionClose(Process& process, BIMSessionRec* session);
 void DisposeSession(Process& process, BIMSessionRec* session);
+/// The handle of the session that the window belongs to; 0: none, or from now on none.
+std::uint64_t GetBIMWindowSession(Process& process, std::uint64_t window);
+void SetBIMWindowSession(Process& process, std::uint64_t window, std::uint64_t handle);
 BIMSessionRec* Get_ActiveSession(BIMSessionRec* session);
 BIMSessionRec* BIMGetActiveSession(Process& process);
 

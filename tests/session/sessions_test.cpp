@@ -118,6 +118,15 @@ TEST_F(Sessions, NothingIsToldOfARemovalWhileTheMainApplicationIsInFront) {
   EXPECT_EQ(method.host.mainApplication.field(34), handle);
 }
 
+TEST_F(Sessions, WhatCantBeNamedCancelsNoWindow) {
+  method.host.sharedMemory.failAttach(880, memory::AttachFailure::Null);
+  MasterCloseToolRecPtr(method.process);
+  const auto& log = method.host.log.lines;
+  const std::size_t before = log.size();
+  Set_ToolSessionhandle(method.process, &method.session());
+  EXPECT_EQ(log.size(), before + 1) << "one look for the record";
+}
+
 TEST_F(Sessions, WithoutTextEveryOperationOnItDoesNothing) {
   auto& session = method.session();
   session.sessionText.reset();
