@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::uint16_t kLeftCommand = 55;
 constexpr std::uint16_t kLeftShift = 56;
+constexpr std::uint16_t kAsciiEnd = 0x80;
 constexpr std::uint32_t kPauseAfterPost = 10;  // microseconds, as all waits here
 constexpr std::uint32_t kPauseAroundCommand = 100;
 
@@ -117,7 +118,11 @@ void PostCommandKey(Process& process, std::uint16_t character) {
 
 std::int32_t DO_FIX_CHAR(Process& process, BIMSessionRec* /*session*/, std::uint16_t character) {
   std::uint16_t modifierWord = 0;
-  ComposeEventMessage(process, character, &modifierWord);
+  const std::uint16_t keyCode = ComposeEventMessage(process, character, &modifierWord);
+  ProcessSerialNumber psn;
+  // Beyond ASCII no key is ever found, and the event goes out without one.
+  const bool hasNoKey = character < kAsciiEnd && keyCode == kNoKeyCode;
+  if (hasNoKey || Get_FrontProcessSerial(process, psn) == 0) return 0;
   Post_KeyEvent(process, modifierWord, character);
   return 1;
 }

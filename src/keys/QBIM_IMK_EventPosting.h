@@ -29,7 +29,8 @@ std::int32_t Post_KeyEvent(Process& process, std::uint16_t modifierWord, std::ui
 std::int32_t Post_Key_Event(Process& process, std::uint16_t character);
 /// A command-key chord for the front process.
 void PostCommandKey(Process& process, std::uint16_t character);
-/// Types the character with the modifiers that the layout asks for. 1. The session isn't used.
+/// Types the character with the modifiers that the layout asks for. 1; 0, and nothing is posted,
+/// where no key yields it or nothing is in front. The session isn't used.
 std::int32_t DO_FIX_CHAR(Process& process, BIMSessionRec* session, std::uint16_t character);
 /// Types it as text, with a key down alone. 1. The session isn't used.
 std::int32_t DO_FIX_CHAR_NO_MODIFIERS(Process& process, BIMSessionRec* session,

@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "src/bridge/qorv_sharedmem.h"
-#include "src/keys/AsciiToKeyCode.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
 #include "src/session/CharacterPolicy.h"
 #include "src/session/CurrentAppFlags.h"
@@ -87,15 +86,13 @@ std::uint32_t allowedNow(Process& process) {
 }
 
 // White space and enter keep waiting for the letter. The capital is pressed as a key of its own and
-// comes back through the whole path.
+// comes back through the whole path; where it can't be, the letter stays as it was typed.
 std::int32_t beginSentence(Process& process, BIMSessionRec& session, std::uint8_t keyByte) {
   if (keyByte == kSpace || keyByte == kReturnKey || keyByte == kEnterKey) return 0;
   session.sentenceFlags = 0;
   if (keyByte < 'a' || keyByte > 'z') return 0;
   constexpr std::uint8_t kToCapital = 'a' - 'A';
   const auto capital = static_cast<std::uint8_t>(keyByte - kToCapital);
-  // On a keyboard without it the letter stays as it was typed, and isn't lost.
-  if (ComposeEventMessage(process, capital, nullptr) == kNoKeyCode) return 0;
   return DO_FIX_CHAR(process, &session, capital);
 }
 
