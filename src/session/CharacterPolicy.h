@@ -5,6 +5,8 @@
 
 namespace quorvane {
 
+[[nodiscard]] constexpr bool isAscii(std::uint8_t byte) { return byte < 0x80; }
+
 [[nodiscard]] constexpr bool isAsciiLetter(std::uint8_t byte) {
   return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
 }

@@ -107,7 +107,7 @@ void Send_Char_Fix(Process& process, const std::uint8_t* byteAddress, std::uint3
 }
 
 void DO_Fix_Commit_Composition(Process& process, BIMSessionRec* session, std::uint8_t keyByte) {
-  BIMHandleInput(process, session, keyByte);
+  BIMHandleInput(process, session, keyByte, ByteOrigin::Replacement);
   if (FixTarget* target = process.state<InteractiveState>().target; target != nullptr) {
     target->Do_commit_to_composition(&keyByte, 1, 1);
   }

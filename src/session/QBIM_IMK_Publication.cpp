@@ -1,8 +1,10 @@
 #include "src/session/QBIM_IMK_Publication.h"
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 
+#include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CurrentAppFlags.h"
 
@@ -47,6 +49,43 @@ void writeTextRecord(std::span<std::uint8_t> record, const BIMSessionRec& sessio
   // buffer it falls on the key byte, which is written behind it.
   std::copy_n(text.begin(), session.cursor + 1, record.begin() + kTextOffset);
   record[kTextKeyOffset] = keyByte;
+}
+
+struct Extent {
+  std::uint32_t cursor = 0;
+  std::uint32_t length = 0;
+};
+
+// What can be taken of it is taken: the document has been changed already.
+Extent readExtent(Process& process, std::span<const std::uint8_t> record) {
+  const Extent claimed{getWord(record, kTextCursorOffset), getWord(record, kTextLengthOffset)};
+  const std::uint32_t cursor = std::min(claimed.cursor, kSessionTextSize);
+  const std::uint32_t length = std::clamp(claimed.length, cursor, kSessionTextSize);
+  if (cursor != claimed.cursor || length != claimed.length) {
+    Log(process, "CheckEditReplacements bounded cursor ", claimed.cursor, " to ", cursor,
+        ", length ", claimed.length, " to ", length);
+  }
+  return {cursor, length};
+}
+
+// What stands in both texts, at their beginnings or at their ends, keeps its marks.
+void carryMarks(std::span<const std::uint8_t> before, std::span<const std::uint8_t> after,
+                SessionMarks& marks) {
+  const auto head = std::mismatch(before.begin(), before.end(), after.begin(), after.end()).second;
+  const auto tail = std::mismatch(before.rbegin(), before.rend(), after.rbegin(),
+                                  std::make_reverse_iterator(head))
+                        .second.base();
+  const SessionMarks old = marks;
+  const auto tailSize = after.end() - tail;
+  auto* const place = std::fill_n(marks.begin() + (head - after.begin()), tail - head, false);
+  std::copy_n(old.begin() + (before.end() - before.begin()) - tailSize, tailSize, place);
+}
+
+void takeText(BIMSessionRec& session, std::span<const std::uint8_t> taken) {
+  SessionText& text = *session.sessionText;
+  const SessionText before = text;
+  std::copy(taken.begin(), taken.end(), text.begin());
+  carryMarks({before.data(), session.cursor}, {text.data(), taken.size()}, session.beyondAscii);
 }
 
 }  // namespace
@@ -97,15 +136,10 @@ std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session) {
   InteractiveTextRecord textRecord(process);
   if (!textRecord || !session->sessionText) return 0;
   const std::span<const std::uint8_t> bytes = textRecord.bytes();
-  const std::uint32_t cursor = getWord(bytes, kTextCursorOffset);
-  const std::uint32_t length = getWord(bytes, kTextLengthOffset);
-  if (cursor > length || length > kSessionTextSize) {
-    ++process.state<PublicationState>().droppedEdits;
-    return 0;
-  }
-  session->cursor = cursor;
-  session->length = length;
-  std::copy_n(bytes.begin() + kTextOffset, cursor, session->sessionText->begin());
+  const Extent extent = readExtent(process, bytes);
+  takeText(*session, bytes.subspan(kTextOffset, extent.cursor));
+  session->cursor = extent.cursor;
+  session->length = extent.length;
   return 1;
 }
 

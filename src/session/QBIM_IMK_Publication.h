@@ -10,10 +10,6 @@
 
 namespace quorvane {
 
-struct PublicationState {
-  std::uint64_t droppedEdits = 0;  ///< texts that came back out of bounds
-};
-
 /// Publishes the session with the key just typed. 1: the text was copied.
 std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session, std::uint8_t keyByte);
 
@@ -22,7 +18,7 @@ void Update_Document_Session(Process& process, BIMSessionRec* session);
 void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session);
 
 /// Copies the text back into the session. 1: done. A cursor or length that no session could have is
-/// dropped and counted.
+/// bounded to what the buffer holds.
 std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session);
 
 }  // namespace quorvane

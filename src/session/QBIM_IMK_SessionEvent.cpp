@@ -5,6 +5,7 @@
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_CaretMoves.h"
 #include "src/session/QBIM_IMK_SmartQuotes.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
 #include "src/session/QBIM_IMK_Windows.h"
@@ -38,6 +39,10 @@ std::int32_t handleKeyDown(Process& process, BIMSessionRec* session, EventRef ev
   if (key.modifiers != 0) {
     Check_Menu_Key_Interactive_Cancel(process, session, key.modifiers, key.byte);
     Reset_Clip(process, key.modifiers);
+  }
+  if (leavesText(key.byte, key.modifiers)) {
+    leaveText(process, session, key.byte);
+    return 0;
   }
   if ((key.modifiers & kNotTypingMask) != 0) return 0;
   const std::int32_t consumed = Check_SmartQuotes(process, event, session, key.byte);

@@ -14,6 +14,9 @@ namespace quorvane {
 inline constexpr std::uint32_t kSessionTextSize = 384;
 /// A text of 384 bytes has its terminator at index 384.
 using SessionText = std::array<std::uint8_t, kSessionTextSize + 1>;
+/// Of each byte: it stands for a typed character beyond ASCII, as the first byte of its UTF-8 form,
+/// and isn't to be read as Mac OS Roman.
+using SessionMarks = std::array<bool, kSessionTextSize + 1>;
 
 /// What `editState` and entry 4 of the INTERACTIVESCANPTR group say.
 inline constexpr std::uint32_t kEditCursorMovedLeft = 1;  ///< set by OR
@@ -26,8 +29,9 @@ inline constexpr std::uint32_t kSentenceStart = 1;
 struct BIMSessionRec {
   BIMSessionRec* next = nullptr;
   std::unique_ptr<SessionText> sessionText;  ///< null: every operation on text does nothing
-  std::uint32_t cursor = 0;                  ///< bytes; never above `length`
-  std::uint32_t length = 0;                  ///< bytes; never above kSessionTextSize
+  SessionMarks beyondAscii{};
+  std::uint32_t cursor = 0;  ///< bytes; never above `length`
+  std::uint32_t length = 0;  ///< bytes; never above kSessionTextSize
   std::uint64_t documentRef = 0;
   std::uint32_t documentTag = 0;  ///< its 'dapy' property; nonzero: a fix refreshes the session
   std::uint64_t windowRef = 0;

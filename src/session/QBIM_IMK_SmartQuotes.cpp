@@ -57,16 +57,18 @@ const Quote* findQuote(std::uint8_t keyByte) {
   return row == kQuotes.end() ? nullptr : row;
 }
 
+// A character beyond ASCII is 0: neither a dash nor anything that a quote opens behind.
 std::optional<std::uint8_t> byteBeforeCursor(const BIMSessionRec& session) {
   if (session.cursor == 0) return std::nullopt;
-  return (*session.sessionText)[session.cursor - 1];
+  const std::uint32_t last = session.cursor - 1;
+  return session.beyondAscii[last] ? std::uint8_t{0} : (*session.sessionText)[last];
 }
 
 // The buffer always gets the new character, and keeps the old one before it.
 std::int32_t replaceKey(Process& process, BIMSessionRec* session, std::uint8_t& keyByte,
                         std::uint8_t replacement, std::uint32_t replaceLength) {
   keyByte = replacement;
-  const std::int32_t taken = BIMHandleInput(process, session, replacement);
+  const std::int32_t taken = BIMHandleInput(process, session, replacement, ByteOrigin::Replacement);
   if (static_cast<std::uint8_t>(taken) == 0) Send_Char_Fix(process, &replacement, replaceLength);
   return 1;
 }

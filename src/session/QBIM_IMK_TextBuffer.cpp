@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "src/session/CharacterPolicy.h"
+#include "src/session/QBIM_IMK_CaretMoves.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Windows.h"
 
@@ -58,14 +59,28 @@ void makeRoom(Process& process, BIMSessionRec& session) {
   }
 }
 
-void insertByte(Process& process, BIMSessionRec& session, std::uint8_t keyByte) {
+// The tail goes with the byte behind it, which ends the text.
+template <class Cells>
+void moveTailUp(const BIMSessionRec& session, Cells& cells) {
+  std::copy_backward(cells.begin() + session.cursor, cells.begin() + session.length + 1,
+                     cells.begin() + session.length + 2);
+}
+
+template <class Cells>
+void moveTailDown(const BIMSessionRec& session, Cells& cells) {
+  std::copy(cells.begin() + session.cursor, cells.begin() + session.length + 1,
+            cells.begin() + session.cursor - 1);
+}
+
+void insertByte(Process& process, BIMSessionRec& session, std::uint8_t keyByte, ByteOrigin origin) {
   makeRoom(process, session);
   SessionText& text = *session.sessionText;
   if (session.length > session.cursor) {
-    std::copy_backward(text.begin() + session.cursor, text.begin() + session.length + 1,
-                       text.begin() + session.length + 2);
+    moveTailUp(session, text);
+    moveTailUp(session, session.beyondAscii);
   }
   text[session.cursor] = keyByte;
+  session.beyondAscii[session.cursor] = origin == ByteOrigin::Key && !isAscii(keyByte);
   ++session.cursor;
   ++session.length;
   text[session.length] = 0;
@@ -79,8 +94,8 @@ bool deleteByte(BIMSessionRec& session) {
   bool letterDeleted = false;
   if (session.cursor < session.length) {
     letterDeleted = isAsciiLetter(text[session.cursor - 1]);
-    std::copy(text.begin() + session.cursor, text.begin() + session.length + 1,
-              text.begin() + session.cursor - 1);
+    moveTailDown(session, text);
+    moveTailDown(session, session.beyondAscii);
   }
   text[session.length] = 0;
   --session.cursor;
@@ -107,31 +122,22 @@ bool escape(Process& process, BIMSessionRec& session) {
   return windowUp;
 }
 
-void moveVertically(Process& process, BIMSessionRec& session) {
-  BIMCancelWindowSession(process);
-  BIMMouseEditCancelSession(process, &session);
-}
-
 struct KeyResult {
   bool consumed = false;
   bool letterDeleted = false;
 };
 
-KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t keyByte) {
+KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t keyByte,
+                       ByteOrigin origin) {
   switch (keyByte) {
     case 0:
-    case kPageUpKey:
-    case kPageDownKey:
       return {};
     case kBackspaceKey:
     case kDeleteKey:
+      Cancel_DocumentTextRange();
       return {false, deleteByte(session)};
     case kEscapeKey:
       return {escape(process, session), false};
-    case kUpArrowKey:
-    case kDownArrowKey:
-      moveVertically(process, session);
-      return {};
     case kLeftArrowKey:
       moveLeft(session);
       return {};
@@ -139,23 +145,31 @@ KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t ke
       moveRight(session);
       return {};
     default:
-      insertByte(process, session, keyByte);
+      Cancel_DocumentTextRange();
+      insertByte(process, session, keyByte, origin);
       return {};
   }
 }
 
 }  // namespace
 
-std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8_t keyByte) {
+std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8_t keyByte,
+                            ByteOrigin origin) {
   if (session == nullptr) {
     BIMSessionOpen(process, 0, session);
     BIMSessionActivate(process, session);
   }
   if (session == nullptr || !session->sessionText) return 0;
   const std::uint8_t key = keyByte == kEnterKey ? std::uint8_t{kReturnKey} : keyByte;
-  const KeyResult result = changeBuffer(process, *session, key);
+  if (leavesText(key, 0)) {
+    leaveText(process, session, key);
+    return 0;
+  }
+  const KeyResult result = changeBuffer(process, *session, key, origin);
   CallInteractiveEventHandler(process, session, key, result.letterDeleted);
   return result.consumed ? 1 : 0;
 }
+
+std::int32_t Cancel_DocumentTextRange() { return 0; }
 
 }  // namespace quorvane

@@ -8,7 +8,9 @@ namespace quorvane {
 
 /// The key bytes that are more than a character.
 enum KeyByte : std::uint8_t {
+  kHomeKey = 1,
   kEnterKey = 3,
+  kEndKey = 4,
   kBackspaceKey = 8,
   kTabKey = 9,
   kPageUpKey = 11,
@@ -22,8 +24,15 @@ enum KeyByte : std::uint8_t {
   kDeleteKey = 127,
 };
 
+/// Where a byte from 128 up comes from: it is the first of a character beyond ASCII that was typed,
+/// or a character of Mac OS Roman that was put in its place.
+enum class ByteOrigin { Key, Replacement };
+
 /// Updates the buffer for one key and tells the interactive machinery. Nonzero: the key is
 /// consumed. A null session is made and activated first.
-std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8_t keyByte);
+std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8_t keyByte,
+                            ByteOrigin origin = ByteOrigin::Key);
+/// Nothing: no range of the document is held. 0.
+std::int32_t Cancel_DocumentTextRange();
 
 }  // namespace quorvane

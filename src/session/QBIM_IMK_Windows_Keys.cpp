@@ -24,7 +24,6 @@ constexpr std::uint32_t kRestoreArmed = 1;
 constexpr std::uint32_t kRestoreDue = 2;
 
 constexpr std::uint32_t kPopupTakesNoKeys = 0x400;  // of field 7
-constexpr std::uint8_t kHomeKey = 1;
 
 // Backspace, left arrow and the clipboard's own letters.
 constexpr std::string_view kClipboardKeys =

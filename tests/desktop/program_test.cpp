@@ -86,6 +86,19 @@ TEST(Type, TraceTellsAttachPacketAndClientCallOfAFix) {
   EXPECT_NE(errors.find("client setMarkedText \"the \"", packet), std::string::npos) << errors;
 }
 
+TEST(Type, WhatStandsBehindACaretThatHasMovedIsLeftAlone) {
+  const std::pair<std::string, std::string> cases[] = {{"I ab\x01"
+                                                        "d ",
+                                                        "d I ab"},
+                                                       {"abd\x01\x7F\x04 ", "bd "}};
+  const OwnFolder folder;
+  for (const auto& [input, document] : cases) {
+    RunningProgram type(folder, {.arguments = {"type"}, .input = input});
+    EXPECT_EQ(type.wait(), 0);
+    EXPECT_EQ(type.output(), document);
+  }
+}
+
 TEST(Type, SmartCharactersOnEachLayout) {
   const OwnFolder folder;
   for (const std::string layout : {"us", "us(dvorak)", "de", "fr"}) {

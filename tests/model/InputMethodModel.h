@@ -104,6 +104,13 @@ struct InputMethodModel {
       cancelWindow();
     }
     armClipboard(mask);
+    if (!flagsChanged && SessionModel::leaves(key, mask)) {
+      cancelWindow();
+      session().cancel();
+      follow(key);
+      ++reached["caret moves"];
+      return false;
+    }
     const bool typing = !flagsChanged && (mask & (kCommand | kControl | kFunction)) == 0;
     return typing && type(key);
   }
@@ -210,20 +217,20 @@ struct InputMethodModel {
     if (isLetter(byte)) {
       press(byte, NSEventModifierFlagShift);
     } else {
-      typed(byte);
+      typed(byte, true);
       update();
       fix(count, {byte < 208 ? char16_t{byte} : u"–—“”‘’"[byte - 208]});
     }
     return true;
   }
 
-  bool typed(std::uint8_t key) {
-    const bool up = (key == 27 || key == 30 || key == 31) && cancelWindow();
+  bool typed(std::uint8_t key, bool replaced = false) {
+    const bool up = key == 27 && cancelWindow();
     if (key == 27 && (fields[kWindow] & 0xFF) != 0) fields[kRequests] |= 1;
-    if (key == 27 && up) session().sentenceFlags = 0;
-    session().typed(key);
+    if (up) session().sentenceFlags = 0;
+    session().typed(key, replaced);
     follow(key);
-    return key == 27 && up;
+    return up;
   }
 
   void follow(std::uint8_t key) {
@@ -268,7 +275,7 @@ struct InputMethodModel {
   void takeText() {
     fields[kTextChanged] = 0;
     session().take(text);
-    ++reached[text.possible() ? "texts taken back" : "impossible texts"];
+    ++reached[text.possible() ? "texts taken back" : "texts bounded"];
   }
 
   void ask(std::uint32_t command) {

@@ -8,10 +8,10 @@ namespace {
 
 constexpr std::u16string_view kLetters = u"etaoinshrdlucmfwypvbgkETAIS&";
 constexpr std::u16string_view kMarks = u".,;:!?'\"-()/0123456789";
-constexpr std::u16string_view kPicked = u"0123456789--------\"\"\"\"''''\t\x1f\x01\x1b a";
+constexpr std::u16string_view kPicked = u"рʼ0123456789--------\"\"\"\"''''\t\x1f\x01\x1b a";
 constexpr std::array<char16_t, 16> kCodes{13, 13, 8, 8, 8, 28, 28, 29, 3, 9, 9, 27, 127, 11, 12, 0};
-const std::array<std::u16string, 14> kOddities{
-    u"\x1e",   u"\x1f",   u"\x01",   u"\x04",   u"é", u"“",  u"\U0001F600",
+const std::array<std::u16string, 15> kOddities{
+    u"\x1e",   u"\x1f",   u"\x01",   u"\x04",   u"é", u"“",  u"\U0001F600", u"р",
     u"\xD83D", u"\xDE00", u"\xF704", u"\x0085", u"",  u"ab", u"\x0007"};
 constexpr std::array<std::uint32_t, 6> kModifiers{
     NSEventModifierFlagCapsLock, NSEventModifierFlagShift,   NSEventModifierFlagControl,

@@ -3,6 +3,7 @@
 // sentence that is being typed, and the place of the cursor in them; and what smart characters make
 // of a key behind it.
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -31,7 +32,9 @@ struct Replacement {
 };
 
 struct SessionModel {
-  std::string bytes = std::string(385, '\0');  ///< what lies behind the text counts too
+  /// A byte each, plus kTyped where it is the first of a character beyond ASCII that was typed.
+  /// What lies behind the text counts too.
+  std::u16string cells = std::u16string(385, u'\0');
   std::uint32_t cursor = 0;
   std::uint32_t length = 0;
   std::uint32_t editState = 0;      ///< 1: moved left, 2: dropped, 3: cancelled
@@ -39,24 +42,49 @@ struct SessionModel {
   bool tagged = false;              ///< its document has the property that a fix asks for
   bool known = false;               ///< its client has been met
 
-  [[nodiscard]] std::string text() const { return bytes.substr(0, length); }
+  [[nodiscard]] std::string text() const { return bytes(length); }
 
+  /// As much as there is room for. What it has in common with the old text, at either end, is still
+  /// what was typed.
   void take(const TextRecord& record) {
-    if (!record.possible()) return;
-    cursor = record.cursor;
-    length = record.length;
-    bytes.replace(0, cursor, record.bytes, 0, cursor);
+    const std::uint32_t taken = std::min(record.cursor, 384U);
+    std::u16string fresh;
+    for (std::uint32_t i = 0; i < taken; ++i) fresh += static_cast<std::uint8_t>(record.bytes[i]);
+    const auto same = [&](std::uint32_t to, std::uint32_t from) {
+      const bool equal = (fresh[to] & 0xFF) == (cells[from] & 0xFF);
+      if (equal) fresh[to] = cells[from];
+      return equal;
+    };
+    std::uint32_t head = 0;
+    while (head < std::min(taken, cursor) && same(head, head)) ++head;
+    for (std::uint32_t tail = 1; tail <= std::min(taken - head, cursor); ++tail) {
+      if (!same(taken - tail, cursor - tail)) break;
+    }
+    cells.replace(0, taken, fresh);
+    cursor = taken;
+    length = std::clamp(record.length, taken, 384U);
   }
 
   void publish(TextRecord& record) const {
     record.cursor = cursor;
     record.length = length;
-    record.bytes.replace(0, cursor + 1, bytes, 0, cursor + 1);
+    record.bytes.replace(0, cursor + 1, bytes(cursor + 1));
     record.bytes.resize(384);
   }
 
   [[nodiscard]] std::uint8_t byteBefore() const {
-    return cursor > 0 ? static_cast<std::uint8_t>(bytes[cursor - 1]) : std::uint8_t{0};
+    return cursor > 0 ? static_cast<std::uint8_t>(cells[cursor - 1]) : std::uint8_t{0};
+  }
+
+  /// Keys behind which nobody knows where the caret is, or what stands there.
+  static bool leaves(std::uint8_t key, std::uint32_t modifiers) {
+    constexpr std::uint32_t kCommand = 0x100, kFurther = 0x2D900;
+    const auto isOneOf = [&](std::string_view keys) {
+      return keys.find(static_cast<char>(key)) != std::string_view::npos;
+    };
+    return isOneOf("\x01\x04\x0B\x0C\x1E\x1F") ||
+           ((modifiers & kFurther) != 0 && isOneOf("\x1C\x1D\x7F")) ||
+           ((modifiers & kCommand) != 0 && isOneOf("xvzXVZ"));
   }
 
   void cancel() {
@@ -87,19 +115,26 @@ struct SessionModel {
     return pair ? static_cast<std::uint8_t>(0xF0 | (0x40u + (unit & 0x3FFu)) >> 8) : 0;
   }
 
-  void typed(std::uint8_t key) {
+  void typed(std::uint8_t key, bool replaced) {
     if (key == 8 || key == 127) return erase();
-    if (key == 30 || key == 31) return cancel();
     if (key == 28 && cursor > 0) {
       editState |= 1;
       --cursor;
     }
     if (key == 29) cursor += cursor < length ? 1 : 0;
-    const bool silent = key == 0 || key == 11 || key == 12 || key == 27 || key == 28 || key == 29;
-    if (!silent) insert(key);
+    const bool silent = key == 0 || key == 27 || key == 28 || key == 29;
+    if (!silent) insert(key < 0x80 || replaced ? key : key + kTyped);
   }
 
  private:
+  static constexpr char16_t kTyped = 0x100;
+
+  [[nodiscard]] std::string bytes(std::uint32_t count) const {
+    std::string text;
+    for (std::uint32_t i = 0; i < count; ++i) text += static_cast<char>(cells[i]);
+    return text;
+  }
+
   /// -- becomes an em dash, and on: an en dash, a hyphen, an em dash again.
   [[nodiscard]] std::optional<Replacement> dash() const {
     if (isBefore(1, "-")) return Replacement{209, 1};
@@ -115,26 +150,26 @@ struct SessionModel {
     return {static_cast<std::uint8_t>((single ? 212 : 210) + (opens ? 0 : 1)), 0};
   }
 
-  void insert(std::uint8_t key) {
+  void insert(int cell) {
     makeRoom();
     if (cursor < length) moveTail(cursor + 1);
-    bytes[cursor++] = static_cast<char>(key);
-    bytes[++length] = '\0';
+    cells[cursor++] = static_cast<char16_t>(cell);
+    cells[++length] = 0;
   }
 
   void erase() {
     if (cursor == 0 || length == 0) return;
     if (cursor < length) moveTail(cursor - 1);
-    bytes[length] = '\0';
+    cells[length] = 0;
     --cursor;
     --length;
   }
 
   /// The tail goes with the byte behind it; what lies further behind stays.
   void moveTail(std::uint32_t to) {
-    const std::string tail = bytes.substr(cursor, length - cursor + 1);
-    bytes.replace(to, tail.size(), tail);
-    bytes.resize(385);
+    const std::u16string tail = cells.substr(cursor, length - cursor + 1);
+    cells.replace(to, tail.size(), tail);
+    cells.resize(385);
   }
 
   void makeRoom() {
@@ -154,7 +189,8 @@ struct SessionModel {
   }
 
   [[nodiscard]] bool isBefore(std::uint32_t distance, std::string_view set) const {
-    return cursor >= distance && set.find(bytes[cursor - distance]) != std::string_view::npos;
+    if (cursor < distance || cells[cursor - distance] >= kTyped) return false;
+    return set.find(static_cast<char>(cells[cursor - distance])) != std::string_view::npos;
   }
 
   void forget() { cursor = length = 0; }

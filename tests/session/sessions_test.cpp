@@ -162,16 +162,17 @@ TEST(Publication, OneSwitchOfInteractiveCheckingIsEnough) {
   }
 }
 
-TEST(Publication, TextThatComesBackOutOfBoundsIsDroppedAndCounted) {
+TEST(Publication, TextThatComesBackOutOfBoundsIsTakenAsFarAsThereIsRoom) {
   struct Case {
     std::uint32_t cursor;
     std::uint32_t length;
-    bool taken;
+    std::uint32_t takenCursor;
+    std::uint32_t takenLength;
   };
-  constexpr Case kCases[] = {{0, 0, true},      {384, 384, true},        {2, 384, true},
-                             {385, 385, false}, {2, 385, false},         {3, 2, false},
-                             {~0u, ~0u, false}, {0x7fffffff, 10, false}, {10, 0x80000000, false}};
-  for (const auto& [cursor, length, taken] : kCases) {
+  constexpr Case kCases[] = {{0, 0, 0, 0},         {384, 384, 384, 384},       {2, 384, 2, 384},
+                             {385, 385, 384, 384}, {2, 385, 2, 384},           {3, 2, 3, 3},
+                             {~0u, ~0u, 384, 384}, {0x7fffffff, 10, 384, 384}, {9, ~0u, 9, 384}};
+  for (const auto& [cursor, length, takenCursor, takenLength] : kCases) {
     StartedInputMethod method;
     method.type("ab");
     InteractiveTextRecord record(method.process);
@@ -179,10 +180,13 @@ TEST(Publication, TextThatComesBackOutOfBoundsIsDroppedAndCounted) {
       record.bytes()[i] = static_cast<std::uint8_t>(cursor >> (24 - 8 * i));
       record.bytes()[4 + i] = static_cast<std::uint8_t>(length >> (24 - 8 * i));
     }
-    EXPECT_EQ(CheckEditReplacements(method.process, &method.session()), taken ? 1 : 0) << cursor;
-    EXPECT_EQ(method.session().cursor, taken ? cursor : 2u);
-    EXPECT_EQ(method.session().length, taken ? length : 2u);
-    EXPECT_EQ(method.process.state<PublicationState>().droppedEdits, taken ? 0u : 1u);
+    record.bytes()[8] = 'z';
+    EXPECT_EQ(CheckEditReplacements(method.process, &method.session()), 1);
+    EXPECT_EQ(method.session().cursor, takenCursor) << cursor;
+    EXPECT_EQ(method.session().length, takenLength) << length;
+    EXPECT_EQ(method.session().sessionText->front(), takenCursor == 0 ? 'a' : 'z');
+    const bool bounded = takenCursor != cursor || takenLength != length;
+    EXPECT_EQ(method.host.log.lines.back().starts_with("CheckEditReplacements bounded"), bounded);
     BIMHandleInput(method.process, &method.session(), 'c');
     BIMHandleInput(method.process, &method.session(), kBackspaceKey);
   }
