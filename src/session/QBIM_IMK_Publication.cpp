@@ -5,6 +5,7 @@
 
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CurrentAppFlags.h"
+#include "src/session/FixGuard.h"
 
 namespace quorvane {
 namespace {
@@ -66,13 +67,13 @@ std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session,
   return 1;
 }
 
-void Update_Document_Session(Process& process, BIMSessionRec* session) {
+bool takeChanges(Process& process, BIMSessionRec* session) {
   if (session == nullptr) session = BIMGetActiveSession(process);
-  if (session == nullptr) return;
+  if (session == nullptr) return false;
   bool textChanged = false;
   {
     ToolRec record(process);
-    if (!record) return;
+    if (!record) return false;
     if (GET_TOOLCRECPTR(process, ToolCRecPtr_ScanPositionValid) != 0) {
       session->scanMark7 = GET_TOOLCRECPTR_INTERACTIVESCANPTR(process, kScanPosition);
     }
@@ -85,11 +86,15 @@ void Update_Document_Session(Process& process, BIMSessionRec* session) {
     textChanged = GET_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged) != 0;
     if (textChanged) PUT_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged, 0);
   }
-  if (textChanged) CheckEditReplacements(process, session);
+  return textChanged && CheckEditReplacements(process, session) != 0;
+}
+
+void Update_Document_Session(Process& process, BIMSessionRec* session) {
+  takeChanges(process, session);
 }
 
 void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session) {
-  Update_Document_Session(process, session);
+  takeText(process, session);
 }
 
 std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session) {
