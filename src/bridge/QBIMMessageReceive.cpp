@@ -40,12 +40,10 @@ void messageInput(Process& process, const CFData* data) {
   const std::uint64_t session = target->BIMGetActiveSession();
   const auto replaceCount = headNumber(data);
   if (!replaceCount) return;
-  if (const auto text = decode(process, std::span(*data).subspan(kNumberSize))) {
-    target->Do_nsstring_commit_to_composition(*text, *replaceCount);
-    process.platform().inputMethodKit.ownTextFollows();
-  } else {
-    Log(process, "newStr NULL ERROR");
-  }
+  const auto text = decode(process, std::span(*data).subspan(kNumberSize));
+  if (!text) Log(process, "newStr NULL ERROR");
+  target->commitFix(text ? &*text : nullptr, *replaceCount);
+  process.platform().inputMethodKit.ownTextFollows();
   if (session != 0 && target->documentTag(session) != 0) target->Update_Document_Session(session);
   Log(process, "DONE");
 }

@@ -25,9 +25,9 @@ class MessageTarget {
   virtual std::uint32_t documentTag(std::uint64_t session) = 0;
   /// Nothing where the session is gone.
   virtual void Update_Document_Session(std::uint64_t session) = 0;
-  /// Replaces `replaceLength` characters before the caret.
-  virtual void Do_nsstring_commit_to_composition(const std::u16string& text,
-                                                 std::uint32_t replaceLength) = 0;
+  /// Replaces `replaceLength` characters before the caret, unless that contradicts what was typed.
+  /// Null: the message has no text, and what the shared record says of it doesn't hold either.
+  virtual void commitFix(const std::u16string* text, std::uint32_t replaceLength) = 0;
   /// Presses the paste keys in a client; process id 0: in the one that the shared record names.
   virtual void Post_Paste_CommandKey(std::int32_t pid) = 0;
   virtual void Post_SpecialPaste_CommandKey(std::int32_t pid) = 0;

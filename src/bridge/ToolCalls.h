@@ -45,8 +45,9 @@ std::int32_t do_CallDirectQorvToolCommandAppEventWait(Process& process, std::uin
                                                       std::uint32_t cmd);
 std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Process& process, std::uint32_t bit,
                                                  std::uint32_t cmd);
-/// Has the sentence being typed scanned; waits up to 6 ticks. It stands in the key path.
-void Do_checktypingSentScan(Process& process);
+/// Has the sentence being typed scanned; waits up to 6 ticks. It stands in the key path. True: the
+/// main application has ended it.
+bool Do_checktypingSentScan(Process& process);
 
 /// A copy of the menu buffer record.
 using MenuBuffer = std::array<std::uint8_t, kMenuBufferSize>;

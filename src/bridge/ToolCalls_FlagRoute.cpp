@@ -161,12 +161,12 @@ std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Process& process, std::uint32_t
   return 0;
 }
 
-void Do_checktypingSentScan(Process& process) {
+bool Do_checktypingSentScan(Process& process) {
   Log(process, "Call Do_checktypingSentScan");
   const ToolRec record(process);
   if (!record) {
     Log(process, "Failed to open com bridge");
-    return;
+    return false;
   }
   BSET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2, kSentenceScanBit);
   const FieldBit asked(process, ToolCRecPtr_ScanFlags, kSentenceScanBit);
@@ -174,9 +174,10 @@ void Do_checktypingSentScan(Process& process) {
   WakeUpQuorvaneProcess(process);
   Set_AEToolEventSelectStruct(process, nullptr, kSentenceScan);
   const std::uint64_t start = Tick_Count(process);
-  if (spinUntilClear(process, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start)) {
-    Log(process, "notfinished ticks ", Tick_Count(process) - start);
-  }
+  const bool answered =
+      spinUntilClear(process, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start);
+  if (answered) Log(process, "notfinished ticks ", Tick_Count(process) - start);
+  return answered;
 }
 
 std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Process& process, std::uint32_t /*ignored*/) {

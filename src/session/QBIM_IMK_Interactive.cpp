@@ -2,10 +2,10 @@
 
 #include "src/base/Log.h"
 #include "src/bridge/QBIMMessageReceive.h"
-#include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CharacterPolicy.h"
 #include "src/session/CurrentAppFlags.h"
+#include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
 #include "src/session/QBIM_IMK_Windows.h"
@@ -69,8 +69,7 @@ void askForScan(Process& process, BIMSessionRec& session, const WindowAndCount& 
     target->Do_Get_Text_Position(&session);
   }
   if ((process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kInteractiveCheck) != 0) {
-    Do_checktypingSentScan(process);
-    Update_Document_Session(process, &session);
+    scanSentence(process, session);
   }
   session.editState = 0;
 }
@@ -103,7 +102,11 @@ void Send_Char_Fix(Process& process, const std::uint8_t* byteAddress, std::uint3
   if (target == nullptr || !unicode) return;
   const auto text =
       process.platform().textEncoding.initWithData(*unicode, NSStringEncoding::UTF16LittleEndian);
-  if (text) target->Do_nsstring_commit_to_composition(*text, replaceLength);
+  if (!text) return;
+  // A key is never lost: where there is nothing to replace it stands as it is.
+  if (!target->Do_nsstring_commit_to_composition(*text, replaceLength)) {
+    target->Do_nsstring_commit_to_composition(*text, 0);
+  }
 }
 
 void DO_Fix_Commit_Composition(Process& process, BIMSessionRec* session, std::uint8_t keyByte) {

@@ -13,8 +13,9 @@ class FixTarget {
  public:
   virtual ~FixTarget() = default;
 
-  /// Replaces `replaceLength` characters before the caret of the last client.
-  virtual void Do_nsstring_commit_to_composition(const std::u16string& text,
+  /// Replaces `replaceLength` characters before the caret of the last client. False where there
+  /// aren't so many: nothing is inserted.
+  virtual bool Do_nsstring_commit_to_composition(const std::u16string& text,
                                                  std::uint32_t replaceLength) = 0;
   /// The byte path: parks the text for the next event.
   virtual void Do_commit_to_composition(const std::uint8_t* bytes, std::uint32_t length,

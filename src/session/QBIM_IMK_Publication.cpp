@@ -7,6 +7,7 @@
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CurrentAppFlags.h"
+#include "src/session/FixGuard.h"
 
 namespace quorvane {
 namespace {
@@ -81,7 +82,7 @@ void carryMarks(std::span<const std::uint8_t> before, std::span<const std::uint8
   std::copy_n(old.begin() + (before.end() - before.begin()) - tailSize, tailSize, place);
 }
 
-void takeText(BIMSessionRec& session, std::span<const std::uint8_t> taken) {
+void replaceText(BIMSessionRec& session, std::span<const std::uint8_t> taken) {
   SessionText& text = *session.sessionText;
   const SessionText before = text;
   std::copy(taken.begin(), taken.end(), text.begin());
@@ -105,13 +106,13 @@ std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session,
   return 1;
 }
 
-void Update_Document_Session(Process& process, BIMSessionRec* session) {
+bool takeChanges(Process& process, BIMSessionRec* session) {
   if (session == nullptr) session = BIMGetActiveSession(process);
-  if (session == nullptr) return;
+  if (session == nullptr) return false;
   bool textChanged = false;
   {
     ToolRec record(process);
-    if (!record) return;
+    if (!record) return false;
     if (GET_TOOLCRECPTR(process, ToolCRecPtr_ScanPositionValid) != 0) {
       session->scanMark7 = GET_TOOLCRECPTR_INTERACTIVESCANPTR(process, kScanPosition);
     }
@@ -124,11 +125,15 @@ void Update_Document_Session(Process& process, BIMSessionRec* session) {
     textChanged = GET_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged) != 0;
     if (textChanged) PUT_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged, 0);
   }
-  if (textChanged) CheckEditReplacements(process, session);
+  return textChanged && CheckEditReplacements(process, session) != 0;
+}
+
+void Update_Document_Session(Process& process, BIMSessionRec* session) {
+  takeChanges(process, session);
 }
 
 void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session) {
-  Update_Document_Session(process, session);
+  takeText(process, session);
 }
 
 std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session) {
@@ -137,7 +142,7 @@ std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session) {
   if (!textRecord || !session->sessionText) return 0;
   const std::span<const std::uint8_t> bytes = textRecord.bytes();
   const Extent extent = readExtent(process, bytes);
-  takeText(*session, bytes.subspan(kTextOffset, extent.cursor));
+  replaceText(*session, bytes.subspan(kTextOffset, extent.cursor));
   session->cursor = extent.cursor;
   session->length = extent.length;
   return 1;

@@ -13,8 +13,11 @@ namespace quorvane {
 /// Publishes the session with the key just typed. 1: the text was copied.
 std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session, std::uint8_t keyByte);
 
-/// Takes in what the main application changed. Null: the active session.
+/// Takes in what the main application changed. Null: the active session. True: the text, too.
+bool takeChanges(Process& process, BIMSessionRec* session);
+/// The same for a text that no message belongs to.
 void Update_Document_Session(Process& process, BIMSessionRec* session);
+/// And for one that a message for the document may follow, or precede by a little.
 void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session);
 
 /// Copies the text back into the session. 1: done. A cursor or length that no session could have is

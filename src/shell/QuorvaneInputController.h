@@ -51,7 +51,8 @@ class QuorvaneInputController : public IMKInputController {
   void originalBufferAppend(const std::u16string& text, IMKTextInput& client);
   /// Inserts what is parked; without a client it stays parked.
   void commitComposition(IMKTextInput* sender) override;
-  void nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength);
+  /// False where there aren't so many characters before the caret: nothing is inserted.
+  bool nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength);
 
   // Nothing to do on this side: composition and candidates are completion's.
   void ClearComposedBuffer() {}
@@ -76,7 +77,7 @@ class QuorvaneInputController : public IMKInputController {
   bool handleKey(const NSEvent& event, IMKTextInput* client);
   bool handleFlagsChanged(const NSEvent& event);
   void insertComposed(IMKTextInput& sender);
-  void commitDirectly(IMKTextInput& sender, const std::u16string& text,
+  bool commitDirectly(IMKTextInput& sender, const std::u16string& text,
                       std::uint32_t replaceLength);
   void park(const std::u16string& text, std::uint32_t replaceLength);
 

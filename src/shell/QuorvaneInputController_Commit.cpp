@@ -6,6 +6,7 @@
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/completion/InputController.h"
 #include "src/keys/qorvHIDkeys.h"
+#include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/shell/QuorvaneInputController.h"
 #include "src/shell/QuorvaneInputController_TextPosition.h"
@@ -16,8 +17,10 @@ namespace {
 constexpr std::uint32_t kLeftShiftKey = 56;
 constexpr NSRange kNoRange{NSNotFound, NSNotFound};
 
-// The characters before the caret. Plain unsigned subtraction: a count beyond the caret wraps, and
-// the client decides what to do with that range.
+bool standBefore(const NSRange& selected, std::uint32_t count) {
+  return count <= selected.location;
+}
+
 NSRange rangeBefore(const NSRange& selected, std::uint32_t count) {
   return {selected.location - count, count};
 }
@@ -88,32 +91,42 @@ void QuorvaneInputController::insertComposed(IMKTextInput& sender) {
   const std::uint32_t replace = std::exchange(process_.state<ControllerState>().ORIGINALREPLACE, 0);
   _insertionIndex = 0;
   keepTypedWord(process_);
-  const NSRange range = replace != 0 ? rangeBefore(sender.selectedRange(), replace) : kNoRange;
-  sender.insertText(text, range);
+  if (replace == 0) return sender.insertText(text, kNoRange);
+  const NSRange selected = sender.selectedRange();
+  if (standBefore(selected, replace)) {
+    return sender.insertText(text, rangeBefore(selected, replace));
+  }
+  // The session may have had it since it was parked.
+  BIM_CancelSessionTextBuffer(process_, BIMGetActiveSession(process_));
+  dropFix(process_, FixFault::BeyondCaret);
 }
 
-void QuorvaneInputController::nsstring_commit_to_composition(const std::u16string& text,
+bool QuorvaneInputController::nsstring_commit_to_composition(const std::u16string& text,
                                                              std::uint32_t replaceLength) {
   Check_Update_Document_Session_Buffer(process_, nullptr);
   WakeUpFront(process_);
+  bool taken = true;
   if (IMKTextInput* sender = process_.state<ControllerState>().commit_sender; sender != nullptr) {
-    commitDirectly(*sender, text, replaceLength);
+    taken = commitDirectly(*sender, text, replaceLength);
   } else {
     park(text, replaceLength);
   }
   reset_typing_count(process_);
+  return taken;
 }
 
-void QuorvaneInputController::commitDirectly(IMKTextInput& sender, const std::u16string& text,
+bool QuorvaneInputController::commitDirectly(IMKTextInput& sender, const std::u16string& text,
                                              std::uint32_t replaceLength) {
   keepTypedWord(process_);
   const NSRange selected = sender.selectedRange();
+  if (!standBefore(selected, replaceLength)) return false;
   const ToolBusyScope busy(process_);
   if (replaceLength != 0) {
     sender.setMarkedText(text, selected, rangeBefore(selected, replaceLength));
   }
   sender.insertText(text, kNoRange);
   process_.platform().carbonEvents.CheckEventQueueForUserCancel();
+  return true;
 }
 
 void QuorvaneInputController::park(const std::u16string& text, std::uint32_t replaceLength) {
@@ -125,9 +138,9 @@ void QuorvaneInputController::park(const std::u16string& text, std::uint32_t rep
   HID_PressRelease_VirtualKey(process_, kLeftShiftKey);
 }
 
-void Do_nsstring_commit_to_composition(Process& process, const std::u16string& text,
+bool Do_nsstring_commit_to_composition(Process& process, const std::u16string& text,
                                        std::uint32_t replaceLength) {
-  Get_QuorvaneInputController(process).nsstring_commit_to_composition(text, replaceLength);
+  return Get_QuorvaneInputController(process).nsstring_commit_to_composition(text, replaceLength);
 }
 
 void Do_commit_to_composition(Process& process, const std::uint8_t* bytes, std::uint32_t length,

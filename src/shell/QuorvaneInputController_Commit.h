@@ -8,8 +8,9 @@
 
 namespace quorvane {
 
-/// String path: direct where a client has been seen, parked otherwise.
-void Do_nsstring_commit_to_composition(Process& process, const std::u16string& text,
+/// String path: direct where a client has been seen, parked otherwise. False: there aren't so many
+/// characters before the caret, and nothing is inserted.
+bool Do_nsstring_commit_to_composition(Process& process, const std::u16string& text,
                                        std::uint32_t replaceLength);
 /// Byte path: always parks. The bytes are UTF-8.
 void Do_commit_to_composition(Process& process, const std::uint8_t* bytes, std::uint32_t length,

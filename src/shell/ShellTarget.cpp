@@ -1,6 +1,7 @@
 #include "src/shell/ShellTarget.h"
 
 #include "src/keys/QBIM_Paste_IMK.h"
+#include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QuorvaneInputController.h"
@@ -9,9 +10,9 @@
 
 namespace quorvane {
 
-void ShellTarget::Do_nsstring_commit_to_composition(const std::u16string& text,
+bool ShellTarget::Do_nsstring_commit_to_composition(const std::u16string& text,
                                                     std::uint32_t replaceLength) {
-  quorvane::Do_nsstring_commit_to_composition(process_, text, replaceLength);
+  return quorvane::Do_nsstring_commit_to_composition(process_, text, replaceLength);
 }
 
 void ShellTarget::Do_commit_to_composition(const std::uint8_t* bytes, std::uint32_t length,
@@ -37,6 +38,18 @@ void ShellTarget::Update_Document_Session(std::uint64_t session) {
   if (BIMSessionRec* record = findSession(process_, session); record != nullptr) {
     quorvane::Update_Document_Session(process_, record);
   }
+}
+
+// The text, which the main application writes first, is there before its message is judged.
+void ShellTarget::commitFix(const std::u16string* text, std::uint32_t replaceLength) {
+  Check_Update_Document_Session_Buffer(process_, nullptr);
+  const auto fault =
+      text != nullptr ? faultOf(process_, *text, replaceLength) : FixFault::Unreadable;
+  if (fault) return dropFix(process_, *fault);
+  if (!Do_nsstring_commit_to_composition(*text, replaceLength)) {
+    return dropFix(process_, FixFault::BeyondCaret);
+  }
+  keepFix(process_);
 }
 
 void ShellTarget::Post_Paste_CommandKey(std::int32_t pid) {

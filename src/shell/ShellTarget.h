@@ -11,7 +11,7 @@ class ShellTarget : public FixTarget, public MessageTarget, public CheckerSide {
  public:
   explicit ShellTarget(Process& process) : process_(process) {}
 
-  void Do_nsstring_commit_to_composition(const std::u16string& text,
+  bool Do_nsstring_commit_to_composition(const std::u16string& text,
                                          std::uint32_t replaceLength) override;
   void Do_commit_to_composition(const std::uint8_t* bytes, std::uint32_t length,
                                 std::uint32_t originalReplace) override;
@@ -20,6 +20,7 @@ class ShellTarget : public FixTarget, public MessageTarget, public CheckerSide {
   std::uint64_t BIMGetActiveSession() override;
   std::uint32_t documentTag(std::uint64_t session) override;
   void Update_Document_Session(std::uint64_t session) override;
+  void commitFix(const std::u16string* text, std::uint32_t replaceLength) override;
   void Post_Paste_CommandKey(std::int32_t pid) override;
   void Post_SpecialPaste_CommandKey(std::int32_t pid) override;
 

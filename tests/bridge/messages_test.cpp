@@ -21,9 +21,8 @@ class Target : public MessageTarget {
   void Update_Document_Session(std::uint64_t handle) override {
     calls.push_back("update " + std::to_string(handle));
   }
-  void Do_nsstring_commit_to_composition(const std::u16string&,
-                                         std::uint32_t replaceLength) override {
-    calls.push_back("commit " + std::to_string(replaceLength));
+  void commitFix(const std::u16string* text, std::uint32_t replaceLength) override {
+    calls.push_back((text ? "commit " : "refuse ") + std::to_string(replaceLength));
   }
   void Post_Paste_CommandKey(std::int32_t pid) override {
     calls.push_back("paste " + std::to_string(pid));

@@ -165,6 +165,9 @@ TEST_F(CheckerConversation, AScanThatEndsMeanwhileTakesItsFixAlong) {
   EXPECT_TRUE(port.sent.empty());
   conversation.poll();
   EXPECT_TRUE(answered()) << "the request bit that nobody waits for goes, too";
+  spelling.thinking = [&] { text[8] = 'y'; };
+  scan("x teh ");
+  EXPECT_FALSE(answered()) << "the scan of another text by now";
 }
 
 TEST_F(CheckerConversation, WithoutAWayToTheDocumentTheTextStaysAsItIs) {

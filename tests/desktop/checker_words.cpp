@@ -1,6 +1,7 @@
 // The stand-in's words and choices, without a second process.
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 
 #include <map>
 
@@ -153,6 +154,17 @@ TEST(CheckerFix, OffersWhatADictionaryHasOnceEachAsTheWordIsWritten) {
   EXPECT_EQ(offers[0].text, "Tech ");
   EXPECT_EQ(offers[1].text, "The ");
   EXPECT_EQ(findOffers(typed("qwx "), 0, spelling).size(), 9U);
+}
+
+TEST(CheckerSpelling, AThousandMistakesLeaveNothingBehind) {
+  const auto spelling = openEnchant("en_US");
+  ASSERT_TRUE(spelling);
+  spelling->suggestions("teh");
+  const std::size_t before = ::mallinfo2().uordblks;
+  for (int i = 0; i < 1000; ++i) EXPECT_FALSE(spelling->suggestions("teh").empty());
+  EXPECT_FALSE(spelling->accepts("teh"));
+  constexpr std::size_t kAFewMegabytes = 6'000'000;  // of the 18 that they would be
+  EXPECT_LT(::mallinfo2().uordblks, before + kAFewMegabytes);
 }
 
 TEST(CheckerVouching, AWordIsVouchedForFromTheFirstBoundarySeen) {

@@ -82,9 +82,8 @@ struct InputMethodModel {
     lastClient_ = client;
     if (!parked_) return;
     const auto [count, insertion] = *std::exchange(parked_, {});
-    field::Document& document = documents[client];
-    const std::uint64_t from = document.selection().location - count;
-    document.insertText(insertion, count != 0 ? NSRange{from, count} : kHere);
+    if (count > documents[client].selectedRange().location) return session().cancel();
+    fix(count, insertion);
     ++reached["parked fixes"];
   }
 
@@ -121,10 +120,18 @@ struct InputMethodModel {
     if (!message.number) return;
     if (message.id == 250 || message.id == 251) return paste(message);
     if (message.id != 202) return;
-    if (message.text || session().tagged) update();
-    if (!message.text) return;
-    if (lastClient_) return fix(*message.number, *message.text);
-    parked_ = {*message.number, *message.text};
+    arrivedFix(message);
+    if (session().tagged) update();
+  }
+
+  void arrivedFix(const Message& message) {
+    update(true);
+    const std::uint32_t count = *message.number;
+    if (!message.text || !agrees(count, *message.text)) return drop();
+    if (lastClient_ && count > documents[*lastClient_].selectedRange().location) return drop();
+    taken_.reset();
+    if (lastClient_) return fix(count, *message.text);
+    parked_ = {count, *message.text};
     for (const std::uint32_t flags : {NSEventModifierFlagShift, 0U, NSEventModifierFlagShift, 0U}) {
       posted.push_back({NSEventType::FlagsChanged, flags, 0, {}, nullptr});
     }
@@ -137,7 +144,7 @@ struct InputMethodModel {
     const std::uint64_t caret = document.selection().location;
     const bool fits = count <= caret;
     document.insertText(replacement, fits && count > 0 ? NSRange{caret - count, count} : kHere);
-    ++reached[fits ? "fixes landed" : "counts refused"];
+    ++reached[fits ? "fixes landed" : "keys without the place"];
   }
 
   void press(char16_t character, std::uint32_t flags) {
@@ -218,7 +225,7 @@ struct InputMethodModel {
       press(byte, NSEventModifierFlagShift);
     } else {
       typed(byte, true);
-      update();
+      update(true);
       fix(count, {byte < 208 ? char16_t{byte} : u"–—“”‘’"[byte - 208]});
     }
     return true;
@@ -244,7 +251,7 @@ struct InputMethodModel {
     if (clipboardInUse) armClipboard(kCommand);
     if ((switches & 0x10000) != 0) {
       ask(87);
-      update();
+      update(true);
     }
     session().editState = 0;
   }
@@ -266,10 +273,42 @@ struct InputMethodModel {
     publishedKey = key != 0 ? key : session().byteBefore();
   }
 
-  void update() {
+  void update(bool forFix = false) {
     if ((session().sentenceFlags & 1) == 0) session().sentenceFlags = fields[kSentenceStart];
     session().editState = fields[kEditState];
-    if (fields[kTextChanged] != 0) takeText();
+    if (fields[kTextChanged] == 0) return;
+    const SessionModel before = session();
+    takeText();
+    if (forFix) taken_ = Taken{active, before, session()};
+  }
+
+  /// A message says the same as the text that came before it.
+  bool agrees(std::uint32_t count, std::u16string insertion) {
+    if (!taken_) return true;
+    if (active != taken_->client || session().head() != taken_->after.head()) return false;
+    std::ranges::replace(insertion, u'\r', u'\n');
+    const std::u16string before = SessionModel::shown(taken_->before.head());
+    const std::u16string after = SessionModel::shown(taken_->after.head());
+    const bool beyond = count > before.size();
+    const std::size_t kept = before.size() - (beyond ? before.size() : count);
+    if (!SessionModel::plain(before.substr(kept))) return true;
+    if (beyond) return false;
+    if (!SessionModel::plain(insertion)) return after.starts_with(before.substr(0, kept));
+    const bool full = kept + insertion.size() > 384;
+    const bool agreed = after == (full ? u"" : before.substr(0, kept)) + insertion;
+    if (agreed) ++reached["fixes agreed"];
+    return agreed;
+  }
+
+  void drop() {
+    ++reached["fixes dropped"];
+    const auto taken = std::exchange(taken_, {});
+    if (!taken) return;
+    SessionModel& changed = sessions[taken->client];
+    if (changed.head() != taken->after.head()) return changed.cancel();
+    changed.cells = taken->before.cells;
+    changed.cursor = taken->before.cursor;
+    changed.length = taken->before.length;
   }
 
   void takeText() {
@@ -299,6 +338,12 @@ struct InputMethodModel {
     ++reached["pastes"];
   }
 
+  /// A text that its message must agree with.
+  struct Taken {
+    std::size_t client;
+    SessionModel before, after;
+  };
+  std::optional<Taken> taken_;
   std::optional<std::size_t> lastClient_;  ///< of the latest event: fixes go there
   std::optional<std::pair<std::uint32_t, std::u16string>> parked_;
   std::size_t named_ = 0;      ///< the session that the record names

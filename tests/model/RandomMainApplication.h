@@ -64,7 +64,10 @@ class RandomMainApplication {
   void sendFix() {
     const std::uint32_t count =
         random_.chance(50) ? random_.word() : random_.below(12) * random_.below(2);
-    Message fix{202, count, randomText(random_)};
+    sendFix(count, randomText(random_));
+  }
+  void sendFix(std::uint32_t count, const std::u16string& text) {
+    Message fix{202, count, text};
     std::string utf8 = toUtf8(*fix.text);
     if (random_.chance(50)) {
       utf8 += '\xFF';
@@ -88,8 +91,11 @@ class RandomMainApplication {
     if (waits && random_.chance(600)) write(kPopupKey, random_.chance(500) ? 0 : random_.word());
     if (waits && random_.chance(300)) write(kWindow, 0);
     if (command == 87) write(kSentenceStart, random_.chance(300) ? 1 : 2 * random_.below(2));
-    if (command == 87 && random_.chance(300)) writeText();
+    const std::uint32_t manner = command == 87 ? random_.below(10) : 9;
+    if (manner < 3) writeText();
+    if (manner == 3) correct();
     answering_ = nullptr;
+    if (manner == 3) return sendFix(2, u"e ");
     if (command == 87 && random_.chance(300)) sendFix();
   }
 
@@ -107,6 +113,21 @@ class RandomMainApplication {
     for (std::size_t i = 0; i < 384; i += 1 + random_.below(9)) {
       record.bytes[i] = random_.chance(500) ? ' ' : random_.oneOf(kMarks);
     }
+    writeText(record);
+  }
+
+  /// What lies before the caret now ends in another way: the text of a fix for this scan.
+  void correct() {
+    TextRecord record;
+    const std::string published = host_.mainApplication.published().text;
+    if (published.size() < 2) return;
+    record.bytes = published.substr(0, published.size() - 2) + "e ";
+    record.cursor = record.length = static_cast<std::uint32_t>(published.size());
+    record.bytes.resize(384);
+    writeText(record);
+  }
+
+  void writeText(const TextRecord& record) {
     const int segment = host_.mainApplication.segment(893);
     host_.sharedMemory.writeWord(segment, 0, record.cursor);
     host_.sharedMemory.writeWord(segment, 4, record.length);

@@ -43,6 +43,25 @@ struct SessionModel {
   bool known = false;               ///< its client has been met
 
   [[nodiscard]] std::string text() const { return bytes(length); }
+  [[nodiscard]] std::string head() const { return bytes(cursor); }
+
+  /// As it stands in the document; bytes that no character is known of are out of plain range.
+  static std::u16string shown(const std::string& session) {
+    std::u16string text;
+    for (const char one : session) {
+      const auto byte = static_cast<std::uint8_t>(one);
+      if (byte == 209 && text.ends_with(u'-')) text.pop_back();
+      text += byte >= 208 && byte <= 213 ? u"–—“”‘’"[byte - 208]
+              : byte > 127               ? char16_t{0xF000}
+                                         : (one == 13 ? u'\n' : char16_t{byte});
+    }
+    return text;
+  }
+  static bool plain(const std::u16string& text) {
+    constexpr std::u16string_view kSmart = u"–—“”‘’";
+    return std::ranges::all_of(
+        text, [&](char16_t unit) { return unit < 128 || kSmart.find(unit) != kSmart.npos; });
+  }
 
   /// As much as there is room for. What it has in common with the old text, at either end, is still
   /// what was typed.

@@ -45,6 +45,11 @@ bool Conversation::inTime(std::uint64_t seenAt) const {
   return scanWanted() && clock_.mach_absolute_time() - seenAt < kLatestNanoseconds;
 }
 
+/// The bit may be that of a following scan by now.
+bool Conversation::isStillThere(const Findings& found) const {
+  return std::ranges::equal(found.textRecord, text_);
+}
+
 bool Conversation::spellingWanted() const {
   const std::uint32_t flags = tool_.get(At::AppFlags);
   return (flags & kWordCompletion) == 0 && (flags & kInteractiveSpelling) != 0;
@@ -59,7 +64,7 @@ void Conversation::answerScan() {
   if (found.fix || !found.offers.empty()) {
     end = port_.find() ? ScanEnd::Fixed : ScanEnd::NobodyToTell;
   }
-  if (!inTime(seenAt)) {
+  if (!inTime(seenAt) || !isStillThere(found)) {
     tell(ScanEnd::Late);
     return;
   }
@@ -74,31 +79,29 @@ void Conversation::answerScan() {
 }
 
 Conversation::Findings Conversation::decide() {
-  const std::vector<std::uint8_t> bytes(text_.begin(), text_.end());
+  Findings found;
+  found.textRecord.assign(text_.begin(), text_.end());
   const std::uint32_t change = takeSessionChange();
-  auto record = decodeTextRecord(bytes);
-  if (!record) return {};
+  auto record = decodeTextRecord(found.textRecord);
+  if (!record) return found;
   record->smartCharacters = (tool_.get(At::SmartCharacters) & kSmartQuotesAndDashes) != 0;
   const Sight sight = vouching_.observe(session(), *record, change);
-  Findings found;
   if (sight.isNew) {
     if (options_.manner == Manner::Slow) clock_.usleep(options_.slowMilliseconds * 1000);
-    if (sight.vouchedFrom) found = check(*record, *sight.vouchedFrom);
+    if (sight.vouchedFrom) check(*record, *sight.vouchedFrom, found);
     found.fix = inManner(std::move(found.fix), *record);
   }
   found.sentenceStart = startsSentence(*record);
   return found;
 }
 
-Conversation::Findings Conversation::check(const TextRecord& record, std::size_t vouchedFrom) {
-  Findings found;
-  if (spelling_ == nullptr || !spellingWanted()) return found;
+void Conversation::check(const TextRecord& record, std::size_t vouchedFrom, Findings& found) {
+  if (spelling_ == nullptr || !spellingWanted()) return;
   if (options_.popup) {
     found.offers = findOffers(record, vouchedFrom, *spelling_);
   } else {
     found.fix = findFix(record, vouchedFrom, *spelling_);
   }
-  return found;
 }
 
 SessionKey Conversation::session() const { return {port_.asker(), tool_.get(At::SessionHandle)}; }

@@ -54,6 +54,7 @@ class Conversation {
 
  private:
   struct Findings {
+    std::vector<std::uint8_t> textRecord;  ///< that they are about
     std::optional<Fix> fix;
     std::vector<Fix> offers;  ///< in the popup, in place of a fix
     bool sentenceStart = false;
@@ -65,10 +66,11 @@ class Conversation {
 
   [[nodiscard]] bool scanWanted() const;
   [[nodiscard]] bool inTime(std::uint64_t seenAt) const;
+  [[nodiscard]] bool isStillThere(const Findings& found) const;
   [[nodiscard]] bool spellingWanted() const;
   void answerScan();
   Findings decide();
-  Findings check(const TextRecord& record, std::size_t vouchedFrom);
+  void check(const TextRecord& record, std::size_t vouchedFrom, Findings& found);
   [[nodiscard]] SessionKey session() const;
   std::uint32_t takeSessionChange();
   std::optional<Fix> inManner(std::optional<Fix> fix, const TextRecord& record);

@@ -19,18 +19,28 @@ struct DictionaryDeleter {
 };
 using Dictionary = std::unique_ptr<EnchantDict, DictionaryDeleter>;
 
+Dictionary openDictionary(const Broker& broker, const std::string& tag) {
+  return {enchant_broker_request_dict(broker.get(), tag.c_str()), DictionaryDeleter{broker.get()}};
+}
+
+/// Enchant's Aspell keeps up to 18 kB of each suggestion until its dictionary is closed. Opening it
+/// anew takes less than a millisecond.
+constexpr unsigned kSuggestionsOfOneDictionary = 256;
+
 class Enchant : public Spelling {
  public:
-  Enchant(Broker broker, Dictionary dictionary)
-      : broker_(std::move(broker)), dictionary_(std::move(dictionary)) {}
+  Enchant(Broker broker, Dictionary dictionary, std::string tag)
+      : broker_(std::move(broker)), dictionary_(std::move(dictionary)), tag_(std::move(tag)) {}
 
   /// What can't be looked up passes for right, so that nothing is changed.
   bool accepts(const std::string& word) override {
-    return enchant_dict_check(dictionary_.get(), word.data(), static_cast<ssize_t>(word.size())) <=
-           0;
+    return dictionary_ == nullptr || enchant_dict_check(dictionary_.get(), word.data(),
+                                                        static_cast<ssize_t>(word.size())) <= 0;
   }
 
   std::vector<std::string> suggestions(const std::string& word) override {
+    if (++suggestions_ % kSuggestionsOfOneDictionary == 0) reopen();
+    if (dictionary_ == nullptr) return {};
     std::size_t count = 0;
     char** list = enchant_dict_suggest(dictionary_.get(), word.data(),
                                        static_cast<ssize_t>(word.size()), &count);
@@ -41,8 +51,16 @@ class Enchant : public Spelling {
   }
 
  private:
+  /// The broker gives the same dictionary again for as long as anybody holds it.
+  void reopen() {
+    dictionary_.reset();
+    dictionary_ = openDictionary(broker_, tag_);
+  }
+
   Broker broker_;
   Dictionary dictionary_;  // goes before its broker
+  std::string tag_;
+  unsigned suggestions_ = 0;
 };
 
 }  // namespace
@@ -53,10 +71,9 @@ std::unique_ptr<Spelling> openEnchant(const std::string& tag) {
   // Aspell suggests in under a millisecond, Hunspell in ten to forty, and a fix that is late is
   // lost.
   enchant_broker_set_ordering(broker.get(), tag.c_str(), "aspell,hunspell");
-  Dictionary dictionary(enchant_broker_request_dict(broker.get(), tag.c_str()),
-                        DictionaryDeleter{broker.get()});
+  Dictionary dictionary = openDictionary(broker, tag);
   if (dictionary == nullptr) return nullptr;
-  return std::make_unique<Enchant>(std::move(broker), std::move(dictionary));
+  return std::make_unique<Enchant>(std::move(broker), std::move(dictionary), tag);
 }
 
 }  // namespace quorvane::checker

@@ -1,0 +1,141 @@
+#include "src/session/FixGuard.h"
+
+#include <algorithm>
+#include <span>
+#include <string_view>
+
+#include "src/base/Log.h"
+#include "src/bridge/ToolCalls.h"
+#include "src/session/QBIM_IMK_Publication.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::array<std::string_view, kFixFaults> kFaultNames{
+    "it contradicts what was typed", "more was typed meanwhile", "it may be for another text",
+    "it replaces more than there is", "it has no text"};
+
+// Mac OS Roman from 208 on.
+constexpr std::u16string_view kSmartCharacters = u"\u2013\u2014\u201C\u201D\u2018\u2019";
+constexpr std::uint8_t kFirstSmartByte = 208;
+constexpr std::uint8_t kEmDash = 209;
+// Stand for bytes that are a character of their own each, but not which one.
+constexpr char16_t kUnknown = 0xE000;
+
+SavedText save(const BIMSessionRec& session) {
+  if (!session.sessionText) return {};
+  return {*session.sessionText, session.beyondAscii, session.cursor, session.length};
+}
+
+std::span<const std::uint8_t> beforeCaret(const SavedText& text) {
+  return {text.bytes.data(), text.cursor};
+}
+
+bool beginsWith(const SavedText& text, const SavedText& beginning) {
+  return text.cursor >= beginning.cursor &&
+         std::ranges::equal(beforeCaret(text).first(beginning.cursor), beforeCaret(beginning));
+}
+
+void restore(BIMSessionRec& session, const SavedText& text) {
+  *session.sessionText = text.bytes;
+  session.beyondAscii = text.beyondAscii;
+  session.cursor = text.cursor;
+  session.length = text.length;
+}
+
+bool isUnchanged(const BIMSessionRec* session, const TakenText& taken) {
+  return session != nullptr && session->sessionText && session->handle == taken.session &&
+         std::ranges::equal(std::span(*session->sessionText).first(session->cursor),
+                            beforeCaret(taken.after));
+}
+
+char16_t characterOf(std::uint8_t byte) {
+  if (byte == '\r') return u'\n';
+  if (byte < 128) return byte;
+  const std::size_t smart = std::size_t{byte} - kFirstSmartByte;
+  const bool isSmart = byte >= kFirstSmartByte && smart < kSmartCharacters.size();
+  return isSmart ? kSmartCharacters[smart] : static_cast<char16_t>(kUnknown + byte);
+}
+
+bool isKnown(char16_t unit) {
+  return unit < 128 || kSmartCharacters.find(unit) != std::u16string_view::npos;
+}
+bool isKnown(std::u16string_view text) {
+  return std::ranges::all_of(text, [](char16_t unit) { return isKnown(unit); });
+}
+
+// As a document shows it. A dash of two hyphens is the first of them and the dash in the session.
+std::u16string shown(const SavedText& saved) {
+  std::u16string text;
+  for (const std::uint8_t byte : beforeCaret(saved)) {
+    if (byte == kEmDash && text.ends_with(u'-')) text.pop_back();
+    text += characterOf(byte);
+  }
+  return text;
+}
+
+enum class Match { Yes, No, Unknown };
+
+Match match(const TakenText& taken, std::u16string text, std::uint32_t count) {
+  std::ranges::replace(text, u'\r', u'\n');
+  const std::u16string before = shown(taken.before);
+  const std::u16string after = shown(taken.after);
+  if (count > before.size()) return isKnown(before) ? Match::No : Match::Unknown;
+  const std::u16string_view kept = std::u16string_view(before).substr(0, before.size() - count);
+  if (!isKnown(std::u16string_view(before).substr(kept.size()))) return Match::Unknown;
+  if (!isKnown(text)) return after.starts_with(kept) ? Match::Unknown : Match::No;
+  // A text that has no room for more begins anew.
+  const bool full = kept.size() + text.size() > kSessionTextSize;
+  return after == (full ? text : std::u16string(kept) + text) ? Match::Yes : Match::No;
+}
+
+}  // namespace
+
+void takeText(Process& process, BIMSessionRec* session) {
+  if (session == nullptr) session = BIMGetActiveSession(process);
+  if (session == nullptr) return;
+  auto& state = process.state<FixState>();
+  const SavedText before = save(*session);
+  if (!takeChanges(process, session)) return;
+  const bool retyped = state.retyped || !beginsWith(before, state.scanned);
+  state.taken = TakenText{session->handle, before, save(*session), state.late, retyped};
+}
+
+void scanSentence(Process& process, BIMSessionRec& session) {
+  auto& state = process.state<FixState>();
+  const SavedText text = save(session);
+  state.retyped = state.late && (state.retyped || !beginsWith(text, state.scanned));
+  state.scanned = text;
+  const bool answered = Do_checktypingSentScan(process);
+  takeText(process, &session);
+  state.late = !answered;
+}
+
+std::optional<FixFault> faultOf(Process& process, const std::u16string& text, std::uint32_t count) {
+  const auto& taken = process.state<FixState>().taken;
+  if (!taken) return std::nullopt;
+  if (!isUnchanged(BIMGetActiveSession(process), *taken)) return FixFault::Overtaken;
+  const Match found = match(*taken, text, count);
+  if (found == Match::No) return FixFault::Contradiction;
+  const bool doubtful = taken->late && (taken->retyped || found == Match::Unknown);
+  return doubtful ? std::optional(FixFault::Doubtful) : std::nullopt;
+}
+
+void keepFix(Process& process) { process.state<FixState>().taken.reset(); }
+
+void dropFix(Process& process, FixFault fault) {
+  auto& state = process.state<FixState>();
+  const auto index = static_cast<std::size_t>(fault);
+  ++state.dropped[index];
+  Log(process, "fix dropped: ", kFaultNames[index]);
+  if (!state.taken) return;
+  BIMSessionRec* const session = findSession(process, state.taken->session);
+  if (isUnchanged(session, *state.taken)) {
+    restore(*session, state.taken->before);
+  } else {
+    BIM_CancelSessionTextBuffer(process, session);
+  }
+  state.taken.reset();
+}
+
+}  // namespace quorvane

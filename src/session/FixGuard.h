@@ -1,0 +1,68 @@
+#pragma once
+// What the main application makes of a text that somebody goes on typing. A fix comes in two
+// halves, a text in the shared record and a message for the document, and either may meet another
+// text than the one that it was made for. So both are taken or neither is:
+//
+//     text taken over, what it took the place of kept   ->   message: does it say the same?
+//                                                            yes: the document changes, too
+//                                                            no:  the text is taken back
+//
+// A message whose text hasn't come says nothing about the session, and nothing is kept for it.
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "src/session/QBIM_IMK_Sessions.h"
+
+namespace quorvane {
+
+/// Why a fix is dropped.
+enum class FixFault : std::uint8_t {
+  Contradiction,  ///< the message doesn't make the new text out of the one before
+  Overtaken,      ///< something was typed between text and message, or another session is active
+  Doubtful,       ///< it may have been made for another text that a late answer leaves possible
+  BeyondCaret,    ///< it replaces more than stands before the caret
+  Unreadable,     ///< the message has no text
+};
+inline constexpr std::size_t kFixFaults = 5;
+
+struct SavedText {
+  SessionText bytes{};
+  SessionMarks beyondAscii{};
+  std::uint32_t cursor = 0;
+  std::uint32_t length = 0;
+};
+
+/// A text that was taken over and waits for its message.
+struct TakenText {
+  std::uint32_t session = 0;  ///< handle
+  SavedText before;
+  SavedText after;
+  bool late = false;     ///< an earlier scan wasn't answered: the text may be for that one
+  bool retyped = false;  ///< and part of what was scanned then has been taken back since
+};
+
+struct FixState {
+  std::optional<TakenText> taken;
+  SavedText scanned;     ///< the text of the latest scan
+  bool late = false;     ///< that scan wasn't answered
+  bool retyped = false;  ///< nor one before it, whose text it doesn't begin with
+  std::array<std::uint64_t, kFixFaults> dropped{};  ///< fixes, by fault
+};
+
+/// Takes in what the main application changed; a text is kept until its message comes. Null: the
+/// active session.
+void takeText(Process& process, BIMSessionRec* session);
+/// Has the text scanned and takes over what comes of it. Only inside a ToolRec.
+void scanSentence(Process& process, BIMSessionRec& session);
+
+/// The fault of a fix whose message has come: `text` in the place of `count` characters before the
+/// caret. Empty: it may go into the document.
+std::optional<FixFault> faultOf(Process& process, const std::u16string& text, std::uint32_t count);
+/// It has gone there.
+void keepFix(Process& process);
+/// It has not: its text is taken back. Where more was typed meanwhile the session begins anew.
+void dropFix(Process& process, FixFault fault);
+
+}  // namespace quorvane
