@@ -76,18 +76,20 @@ void DeskSession::readKeys(GIOCondition condition) {
   if ((condition & ~G_IO_IN) != 0) over_ = true;  // nobody is there any more
 }
 
+/// Settling turns the loop and so reads keys, too. None may be left for later: the loop sleeps
+/// until something new comes.
 bool DeskSession::turn() {
-  while (!keys_.empty() && !over_ && signal() == 0) {
+  system_.settle();
+  while (!keys_.empty() && !ends()) {
     const DeskKey key = keys_.front();
     keys_.pop_front();
+    placeLine();
     obey(key);
     system_.settle();
-    placeLine();
   }
-  system_.settle();
   placeLine();
   draw();
-  return over_ || signal() != 0;
+  return ends();
 }
 
 void DeskSession::obey(const DeskKey& key) {

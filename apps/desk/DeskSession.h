@@ -32,6 +32,7 @@ class DeskSession {
   void live();
   void readKeys(GIOCondition condition);
   bool turn();
+  [[nodiscard]] bool ends() const { return over_ || signal() != 0; }
   void obey(const DeskKey& key);
   void tapShift();
   void toggleAnnotation();

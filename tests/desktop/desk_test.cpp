@@ -60,6 +60,10 @@ class Desk {
     return output;
   }
   void keys(const std::string& names) { tmux("send-keys " + names); }
+  void bytes(const std::string& raw) {
+    std::ofstream(file("bytes")) << raw;
+    tmux("load-buffer " + file("bytes") + " ';' paste-buffer -r");
+  }
   std::string screen() { return tmux("capture-pane -p"); }
   /// False where the text doesn't come to stand on the screen.
   bool shows(const std::string& text) {
@@ -157,6 +161,8 @@ TEST(Desk, RowShiftTapAndResizing) {
   desk.keys("Enter '" + full + "12 3'");
   EXPECT_TRUE(desk.line(1, full + "12")) << desk.screen();
   EXPECT_TRUE(desk.line(2, "3")) << "the blank hangs over the edge";
+  desk.bytes("\xC3\x1BOA");
+  EXPECT_TRUE(desk.shows("key code 30")) << "a key behind a broken character\n" << desk.screen();
   desk.keys("C-q");
   EXPECT_TRUE(desk.shows("ended 0")) << desk.screen();
   EXPECT_TRUE(desk.terminalIsAsBefore());
