@@ -37,6 +37,7 @@ class DeskSession {
   void tapShift();
   void toggleAnnotation();
   void fit();
+  void placeWindows();
 
   void aboutToCall(const field::ClientCall& call);
   void placeLine(std::u16string_view text, std::size_t index, std::size_t caret);
