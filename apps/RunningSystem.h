@@ -39,6 +39,7 @@ class RunningSystem {
 
   [[nodiscard]] desktop::DesktopHost& host() { return host_; }
   [[nodiscard]] Process& process() { return process_; }
+  [[nodiscard]] InputController& controller() { return controller_; }
   [[nodiscard]] field::TextApplication& textApplication() { return textApplication_; }
   [[nodiscard]] field::Document& document() { return document_; }
   [[nodiscard]] ObservedMessagePorts& messagePorts() { return messagePorts_; }

@@ -1,5 +1,7 @@
 #include "apps/desk/Canvas.h"
 
+#include <algorithm>
+
 #include "apps/desk/Characters.h"
 
 namespace quorvane::desk {
@@ -8,6 +10,16 @@ namespace {
 constexpr std::size_t kMostInACell = 5;  // a terminal library holds no more
 
 }  // namespace
+
+CellRect within(const CellRect& area, CellRect rect) {
+  const int right = std::min(rect.column + rect.columns, area.column + area.columns);
+  const int bottom = std::min(rect.row + rect.rows, area.row + area.rows);
+  rect.column = std::max(rect.column, area.column);
+  rect.row = std::max(rect.row, area.row);
+  rect.columns = std::max(0, right - rect.column);
+  rect.rows = std::max(0, bottom - rect.row);
+  return rect;
+}
 
 Canvas::Canvas(int rows, int columns) : rows_(rows), columns_(columns), cells_(index(rows, 0)) {}
 

@@ -25,6 +25,9 @@ struct CellRect {
   bool operator==(const CellRect&) const = default;
 };
 
+/// The part of `rect` that lies in `area`; it may be empty.
+CellRect within(const CellRect& area, CellRect rect);
+
 struct Cell {
   std::u32string text = U" ";  ///< a character and what stands on it; empty: the one before is wide
   Look look;

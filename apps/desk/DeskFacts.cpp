@@ -36,6 +36,8 @@ std::vector<std::u16string> list(const std::deque<std::u16string>& lines) {
 
 std::string number(std::size_t value) { return std::to_string(value); }
 
+const Fact kPlainTyping{"word completion: off", {u"a tap of Shift (F3) turns it on"}};
+
 std::u16string nameOf(std::uint32_t windowState) {
   if (windowState == kNoWindow) return u"window: none";
   return windowState == kPopupWindow ? u"window: popup" : u"window: document window";
@@ -68,12 +70,15 @@ void DeskFacts::called(const field::ClientCall& call) {
 }
 
 std::vector<Fact> DeskFacts::all(std::uint32_t windowState) {
-  return {{"last event", list(event_)},
-          sessionText(),
-          publishedRecord(),
-          mainApplication(windowState),
-          {messages_.empty() ? "messages: none" : "messages", list(messages_)},
-          {calls_.empty() ? "calls on the document: none" : "calls on the document", list(calls_)}};
+  std::vector<Fact> facts{
+      {"last event", list(event_)},
+      sessionText(),
+      publishedRecord(),
+      mainApplication(windowState),
+      {messages_.empty() ? "messages: none" : "messages", list(messages_)},
+      {calls_.empty() ? "calls on the document: none" : "calls on the document", list(calls_)}};
+  if (system_.controller().defaultEnglishMode()) facts.insert(facts.begin() + 1, kPlainTyping);
+  return facts;
 }
 
 Fact DeskFacts::sessionText() {

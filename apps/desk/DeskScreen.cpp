@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <string_view>
 
+#include "apps/desk/CandidatesDrawing.h"
 #include "apps/desk/Characters.h"
-#include "apps/desk/TextLayout.h"
+#include "apps/desk/TextDrawing.h"
 
 namespace quorvane::desk {
 namespace {
@@ -13,36 +14,11 @@ constexpr Look kBar{.reversed = true};
 constexpr Look kTitle{.bold = true};
 constexpr Look kMarked{.underlined = true};
 constexpr Look kSelected{.reversed = true};
-constexpr Look kEntry{.reversed = true};
-constexpr Look kHighlighted{.reversed = false, .underlined = false, .bold = true};
-constexpr Look kAnnotation{.reversed = true, .faint = true};
 
 constexpr std::u32string_view kKeys = U" F2 annotation   F3 tap of Shift   Ctrl-Q quit";
 
 bool isIn(std::size_t index, const NSRange& range) {
   return index >= range.location && index - range.location < range.length;
-}
-
-CellRect within(const CellRect& area, CellRect rect) {
-  const int right = std::min(rect.column + rect.columns, area.column + area.columns);
-  const int bottom = std::min(rect.row + rect.rows, area.row + area.rows);
-  rect.column = std::max(rect.column, area.column);
-  rect.row = std::max(rect.row, area.row);
-  rect.columns = std::max(0, right - rect.column);
-  rect.rows = std::max(0, bottom - rect.row);
-  return rect;
-}
-
-/// Lines into the rows of `rect`, broken where they are too long. Returns the rows used.
-int writeLines(Canvas& canvas, const CellRect& rect, const std::u16string& text, Look look) {
-  int row = 0;
-  for (const TextRow& line : breakLines(text, rect.columns)) {
-    if (row == rect.rows) break;
-    const auto part = std::u16string_view(text).substr(line.start, line.end - line.start);
-    canvas.write(rect.row + row++, rect.column, rect.column + rect.columns, toCharacters(part),
-                 look);
-  }
-  return row;
 }
 
 void drawBars(Canvas& canvas, const DeskPlan& plan) {
@@ -80,66 +56,6 @@ void placeCursor(Canvas& canvas, const DeskModel& model, const DeskText& text) {
   canvas.cursorShown = text.shows(caret);
 }
 
-/// A digit and a blank before it and a blank behind it; the mark in the first blank tells the
-/// highlight to whoever doesn't see the look.
-std::u32string entryText(const PanelEntry& entry) {
-  const auto label = static_cast<char32_t>(entry.label);
-  const char32_t mark = entry.highlighted ? U'>' : U' ';
-  return std::u32string{label, mark} + toCharacters(entry.text) + U' ';
-}
-
-void drawColumn(Canvas& canvas, const PanelView& panel, CellRect rect) {
-  const int bottom = rect.row + rect.rows;
-  for (const PanelEntry& entry : panel.entries) {
-    if (rect.row >= bottom) return;
-    const Look look = entry.highlighted ? kHighlighted : kEntry;
-    canvas.fill({rect.row, rect.column, 1, rect.columns}, U' ', look);
-    canvas.write(rect.row++, rect.column, rect.column + rect.columns, entryText(entry), look);
-  }
-}
-
-int lengthOf(const std::u32string& text) {
-  int cells = 0;
-  for (const char32_t character : text) cells += desk::cellsOf(character);
-  return cells;
-}
-
-/// The entry to begin with, so that the highlighted one is to be seen.
-std::size_t firstInRow(const PanelView& panel, int columns) {
-  const auto chosen = std::ranges::find_if(panel.entries, &PanelEntry::highlighted);
-  if (chosen == panel.entries.end()) return 0;
-  auto first = chosen + 1;
-  for (; first != panel.entries.begin(); --first) {
-    columns -= lengthOf(entryText(*(first - 1)));
-    if (columns < 0) break;
-  }
-  return static_cast<std::size_t>(std::min(first, chosen) - panel.entries.begin());
-}
-
-void drawRow(Canvas& canvas, const PanelView& panel, const CellRect& rect) {
-  canvas.fill({rect.row, rect.column, 1, rect.columns}, U' ', kEntry);
-  int column = rect.column;
-  for (std::size_t i = firstInRow(panel, rect.columns); i < panel.entries.size(); ++i) {
-    const PanelEntry& entry = panel.entries[i];
-    column = canvas.write(rect.row, column, rect.column + rect.columns, entryText(entry),
-                          entry.highlighted ? kHighlighted : kEntry);
-  }
-}
-
-void drawPanel(Canvas& canvas, const DeskPlan& plan, const PanelView& panel) {
-  const CellRect rect = within(plan.document(), plan.cellsOf(panel.frame));
-  if (rect.rows == 0 || rect.columns == 0 || panel.entries.empty()) return;
-  if (panel.column) return drawColumn(canvas, panel, rect);
-  drawRow(canvas, panel, rect);
-}
-
-void drawAnnotation(Canvas& canvas, const DeskPlan& plan, const AnnotationView& annotation) {
-  const CellRect rect = within(plan.document(), plan.cellsOf(annotation.frame));
-  if (rect.columns == 0) return;
-  canvas.fill(rect, U' ', kAnnotation);
-  writeLines(canvas, rect, annotation.text, kAnnotation);
-}
-
 /// Where there is more room: below the line, as published, or above it; moved left into the area.
 CellRect frameOf(const CellRect& area, const TextPlace& corner, int rows, int columns) {
   const int below = area.row + area.rows - corner.row;
@@ -174,7 +90,8 @@ void drawPopup(Canvas& canvas, const DeskPlan& plan, const PopupView& popup) {
   for (int i = 0; i < box.rows - 2; ++i) {
     const std::string line =
         std::to_string(i + 1) + ' ' + popup.suggestions[static_cast<std::size_t>(i)];
-    canvas.write(box.row + 1 + i, box.column + 2, box.column + box.columns - 1, widened(line));
+    canvas.write(box.row + 1 + i, box.column + 2, box.column + box.columns - 1,
+                 fitted(widened(line), box.columns - 3));
   }
 }
 
@@ -216,8 +133,8 @@ Canvas drawDesk(const DeskPlan& plan, const DeskModel& model) {
   drawText(canvas, plan, model, text);
   placeCursor(canvas, model, text);
   drawSide(canvas, plan, model.facts);
-  if (model.panel) drawPanel(canvas, plan, *model.panel);
-  if (model.annotation) drawAnnotation(canvas, plan, *model.annotation);
+  drawCandidates(canvas, plan, model,
+                 text.placeOf(model.marked.value_or(model.selection).location).row);
   if (model.popup) drawPopup(canvas, plan, *model.popup);
   return canvas;
 }

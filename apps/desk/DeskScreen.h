@@ -23,6 +23,8 @@ struct PanelView {
   bool column = false;  ///< otherwise a row
   std::vector<PanelEntry> entries;
   NSRect frame;  ///< points, as below
+  bool moreBefore = false;
+  bool moreBehind = false;  ///< than the entries
 };
 
 struct AnnotationView {

@@ -10,6 +10,7 @@
 
 #include "apps/desk/CheckerWindow.h"
 #include "platform/Application.h"
+#include "src/completion/AnnotationWinController.h"
 
 namespace quorvane::desk {
 namespace {
@@ -30,10 +31,13 @@ SystemOptions withLog(SystemOptions options, int log, bool wanted) {
   return options;
 }
 
-constexpr std::size_t kDigits = 9;
-
-/// The digit that takes it, after moves by the arrows alone.
-char labelOf(std::size_t index) { return index < kDigits ? static_cast<char>('1' + index) : ' '; }
+/// The digit that takes the candidate; a blank where none does.
+char labelOf(std::size_t index, const InputController& controller) {
+  for (char digit = '1'; digit <= '9'; ++digit) {
+    if (controller.candidateOfDigit(digit - '0') == index) return digit;
+  }
+  return ' ';
+}
 
 }  // namespace
 
@@ -76,18 +80,20 @@ void DeskSession::readKeys(GIOCondition condition) {
   if ((condition & ~G_IO_IN) != 0) over_ = true;  // nobody is there any more
 }
 
+/// Settling turns the loop and so reads keys, too. None may be left for later: the loop sleeps
+/// until something new comes.
 bool DeskSession::turn() {
-  while (!keys_.empty() && !over_ && signal() == 0) {
+  system_.settle();
+  while (!keys_.empty() && !ends()) {
     const DeskKey key = keys_.front();
     keys_.pop_front();
+    placeLine();
     obey(key);
     system_.settle();
-    placeLine();
   }
-  system_.settle();
   placeLine();
   draw();
-  return over_ || signal() != 0;
+  return ends();
 }
 
 void DeskSession::obey(const DeskKey& key) {
@@ -118,7 +124,19 @@ void DeskSession::toggleAnnotation() {
 void DeskSession::fit() {
   terminal_->resize();
   plan_ = DeskPlan(terminal_->rows(), terminal_->columns());
-  if (plan_.fits()) system_.host().screens().setFrame(plan_.screen());
+  if (!plan_.fits()) return;
+  system_.host().screens().setFrame(plan_.screen());
+  placeLine();
+  placeWindows();
+}
+
+void DeskSession::placeWindows() {
+  field::CandidatesPanel* const panel = system_.host().inputMethodKit().panel();
+  if (panel == nullptr) return;
+  panel->place();
+  if (system_.host().application().annotationWindow().alpha() == 0) return;
+  AnnotationWinController::sharedController(system_.process())
+      ->showWindow(system_.controller().calculatePositionOfTranslationWindow());
 }
 
 /// The panel hangs at the beginning of the marked text, so it must be known where the line will be
@@ -166,15 +184,16 @@ std::optional<PanelView> DeskSession::panel() {
   const field::CandidatesPanel* const panel = system_.host().inputMethodKit().panel();
   if (panel == nullptr || !panel->isVisible()) return std::nullopt;
   const bool column = panel->panelType() == IMKCandidatePanelType::SingleColumnScrolling;
-  PanelView view{.column = column, .entries = {}, .frame = panel->candidateFrame()};
   const std::size_t first = panel->firstShown();
-  // In a column that has scrolled the digits count from its first row only while the highlight is
-  // in the last; in a row always from the beginning of the list.
-  const bool hasDigits = !column || first == 0 || panel->highlighted() == first + kDigits - 1;
+  PanelView view{.column = column,
+                 .entries = {},
+                 .frame = panel->candidateFrame(),
+                 .moreBefore = first > 0,
+                 .moreBehind = first + panel->shown().size() < panel->candidates().size()};
   for (std::size_t i = 0; i < panel->shown().size(); ++i) {
     const bool highlighted = panel->highlighted() == first + i;
-    const char label = hasDigits ? labelOf(column ? i : first + i) : ' ';
-    view.entries.push_back({label, panel->shown()[i], highlighted});
+    view.entries.push_back(
+        {labelOf(first + i, system_.controller()), panel->shown()[i], highlighted});
   }
   return view;
 }

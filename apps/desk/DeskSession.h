@@ -32,10 +32,12 @@ class DeskSession {
   void live();
   void readKeys(GIOCondition condition);
   bool turn();
+  [[nodiscard]] bool ends() const { return over_ || signal() != 0; }
   void obey(const DeskKey& key);
   void tapShift();
   void toggleAnnotation();
   void fit();
+  void placeWindows();
 
   void aboutToCall(const field::ClientCall& call);
   void placeLine(std::u16string_view text, std::size_t index, std::size_t caret);

@@ -109,9 +109,12 @@ void Terminal::show(const Canvas& canvas) {
   ::refresh();
 }
 
+/// A failure may mean a broken character, with a key behind it in curses' own queue; only a second
+/// one means that there is none.
 bool Terminal::read(std::optional<DeskKey>& key) {
   wint_t code = 0;
-  const int kind = ::get_wch(&code);
+  int kind = ::get_wch(&code);
+  if (kind == ERR) kind = ::get_wch(&code);
   if (kind == ERR) return false;
   key = kind == KEY_CODE_YES ? keyOfCode(static_cast<int>(code))
                              : keyOfCharacter(static_cast<char32_t>(code));

@@ -61,6 +61,8 @@ class CandidatesPanel : public IMKCandidates {
   /// The user picks a candidate. What the controller throws is recorded by the application. Nothing
   /// happens in a hidden panel or where there is no such candidate.
   void pick(std::size_t index);
+  /// Stands by the line again, which has moved or is another's.
+  void place();
   /// A key that the controller declined, where the panel itself takes its arrow keys. False: it is
   /// none of them, or the panel is hidden.
   bool takeKey(const NSEvent& event);
@@ -75,7 +77,6 @@ class CandidatesPanel : public IMKCandidates {
   void stepBack();
   void highlight(std::size_t index);
   void tell();
-  void place();
   [[nodiscard]] NSRect sized() const;
   [[nodiscard]] NSRect screenOf(const NSRect& line) const;
 

@@ -54,6 +54,11 @@ class InputController : public IMKInputController {
   bool onKeyEvent(const NSEvent& event, IMKTextInput* client);
   /// One letter back, and any choice in the panel is dropped. False: there was none.
   bool deleteBackward(IMKTextInput* client);
+  /// The place in the list that a digit takes, now that a highlight may have been moved; one
+  /// outside the list where it takes none.
+  [[nodiscard]] std::size_t candidateOfDigit(std::int64_t digit) const;
+  /// Completion leaves keys alone, after a tap of Shift.
+  [[nodiscard]] bool defaultEnglishMode() const { return _defaultEnglishMode; }
   /// From 10.14 on the panel's arrows and digits are handled here.
   [[nodiscard]] bool isMojaveAndLaterSystem() const;
 

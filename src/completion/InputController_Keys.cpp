@@ -60,14 +60,6 @@ std::int64_t intValue(const std::u16string& text) {
   return value;
 }
 
-// The place in the list that digit `n` names while the highlight's counter stands on `counter`. A
-// digit that names none gives a place outside.
-std::size_t digitIndex(std::int64_t counter, std::int64_t n) {
-  const std::int64_t page =
-      counter > kPageSize ? kPageSize * (counter / kPageSize - 1) + counter % kPageSize : 0;
-  return static_cast<std::size_t>(page + n - 1);
-}
-
 }  // namespace
 
 struct InputController::KeyRow {
@@ -149,9 +141,15 @@ bool InputController::commitWithCharacters(const NSEvent& event, IMKTextInput* c
   return true;
 }
 
+std::size_t InputController::candidateOfDigit(std::int64_t digit) const {
+  const std::int64_t counter = _currentCandidateIndex;
+  const std::int64_t page =
+      counter > kPageSize ? kPageSize * (counter / kPageSize - 1) + counter % kPageSize : 0;
+  return static_cast<std::size_t>(page + digit - 1);
+}
+
 bool InputController::selectByDigit(const NSEvent& event, IMKTextInput* client) {
-  const std::size_t index = digitIndex(_currentCandidateIndex, intValue(event.characters));
-  const std::u16string word = _candidates.at(index);
+  const std::u16string word = _candidates.at(candidateOfDigit(intValue(event.characters)));
   cancelComposition();
   setComposedBuffer(word);
   setOriginalBuffer(word);

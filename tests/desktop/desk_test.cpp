@@ -24,7 +24,8 @@ void writeWordData(const std::filesystem::path& folder) {
   for (const std::string_view word : kWords) {
     table += (table.empty() ? "{\"" : ",\"") + std::string(word) +
              "\":{\"frequency\":" + std::to_string(frequency--) +
-             ",\"translation\":[\"about\\u001b " + std::string(word) + "\"],\"ipa\":\"\"}";
+             ",\"translation\":[\"about\\u001b " + std::string(word) +
+             "\",\"2\",\"3\",\"4\",\"5\",\"6\"],\"ipa\":\"\"}";
   }
   std::ofstream(folder / "google_227800_words.bin") << savedWordList(kWords);
   std::ofstream(folder / "frequency_and_ipa.json") << table << '}';
@@ -60,6 +61,10 @@ class Desk {
     return output;
   }
   void keys(const std::string& names) { tmux("send-keys " + names); }
+  void bytes(const std::string& raw) {
+    std::ofstream(file("bytes")) << raw;
+    tmux("load-buffer " + file("bytes") + " ';' paste-buffer -r");
+  }
   std::string screen() { return tmux("capture-pane -p"); }
   /// False where the text doesn't come to stand on the screen.
   bool shows(const std::string& text) {
@@ -136,20 +141,28 @@ TEST(Desk, KeysOfACompletedWord) {
       EXPECT_TRUE(desk.shows(step.panel)) << desk.screen();
     }
   }
+  desk.keys("Space acco");
+  desk.keys("-N 12 Down");
+  desk.keys("BSpace");
+  EXPECT_TRUE(desk.shows(" 1 accountant ")) << "as a digit counts by now\n" << desk.screen();
   desk.signal(SIGTERM);
   EXPECT_TRUE(desk.shows("ended 143")) << desk.screen();
   EXPECT_TRUE(desk.terminalIsAsBefore());
 }
 
 TEST(Desk, RowShiftTapAndResizing) {
-  Desk desk("--with-space --shift-toggle");
+  Desk desk("--with-space --shift-toggle --annotation");
   desk.keys("acco Right");
   EXPECT_TRUE(desk.shows("1 acco 2>account 3 according 4")) << desk.screen();
+  desk.tmux("resize-window -x 72 -y 16");
+  EXPECT_TRUE(desk.shows("3 according      \u2192\u2502")) << desk.screen();
+  EXPECT_TRUE(desk.shows("\n5\u2026")) << desk.screen();
   desk.tmux("resize-window -x 60 -y 10");
   EXPECT_TRUE(desk.shows("here are 60 x 10")) << desk.screen();
   desk.tmux("resize-window -x 120 -y 40");
   EXPECT_TRUE(desk.shows("1 acco 2>account")) << desk.screen();
   desk.keys("Enter F3 acco");
+  EXPECT_TRUE(desk.shows("word completion: off")) << desk.screen();
   EXPECT_TRUE(desk.line(0, "account acco")) << desk.screen();
   EXPECT_EQ(desk.screen().find("1>acco"), std::string::npos) << desk.screen();
   std::string full;
@@ -157,6 +170,8 @@ TEST(Desk, RowShiftTapAndResizing) {
   desk.keys("Enter '" + full + "12 3'");
   EXPECT_TRUE(desk.line(1, full + "12")) << desk.screen();
   EXPECT_TRUE(desk.line(2, "3")) << "the blank hangs over the edge";
+  desk.bytes("\xC3\x1BOA");
+  EXPECT_TRUE(desk.shows("key code 30")) << "a key behind a broken character\n" << desk.screen();
   desk.keys("C-q");
   EXPECT_TRUE(desk.shows("ended 0")) << desk.screen();
   EXPECT_TRUE(desk.terminalIsAsBefore());
