@@ -22,7 +22,7 @@ using Bytes = std::span<const std::uint8_t>;
 
 static_assert(std::endian::native == std::endian::little, "the library writes as the machine does");
 
-constexpr std::string_view kMagic{"We love Marisa.", 16};
+constexpr std::string_view kMagic{"We love Marisa.\0", 16};
 constexpr int kMostLevels = 127;
 constexpr std::size_t kLongestWord = 1024;
 /// Of all labels together: a small file can mean a text without end.
