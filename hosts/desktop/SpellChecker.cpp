@@ -1,6 +1,8 @@
 #include "hosts/desktop/SpellChecker.h"
 
 #include <enchant.h>
+#include <unicode/uscript.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <cstring>
@@ -37,6 +39,18 @@ std::optional<std::u16string> wordIn(const std::u16string& text, NSRange range) 
   const auto isControl = [](char16_t unit) { return unit < u' ' || unit == u'\x7F'; };
   if (std::ranges::any_of(word, isControl)) return {};
   return word;
+}
+
+/// Of its first letter.
+UScriptCode scriptOf(const std::u16string& text) {
+  UErrorCode error = U_ZERO_ERROR;
+  for (std::size_t at = 0; at < text.size();) {
+    UChar32 character = 0;
+    U16_NEXT(text.data(), at, text.size(), character);
+    const UScriptCode script = uscript_getScript(character, &error);
+    if (script > USCRIPT_INHERITED) return script;
+  }
+  return USCRIPT_COMMON;
 }
 
 }  // namespace
@@ -89,7 +103,11 @@ std::vector<std::u16string> SpellChecker::guessesForWordRange(NSRange range,
   const auto word = wordIn(text, range);
   if (!word) return {};
   if (dictionaries_ == nullptr) dictionaries_ = std::make_unique<Dictionaries>();
-  return dictionaries_->suggestions(toUtf8(*word), std::string(language));
+  auto guesses = dictionaries_->suggestions(toUtf8(*word), std::string(language));
+  std::erase_if(guesses, [script = scriptOf(*word)](const std::u16string& guess) {
+    return scriptOf(guess) != script;
+  });
+  return guesses;
 }
 
 }  // namespace quorvane::desktop

@@ -72,7 +72,7 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
   if (lowered.empty()) return {};
   Words list = wordsByFrequency(lowered);
   bool differ = !list.empty();  // as words of one list do
-  if (list.empty()) list = getSuggestionOfSpellChecker(lowered);
+  if (list.empty()) list = inOneCase(getSuggestionOfSpellChecker(lowered));
   const auto substitution = substitutions.find(lowered);
   if (substitution != substitutions.end()) {
     list.insert(list.begin(), substitution->second);
@@ -83,6 +83,16 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
   restoreCase(list, lowered, typedText);
   if (!differ) removeDuplicates(list);
   return list;
+}
+
+/// Of words that differ in case alone only the first.
+ConversionEngine::Words ConversionEngine::inOneCase(Words words) {
+  Words seen;
+  std::erase_if(words, [&](const std::u16string& word) {
+    seen.push_back(lowercaseString(word));
+    return std::find(seen.begin(), seen.end() - 1, seen.back()) != seen.end() - 1;
+  });
+  return words;
 }
 
 /// The first of sortWordsByFrequency(wordsStartsWith(prefix)), more than a list is cut from.

@@ -1,5 +1,5 @@
 #pragma once
-// The word list: a saved trie.
+// The word list: a saved trie, ours with its seal or anybody's without.
 
 #include <marisa.h>
 

@@ -1,9 +1,13 @@
 // The files of word data: their shapes, what is wrong with them, and the snapshots made of them.
 
+#include <marisa.h>
+
 #include <algorithm>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 
+#include "src/completion/WordList.h"
 #include "tests/completion/EngineTest.h"
 
 namespace quorvane {
@@ -76,31 +80,77 @@ TEST_F(WordData, WhatHasAnotherShapeIsLeftOut) {
   EXPECT_EQ(start().getTranslations(u"word"), Words{}) << "half a file counts for nothing";
 }
 
-TEST_F(WordData, WithoutAWholeWordListThereIsNoStart) {
-  const auto refusal = [this]() -> std::string {
+struct WordListFile : WordData {
+  std::string refusal() {
     try {
       start();
     } catch (const std::runtime_error& error) {
       return error.what();
     }
     return "";
-  };
+  }
   const std::string path = "/bundle/google_227800_words.bin";
   const std::string whole = snapshot(path.c_str());
+  static constexpr std::size_t kSeal = 16;
+};
+
+TEST_F(WordListFile, ThatIsSealedIsWholeOrThereIsNoStart) {
   EXPECT_EQ(refusal(), "");
-  for (const std::size_t size : {std::size_t{0}, std::size_t{7}, whole.size() / 2}) {
-    host.files.put(path, std::string_view(whole).substr(0, size));
-    EXPECT_NE(refusal().find(path), std::string::npos) << size;
+  for (const std::size_t at : {whole.size() / 2, whole.size() - kSeal, whole.size() - 1}) {
+    host.files.put(path, whole);
+    host.files.damage(path, at, static_cast<std::uint8_t>(whole[at] ^ 1));
+    EXPECT_NE(refusal().find(path + " is damaged"), std::string::npos) << at;
   }
-  host.files.put(path, whole);
-  const std::size_t middle = whole.size() / 2;
-  host.files.damage(path, middle, static_cast<std::uint8_t>(whole[middle] ^ 1));
-  EXPECT_NE(refusal().find("damaged"), std::string::npos);
   host.files.remove(path);
   EXPECT_EQ(
       refusal(),
       "The word list google_227800_words.bin is missing from the resources. Run scripts/setup, "
       "or install the program again.");
+}
+
+TEST_F(WordListFile, ThatSomebodyElseSavedIsReadInBounds) {
+  for (const int flags : {3, 1 | MARISA_BINARY_TAIL, 2 | MARISA_LABEL_ORDER}) {
+    marisa::Keyset keys;
+    for (const char* word : {"the", "there", "thumbling", "bumbling", "these", "x", "y"})
+      keys.push_back(word);
+    marisa::Trie trie;
+    trie.build(keys, flags);
+    std::ostringstream stream;
+    stream << trie;
+    const std::string saved = stream.str();
+    Words order;
+    marisa::Agent agent;
+    agent.set_query("", 0);
+    while (trie.predictive_search(agent))
+      order.emplace_back(agent.key().ptr(), agent.key().ptr() + agent.key().length());
+
+    host.files.put(path, saved);
+    EXPECT_EQ(start().wordsStartsWith(u""), order);
+    const auto isRefused = [&](std::string_view content) {
+      host.files.put(path, content);
+      WordListState list;
+      try {
+        loadWordList(list, host.files, path);
+      } catch (const std::runtime_error& error) {
+        return std::string_view(error.what()).find(path + " is damaged") != std::string::npos;
+      }
+      visitWords(list, "", [](std::string_view word) { EXPECT_LE(word.size(), 1024U); });
+      return false;
+    };
+    int refused = 0;
+    for (std::size_t at = 0; at < saved.size(); ++at) {
+      EXPECT_TRUE(isRefused(std::string_view(saved).substr(0, at))) << at;
+      for (const int mask : {1, 0xFF}) {
+        std::string damaged = saved;
+        damaged[at] = static_cast<char>(saved[at] ^ mask);
+        refused += isRefused(damaged) ? 1 : 0;
+      }
+    }
+    EXPECT_GT(refused, 200) << "damage to what is read";
+    std::string twice = saved;
+    std::ranges::replace(twice, 'x', 'y');
+    EXPECT_TRUE(isRefused(twice));
+  }
 }
 
 struct Snapshots : WordData {

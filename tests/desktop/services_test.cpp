@@ -89,6 +89,7 @@ TEST(DesktopSpellChecker, GuessesForWordsOnly) {
   EXPECT_EQ(guesses({u'a', 0, u'b'}, {0, 3}), Texts{});
   EXPECT_EQ(guesses(u"reci\neve", {0, 8}), Texts{});
   EXPECT_EQ(guesses(std::u16string(100'000, u'q'), {0, 100'000}), Texts{});
+  EXPECT_EQ(guesses(u"привет", {0, 6}), Texts{}) << "another script";
   guesses({u'a', 0xD800, u'b'}, {0, 3});
 }
 

@@ -12,13 +12,14 @@ namespace quorvane::word_data {
 
 struct SmallWordNet {
   void add(const std::string& part, const std::string& word,
-           const std::vector<std::string>& glosses) {
+           const std::vector<std::string>& glosses, const std::string& pointer = "") {
     index[part] += word + " x " + std::to_string(glosses.size());
     for (const std::string& gloss : glosses) {
       char offset[9];
       std::snprintf(offset, sizeof offset, "%08zu", data[part].size());
       index[part] += std::string(" ") + offset;
-      data[part] += std::string(offset) + " 00 x | " + gloss + "\n";
+      data[part] +=
+          std::string(offset) + " 00 x 01 " + word + " 0 001 " + pointer + " | " + gloss + "\n";
     }
     index[part] += '\n';
   }

@@ -15,6 +15,9 @@ struct Case {
 TEST(WordData, SensesOfTheWordAndOfItsBase) {
   const SourceFolder folder;
   SmallWordNet source;
+  source.add("noun", "obscenity", {"dirty talk"});
+  source.add("noun", "drat", {"curse"}, ";u 00000000 n 0000");
+  source.add("noun", "tom", {"cat"}, ";u 00000000 n 0000");
   source.add("verb", "see", {"look at; \"see here\"", "understand"});
   source.add("noun", "saw", {"tool that cuts", "old saying"});
   source.add("verb", "seed", {"put into the ground"});
@@ -30,6 +33,9 @@ TEST(WordData, SensesOfTheWordAndOfItsBase) {
   const WordNet dictionary(folder.path());
   Tables tables;
   tables.functionWords["us"] = {"pron. we"};
+  tables.offensiveWords = {"see"};
+  tables.offensiveStems = {"recei"};
+  tables.inoffensive = {"tom"};
   const Glosses glosses(dictionary, tables);
   EXPECT_EQ(glosses.lines("see"), (Lines{"v. look at", "v. understand"}));
   EXPECT_EQ(glosses.lines("saw"),
@@ -41,6 +47,10 @@ TEST(WordData, SensesOfTheWordAndOfItsBase) {
   EXPECT_EQ(glosses.lines("running"), (Lines{"v. (run) move fast"}));
   EXPECT_EQ(glosses.lines("us"), (Lines{"pron. we"}));
   EXPECT_EQ(glosses.lines("zzz"), Lines{});
+  std::string offensive;
+  for (const char* word : {"drat", "drats", "obscenity", "received", "saw", "see", "tom", "zzz"})
+    offensive += glosses.isOffensive(word) ? std::string(word) + ' ' : "";
+  EXPECT_EQ(offensive, "drat drats received see ");
 }
 
 TEST(WordData, LongGlossesEndAtAThoughtOrAWord) {

@@ -18,6 +18,7 @@ TEST(WordData, PhonesBecomeMarkedSyllables) {
                                                        {"EH0 K S T R IY1 M", "ɛkˈstriːm"},
                                                        {"AE0 T L AE1 S", "ætˈlæs"},
                                                        {"HH ER1 D", "hɜːrd"},
+                                                       {"AY1 V IY1", "ˌaɪˈviː"},
                                                        {"HH M", "hm"}};
   for (const auto& [phones, ipa] : cases) EXPECT_EQ(ipaOfPhones(phones), ipa);
   for (const auto* phones : {"AH", "AH3", "QQ1", "R AH0 ?", "1"})

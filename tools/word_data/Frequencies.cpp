@@ -9,7 +9,6 @@ namespace {
 
 constexpr double Scale = 1e9;
 constexpr double NameFactor = 0.4;
-constexpr double DemotedFactor = 0.001;
 constexpr int LeastAttested = 10;
 
 int rankIn(const Ranks& ranks, const std::string& word) {
@@ -55,11 +54,11 @@ double Frequencies::rate(const std::string& word) const {
 }
 
 int Frequencies::frequency(const std::string& word, const Levels& levels) const {
-  const bool demoted = tables_.isDemoted(word);
   if (!hasRanks() && tables_.functionWords.contains(word)) return LeastAttested;
-  if (!isAttested(word)) return demoted ? 1 : tailValue(levels);
-  const bool nameOnly = levels.word == Levels::Absent && levels.name != Levels::Absent;
-  const double factor = (demoted ? DemotedFactor : 1) * (nameOnly ? NameFactor : 1);
+  if (!isAttested(word)) return tailValue(levels);
+  const bool nameOnly = levels.word == Levels::Absent && levels.name != Levels::Absent &&
+                        !tables_.admitted.contains(word);
+  const double factor = nameOnly ? NameFactor : 1;
   return std::max(LeastAttested, static_cast<int>(std::lround(rate(word) * factor * Scale)));
 }
 

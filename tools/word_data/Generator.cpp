@@ -39,16 +39,18 @@ Report generate(const Places& places, ScriptHost& scripts) {
 
   const WordNet dictionary(places.wordnet);
   const Frequencies frequencies(ranks, tables);
-  const std::vector<Word> words =
-      selectWords(readScowl(places.scowl), ranks, tables,
-                  [&](const std::string& word) { return !dictionary.senses(word).empty(); });
+  const Glosses glosses(dictionary, tables);
+  const std::vector<Word> words = selectWords(
+      readScowl(places.scowl), ranks, tables,
+      [&](const std::string& word) { return !dictionary.senses(word).empty(); },
+      [&](const std::string& word) { return glosses.isOffensive(word); });
   noteWords(report, words, frequencies);
 
   const TextFile script(places.tables / "phonex.js");
   Phonex phonex(scripts, script.text());
   const CodeGroups groups = groupByCode(phonex, words);
   noteGroups(report, groups);
-  const WordTable table = wordTable(words, Glosses(dictionary, tables), pronunciations);
+  const WordTable table = wordTable(words, glosses, pronunciations);
   report.defined = table.defined;
   report.pronounced = table.pronounced;
 

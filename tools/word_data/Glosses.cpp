@@ -73,6 +73,13 @@ Glosses::Entries Glosses::entries(const std::string& word) const {
   return own;
 }
 
+bool Glosses::isOffensive(const std::string& word) const {
+  if (tables_.inoffensive.contains(word)) return false;
+  if (tables_.isOffensive(word)) return true;
+  const Entries all = entries(word);
+  return !all.empty() && all.front().sense->offensive;
+}
+
 std::vector<std::string> Glosses::lines(const std::string& word) const {
   const auto ours = tables_.functionWords.find(word);
   if (ours != tables_.functionWords.end()) return ours->second;

@@ -21,6 +21,9 @@ class Glosses {
   /// than the form's own senses, its first sense comes before them.
   std::vector<std::string> lines(const std::string& word) const;
 
+  /// Does our table say so, or the dictionary of the commonest sense, and no table otherwise?
+  bool isOffensive(const std::string& word) const;
+
  private:
   /// A sense, and the base form to name with it, if any.
   struct Entry {

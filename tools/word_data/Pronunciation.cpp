@@ -40,9 +40,12 @@ std::size_t syllableStart(const Phones& phones, std::size_t vowel) {
 std::vector<std::string_view> stressMarks(const Phones& phones) {
   std::vector<std::string_view> marks(phones.size());
   if (std::ranges::count_if(phones, &Phone::isVowel) < 2) return marks;
+  // Of several main stresses the last one is heard as such.
+  const auto main =
+      std::ranges::find(phones.rbegin(), phones.rend(), Stress::Primary, &Phone::stress);
   for (std::size_t i = 0; i < phones.size(); ++i)
     if (phones[i].stress != Stress::None)
-      marks[syllableStart(phones, i)] = phones[i].stress == Stress::Primary ? "ˈ" : "ˌ";
+      marks[syllableStart(phones, i)] = main != phones.rend() && &*main == &phones[i] ? "ˈ" : "ˌ";
   return marks;
 }
 

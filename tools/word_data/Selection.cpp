@@ -20,6 +20,7 @@ class Gate {
       : ranks_(ranks), tables_(tables), frequencies_(frequencies) {}
 
   bool lets(const std::string& word, const Levels& levels) const {
+    if (tables_.admitted.contains(word) && frequencies_.isAttested(word)) return true;
     if (word.size() == 1 && word != "a" && word != "i") return false;
     if (!hasVowel(word) && !tables_.vowelless.contains(word)) return false;
     return levels.word != Levels::Absent || letsName(word, levels) ||
@@ -58,18 +59,21 @@ struct Choice {
 }  // namespace
 
 std::vector<Word> selectWords(const Candidates& candidates, const RankLists& ranks,
-                              const Tables& tables,
-                              const std::function<bool(const std::string&)>& isDefined,
-                              std::size_t count) {
+                              const Tables& tables, const WordTest& isDefined,
+                              const WordTest& isOffensive, std::size_t count) {
   const Frequencies frequencies(ranks, tables);
   const Gate gate(ranks, tables, frequencies);
   std::vector<Choice> choices;
-  for (const auto& [text, levels] : candidates)
-    if (gate.lets(text, levels))
-      choices.push_back({{text, frequencies.frequency(text, levels)},
-                         frequencies.isAttested(text),
-                         std::min(levels.word, levels.name) > RareLevel,
-                         !isDefined(text)});
+  const auto consider = [&](const std::string& text, const Levels& levels) {
+    if (!gate.lets(text, levels) || isOffensive(text)) return;
+    choices.push_back({{text, frequencies.frequency(text, levels)},
+                       frequencies.isAttested(text),
+                       std::min(levels.word, levels.name) > RareLevel,
+                       !isDefined(text)});
+  };
+  for (const auto& [text, levels] : candidates) consider(text, levels);
+  for (const std::string& text : tables.admitted)
+    if (!candidates.contains(text)) consider(text, {});
   std::ranges::sort(choices, {}, &Choice::order);
   choices.resize(std::min(choices.size(), count));
   std::vector<Word> words;

@@ -20,11 +20,13 @@ struct Word {
   int frequency = 0;
 };
 
+using WordTest = std::function<bool(const std::string&)>;
+
 /// At most `count` words in the order of their letters: those that a rank list has, then the others
-/// from common lists before rare ones, those with a definition first, short before long.
+/// from common lists before rare ones, those with a definition first, short before long. None that
+/// is offensive.
 std::vector<Word> selectWords(const Candidates& candidates, const RankLists& ranks,
-                              const Tables& tables,
-                              const std::function<bool(const std::string&)>& isDefined,
-                              std::size_t count = WordCount);
+                              const Tables& tables, const WordTest& isDefined,
+                              const WordTest& isOffensive, std::size_t count = WordCount);
 
 }  // namespace quorvane::word_data

@@ -43,18 +43,18 @@ void readSet(const std::filesystem::path& path, Tables::WordSet& words) {
   readTable(path, 0, 0, [&](std::string word, const Parts&) { words.insert(std::move(word)); });
 }
 
-void addDemoted(Tables& tables, const std::string& word) {
+void addOffensive(Tables& tables, const std::string& word) {
   if (word.ends_with('*'))
-    tables.demotedStems.insert(word.substr(0, word.size() - 1));
+    tables.offensiveStems.insert(word.substr(0, word.size() - 1));
   else
-    tables.demotedWords.insert(word);
+    tables.offensiveWords.insert(word);
 }
 
 }  // namespace
 
-bool Tables::isDemoted(const std::string& word) const {
-  return demotedWords.contains(word) ||
-         std::ranges::any_of(demotedStems,
+bool Tables::isOffensive(const std::string& word) const {
+  return offensiveWords.contains(word) ||
+         std::ranges::any_of(offensiveStems,
                              [&](const std::string& stem) { return word.starts_with(stem); });
 }
 
@@ -67,8 +67,10 @@ Tables readTables(const std::filesystem::path& folder) {
   readTable(folder / "pronunciations.txt", 1, 1, [&](std::string word, Parts ipa) {
     tables.pronunciations[std::move(word)] = std::move(ipa.front());
   });
-  readTable(folder / "demoted_words.txt", 0, 0,
-            [&](const std::string& word, const Parts&) { addDemoted(tables, word); });
+  readTable(folder / "offensive_words.txt", 0, 0,
+            [&](const std::string& word, const Parts&) { addOffensive(tables, word); });
+  readSet(folder / "inoffensive_words.txt", tables.inoffensive);
+  readSet(folder / "admitted_words.txt", tables.admitted);
   readSet(folder / "split_contractions.txt", tables.splitContractions);
   readSet(folder / "vowelless_words.txt", tables.vowelless);
   return tables;

@@ -17,15 +17,19 @@ struct Tables {
   std::map<std::string, std::vector<std::string>> functionWords;
   /// Word -> IPA, in place of the dictionary's; "" for none.
   std::map<std::string, std::string> pronunciations;
-  /// Words that must not head a list, and beginnings of such words.
-  WordSet demotedWords;
-  WordSet demotedStems;
+  /// Words that nobody is offered, beginnings of such words, and words that are none in spite of
+  /// the dictionary.
+  WordSet offensiveWords;
+  WordSet offensiveStems;
+  WordSet inoffensive;
+  /// What counts as a word in spite of the lists, if it has a rank.
+  WordSet admitted;
   /// What a list that splits at the apostrophe leaves of contractions ("don", "ve").
   WordSet splitContractions;
   /// Words without a vowel that are words all the same ("hmm").
   WordSet vowelless;
 
-  bool isDemoted(const std::string& word) const;
+  bool isOffensive(const std::string& word) const;
 };
 
 /// Throws SourceError.

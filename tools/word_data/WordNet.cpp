@@ -9,6 +9,7 @@
 namespace quorvane::word_data {
 namespace {
 
+constexpr std::string_view Bar = " | ";
 constexpr std::array<std::string_view, Parts.size()> PartNames{"noun", "verb", "adj", "adv"};
 
 std::string fileName(std::string_view stem, Part part) {
@@ -16,14 +17,28 @@ std::string fileName(std::string_view stem, Part part) {
 }
 
 // The line of `data` at a byte offset, which it repeats in its first field.
-std::optional<std::string_view> glossAt(std::string_view data, std::string_view offsetDigits) {
+std::optional<std::string_view> lineAt(std::string_view data, std::string_view offsetDigits) {
   const long long offset = number(offsetDigits);
   if (offset < 0 || static_cast<std::size_t>(offset) >= data.size()) return {};
   const std::string_view rest = data.substr(static_cast<std::size_t>(offset));
   const std::string_view line = rest.substr(0, rest.find('\n'));
-  const std::size_t bar = line.find(" | ");
-  if (!line.starts_with(offsetDigits) || bar == std::string_view::npos) return {};
-  return line.substr(bar + 3);
+  if (!line.starts_with(offsetDigits) || line.find(Bar) == std::string_view::npos) return {};
+  return line;
+}
+
+// ";u OFFSET n NUMBER" in a line points to the noun that says how the word is used.
+bool isOffensive(std::string_view line, std::string_view nouns) {
+  constexpr std::array<std::string_view, 3> Usages{"disparagement", "ethnic_slur", "obscenity"};
+  line = line.substr(0, line.find(Bar));
+  if (line.find(" ;u ") == std::string_view::npos) return false;
+  const std::vector<std::string_view> columns = fields(line);
+  for (std::size_t i = 0; i + 1 < columns.size(); ++i) {
+    if (columns[i] != ";u") continue;
+    const auto usage = lineAt(nouns, columns[i + 1]);
+    const auto words = usage ? fields(*usage) : std::vector<std::string_view>();
+    if (words.size() > 4 && std::ranges::find(Usages, words[4]) != Usages.end()) return true;
+  }
+  return false;
 }
 
 // The digit after "%" in a sense's key; 5 is an adjective too.
@@ -81,9 +96,11 @@ void WordNet::readIndexLine(Part part, const TextFile& index, std::size_t line,
   std::vector<Sense>& senses = senses_[std::string(columns[0])];
   const std::size_t first = columns.size() - static_cast<std::size_t>(count);
   for (std::size_t i = first; i < columns.size(); ++i) {
-    const auto gloss = glossAt(data, columns[i]);
-    if (!gloss) index.fail(line, "no entry at " + std::string(columns[i]));
-    senses.push_back({part, static_cast<int>(i - first) + 1, 0, *gloss});
+    const auto entry = lineAt(data, columns[i]);
+    if (!entry) index.fail(line, "no entry at " + std::string(columns[i]));
+    senses.push_back({part, static_cast<int>(i - first) + 1, 0,
+                      entry->substr(entry->find(Bar) + Bar.size()),
+                      isOffensive(*entry, data_.front()->text())});
   }
 }
 

@@ -22,6 +22,7 @@ struct Sense {
   int number = 0;          ///< from 1, the commonest sense of its part first
   int count = 0;           ///< how often tagged texts have it
   std::string_view gloss;  ///< with its examples
+  bool offensive = false;  ///< marked as used to hurt, or as obscene
 };
 
 struct BaseForm {
