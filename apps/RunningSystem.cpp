@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "apps/Command.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/shell/main.h"
 

@@ -4,7 +4,7 @@
 #include "fuzz/Target.h"
 #include "fuzz/World.h"
 #include "src/bridge/ToolCalls.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QuorvaneInputController.h"

@@ -2,7 +2,6 @@
 
 #include "src/base/Log.h"
 #include "src/base/OSVersion.h"
-#include "src/bridge/qorv_sharedmem.h"
 
 namespace quorvane {
 namespace {
@@ -55,9 +54,5 @@ FourCharCode FRONTPROCESSSIGNATURE(Process& process) {
 }
 
 FourCharCode GetCurrentAppSignature(Process& process) { return FRONTPROCESSSIGNATURE(process); }
-
-FourCharCode GetCurrentFrontApplication(Process& process) {
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
-}
 
 }  // namespace quorvane

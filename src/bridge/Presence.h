@@ -37,7 +37,5 @@ std::int32_t get_frontapp_pid(Process& process);
 /// Signature of the front application; 0 where it can't be had.
 FourCharCode FRONTPROCESSSIGNATURE(Process& process);
 FourCharCode GetCurrentAppSignature(Process& process);
-/// Signature of the application whose text the correction window belongs to. Only inside a ToolRec.
-FourCharCode GetCurrentFrontApplication(Process& process);
 
 }  // namespace quorvane

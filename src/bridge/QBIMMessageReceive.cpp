@@ -8,7 +8,7 @@
 #include "src/bridge/BIM_str.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageSend.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 
 namespace quorvane {
 namespace {

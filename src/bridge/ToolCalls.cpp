@@ -4,7 +4,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageSend.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 
 namespace quorvane {
 namespace {

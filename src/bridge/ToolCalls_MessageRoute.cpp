@@ -2,7 +2,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/ToolCalls.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 
 namespace quorvane {
 namespace {

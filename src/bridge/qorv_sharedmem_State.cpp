@@ -1,10 +1,11 @@
+#include "src/bridge/qorv_sharedmem_State.h"
+
 #include <algorithm>
 
 #include "src/base/Log.h"
 #include "src/bridge/BIM_str.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
-#include "src/bridge/qorv_sharedmem.h"
 
 namespace quorvane {
 namespace {
@@ -120,6 +121,10 @@ std::uint32_t CheckCurrentCheckStatus(Process& process, bool update) {
   const std::uint32_t running = GET_TOOLCRECPTR(process, ToolCRecPtr_CheckRunning);
   if (running == 0 && update) publishClientName(process, Get_OPENGlobalToolCRecPtr(process));
   return running;
+}
+
+FourCharCode GetCurrentFrontApplication(Process& process) {
+  return GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
 }
 
 std::int32_t is_this_Quorvane(Process& process) {

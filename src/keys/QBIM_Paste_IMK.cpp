@@ -6,7 +6,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/ProcessWalk.h"
 #include "src/bridge/QBIMLaunchServer.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
 
 namespace quorvane {

@@ -4,7 +4,7 @@
 
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/Presence.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/session/QBIM_IMK_CaretMoves.h"
 #include "src/session/QBIM_IMK_SmartQuotes.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"

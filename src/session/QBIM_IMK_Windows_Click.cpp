@@ -1,7 +1,7 @@
 // A click in the front application: is it one that ends the checker's window?
 
 #include "src/bridge/Presence.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/session/QBIM_IMK_Windows.h"
 
 namespace quorvane {

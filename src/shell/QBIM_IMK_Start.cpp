@@ -4,7 +4,7 @@
 #include "src/base/OSVersion.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageReceive.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/AsciiToKeyCode.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QuorvaneInputController.h"

@@ -5,7 +5,7 @@
 #include "src/base/Log.h"
 #include "src/base/Text.h"
 #include "src/bridge/Presence.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/completion/InputController.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_Sessions.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/completion/InputController.h"
 #include "src/keys/qorvHIDkeys.h"
 #include "src/session/FixGuard.h"

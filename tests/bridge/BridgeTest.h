@@ -10,7 +10,7 @@
 
 #include "hosts/memory/MemoryHost.h"
 #include "src/bridge/Presence.h"
-#include "src/bridge/qorv_sharedmem.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 
 namespace quorvane::test {
 
