@@ -111,10 +111,10 @@ Subject::Sight Subject::look() {
   const std::uint32_t switches = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   sight.composing |= !controller.originalBuffer().empty() || !controller.composedBuffer().empty();
   sight.completionIsOn = (switches & kCompletionFlag) != 0;
-  const auto& controllerState = process.state<ControllerState>();
-  sight.waiting = host.messagePorts.pending() + (controllerState.stringbuffer ? 1 : 0) +
-                  (controllerState.stringbufferHandle.empty() ? 0 : 1);
-  sight.firstKeyIsOurs = controllerState.KEYED_INITED_FLAG != 0;
+  const auto& commit = process.state<CommitState>();
+  sight.waiting = host.messagePorts.pending() + (commit.stringbuffer ? 1 : 0) +
+                  (commit.stringbufferHandle.empty() ? 0 : 1);
+  sight.firstKeyIsOurs = process.state<ControllerState>().KEYED_INITED_FLAG != 0;
   sight.toolRecord = host.sharedMemory.find(kToolRecord);
   sight.attached = host.sharedMemory.totalAttachments() != 0;
   for (std::size_t i = 0; i < kBusyFields.size(); ++i) {

@@ -4,8 +4,8 @@
 #include "fuzz/Target.h"
 #include "fuzz/World.h"
 #include "hosts/desktop/MessageFraming.h"
-#include "src/bridge/QBIMMessageReceive.h"
 #include "src/session/QBIM_IMK_Sessions.h"
+#include "src/shell/QBIMMessageReceive.h"
 
 namespace quorvane::fuzz {
 namespace {
@@ -19,7 +19,6 @@ enum Way : std::uint8_t {
   kWorldBefore = 8,
   kPlanned = 16,
   kHugePacket = 32,
-  kNoTarget = 64,
 };
 
 std::optional<desktop::Request> decode(Bytes packet) {
@@ -41,11 +40,8 @@ void handle(Subject& subject, const desktop::Request& request, std::uint8_t way)
     subject.host.runPending();
     return;
   }
-  MessageTarget* target = subject.process.state<MessageReceiveState>().target;
-  if ((way & kNoTarget) != 0) setMessageTarget(subject.process, nullptr);
   const auto reply = BIMMessagePortCallBack(subject.process, request.messageId,
                                             (way & kWithoutData) != 0 ? nullptr : &data);
-  setMessageTarget(subject.process, target);
   require(!reply, "the port never replies");
 }
 

@@ -5,9 +5,10 @@
 #include "fuzz/World.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/session/QBIM_IMK_CharFix.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/shell/QuorvaneInputController.h"
+#include "src/session/QuorvaneInputController.h"
 
 namespace quorvane::fuzz {
 namespace {

@@ -2,8 +2,8 @@
 // The candidates panel and the annotation beside it, drawn over the document's text.
 
 #include "apps/desk/Canvas.h"
+#include "apps/desk/DeskModel.h"
 #include "apps/desk/DeskPlan.h"
-#include "apps/desk/DeskScreen.h"
 
 namespace quorvane::desk {
 

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "apps/RunningSystem.h"
-#include "apps/desk/DeskScreen.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "apps/desk/DeskModel.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane::desk {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "apps/RunningSystem.h"
-#include "apps/desk/DeskScreen.h"
+#include "apps/desk/DeskModel.h"
 
 namespace quorvane::desk {
 

@@ -1,58 +1,11 @@
 #pragma once
-// What the desk shows, and its drawing: a picture in cells comes of a plain record, nothing else.
-
-#include <cstddef>
-#include <optional>
-#include <string>
-#include <vector>
+// The drawing of the desk: a picture in cells comes of a plain record, nothing else.
 
 #include "apps/desk/Canvas.h"
+#include "apps/desk/DeskModel.h"
 #include "apps/desk/DeskPlan.h"
-#include "platform/MacTypes.h"
 
 namespace quorvane::desk {
-
-struct PanelEntry {
-  char label = ' ';  ///< the digit that takes it
-  std::u16string text;
-  bool highlighted = false;
-};
-
-/// The candidates panel.
-struct PanelView {
-  bool column = false;  ///< otherwise a row
-  std::vector<PanelEntry> entries;
-  NSRect frame;  ///< points, as below
-  bool moreBefore = false;
-  bool moreBehind = false;  ///< than the entries
-};
-
-struct AnnotationView {
-  NSRect frame;
-  std::u16string text;
-};
-
-/// The main application's popup: suggestions, the first taken by 1, and so on.
-struct PopupView {
-  NSPoint corner;  ///< top left: below the line that it is about; points, origin top left
-  std::vector<std::string> suggestions;  ///< ASCII
-};
-
-/// One thing that the side tells; its lines are broken where they are too long.
-struct Fact {
-  std::string title;
-  std::vector<std::u16string> lines;
-};
-
-struct DeskModel {
-  std::u16string text;  ///< of the document; ranges in UTF-16 units
-  NSRange selection;
-  std::optional<NSRange> marked;
-  std::optional<PanelView> panel;
-  std::optional<AnnotationView> annotation;
-  std::optional<PopupView> popup;
-  std::vector<Fact> facts;
-};
 
 /// A plan that doesn't fit gives a picture that says so.
 Canvas drawDesk(const DeskPlan& plan, const DeskModel& model);

@@ -106,5 +106,8 @@ std::uint32_t RDCSTRG(Process& process, std::uint8_t* dst, std::int16_t id, std:
 
 /// Takes a plural or possessive ending off, in place. -1 if the word was cut.
 std::int32_t Singular(std::uint8_t* word);
+/// Mac OS Roman to UTF-16, little-endian. Empty where it can't be converted.
+std::optional<CFData> Convert_ASCIITo_Unicode(Process& process, const std::uint8_t* text,
+                                              std::uint32_t length);
 
 }  // namespace quorvane

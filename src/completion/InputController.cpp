@@ -5,8 +5,8 @@
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/CompletionState.h"
 #include "src/session/CurrentAppFlags.h"
-#include "src/session/QBIM_IMK_Sessions.h"
-#include "src/session/QBIM_IMK_SmartQuotes.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
+#include "src/session/QuorvaneInputController.h"
 
 namespace quorvane {
 namespace {
@@ -16,17 +16,17 @@ constexpr auto kFlagsChanged = static_cast<std::uint64_t>(NSEventType::FlagsChan
 }  // namespace
 
 InputController::InputController(Process& process)
-    : process_(process), state_(process.state<InputControllerState>()) {}
+    : process_(process), words_(process.state<WordInProgressState>()) {}
 
 InputController::~InputController() {
-  if (state_.lastController == this) state_.lastController = nullptr;
+  if (words_.latest == this) words_.latest = nullptr;
 }
 
 bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
-  state_.lastClient = client;
-  state_.lastController = this;
+  process_.state<InputControllerState>().lastClient = client;
+  words_.latest = this;
   Log(process_, "handleEvent ", static_cast<std::uint32_t>(event.type));
-  if (checkerTakes(event, client)) return true;
+  if (sessionTakes(event, client)) return true;
   if (!mayComplete()) return false;
   if (isRepeatedFlagsChange(event)) return true;
   const bool consumed = dispatch(event, client);
@@ -35,10 +35,9 @@ bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
 }
 
 // It writes into the document itself: a word whose gate has closed since the last event ends first.
-bool InputController::checkerTakes(const NSEvent& event, IMKTextInput* client) {
-  const bool held = !_originalBuffer.empty() && mayComplete();
-  process_.state<SmartCharacterState>().wordInProgress = held;
-  return state_.checker != nullptr && state_.checker->do_handleEvent(event, client);
+bool InputController::sessionTakes(const NSEvent& event, IMKTextInput* client) {
+  words_.held = !_originalBuffer.empty() && mayComplete();
+  return do_handleEvent(process_, event, client);
 }
 
 // The gates see the current state at every event.
@@ -112,14 +111,14 @@ void InputController::activateServer(IMKTextInput* sender) {
   _currentCandidateIndex = 1;
   _candidates.clear();
   Log(process_, "activateServer ", static_cast<std::uint32_t>(identityOf(sender)));
-  if (state_.checker != nullptr) state_.checker->do_activateServer1(sender);
+  do_activateServer1(process_, sender);
 }
 
 // Marked text isn't committed: the buffers are cleared, no more.
 void InputController::deactivateServer(IMKTextInput* sender) {
   reset();
   Log(process_, "deactivateServer ", static_cast<std::uint32_t>(identityOf(sender)));
-  if (state_.checker != nullptr) state_.checker->do_deactivateServer1(sender);
+  do_deactivateServer1(process_, sender);
 }
 
 std::uint32_t InputController::recognizedEvents(IMKTextInput* /*sender*/) {

@@ -1,5 +1,5 @@
 #pragma once
-// The controller that the text-input framework talks to. Each event goes to the checker's side
+// The controller that the text-input framework talks to. Each event goes to the session's side
 // first; what that doesn't consume is completion's. The word being typed is marked text of the
 // client; nothing reaches the document until a commit.
 
@@ -9,32 +9,17 @@
 #include <vector>
 
 #include "src/base/Process.h"
+#include "src/session/WordInProgress.h"
 
 namespace quorvane {
 
 class AnnotationWinController;
 
-/// What completion asks of the checker's side, which lies in a room above.
-class CheckerSide {
- public:
-  virtual ~CheckerSide() = default;
-
-  /// True: consumed, completion doesn't see the event.
-  virtual bool do_handleEvent(const NSEvent& event, IMKTextInput* client) = 0;
-  virtual void do_activateServer1(IMKTextInput* sender) = 0;
-  virtual void do_deactivateServer1(IMKTextInput* sender) = 0;
-};
-
-class InputController;
-
-/// This module's own of the latest event: its client, and the controller that got it.
 struct InputControllerState {
-  CheckerSide* checker = nullptr;  ///< null before the shell has connected its rooms
-  IMKTextInput* lastClient = nullptr;
-  InputController* lastController = nullptr;
+  IMKTextInput* lastClient = nullptr;  ///< this module's own: the client of the latest event
 };
 
-class InputController : public IMKInputController {
+class InputController : public IMKInputController, public WordInProgress {
  public:
   explicit InputController(Process& process);
   ~InputController() override;
@@ -78,7 +63,7 @@ class InputController : public IMKInputController {
   void commitComposition_withoutspace(IMKTextInput* sender);
   /// The word in progress stands in the document as it was typed, whatever is highlighted, before
   /// somebody else writes there. Nothing happens without one.
-  void keepTyped();
+  void keepTyped() override;
   void do_CancelAutoCompleteSession();
   void do_Cancel_AutoCompleteSession_withoutspace();
   void reset();
@@ -93,7 +78,7 @@ class InputController : public IMKInputController {
 
  private:
   // Events.
-  bool checkerTakes(const NSEvent& event, IMKTextInput* client);
+  bool sessionTakes(const NSEvent& event, IMKTextInput* client);
   bool mayComplete();
   [[nodiscard]] bool isSwitchedOn() const;
   bool givesWay();
@@ -130,7 +115,7 @@ class InputController : public IMKInputController {
   [[nodiscard]] bool panelVisible() const;
 
   Process& process_;
-  InputControllerState& state_;  ///< made before the controller, so it outlives it
+  WordInProgressState& words_;  ///< made before the controller, so it outlives it
   std::u16string _composedBuffer;
   std::u16string _originalBuffer;
   std::int64_t _insertionIndex = 0;
@@ -144,9 +129,6 @@ class InputController : public IMKInputController {
   AnnotationWinController* _annotationWin = nullptr;
 };
 
-/// Left mouse down and up, key down and up, flags changed, other mouse down and up.
-inline constexpr std::uint32_t kRecognizedEvents = 0x6001c06;
-
 /// The completion switch, 64 or 0: 0 also where interactive checking or the whole menu is off.
 std::uint32_t Get_InteractiveCheck_Status(Process& process);
 /// True: a popup or a suspended state blocks completion.
@@ -159,7 +141,5 @@ void CancelAutoCompleteSession(Process& process);
 /// The automatic completion has just been switched off: closes the panel if it shows.
 void Cancel_AutoCompleteSession_withoutspace(Process& process);
 IMKTextInput* Get_Last_Client(Process& process);
-/// `keepTyped` of the controller that got the latest event.
-void keepTypedWord(Process& process);
 
 }  // namespace quorvane

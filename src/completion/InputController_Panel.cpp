@@ -7,7 +7,7 @@
 #include "src/completion/ConversionEngine.h"
 #include "src/completion/InputController.h"
 #include "src/completion/NSScreen_PointConversion.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane {
 namespace {

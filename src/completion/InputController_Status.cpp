@@ -60,9 +60,4 @@ IMKTextInput* Get_Last_Client(Process& process) {
   return process.state<InputControllerState>().lastClient;
 }
 
-void keepTypedWord(Process& process) {
-  InputController* const controller = process.state<InputControllerState>().lastController;
-  if (controller != nullptr) controller->keepTyped();
-}
-
 }  // namespace quorvane

@@ -101,6 +101,10 @@ void takeText(Process& process, BIMSessionRec* session) {
   state.taken = TakenText{session->handle, before, save(*session), state.late, retyped};
 }
 
+void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session) {
+  takeText(process, session);
+}
+
 void scanSentence(Process& process, BIMSessionRec& session) {
   auto& state = process.state<FixState>();
   const SavedText text = save(session);

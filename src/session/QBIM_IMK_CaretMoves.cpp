@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "platform/CarbonEvents.h"
+#include "src/base/KeyBytes.h"
 #include "src/session/QBIM_IMK_Interactive.h"
-#include "src/session/QBIM_IMK_TextBuffer.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane {
 namespace {

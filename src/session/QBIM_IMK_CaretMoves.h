@@ -2,7 +2,7 @@
 // Keys that take the caret where the private copy can't follow it, or that change the document
 // somewhere else: the copy forgets its text, since a fix would land in the wrong place.
 
-#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 
 namespace quorvane {
 

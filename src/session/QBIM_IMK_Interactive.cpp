@@ -1,14 +1,15 @@
 #include "src/session/QBIM_IMK_Interactive.h"
 
+#include "src/base/KeyBytes.h"
 #include "src/base/Log.h"
-#include "src/bridge/QBIMMessageReceive.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CharacterPolicy.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/session/FixGuard.h"
+#include "src/session/QBIM_IMK_Clipboard.h"
 #include "src/session/QBIM_IMK_Publication.h"
-#include "src/session/QBIM_IMK_TextBuffer.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_Suspension.h"
+#include "src/session/QuorvaneInputController_TextPosition.h"
 
 namespace quorvane {
 namespace {
@@ -64,10 +65,7 @@ bool needsNoScan(const WindowAndCount& state, std::uint8_t keyByte) {
 
 void askForScan(Process& process, BIMSessionRec& session, const WindowAndCount& state) {
   if (state.clipboardInUse) Reset_Clip(process, cmdKey);
-  if (FixTarget* target = process.state<InteractiveState>().target;
-      target != nullptr && state.suspendedTotal == 0) {
-    target->Do_Get_Text_Position(&session);
-  }
+  if (state.suspendedTotal == 0) Do_Get_Text_Position(process, &session);
   if ((process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kInteractiveCheck) != 0) {
     scanSentence(process, session);
   }
@@ -88,32 +86,6 @@ std::int32_t CallInteractiveEventHandler(Process& process, BIMSessionRec* sessio
   if (needsNoScan(state, keyByte)) return 1;
   askForScan(process, *session, state);
   return 0;
-}
-
-void endSuspension(Process& process) {
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionMark, 0);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendCount, 0);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal, 0);
-}
-
-void Send_Char_Fix(Process& process, const std::uint8_t* byteAddress, std::uint32_t replaceLength) {
-  FixTarget* target = process.state<InteractiveState>().target;
-  const auto unicode = Convert_ASCIITo_Unicode(process, byteAddress, 1);
-  if (target == nullptr || !unicode) return;
-  const auto text =
-      process.platform().textEncoding.initWithData(*unicode, NSStringEncoding::UTF16LittleEndian);
-  if (!text) return;
-  // A key is never lost: where there is nothing to replace it stands as it is.
-  if (!target->Do_nsstring_commit_to_composition(*text, replaceLength)) {
-    target->Do_nsstring_commit_to_composition(*text, 0);
-  }
-}
-
-void DO_Fix_Commit_Composition(Process& process, BIMSessionRec* session, std::uint8_t keyByte) {
-  BIMHandleInput(process, session, keyByte, ByteOrigin::Replacement);
-  if (FixTarget* target = process.state<InteractiveState>().target; target != nullptr) {
-    target->Do_commit_to_composition(&keyByte, 1, 1);
-  }
 }
 
 }  // namespace quorvane

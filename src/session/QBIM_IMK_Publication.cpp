@@ -7,7 +7,6 @@
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CurrentAppFlags.h"
-#include "src/session/FixGuard.h"
 
 namespace quorvane {
 namespace {
@@ -130,10 +129,6 @@ bool takeChanges(Process& process, BIMSessionRec* session) {
 
 void Update_Document_Session(Process& process, BIMSessionRec* session) {
   takeChanges(process, session);
-}
-
-void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session) {
-  takeText(process, session);
 }
 
 std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session) {

@@ -6,7 +6,7 @@
 //                 cursor   length   text, cursor + 1 bytes    key byte
 //                 big-endian words
 
-#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 
 namespace quorvane {
 
@@ -17,8 +17,6 @@ std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session, st
 bool takeChanges(Process& process, BIMSessionRec* session);
 /// The same for a text that no message belongs to.
 void Update_Document_Session(Process& process, BIMSessionRec* session);
-/// And for one that a message for the document may follow, or precede by a little.
-void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session);
 
 /// Copies the text back into the session. 1: done. A cursor or length that no session could have is
 /// bounded to what the buffer holds.

@@ -6,9 +6,12 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/session/QBIM_IMK_CaretMoves.h"
+#include "src/session/QBIM_IMK_Clipboard.h"
+#include "src/session/QBIM_IMK_KeyTime.h"
 #include "src/session/QBIM_IMK_SmartQuotes.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
+#include "src/session/QBIM_IMK_WindowClick.h"
 
 namespace quorvane {
 namespace {
@@ -94,13 +97,6 @@ std::int32_t BIMSessionEvent(Process& process, BIMSessionRec* /*session*/, Event
   }
   MasterCloseToolRecPtr(process);
   return consumed;
-}
-
-void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
-                                     std::int16_t horizontal) {
-  if (ToolRec record(process); record) {
-    PUT_TOOLCRECPTR(process, ToolCRecPtr_MousePoint, packPoint(vertical, horizontal));
-  }
 }
 
 void Check_Menu_Key_Interactive_Cancel(Process& process, BIMSessionRec* session,

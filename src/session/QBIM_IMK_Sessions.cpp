@@ -7,7 +7,7 @@
 #include "src/bridge/ProcessWalk.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Publication.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane {
 namespace {
@@ -15,13 +15,6 @@ namespace {
 constexpr FourCharCode kDocumentProperty = "dapy"_4cc;
 
 std::uint32_t idOf(std::uint64_t client) { return static_cast<std::uint32_t>(client); }
-
-BIMSessionRec* addRecord(SessionState& sessions) {
-  std::unique_ptr<BIMSessionRec> record(new (std::nothrow) BIMSessionRec);
-  if (!record) return nullptr;
-  record->handle = ++sessions.lastHandle;
-  return sessions.records.emplace_back(std::move(record)).get();
-}
 
 void readDocument(Process& process, BIMSessionRec& session) {
   TextServicesManager& services = process.platform().textServicesManager;
@@ -32,25 +25,6 @@ void readDocument(Process& process, BIMSessionRec& session) {
     session.documentTag = tag;
   }
   session.documentRef = document;
-}
-
-void forgetRetired(SessionState& sessions) {
-  if (sessions.users != 0 || sessions.retired.empty()) return;
-  std::erase_if(sessions.retired,
-                [&](const auto& record) { return record.get() != sessions.gActiveSession; });
-}
-
-// Frees the text and the record; the record itself outlives its freeing while somebody may hold it.
-void freeSession(Process& process, BIMSessionRec* session) {
-  auto& sessions = process.state<SessionState>();
-  const auto owner = std::find_if(sessions.records.begin(), sessions.records.end(),
-                                  [&](const auto& record) { return record.get() == session; });
-  if (owner == sessions.records.end()) return;
-  session->sessionText.reset();
-  session->next = nullptr;
-  sessions.retired.push_back(std::move(*owner));
-  sessions.records.erase(owner);
-  forgetRetired(sessions);
 }
 
 // Field 34 from now on. A window of the checker belongs to what was there before.
@@ -117,19 +91,6 @@ BIMSessionRec* unlinkNext(BIMSessionRec& predecessor) {
 
 }  // namespace
 
-SessionsInUse::SessionsInUse(Process& process) : sessions_(process.state<SessionState>()) {
-  ++sessions_.users;
-}
-
-SessionsInUse::~SessionsInUse() {
-  --sessions_.users;
-  forgetRetired(sessions_);
-}
-
-std::uint64_t identityOf(const IMKTextInput* client) {
-  return reinterpret_cast<std::uintptr_t>(client);
-}
-
 BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t /*client*/) {
   BIMSessionRec* session = addRecord(process.state<SessionState>());
   if (session == nullptr) return nullptr;
@@ -138,13 +99,6 @@ BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t /*client*/
   Set_InteractiveSession(process, session, 0);
   session->sentenceFlags |= kSentenceStart;
   return session;
-}
-
-BIMSessionRec* findSession(Process& process, std::uint64_t handle) {
-  const auto& records = process.state<SessionState>().records;
-  const auto found = std::find_if(records.begin(), records.end(),
-                                  [&](const auto& record) { return record->handle == handle; });
-  return found == records.end() ? nullptr : found->get();
 }
 
 std::int32_t BIMSessionOpen(Process& process, std::uint64_t /*unused*/,
@@ -193,10 +147,6 @@ void SetBIMWindowSession(Process& process, std::uint64_t window, std::uint64_t h
 }
 
 BIMSessionRec* Get_ActiveSession(BIMSessionRec* session) { return session; }
-
-BIMSessionRec* BIMGetActiveSession(Process& process) {
-  return process.state<SessionState>().gActiveSession;
-}
 
 std::int32_t Get_SessionHandleFromID(Process& process, std::uint64_t client) {
   const std::uint32_t clientID = idOf(client);
@@ -289,25 +239,6 @@ std::uint32_t Do_Check_Quorvane_App_Input(Process& process, std::uint64_t client
     if (clientID != 0 && session->clientID == clientID && session->appInput != 0) return 1;
   }
   return Get_Quorvane_App_Input(process);
-}
-
-void BIM_Cancel_Session_Text(BIMSessionRec* session) {
-  if (session == nullptr) return;
-  session->appMark32 = 0;
-  session->appMark30 = 0;
-  session->sentenceFlags = 0;
-}
-
-void BIMMouseEditCancelSession(Process& /*process*/, BIMSessionRec* session) {
-  if (session == nullptr) return;
-  if (session->cursor != 0) session->editState = kEditCancelled;
-  session->cursor = 0;
-  session->length = 0;
-  BIM_Cancel_Session_Text(session);
-}
-
-void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session) {
-  BIMMouseEditCancelSession(process, session);
 }
 
 std::int32_t BIMSessionFix(BIMSessionRec* session) {

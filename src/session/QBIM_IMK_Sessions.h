@@ -1,84 +1,12 @@
 #pragma once
-// Sessions: what is remembered about one text client each. They form a singly linked list that
-// lives as long as the process; its head is never removed. At most one session is active, and every
-// key goes to it.
+// Sessions: which client has which, how they come and go. The head of the list is never removed.
 
-#include <array>
-#include <memory>
-#include <vector>
-
-#include "src/base/Process.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 
 namespace quorvane {
 
-inline constexpr std::uint32_t kSessionTextSize = 384;
-/// A text of 384 bytes has its terminator at index 384.
-using SessionText = std::array<std::uint8_t, kSessionTextSize + 1>;
-/// Of each byte: it stands for a typed character beyond ASCII, as the first byte of its UTF-8 form,
-/// and isn't to be read as Mac OS Roman.
-using SessionMarks = std::array<bool, kSessionTextSize + 1>;
-
-/// What `editState` and entry 4 of the INTERACTIVESCANPTR group say.
-inline constexpr std::uint32_t kEditCursorMovedLeft = 1;  ///< set by OR
-inline constexpr std::uint32_t kEditOverflow = 2;
-inline constexpr std::uint32_t kEditCancelled = 3;
-
-/// `sentenceFlags`: the next letter begins a sentence.
-inline constexpr std::uint32_t kSentenceStart = 1;
-
-struct BIMSessionRec {
-  BIMSessionRec* next = nullptr;
-  std::unique_ptr<SessionText> sessionText;  ///< null: every operation on text does nothing
-  SessionMarks beyondAscii{};
-  std::uint32_t cursor = 0;  ///< bytes; never above `length`
-  std::uint32_t length = 0;  ///< bytes; never above kSessionTextSize
-  std::uint64_t documentRef = 0;
-  std::uint32_t documentTag = 0;  ///< its 'dapy' property; nonzero: a fix refreshes the session
-  std::uint64_t windowRef = 0;
-  std::uint32_t editState = 0;
-  std::uint32_t appMark32 = 0;
-  std::uint32_t scanMark7 = 0;
-  std::uint32_t appMark30 = 0;
-  std::uint32_t sentenceFlags = 0;
-  std::uint32_t clientID = 0;   ///< low 32 bits of the client's identity; 0: belongs to no client
-  std::int32_t appInput = 0;    ///< field 9 at the last lookup
-  std::uint32_t signature = 0;  ///< creator code of the front process then; 0: never reaped
-  std::uint32_t handle = 0;     ///< the identity that travels through field 34
-};
-
-struct SessionState {
-  BIMSessionRec* gSessionHandleStart = nullptr;
-  BIMSessionRec* gActiveSession = nullptr;
-  std::uint32_t BIMSESSIONACTVATED = 0;
-
-  std::vector<std::unique_ptr<BIMSessionRec>> records;  ///< every session, linked or not
-  /// Disposed of, and without their text, but not gone yet: the active one, for as long as
-  /// gActiveSession names it, and those that somebody may still hold.
-  std::vector<std::unique_ptr<BIMSessionRec>> retired;
-  std::uint32_t users = 0;  ///< how many SessionsInUse live
-  std::uint32_t lastHandle = 0;
-};
-
-/// While one lives no session that is disposed of goes away: every operation on it does nothing.
-/// For whoever holds a session while the run loop may turn.
-class SessionsInUse {
- public:
-  explicit SessionsInUse(Process& process);
-  ~SessionsInUse();
-  SessionsInUse(const SessionsInUse&) = delete;
-  SessionsInUse& operator=(const SessionsInUse&) = delete;
-
- private:
-  SessionState& sessions_;
-};
-
-/// What identifies a client: its address.
-[[nodiscard]] std::uint64_t identityOf(const IMKTextInput* client);
-
 /// A new session that is in no list, or null. `client` isn't used.
 BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t client);
-/// The session of that handle; null where it is gone.
-BIMSessionRec* findSession(Process& process, std::uint64_t handle);
 
 /// Makes a session where `sessionOut` is null. 0, or ~0 where none could be made.
 std::int32_t BIMSessionOpen(Process& process, std::uint64_t unused, BIMSessionRec*& sessionOut);
@@ -93,7 +21,6 @@ void DisposeSession(Process& process, BIMSessionRec* session);
 std::uint64_t GetBIMWindowSession(Process& process, std::uint64_t window);
 void SetBIMWindowSession(Process& process, std::uint64_t window, std::uint64_t handle);
 BIMSessionRec* Get_ActiveSession(BIMSessionRec* session);
-BIMSessionRec* BIMGetActiveSession(Process& process);
 
 /// Makes the client's session active, making one where it has none. Only the low 32 bits of
 /// `client` count. 1: it is active now.
@@ -112,12 +39,6 @@ void Set_ToolSessionhandle(Process& process, const BIMSessionRec* session);
 /// Nonzero: this client's keys belong to the main application.
 std::uint32_t Do_Check_Quorvane_App_Input(Process& process, std::uint64_t client);
 
-/// Forgets the marks, and leaves text and cursor alone.
-void BIM_Cancel_Session_Text(BIMSessionRec* session);
-/// Forgets the text.
-void BIMMouseEditCancelSession(Process& process, BIMSessionRec* session);
-/// The same under its second name.
-void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session);
 std::int32_t BIMSessionFix(BIMSessionRec* session);
 
 }  // namespace quorvane

@@ -4,31 +4,17 @@
 #include <array>
 #include <optional>
 
+#include "src/base/KeyBytes.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
 #include "src/session/CharacterPolicy.h"
 #include "src/session/CurrentAppFlags.h"
-#include "src/session/QBIM_IMK_Interactive.h"
+#include "src/session/QBIM_IMK_CharFix.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
+#include "src/session/WordInProgress.h"
 
 namespace quorvane {
 namespace {
-
-// Mac OS Roman.
-enum RomanByte : std::uint8_t {
-  kFormFeed = 12,
-  kSpace = 32,
-  kDoubleQuote = 34,
-  kSingleQuote = 39,
-  kHyphen = 45,
-  kNoBreakSpace = 202,
-  kEnDash = 208,
-  kEmDash = 209,
-  kLeftDoubleQuote = 210,
-  kRightDoubleQuote = 211,
-  kLeftSingleQuote = 212,
-  kRightSingleQuote = 213,
-};
 
 struct Quote {
   std::uint8_t straight;
@@ -83,8 +69,7 @@ std::int32_t replaceHyphen(Process& process, BIMSessionRec* session, std::uint8_
 
 std::uint32_t allowedNow(Process& process) {
   const std::uint32_t allowed = AutoCorrect_SmartChar_Flag(process);
-  const bool wordInProgress = process.state<SmartCharacterState>().wordInProgress;
-  return wordInProgress ? allowed & kSentenceCapitals : allowed;
+  return process.state<WordInProgressState>().held ? allowed & kSentenceCapitals : allowed;
 }
 
 // White space and enter keep waiting for the letter. The capital is pressed as a key of its own and

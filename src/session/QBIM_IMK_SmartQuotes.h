@@ -2,18 +2,13 @@
 // Before a key goes into the buffer it may turn into something better: curly quotes, dashes, a
 // capital at the start of a sentence.
 
-#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 
 namespace quorvane {
 
 inline constexpr std::uint32_t kSmartQuotes = 1;
 inline constexpr std::uint32_t kSmartDashes = 2;
 inline constexpr std::uint32_t kSentenceCapitals = 4;
-
-struct SmartCharacterState {
-  /// Completion holds a marked word: a quote or a dash is left for it to commit with the word.
-  bool wordInProgress = false;
-};
 
 /// 1: the key is consumed, its replacement on the way. `keyByte` is rewritten where one applies.
 /// `event` isn't used.

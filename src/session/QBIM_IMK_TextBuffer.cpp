@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "src/base/KeyBytes.h"
 #include "src/session/CharacterPolicy.h"
 #include "src/session/QBIM_IMK_CaretMoves.h"
 #include "src/session/QBIM_IMK_Interactive.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane {
 namespace {

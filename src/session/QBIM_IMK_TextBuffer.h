@@ -2,27 +2,9 @@
 // The private copy of the sentence being typed: it follows typing, backspace and arrows, and
 // forgets its content at sentence boundaries once it grows long. No operation here allocates.
 
-#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 
 namespace quorvane {
-
-/// The key bytes that are more than a character.
-enum KeyByte : std::uint8_t {
-  kHomeKey = 1,
-  kEnterKey = 3,
-  kEndKey = 4,
-  kBackspaceKey = 8,
-  kTabKey = 9,
-  kPageUpKey = 11,
-  kPageDownKey = 12,
-  kReturnKey = 13,
-  kEscapeKey = 27,
-  kLeftArrowKey = 28,
-  kRightArrowKey = 29,
-  kUpArrowKey = 30,
-  kDownArrowKey = 31,
-  kDeleteKey = 127,
-};
 
 /// Where a byte from 128 up comes from: it is the first of a character beyond ASCII that was typed,
 /// or a character of Mac OS Roman that was put in its place.

@@ -3,11 +3,11 @@
 #include "src/base/Log.h"
 #include "src/base/OSVersion.h"
 #include "src/bridge/QBIMLaunchServer.h"
-#include "src/bridge/QBIMMessageReceive.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/AsciiToKeyCode.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/shell/QuorvaneInputController.h"
+#include "src/session/QuorvaneInputController.h"
+#include "src/shell/QBIMMessageReceive.h"
 
 namespace quorvane {
 namespace {

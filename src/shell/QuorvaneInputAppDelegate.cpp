@@ -5,8 +5,8 @@
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
+#include "src/session/QuorvaneInputController.h"
 #include "src/shell/QBIM_IMK_Start.h"
-#include "src/shell/QuorvaneInputController.h"
 
 namespace quorvane {
 namespace {

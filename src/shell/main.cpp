@@ -5,7 +5,6 @@
 #include "src/completion/CompletionState.h"
 #include "src/completion/ConversionEngine.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
-#include "src/shell/ShellTarget.h"
 
 namespace quorvane {
 namespace {
@@ -39,7 +38,6 @@ void wakeAnnotationWindow(Process& process, const NibOutlets& outlets) {
 
 int InputMethodMain(Process& process, const std::vector<std::string>& arguments) {
   Application& application = process.platform().application;
-  connectRooms(process);
   beginActivity(process);
   if (!arguments.empty() && arguments.front() == "--install") return install(process);
   if (init_inputmenu_server(process) == nullptr) return -1;

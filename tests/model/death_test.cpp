@@ -106,12 +106,13 @@ class DeathTest {
 
   void expectNothingLocked(const char* when) {
     const auto& controller = method_.process.state<ControllerState>();
+    const auto& commit = method_.process.state<CommitState>();
     const auto& send = method_.process.state<MessageSendState>();
     EXPECT_EQ(controller.handleEvent_BUSY, 0u) << when;
     EXPECT_EQ(send.TOOLCALLBUSY, 0) << when;
     EXPECT_EQ(send.AEITEM_Process_active, 0) << when;
-    EXPECT_FALSE(controller.stringbuffer) << when;
-    EXPECT_EQ(controller.ORIGINALREPLACE, 0u) << when;
+    EXPECT_FALSE(commit.stringbuffer) << when;
+    EXPECT_EQ(commit.ORIGINALREPLACE, 0u) << when;
     EXPECT_EQ(field(16), 0u) << when;
     EXPECT_EQ(field(22), 0u) << when;
     EXPECT_FALSE(method_.host.text.delivering()) << when;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "src/base/KeyBytes.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Publication.h"

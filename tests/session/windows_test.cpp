@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_Clipboard.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
+#include "src/session/QBIM_IMK_WindowClick.h"
+#include "src/session/QBIM_IMK_WindowKeys.h"
 #include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {

@@ -5,6 +5,7 @@
 
 #include <stdexcept>
 
+#include "src/session/QBIM_IMK_KeyTime.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
 #include "tools/support/StartedInputMethod.h"
@@ -16,6 +17,7 @@ using field::Outcome;
 
 struct EventEntry : testing::Test {
   ControllerState& state() { return method.process.state<ControllerState>(); }
+  CommitState& commit() { return method.process.state<CommitState>(); }
   Outcome keyDown(char16_t character, std::uint32_t flags = 0) {
     return deliver(NSEventType::KeyDown, {character}, flags);
   }
@@ -76,12 +78,12 @@ TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
     EXPECT_EQ(method.host.mainApplication.field(22), 0u) << call;
   }
 
-  state().stringbuffer = u"parked";
-  state().ORIGINALREPLACE = 1;
+  commit().stringbuffer = u"parked";
+  commit().ORIGINALREPLACE = 1;
   throwAt("insertText");
   keyDown(u'b');
-  EXPECT_FALSE(state().stringbuffer);
-  EXPECT_EQ(state().ORIGINALREPLACE, 0u);
+  EXPECT_FALSE(commit().stringbuffer);
+  EXPECT_EQ(commit().ORIGINALREPLACE, 0u);
   EXPECT_EQ(Get_QuorvaneInputController(method.process).composedBuffer(), u"");
   EXPECT_EQ(keyDown(u'c'), Outcome::PassedOn);
   EXPECT_EQ(method.sessionText(), "c");
@@ -91,7 +93,7 @@ TEST_F(EventEntry, AnEventWithinAnotherCommitsAndLooksUpBeforeItIsTurnedAway) {
   auto& other = method.host.text.addDocument();
   method.host.text.onClientCall = [&](const auto&, const auto&) {
     method.host.text.onClientCall = {};
-    state().stringbuffer = u"-";
+    commit().stringbuffer = u"-";
     EXPECT_FALSE(
         method.controller.handleEvent({NSEventType::KeyDown, 0, 0, u"b", nullptr}, &other));
   };
@@ -110,10 +112,10 @@ TEST_F(EventEntry, WithoutAnEventRecordTheClientIsNotAskedForThePosition) {
 TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
   auto& controller = Get_QuorvaneInputController(method.process);
   keyDown(u'a');
-  state().stringbuffer = u"-";
+  commit().stringbuffer = u"-";
   controller.commitComposition(nullptr);
-  EXPECT_TRUE(state().stringbuffer);
-  EXPECT_EQ(state().commit_sender, &method.document);
+  EXPECT_TRUE(commit().stringbuffer);
+  EXPECT_EQ(commit().commit_sender, &method.document);
   state().INITED_FLAG = 0;
   controller.commitComposition(&method.document);
   EXPECT_EQ(method.document.text(), u"a");
@@ -125,11 +127,11 @@ TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
 // Only a byte path can park what isn't UTF-8: the count is carried out, with nothing to insert.
 TEST_F(EventEntry, ParkedBytesThatAreNotUtf8DeleteWhatTheyWereToReplace) {
   method.type("abc");
-  state().stringbufferHandle = {0xFF, 'x', 0};
-  state().ORIGINALREPLACE = 2;
+  commit().stringbufferHandle = {0xFF, 'x', 0};
+  commit().ORIGINALREPLACE = 2;
   deliver(NSEventType::FlagsChanged, {});
   EXPECT_EQ(method.document.text(), u"a");
-  EXPECT_TRUE(state().stringbufferHandle.empty());
+  EXPECT_TRUE(commit().stringbufferHandle.empty());
 }
 
 TEST_F(EventEntry, TheOriginalBufferGrowsAsMarkedText) {
@@ -141,7 +143,7 @@ TEST_F(EventEntry, TheOriginalBufferGrowsAsMarkedText) {
   EXPECT_EQ(method.document.selection(), (NSRange{0, 3}));
   controller.setOriginalBuffer(nullptr);
   EXPECT_EQ(controller.originalBuffer(), u"abc");
-  state().stringbuffer = u"d";
+  commit().stringbuffer = u"d";
   controller.commitComposition(&method.document);
   EXPECT_EQ(controller.insertionIndex(), 0);
 }

@@ -5,9 +5,9 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QuorvaneInputController_TextPosition.h"
 #include "src/shell/QBIM_IMK_Start.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
-#include "src/shell/QuorvaneInputController_TextPosition.h"
 #include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {

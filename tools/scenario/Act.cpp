@@ -4,9 +4,9 @@
 #include <limits>
 
 #include "src/bridge/ToolCalls.h"
-#include "src/session/QBIM_IMK_Interactive.h"
-#include "src/shell/QuorvaneInputController.h"
-#include "src/shell/QuorvaneInputController_Commit.h"
+#include "src/session/QBIM_IMK_CharFix.h"
+#include "src/session/QuorvaneInputController.h"
+#include "src/session/QuorvaneInputController_Commit.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {

@@ -5,7 +5,8 @@
 #include "hosts/keyboard/StandardLayouts.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
 #include "src/keys/qorvHIDkeys.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
+#include "src/session/QBIM_IMK_WindowClick.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {

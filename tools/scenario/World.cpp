@@ -6,7 +6,6 @@
 
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/SharedLayout.h"
-#include "src/shell/ShellTarget.h"
 #include "src/shell/main.h"
 
 namespace quorvane::scenario {
@@ -71,7 +70,6 @@ World::World() {
   host.journal.setLimit(kRecordLimit);
   host.log.limit = kRecordLimit;
   host.console.limit = kRecordLimit;
-  connectRooms(process);
   host.text.setController(&controller);
   host.text.onClientCall = [this, recorded = host.text.onClientCall](
                                const field::Document& called, const field::ClientCall& call) {

@@ -7,7 +7,7 @@
 #include "src/completion/InputController.h"
 #include "src/session/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/shell/QuorvaneInputController.h"
+#include "src/session/QuorvaneInputController.h"
 #include "src/shell/main.h"
 
 namespace quorvane::test {

@@ -1,12 +1,11 @@
-#include "src/shell/QuorvaneInputController_TextPosition.h"
+#include "src/session/QuorvaneInputController_TextPosition.h"
 
+#include "src/base/KeyBytes.h"
 #include "src/base/Log.h"
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CharacterPolicy.h"
 #include "src/session/CurrentAppFlags.h"
-#include "src/session/QBIM_IMK_TextBuffer.h"
-#include "src/shell/QuorvaneInputController.h"
 
 namespace quorvane {
 namespace {
@@ -33,22 +32,22 @@ QDPoint fallbackPoint(Process& process) {
 
 }  // namespace
 
-void QuorvaneInputController::Grab_Text_Position(std::uint8_t keyByte, IMKTextInput* client) {
-  auto& count = process_.state<TextPositionState>().typing_count;
+void Grab_Text_Position(Process& process, std::uint8_t keyByte, IMKTextInput* client) {
+  auto& count = process.state<TextPositionState>().typing_count;
   count = valid_chr(keyByte) || keyByte == kBackspaceKey ? count + 1 : 0;
-  if (count == 0 || count == 1) Get_Text_Position(client);
+  if (count == 0 || count == 1) Get_Text_Position(process, client);
 }
 
-void QuorvaneInputController::Get_Text_Position(IMKTextInput* client) {
+void Get_Text_Position(Process& process, IMKTextInput* client) {
   NSRect rect;
   if (client != nullptr) client->attributesForCharacterIndex(0, rect);
-  auto& state = process_.state<TextPositionState>();
+  auto& state = process.state<TextPositionState>();
   if (rect.height == 0) {
-    Log(process_, "********* ERROR attributesForCharacterIndex -- Get_Text_Position");
+    Log(process, "********* ERROR attributesForCharacterIndex -- Get_Text_Position");
     state.location = {0, 0};
     return;
   }
-  Nrect_to_Rect(process_, state.qdRect, rect);
+  Nrect_to_Rect(process, state.qdRect, rect);
   state.location.y = state.qdRect.top + rect.height + kBelowLine;
   state.location.x = state.qdRect.left + kRightOfLine;
 }

@@ -1,6 +1,6 @@
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/shell/QuorvaneInputController.h"
+#include "src/session/QuorvaneInputController.h"
 
 namespace quorvane {
 

@@ -1,8 +1,10 @@
-// A click in the front application: is it one that ends the checker's window?
+#include "src/session/QBIM_IMK_WindowClick.h"
 
 #include "src/bridge/Presence.h"
+#include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem_State.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane {
 namespace {
@@ -27,6 +29,27 @@ QDPoint cornerOf(std::uint32_t field) {
   return {static_cast<std::int16_t>(field & 0xFFFF), static_cast<std::int16_t>(field >> 16)};
 }
 
+constexpr std::uint32_t kJudgeClick = 108;
+
+constexpr std::int32_t kNoSession = 0;
+
+constexpr std::int32_t kNoWindowWasUp = 1;
+
+constexpr std::int32_t kWindowWasUp = 1028;
+
+// The main application clears the point of a click that isn't its window's.
+bool isPointCleared(Process& process) {
+  const ToolRec record(process);
+  return record && GET_TOOLCRECPTR(process, ToolCRecPtr_MousePoint) == 0;
+}
+
+// Only inside a ToolRec. As the fields stand: nobody's window is that of a front application
+// without a signature.
+bool isWindowOfFront(Process& process) {
+  return GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) != kNoWindow &&
+         FRONTPROCESSSIGNATURE(process) == GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
+}
+
 }  // namespace
 
 std::int32_t Get_MouseDown_Cancel(Process& process) {
@@ -34,7 +57,7 @@ std::int32_t Get_MouseDown_Cancel(Process& process) {
 }
 
 std::int32_t Check_MouseDown_ForWindowCancel(Process& process, std::uint32_t unused) {
-  auto& testing = process.state<WindowKeysState>().Block_Recusion;
+  auto& testing = process.state<WindowClickState>().Block_Recusion;
   if (unused != 0 || testing != 0) return 0;
   const FlagGuard guard(testing);
   const QDPoint point = mouseLocation(process);
@@ -57,6 +80,33 @@ bool Get_InteractiveWindow_GlobalRectangle(Process& process, QDRect& rectOut, QD
 bool isPtInRect(QDPoint point, const QDRect& rect) {
   return point.v >= rect.top && point.v < rect.bottom && point.h >= rect.left &&
          point.h < rect.right;
+}
+
+std::int32_t BIMCheckandClose_DocWindowSession(Process& process, std::uint64_t clientID) {
+  if (Get_SessionHandleFromID(process, clientID) == 0) return kNoSession;
+  BIMSessionRec* session = BIMGetActiveSession(process);
+  if (session == nullptr) return kNoSession;
+  BIMMouseEditCancelSession(process, session);
+  return BIMCancelWindowSession(process) ? kWindowWasUp : kNoWindowWasUp;
+}
+
+bool BIMCancelMousePtWindowSession(Process& process, QDPoint point) {
+  {
+    const ToolRec record(process);
+    const bool ours = record && isWindowOfFront(process);
+    Store_mouseclick_Position_Point(process, point.v, point.h);
+    if (!ours) return false;
+  }
+  if (Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, kJudgeClick) != 0) return true;
+  if (isPointCleared(process)) BIMCancelandClose_WindowSession(process);
+  return true;
+}
+
+void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
+                                     std::int16_t horizontal) {
+  if (ToolRec record(process); record) {
+    PUT_TOOLCRECPTR(process, ToolCRecPtr_MousePoint, packPoint(vertical, horizontal));
+  }
 }
 
 }  // namespace quorvane

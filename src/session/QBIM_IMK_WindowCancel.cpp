@@ -1,22 +1,15 @@
-// The ways in which the checker's window is closed, shown or hidden from here.
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 #include "src/bridge/Presence.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
-#include "src/session/QBIM_IMK_Interactive.h"
-#include "src/session/QBIM_IMK_SessionEvent.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_Suspension.h"
 
 namespace quorvane {
 namespace {
 
 constexpr std::uint32_t kCloseDocumentWindow = 104;
 constexpr std::uint32_t kClosePopup = 105;
-constexpr std::uint32_t kJudgeClick = 108;
-
-constexpr std::int32_t kNoSession = 0;
-constexpr std::int32_t kNoWindowWasUp = 1;
-constexpr std::int32_t kWindowWasUp = 1028;
 
 std::uint32_t openWindow(Process& process) {
   const ToolRec record(process);
@@ -37,12 +30,6 @@ bool isWindowOfFront(Process& process) {
          FRONTPROCESSSIGNATURE(process) == GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
 }
 
-// The main application clears the point of a click that isn't its window's.
-bool isPointCleared(Process& process) {
-  const ToolRec record(process);
-  return record && GET_TOOLCRECPTR(process, ToolCRecPtr_MousePoint) == 0;
-}
-
 }  // namespace
 
 bool BIMCancelWindowSession(Process& process) {
@@ -61,26 +48,6 @@ std::uint32_t BIMAlwaysCancelWindowSession(Process& process) {
 void BIMCancelandClose_WindowSession(Process& process) {
   BIMMouseEditCancelSession(process, BIMGetActiveSession(process));
   BIMCancelWindowSession(process);
-}
-
-std::int32_t BIMCheckandClose_DocWindowSession(Process& process, std::uint64_t clientID) {
-  if (Get_SessionHandleFromID(process, clientID) == 0) return kNoSession;
-  BIMSessionRec* session = BIMGetActiveSession(process);
-  if (session == nullptr) return kNoSession;
-  BIMMouseEditCancelSession(process, session);
-  return BIMCancelWindowSession(process) ? kWindowWasUp : kNoWindowWasUp;
-}
-
-bool BIMCancelMousePtWindowSession(Process& process, QDPoint point) {
-  {
-    const ToolRec record(process);
-    const bool ours = record && isWindowOfFront(process);
-    Store_mouseclick_Position_Point(process, point.v, point.h);
-    if (!ours) return false;
-  }
-  if (Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, kJudgeClick) != 0) return true;
-  if (isPointCleared(process)) BIMCancelandClose_WindowSession(process);
-  return true;
 }
 
 void Cancel_Iteractive_Window(Process& process) {

@@ -1,17 +1,19 @@
 #pragma once
-// The checker's side of the input method: one controller does all its work, whatever client an
+// The session's side of the input method: one controller does all its work, whatever client an
 // event comes from. The framework's own object is InputController, which asks this one first.
 
-#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "src/base/Process.h"
+#include "src/session/QuorvaneInputController_Commit.h"
 
 namespace quorvane {
 
-/// The process globals of event entry, activation and commit.
+/// Left mouse down and up, key down and up, flags changed, other mouse down and up.
+inline constexpr std::uint32_t kRecognizedEvents = 0x6001c06;
+
+/// The process globals of event entry and activation.
 struct ControllerState {
   std::uint32_t INITED_FLAG = 0;         ///< start-up finished
   std::uint64_t KEYED_INITED_FLAG = 0;   ///< nonzero: the next key down is consumed
@@ -22,17 +24,12 @@ struct ControllerState {
   std::uint32_t is_ACTIVE = 0;  ///< between activation and deactivation
   std::uint32_t activateServer_Inted = 0;
   IMKTextInput* activatedsender = nullptr;  ///< the client of the last activation
-
-  std::optional<std::u16string> stringbuffer;  ///< parked by the string path
-  /// Parked by the byte path: UTF-8 and a terminator.
-  std::vector<std::uint8_t> stringbufferHandle;
-  std::uint32_t ORIGINALREPLACE = 0;      ///< characters to replace with the parked text
-  IMKTextInput* commit_sender = nullptr;  ///< takes direct commits; once set never cleared
 };
 
 class QuorvaneInputController : public IMKInputController {
  public:
-  explicit QuorvaneInputController(Process& process) : process_(process) {}
+  explicit QuorvaneInputController(Process& process)
+      : process_(process), commit_(process.state<CommitState>()) {}
 
   // Events and focus.
   bool handleEvent(const NSEvent& event, IMKTextInput* client) override;
@@ -43,8 +40,8 @@ class QuorvaneInputController : public IMKInputController {
   void dealloc();
 
   // Commit.
-  std::u16string& composedBuffer() { return _composedBuffer; }
-  std::u16string& originalBuffer() { return _originalBuffer; }
+  std::u16string& composedBuffer() { return commit_._composedBuffer; }
+  std::u16string& originalBuffer() { return commit_._originalBuffer; }
   /// Null is ignored.
   void setComposedBuffer(const std::u16string* text);
   void setOriginalBuffer(const std::u16string* text);
@@ -52,7 +49,9 @@ class QuorvaneInputController : public IMKInputController {
   /// Inserts what is parked; without a client it stays parked.
   void commitComposition(IMKTextInput* sender) override;
   /// False where there aren't so many characters before the caret: nothing is inserted.
-  bool nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength);
+  bool nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength) {
+    return Do_nsstring_commit_to_composition(process_, text, replaceLength);
+  }
 
   // Nothing to do on this side: composition and candidates are completion's.
   void ClearComposedBuffer() {}
@@ -64,27 +63,16 @@ class QuorvaneInputController : public IMKInputController {
   void doCommandBySelector(std::string_view /*selector*/, IMKTextInput* /*client*/) {}
   std::nullptr_t modes(IMKTextInput* /*sender*/) { return nullptr; }
 
-  // Text position.
-  /// On every key event; asks the client at a word's first character and at every other key.
-  void Grab_Text_Position(std::uint8_t keyByte, IMKTextInput* client);
-  void Get_Text_Position(IMKTextInput* client);
-
   [[nodiscard]] IMKTextInput* currentClient() const { return _currentClient; }
-  [[nodiscard]] std::int64_t insertionIndex() const { return _insertionIndex; }
+  [[nodiscard]] std::int64_t insertionIndex() const { return commit_._insertionIndex; }
 
  private:
   bool dispatch(const NSEvent& event, IMKTextInput* client);
   bool handleKey(const NSEvent& event, IMKTextInput* client);
   bool handleFlagsChanged(const NSEvent& event);
-  void insertComposed(IMKTextInput& sender);
-  bool commitDirectly(IMKTextInput& sender, const std::u16string& text,
-                      std::uint32_t replaceLength);
-  void park(const std::u16string& text, std::uint32_t replaceLength);
 
   Process& process_;
-  std::u16string _composedBuffer;
-  std::u16string _originalBuffer;
-  std::int64_t _insertionIndex = 0;
+  CommitState& commit_;  ///< made before the controller, so it outlives it
   IMKTextInput* _currentClient = nullptr;
 };
 

@@ -1,16 +1,15 @@
-// Keys for the checker's window, and the clipboard hand-shake on the same way.
+#include "src/session/QBIM_IMK_WindowKeys.h"
 
 #include <optional>
 #include <string_view>
 
+#include "src/base/KeyBytes.h"
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
-#include "src/session/QBIM_IMK_Publication.h"
-#include "src/session/QBIM_IMK_SessionEvent.h"
-#include "src/session/QBIM_IMK_TextBuffer.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_KeyTime.h"
+#include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane {
 namespace {
@@ -18,61 +17,14 @@ namespace {
 constexpr std::uint32_t kChooseSuggestion = 101;
 constexpr std::uint32_t kModifiersInWindow = 102;
 constexpr std::uint32_t kNavigatePopup = 106;
-constexpr std::uint32_t kRestoreClipboard = 16390;
-
-constexpr std::uint32_t kRestoreArmed = 1;
-constexpr std::uint32_t kRestoreDue = 2;
 
 constexpr std::uint32_t kPopupTakesNoKeys = 0x400;  // of field 7
 
-// Backspace, left arrow and the clipboard's own letters.
-constexpr std::string_view kClipboardKeys =
-    "\x08\x1c"
-    "CVXcvx";
-
-bool leavesClipboardAlone(std::uint32_t modifiers, std::uint8_t keyByte) {
-  return modifiers == kEventKeyModifierFnMask || modifiers == shiftKey ||
-         kClipboardKeys.find(static_cast<char>(keyByte)) != std::string_view::npos;
-}
-
 bool isDigit(std::uint8_t keyByte) { return keyByte >= '0' && keyByte <= '9'; }
-
-struct WindowFields {
-  std::uint32_t window = kNoWindow;
-  std::uint32_t controlDigits = 0;
-  std::uint32_t clipState = 0;
-  bool textChanged = false;
-};
-
-// Hands the key over. Empty where it is no business of any window.
-std::optional<WindowFields> handOver(Process& process, std::uint32_t modifiers,
-                                     std::uint8_t keyByte) {
-  const ToolRec record(process);
-  if (!record) return std::nullopt;
-  const WindowFields fields{GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen),
-                            GET_TOOLCRECPTR(process, ToolCRecPtr_PopupKeyMode),
-                            GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState),
-                            GET_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged) != 0};
-  if (modifiers == cmdKey && fields.window == kNoWindow) {
-    Log(process, "CopyPasteX - CloseInputMenu");
-    return std::nullopt;
-  }
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_PopupChar, keyByte);
-  return fields;
-}
 
 void put(Process& process, std::uint32_t field, std::uint32_t value) {
   const ToolRec record(process);
   PUT_TOOLCRECPTR(process, field, value);
-}
-
-void restoreClipboard(Process& process, BIMSessionRec* session, bool textChanged) {
-  put(process, ToolCRecPtr_ClipState, 0);
-  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kRestoreClipboard);
-  if (!textChanged) return;
-  put(process, ToolCRecPtr_BufferChanged, 0);
-  put(process, ToolCRecPtr_ClipState, 0);
-  CheckEditReplacements(process, session);
 }
 
 // What the main application has left of the key; the key itself where there is no record any more.
@@ -125,26 +77,6 @@ bool documentWindowIsOpen(Process& process) {
 bool hasWindowModifier(std::uint32_t modifiers) { return (modifiers & (cmdKey | optionKey)) != 0; }
 
 }  // namespace
-
-std::int32_t RestoreClipboard(Process& process, BIMSessionRec* session, std::uint32_t modifiers,
-                              std::uint8_t keyByte) {
-  if (leavesClipboardAlone(modifiers, keyByte)) return 0;
-  const auto fields = handOver(process, modifiers, keyByte);
-  if (!fields) return 0;
-  if (fields->clipState == kRestoreDue) restoreClipboard(process, session, fields->textChanged);
-  if (fields->clipState != 0) return 0;
-  const bool taken = HandleKeys_Popup_and_Window(process, fields->window, modifiers, keyByte,
-                                                 fields->controlDigits);
-  return taken ? 1 : 0;
-}
-
-std::int32_t Reset_Clip(Process& process, std::uint32_t modifiers) {
-  if (modifiers != cmdKey) return 0;
-  const ToolRec record(process);
-  if (GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) != kRestoreArmed) return 0;
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_ClipState, kRestoreDue);
-  return 1;
-}
 
 bool HandleKeys_Popup_and_Window(Process& process, std::uint32_t windowState,
                                  std::uint32_t modifiers, std::uint8_t keyByte,

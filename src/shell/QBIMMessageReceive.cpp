@@ -1,4 +1,4 @@
-#include "src/bridge/QBIMMessageReceive.h"
+#include "src/shell/QBIMMessageReceive.h"
 
 #include <algorithm>
 #include <array>
@@ -9,6 +9,10 @@
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/keys/QBIM_Paste_IMK.h"
+#include "src/session/FixGuard.h"
+#include "src/session/QBIM_IMK_Publication.h"
+#include "src/session/QuorvaneInputController_Commit.h"
 
 namespace quorvane {
 namespace {
@@ -34,34 +38,50 @@ std::optional<std::u16string> decode(Process& process, std::span<const std::uint
   return text ? text : encoding.initWithData(bytes, NSStringEncoding::ASCII);
 }
 
+// The text, which the main application writes first, is there before its message is judged. Null:
+// the message has no text, and what the shared record says of it doesn't hold either.
+void commitFix(Process& process, const std::u16string* text, std::uint32_t replaceLength) {
+  Check_Update_Document_Session_Buffer(process, nullptr);
+  const auto fault =
+      text != nullptr ? faultOf(process, *text, replaceLength) : FixFault::Unreadable;
+  if (fault) return dropFix(process, *fault);
+  if (!Do_nsstring_commit_to_composition(process, *text, replaceLength)) {
+    return dropFix(process, FixFault::BeyondCaret);
+  }
+  keepFix(process);
+}
+
+// Nothing where the session has gone meanwhile, or its document isn't marked for it.
+void refreshDocument(Process& process, std::uint32_t handle) {
+  BIMSessionRec* const session = findSession(process, handle);
+  if (session != nullptr && session->documentTag != 0) Update_Document_Session(process, session);
+}
+
 void messageInput(Process& process, const CFData* data) {
-  MessageTarget* target = process.state<MessageReceiveState>().target;
-  if (target == nullptr) return;
-  const std::uint64_t session = target->BIMGetActiveSession();
+  const BIMSessionRec* const session = BIMGetActiveSession(process);
+  const std::uint32_t handle = session != nullptr ? session->handle : 0;
   const auto replaceCount = headNumber(data);
   if (!replaceCount) return;
   const auto text = decode(process, std::span(*data).subspan(kNumberSize));
   if (!text) Log(process, "newStr NULL ERROR");
-  target->commitFix(text ? &*text : nullptr, *replaceCount);
+  commitFix(process, text ? &*text : nullptr, *replaceCount);
   process.platform().inputMethodKit.ownTextFollows();
-  if (session != 0 && target->documentTag(session) != 0) target->Update_Document_Session(session);
+  refreshDocument(process, handle);
   Log(process, "DONE");
 }
 
 void paste(Process& process, const CFData* data) {
-  MessageTarget* target = process.state<MessageReceiveState>().target;
   const auto pid = headNumber(data);
-  if (target == nullptr || !pid) return;
+  if (!pid) return;
   Log(process, "kBasicMessagePaste");
-  target->Post_Paste_CommandKey(static_cast<std::int32_t>(*pid));
+  Post_Paste_CommandKey(process, static_cast<std::int32_t>(*pid));
 }
 
 void specialPaste(Process& process, const CFData* data) {
-  MessageTarget* target = process.state<MessageReceiveState>().target;
   const auto pid = headNumber(data);
-  if (target == nullptr || !pid) return;
+  if (!pid) return;
   Log(process, "kBasicMessage_DoSpecialPasteCommand");
-  target->Post_SpecialPaste_CommandKey(static_cast<std::int32_t>(*pid));
+  Post_SpecialPaste_CommandKey(process, static_cast<std::int32_t>(*pid));
 }
 
 void inputMethodQuit(Process& process, const CFData* /*data*/) {
@@ -72,9 +92,7 @@ void inputMethodQuit(Process& process, const CFData* /*data*/) {
 }
 
 void updateDocument(Process& process, const CFData* /*data*/) {
-  MessageTarget* target = process.state<MessageReceiveState>().target;
-  const std::uint64_t session = target != nullptr ? target->BIMGetActiveSession() : 0;
-  if (session != 0) target->Update_Document_Session(session);
+  Update_Document_Session(process, nullptr);  // of the active session
 }
 
 void stateVersion(Process& process, const CFData* /*data*/) { Init_Toolversion(process); }
@@ -108,10 +126,6 @@ CFMessagePortCallBack callBack(Process& process) {
 }
 
 }  // namespace
-
-void setMessageTarget(Process& process, MessageTarget* target) {
-  process.state<MessageReceiveState>().target = target;
-}
 
 std::int32_t BIMInitializeMessageReceiving(Process& process) {
   Log(process, "BIMInitializeMessageReceiving");
@@ -148,16 +162,6 @@ std::optional<CFData> BIMMessagePortCallBack(Process& process, std::int32_t id,
     Log(process, "*** BIMMessagePortCallBack InputMethod");
   }
   return std::nullopt;
-}
-
-std::optional<CFData> Convert_ASCIITo_Unicode(Process& process, const std::uint8_t* text,
-                                              std::uint32_t length) {
-  CFData block(std::size_t{4} * length);
-  const std::ptrdiff_t written =
-      process.platform().textEncoding.TECConvertText({text, length}, block.data(), block.size());
-  if (written < 0 || static_cast<std::size_t>(written) > block.size()) return std::nullopt;
-  block.resize(static_cast<std::size_t>(written));
-  return block;
 }
 
 }  // namespace quorvane

@@ -3,7 +3,7 @@
 // old screen convention of 16-bit coordinates with the origin at the top left.
 
 #include "src/base/ScreenPoint.h"
-#include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 
 namespace quorvane {
 
@@ -15,6 +15,10 @@ struct TextPositionState {
   QDRect dragBoundsRect;
   NSRect DeskTopRectangle;
 };
+
+/// On every key event; asks the client at a word's first character and at every other key.
+void Grab_Text_Position(Process& process, std::uint8_t keyByte, IMKTextInput* client);
+void Get_Text_Position(Process& process, IMKTextInput* client);
 
 /// A rectangle based at the bottom left, flipped by the frame's height and truncated.
 QDRect SSQDRectFromNSRect(const NSRect& rect, const NSRect& screenFrame);

@@ -1,16 +1,17 @@
-#include "src/shell/QuorvaneInputController.h"
+#include "src/session/QuorvaneInputController.h"
 
 #include <array>
 
+#include "src/base/KeyBytes.h"
 #include "src/base/Log.h"
 #include "src/base/Text.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
-#include "src/completion/InputController.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_Sessions.h"
-#include "src/session/QBIM_IMK_TextBuffer.h"
-#include "src/session/QBIM_IMK_Windows.h"
+#include "src/session/QBIM_IMK_WindowClick.h"
+#include "src/session/QBIM_IMK_WindowKeys.h"
+#include "src/session/QuorvaneInputController_TextPosition.h"
 
 namespace quorvane {
 namespace {
@@ -46,7 +47,7 @@ std::uint32_t flagsChangedMask(std::uint32_t modifierFlags) {
 }
 
 // The client's keys are its own: the tool isn't busy and the main application doesn't take input.
-bool isFreeToHandle(Process& process, IMKTextInput* client) {
+bool admits(Process& process, IMKTextInput* client) {
   if (IS_TOOL_BUSY(process) != 0) {
     Set_ToolCRecPtr_unusedx2(process, 0);
     Log(process, " TOOLBUSY handleEvent");
@@ -83,7 +84,7 @@ bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* cl
   loadPressAndHold();
   state.lastClient = client;
   commitComposition(client);
-  if (!isFreeToHandle(process_, client)) return false;
+  if (!admits(process_, client)) return false;
   Get_SessionHandleFromID(process_, identityOf(client));
   if (client != state.lastClient) {
     // Only where an event of another client came in since: a change of client leaves the buffer.
@@ -119,7 +120,7 @@ bool QuorvaneInputController::handleKey(const NSEvent& event, IMKTextInput* clie
   Send_Complete_Event(process_, 202, event.keyCode, event.characters, client);
   const EventRef eventRef = CreateKeyEventFromNSEvent(event);
   if (eventRef == nullptr) return false;
-  Grab_Text_Position(keyByte, client);
+  Grab_Text_Position(process_, keyByte, client);
   const std::uint32_t mask = keyPathMask(event.modifierFlags);
   if (mask == 0) process_.state<ControllerState>().Event_keyDownEvent = 1;
   if ((mask & cmdKey) != 0 && keyByte == kTabKey) return false;
@@ -144,6 +145,27 @@ bool QuorvaneInputController::handleFlagsChanged(const NSEvent& event) {
 
 std::uint32_t QuorvaneInputController::recognizedEvents(IMKTextInput* /*sender*/) {
   return kRecognizedEvents;
+}
+
+void QuorvaneInputController::setComposedBuffer(const std::u16string* text) {
+  if (text != nullptr) commit_._composedBuffer = *text;
+}
+
+void QuorvaneInputController::setOriginalBuffer(const std::u16string* text) {
+  if (text != nullptr) commit_._originalBuffer = *text;
+}
+
+void QuorvaneInputController::originalBufferAppend(const std::u16string& text,
+                                                   IMKTextInput& client) {
+  commit_._originalBuffer += text;
+  ++commit_._insertionIndex;
+  client.setMarkedText(commit_._originalBuffer, {0, commit_._originalBuffer.size()},
+                       {NSNotFound, NSNotFound});
+}
+
+void QuorvaneInputController::commitComposition(IMKTextInput* sender) {
+  if (process_.state<ControllerState>().INITED_FLAG == 0 || sender == nullptr) return;
+  commitParked(process_, *sender);
 }
 
 void QuorvaneInputController::dealloc() {

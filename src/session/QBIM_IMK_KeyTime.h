@@ -1,0 +1,13 @@
+#pragma once
+// When keys come: a digit typed in haste belongs to a number, one after a pause may be a choice.
+
+#include "src/base/Process.h"
+
+namespace quorvane {
+
+struct SessionEventState {
+  double LastTimeStampWhenKeyHit = 0;  ///< seconds
+  bool SeparateKeyPress = false;       ///< this key came more than 0.5 s after the previous one
+};
+
+}  // namespace quorvane

@@ -1,0 +1,80 @@
+#include "src/session/QBIM_IMK_SessionRecord.h"
+
+#include <algorithm>
+#include <new>
+
+namespace quorvane {
+
+namespace {
+
+void forgetRetired(SessionState& sessions) {
+  if (sessions.users != 0 || sessions.retired.empty()) return;
+  std::erase_if(sessions.retired,
+                [&](const auto& record) { return record.get() != sessions.gActiveSession; });
+}
+
+}  // namespace
+
+SessionsInUse::SessionsInUse(Process& process) : sessions_(process.state<SessionState>()) {
+  ++sessions_.users;
+}
+
+SessionsInUse::~SessionsInUse() {
+  --sessions_.users;
+  forgetRetired(sessions_);
+}
+
+BIMSessionRec* addRecord(SessionState& sessions) {
+  std::unique_ptr<BIMSessionRec> record(new (std::nothrow) BIMSessionRec);
+  if (!record) return nullptr;
+  record->handle = ++sessions.lastHandle;
+  return sessions.records.emplace_back(std::move(record)).get();
+}
+
+void freeSession(Process& process, BIMSessionRec* session) {
+  auto& sessions = process.state<SessionState>();
+  const auto owner = std::find_if(sessions.records.begin(), sessions.records.end(),
+                                  [&](const auto& record) { return record.get() == session; });
+  if (owner == sessions.records.end()) return;
+  session->sessionText.reset();
+  session->next = nullptr;
+  sessions.retired.push_back(std::move(*owner));
+  sessions.records.erase(owner);
+  forgetRetired(sessions);
+}
+
+std::uint64_t identityOf(const IMKTextInput* client) {
+  return reinterpret_cast<std::uintptr_t>(client);
+}
+
+BIMSessionRec* findSession(Process& process, std::uint64_t handle) {
+  const auto& records = process.state<SessionState>().records;
+  const auto found = std::find_if(records.begin(), records.end(),
+                                  [&](const auto& record) { return record->handle == handle; });
+  return found == records.end() ? nullptr : found->get();
+}
+
+BIMSessionRec* BIMGetActiveSession(Process& process) {
+  return process.state<SessionState>().gActiveSession;
+}
+
+void BIM_Cancel_Session_Text(BIMSessionRec* session) {
+  if (session == nullptr) return;
+  session->appMark32 = 0;
+  session->appMark30 = 0;
+  session->sentenceFlags = 0;
+}
+
+void BIMMouseEditCancelSession(Process& /*process*/, BIMSessionRec* session) {
+  if (session == nullptr) return;
+  if (session->cursor != 0) session->editState = kEditCancelled;
+  session->cursor = 0;
+  session->length = 0;
+  BIM_Cancel_Session_Text(session);
+}
+
+void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session) {
+  BIMMouseEditCancelSession(process, session);
+}
+
+}  // namespace quorvane

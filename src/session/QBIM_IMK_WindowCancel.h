@@ -1,0 +1,23 @@
+#pragma once
+// The ways in which the main application's window is closed, shown or hidden from here. Without the
+// record there is no window.
+
+#include "src/session/QBIM_IMK_SessionRecord.h"
+
+namespace quorvane {
+
+inline constexpr std::uint32_t kNoWindow = 0;
+inline constexpr std::uint32_t kPopupWindow = 1;
+
+/// True: a window is up, whether or not it was cancelled from here.
+bool BIMCancelWindowSession(Process& process);
+/// Whatever is in front. Field 31's low byte.
+std::uint32_t BIMAlwaysCancelWindowSession(Process& process);
+void BIMCancelandClose_WindowSession(Process& process);
+/// The popup by its own command, any other window by that of the document window.
+void Cancel_Iteractive_Window(Process& process);
+/// Ends a suspension; shows or hides the window of the front application. 1: there is one.
+std::int32_t CHECK_InteractiveWindow_Cancel(Process& process);
+std::uint32_t isToolRec_DocWindowOpen(Process& process);
+
+}  // namespace quorvane

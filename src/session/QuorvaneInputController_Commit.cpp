@@ -1,0 +1,144 @@
+#include "src/session/QuorvaneInputController_Commit.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "src/bridge/qorv_sharedmem_State.h"
+#include "src/keys/qorvHIDkeys.h"
+#include "src/session/FixGuard.h"
+#include "src/session/QBIM_IMK_Publication.h"
+#include "src/session/QuorvaneInputController_TextPosition.h"
+#include "src/session/WordInProgress.h"
+
+namespace quorvane {
+namespace {
+
+constexpr std::uint32_t kLeftShiftKey = 56;
+constexpr NSRange kNoRange{NSNotFound, NSNotFound};
+
+bool standBefore(const NSRange& selected, std::uint32_t count) {
+  return count <= selected.location;
+}
+
+NSRange rangeBefore(const NSRange& selected, std::uint32_t count) {
+  return {selected.location - count, count};
+}
+
+// Tells the main application that the client is being called.
+class ToolBusyScope {
+ public:
+  explicit ToolBusyScope(Process& process) : process_(process) {
+    Set_ToolCRecPtr_unusedx2(process, 1);
+  }
+  ~ToolBusyScope() { Set_ToolCRecPtr_unusedx2(process_, 0); }
+  ToolBusyScope(const ToolBusyScope&) = delete;
+  ToolBusyScope& operator=(const ToolBusyScope&) = delete;
+
+ private:
+  Process& process_;
+};
+
+std::optional<std::u16string> takeParkedBytes(Process& process) {
+  std::vector<std::uint8_t> block;
+  block.swap(process.state<CommitState>().stringbufferHandle);
+  const auto end = std::find(block.begin(), block.end(), std::uint8_t{0});
+  return process.platform().textEncoding.initWithData(
+      {block.data(), static_cast<std::size_t>(end - block.begin())}, NSStringEncoding::UTF8);
+}
+
+bool hasParkedBytes(const CommitState& state) {
+  return !state.stringbufferHandle.empty() && state.stringbufferHandle.front() != 0;
+}
+
+// The parked text, the string path's first. Empty: there is none. Bytes that are no UTF-8 leave
+// what the buffer held.
+bool takeParked(Process& process) {
+  auto& state = process.state<CommitState>();
+  if (state.stringbuffer) {
+    state._composedBuffer = *std::exchange(state.stringbuffer, std::nullopt);
+    return true;
+  }
+  if (!hasParkedBytes(state)) return false;
+  if (auto text = takeParkedBytes(process)) state._composedBuffer = *std::move(text);
+  return true;
+}
+
+// The buffer is empty between events, whatever the client does.
+void insertComposed(Process& process, IMKTextInput& sender) {
+  auto& state = process.state<CommitState>();
+  const std::u16string text = std::exchange(state._composedBuffer, {});
+  const std::uint32_t replace = std::exchange(state.ORIGINALREPLACE, 0);
+  state._insertionIndex = 0;
+  keepTypedWord(process);
+  if (replace == 0) return sender.insertText(text, kNoRange);
+  const NSRange selected = sender.selectedRange();
+  if (standBefore(selected, replace)) {
+    return sender.insertText(text, rangeBefore(selected, replace));
+  }
+  // The session may have had it since it was parked.
+  BIM_CancelSessionTextBuffer(process, BIMGetActiveSession(process));
+  dropFix(process, FixFault::BeyondCaret);
+}
+
+bool commitDirectly(Process& process, IMKTextInput& sender, const std::u16string& text,
+                    std::uint32_t replaceLength) {
+  keepTypedWord(process);
+  const NSRange selected = sender.selectedRange();
+  if (!standBefore(selected, replaceLength)) return false;
+  const ToolBusyScope busy(process);
+  if (replaceLength != 0) {
+    sender.setMarkedText(text, selected, rangeBefore(selected, replaceLength));
+  }
+  sender.insertText(text, kNoRange);
+  process.platform().carbonEvents.CheckEventQueueForUserCancel();
+  return true;
+}
+
+void park(Process& process, const std::u16string& text, std::uint32_t replaceLength) {
+  auto& state = process.state<CommitState>();
+  state.ORIGINALREPLACE = replaceLength;
+  state.stringbuffer = text;
+  HID_PressRelease_VirtualKey(process, kLeftShiftKey);
+  process.platform().clock.usleep(20);
+  HID_PressRelease_VirtualKey(process, kLeftShiftKey);
+}
+
+}  // namespace
+
+void commitParked(Process& process, IMKTextInput& sender) {
+  process.state<CommitState>().commit_sender = &sender;
+  if (!takeParked(process)) return;
+  insertComposed(process, sender);
+  process.platform().inputMethodKit.ownTextFollows();
+}
+
+bool Do_nsstring_commit_to_composition(Process& process, const std::u16string& text,
+                                       std::uint32_t replaceLength) {
+  Check_Update_Document_Session_Buffer(process, nullptr);
+  WakeUpFront(process);
+  bool taken = true;
+  if (IMKTextInput* sender = process.state<CommitState>().commit_sender; sender != nullptr) {
+    taken = commitDirectly(process, *sender, text, replaceLength);
+  } else {
+    park(process, text, replaceLength);
+  }
+  reset_typing_count(process);
+  return taken;
+}
+
+void Do_commit_to_composition(Process& process, const std::uint8_t* bytes, std::uint32_t length,
+                              std::uint32_t originalReplace) {
+  auto& state = process.state<CommitState>();
+  state.ORIGINALREPLACE = originalReplace;
+  state.stringbufferHandle.assign(bytes, bytes + length);
+  state.stringbufferHandle.push_back(0);
+  HID_PressRelease_VirtualKey(process, kLeftShiftKey);
+}
+
+void WakeUpFront(Process& process) {
+  ProcessManager& manager = process.platform().processManager;
+  ProcessSerialNumber psn;
+  if (manager.GetFrontProcess(psn) == noErr) manager.WakeUpProcess(psn);
+}
+
+}  // namespace quorvane
