@@ -87,6 +87,14 @@ TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
   EXPECT_EQ(Get_QuorvaneInputController(method.process).composedBuffer(), u"");
   EXPECT_EQ(keyDown(u'c'), Outcome::PassedOn);
   EXPECT_EQ(method.sessionText(), "c");
+
+  auto& switches = method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  switches = 0x11873;
+  keyDown(u'w');
+  switches = 0x11833;
+  throwAt("attributesForCharacterIndex");
+  EXPECT_EQ(keyDown(u'.'), Outcome::PassedAfterError) << "the word before it isn't its own";
+  EXPECT_TRUE(method.document.text().ends_with(u"w."));
 }
 
 TEST_F(EventEntry, AnEventWithinAnotherCommitsAndLooksUpBeforeItIsTurnedAway) {
