@@ -16,8 +16,8 @@ class SpellChecker final : public quorvane::SpellChecker {
   SpellChecker(const SpellChecker&) = delete;
   SpellChecker& operator=(const SpellChecker&) = delete;
 
-  /// At most 15, each in the script of the text. No guesses for a range outside `text`, for more than 100 units, and for control
-  /// characters.
+  /// At most 15, each in the script of the text. No guesses for a range outside `text`, for more
+  /// than 100 units, and for control characters.
   std::vector<std::u16string> guessesForWordRange(NSRange range, const std::u16string& text,
                                                   std::string_view language,
                                                   std::int64_t documentTag) override;

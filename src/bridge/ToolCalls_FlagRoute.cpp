@@ -41,7 +41,8 @@ struct Wait {
 
 // True where the other process cleared the bit in time. `now` stays 0 until the first reading, so
 // that the deadline can't end the wait before it.
-bool spinUntilClear(Process& process, const Wait& wait, std::uint64_t start) {
+bool spinUntilClear(Process& process, const ToolRec& record, const Wait& wait,
+                    std::uint64_t start) {
   const std::uint64_t deadline = start + wait.ticks;
   const std::uint32_t mask = std::uint32_t{1} << wait.bit;
   std::uint64_t now = 0;
@@ -52,7 +53,7 @@ bool spinUntilClear(Process& process, const Wait& wait, std::uint64_t start) {
       now = Tick_Count(process);
       rounds = 0;
     }
-    if ((rounds & 2) != 0 && (GET_TOOLCRECPTR(process, wait.field) & mask) == 0) return true;
+    if ((rounds & 2) != 0 && (record.get(wait.field) & mask) == 0) return true;
   }
   return false;
 }
@@ -60,16 +61,16 @@ bool spinUntilClear(Process& process, const Wait& wait, std::uint64_t start) {
 /// A bit of a field, set for as long as this lives.
 class FieldBit {
  public:
-  FieldBit(Process& process, std::uint32_t field, std::uint32_t bit)
-      : process_(process), field_(field), bit_(bit) {
-    BSET_TOOLCRECPTR(process, field, bit);
+  FieldBit(const ToolRec& record, std::uint32_t field, std::uint32_t bit)
+      : record_(record), field_(field), bit_(bit) {
+    record_.setBit(field, bit);
   }
-  ~FieldBit() { BCLR_TOOLCRECPTR(process_, field_, bit_); }
+  ~FieldBit() { record_.clearBit(field_, bit_); }
   FieldBit(const FieldBit&) = delete;
   FieldBit& operator=(const FieldBit&) = delete;
 
  private:
-  Process& process_;
+  const ToolRec& record_;
   std::uint32_t field_;
   std::uint32_t bit_;
 };
@@ -84,11 +85,11 @@ void do_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t bit, s
   Do_Check_ToolCRecPtr_USEFLAGS2(process, bit, cmd);
 }
 
-void waitForRequest(Process& process, std::uint32_t bit) {
-  BSET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2, bit);
-  const FieldBit busy(process, ToolCRecPtr_unusedx2, kWaitingBusyBit);
+void waitForRequest(Process& process, const ToolRec& record, std::uint32_t bit) {
+  record.setBit(ToolCRecPtr_USEFLAGS2, bit);
+  const FieldBit busy(record, ToolCRecPtr_unusedx2, kWaitingBusyBit);
   const Wait wait{ToolCRecPtr_USEFLAGS2, bit, 120, 40};
-  if (!spinUntilClear(process, wait, Tick_Count(process))) {
+  if (!spinUntilClear(process, record, wait, Tick_Count(process))) {
     Log(process, "***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT");
   }
 }
@@ -119,9 +120,9 @@ void Do_Check_ToolCRecPtr_USEFLAGS2(Process& process, std::uint32_t bit, std::ui
     return;
   }
   Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2 send, ", cmd);
-  const std::uint32_t requests = GET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2);
+  const std::uint32_t requests = record.get(ToolCRecPtr_USEFLAGS2);
   if (bit < 32 && (requests >> bit & 1) == 0) {
-    BSET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2, bit);
+    record.setBit(ToolCRecPtr_USEFLAGS2, bit);
   }
   Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2 done");
 }
@@ -156,7 +157,7 @@ std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Process& process, std::uint32_t
                                                  std::uint32_t cmd) {
   Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait send");
   Set_AEToolEventSelectStruct(process, nullptr, cmd);
-  if (const ToolRec record(process); record && bit < 32) waitForRequest(process, bit);
+  if (const ToolRec record(process); record && bit < 32) waitForRequest(process, record, bit);
   Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait done");
   return 0;
 }
@@ -168,14 +169,14 @@ bool Do_checktypingSentScan(Process& process) {
     Log(process, "Failed to open com bridge");
     return false;
   }
-  BSET_TOOLCRECPTR(process, ToolCRecPtr_USEFLAGS2, kSentenceScanBit);
-  const FieldBit asked(process, ToolCRecPtr_ScanFlags, kSentenceScanBit);
-  const FieldBit busy(process, ToolCRecPtr_unusedx2, kSentenceScanBit);
+  record.setBit(ToolCRecPtr_USEFLAGS2, kSentenceScanBit);
+  const FieldBit asked(record, ToolCRecPtr_ScanFlags, kSentenceScanBit);
+  const FieldBit busy(record, ToolCRecPtr_unusedx2, kSentenceScanBit);
   WakeUpQuorvaneProcess(process);
   Set_AEToolEventSelectStruct(process, nullptr, kSentenceScan);
   const std::uint64_t start = Tick_Count(process);
   const bool answered =
-      spinUntilClear(process, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start);
+      spinUntilClear(process, record, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start);
   if (answered) Log(process, "notfinished ticks ", Tick_Count(process) - start);
   return answered;
 }

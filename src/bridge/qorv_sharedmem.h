@@ -44,7 +44,20 @@ std::int32_t ISOPENTOOLREC(Process& process);
 /// The attachment without any check.
 std::uint8_t* Get_OPENGlobalToolCRecPtr(Process& process);
 
-/// GetToolCRecPtr and CloseToolRecPtr as a scope.
+/// The groups of big-endian words in the tool record.
+enum class FieldGroup : std::size_t {
+  Fields = kFieldsOffset,
+  StatusFlags = kStatusFlagsOffset,
+  QorvStatus = kQorvStatusOffset,
+  InteractiveScan = kInteractiveScanOffset,
+};
+
+/// GetToolCRecPtr and CloseToolRecPtr as a scope, and the only way to the words of the record.
+///
+/// Without an attachment, or with an index outside the record, an accessor touches nothing and
+/// gives 0: so also where a command to a window has detached the record meanwhile. `put`, `setBit`
+/// and `clearBit` give the word as it lies in the record, big-endian. Bits count from 0; setting
+/// and clearing one is a read and a write, not atomic.
 class ToolRec {
  public:
   explicit ToolRec(Process& process) : process_(process), address_(GetToolCRecPtr(process)) {}
@@ -53,6 +66,14 @@ class ToolRec {
   ToolRec& operator=(const ToolRec&) = delete;
 
   explicit operator bool() const { return address_ != nullptr; }
+
+  std::uint32_t get(std::uint32_t i, FieldGroup group = FieldGroup::Fields) const;
+  std::uint32_t put(std::uint32_t i, std::uint32_t value,
+                    FieldGroup group = FieldGroup::Fields) const;
+  std::uint32_t setBit(std::uint32_t i, std::uint32_t bit,
+                       FieldGroup group = FieldGroup::Fields) const;
+  std::uint32_t clearBit(std::uint32_t i, std::uint32_t bit,
+                         FieldGroup group = FieldGroup::Fields) const;
 
  private:
   Process& process_;
@@ -91,34 +112,57 @@ void* GETSAFEMEMBLOCK(Process& process, std::uint32_t key, std::size_t size, std
 /// 0 or -1.
 std::int32_t delete_segment(Process& process, int id);
 
-// --- Fields ------------------------------------------------------------------------------------
-// Without an attachment, or with an index outside the record, an accessor touches nothing and gives
-// 0. PUT_, BSET_ and BCLR_ give the word as it lies in the record, big-endian. Bits count from 0;
-// setting and clearing one is a read and a write, not atomic.
+// --- Fields, by their given names ----------------------------------------------------------------
 
-std::uint32_t GET_TOOLCRECPTR(Process& process, std::uint32_t i);
-std::uint32_t PUT_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t value);
-std::uint32_t BSET_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t bit);
-std::uint32_t BCLR_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t bit);
+inline std::uint32_t GET_TOOLCRECPTR(const ToolRec& record, std::uint32_t i) {
+  return record.get(i);
+}
+inline std::uint32_t PUT_TOOLCRECPTR(const ToolRec& record, std::uint32_t i, std::uint32_t value) {
+  return record.put(i, value);
+}
+inline std::uint32_t BSET_TOOLCRECPTR(const ToolRec& record, std::uint32_t i, std::uint32_t bit) {
+  return record.setBit(i, bit);
+}
+inline std::uint32_t BCLR_TOOLCRECPTR(const ToolRec& record, std::uint32_t i, std::uint32_t bit) {
+  return record.clearBit(i, bit);
+}
 
-std::uint32_t GET_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i);
-std::uint32_t PUT_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i, std::uint32_t value);
-/// Despite its name, field `i` of the array, through a GetToolCRecPtr of its own.
-std::uint32_t GET_ONE_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i);
+inline std::uint32_t GET_TOOLCRECPTR_QORVSTATUS(const ToolRec& record, std::uint32_t i) {
+  return record.get(i, FieldGroup::QorvStatus);
+}
+inline std::uint32_t PUT_TOOLCRECPTR_QORVSTATUS(const ToolRec& record, std::uint32_t i,
+                                                std::uint32_t value) {
+  return record.put(i, value, FieldGroup::QorvStatus);
+}
 
-std::uint32_t GET_TOOLCRECPTR_STATUSFLAGS(Process& process, std::uint32_t i);
-std::uint32_t PUT_TOOLCRECPTR_STATUSFLAGS(Process& process, std::uint32_t i, std::uint32_t value);
+inline std::uint32_t GET_TOOLCRECPTR_STATUSFLAGS(const ToolRec& record, std::uint32_t i) {
+  return record.get(i, FieldGroup::StatusFlags);
+}
+inline std::uint32_t PUT_TOOLCRECPTR_STATUSFLAGS(const ToolRec& record, std::uint32_t i,
+                                                 std::uint32_t value) {
+  return record.put(i, value, FieldGroup::StatusFlags);
+}
 
-std::uint32_t GET_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i);
-std::uint32_t PUT_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
-                                                 std::uint32_t value);
-std::uint32_t BSET_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
-                                                  std::uint32_t bit);
-std::uint32_t BCLR_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
-                                                  std::uint32_t bit);
+inline std::uint32_t GET_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i) {
+  return record.get(i, FieldGroup::InteractiveScan);
+}
+inline std::uint32_t PUT_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i,
+                                                        std::uint32_t value) {
+  return record.put(i, value, FieldGroup::InteractiveScan);
+}
+inline std::uint32_t BSET_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i,
+                                                         std::uint32_t bit) {
+  return record.setBit(i, bit, FieldGroup::InteractiveScan);
+}
+inline std::uint32_t BCLR_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i,
+                                                         std::uint32_t bit) {
+  return record.clearBit(i, bit, FieldGroup::InteractiveScan);
+}
 /// The masked bit.
-std::uint32_t BTST_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
+std::uint32_t BTST_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i,
                                                   std::uint32_t bit);
+/// Despite its name, field `i` of the array, through a ToolRec of its own.
+std::uint32_t GET_ONE_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i);
 
 std::uint32_t is_SETMENUFLAG(Process& process);
 void set_SETMENUFLAG(Process& process, std::uint32_t value);

@@ -15,97 +15,45 @@ std::uint32_t swapped(std::uint32_t word) {
 }
 
 // Null without an attachment and for an index outside the record.
-SharedWord* wordAt(Process& process, std::size_t group, std::uint32_t i) {
+SharedWord* wordAt(Process& process, FieldGroup group, std::uint32_t i) {
   std::uint8_t* record = Get_OPENGlobalToolCRecPtr(process);
-  const std::size_t offset = group + 4 * std::size_t{i};
+  const std::size_t offset = static_cast<std::size_t>(group) + 4 * std::size_t{i};
   if (record == nullptr || offset + 4 > kToolCRecSize) return nullptr;
   return reinterpret_cast<SharedWord*>(record + offset);
 }
 
 std::uint32_t maskOf(std::uint32_t bit) { return bit < 32 ? std::uint32_t{1} << bit : 0; }
 
-std::uint32_t get(Process& process, std::size_t group, std::uint32_t i) {
-  const SharedWord* word = wordAt(process, group, i);
+}  // namespace
+
+std::uint32_t ToolRec::get(std::uint32_t i, FieldGroup group) const {
+  const SharedWord* word = wordAt(process_, group, i);
   return word == nullptr ? 0 : swapped(*word);
 }
 
-std::uint32_t put(Process& process, std::size_t group, std::uint32_t i, std::uint32_t value) {
-  SharedWord* word = wordAt(process, group, i);
+std::uint32_t ToolRec::put(std::uint32_t i, std::uint32_t value, FieldGroup group) const {
+  SharedWord* word = wordAt(process_, group, i);
   if (word == nullptr) return 0;
   const std::uint32_t stored = swapped(value);
   *word = stored;
   return stored;
 }
 
-std::uint32_t setBit(Process& process, std::size_t group, std::uint32_t i, std::uint32_t bit) {
-  return put(process, group, i, get(process, group, i) | maskOf(bit));
+std::uint32_t ToolRec::setBit(std::uint32_t i, std::uint32_t bit, FieldGroup group) const {
+  return put(i, get(i, group) | maskOf(bit), group);
 }
 
-std::uint32_t clearBit(Process& process, std::size_t group, std::uint32_t i, std::uint32_t bit) {
-  return put(process, group, i, get(process, group, i) & ~maskOf(bit));
+std::uint32_t ToolRec::clearBit(std::uint32_t i, std::uint32_t bit, FieldGroup group) const {
+  return put(i, get(i, group) & ~maskOf(bit), group);
 }
 
-}  // namespace
-
-std::uint32_t GET_TOOLCRECPTR(Process& process, std::uint32_t i) {
-  return get(process, kFieldsOffset, i);
-}
-
-std::uint32_t PUT_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t value) {
-  return put(process, kFieldsOffset, i, value);
-}
-
-std::uint32_t BSET_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t bit) {
-  return setBit(process, kFieldsOffset, i, bit);
-}
-
-std::uint32_t BCLR_TOOLCRECPTR(Process& process, std::uint32_t i, std::uint32_t bit) {
-  return clearBit(process, kFieldsOffset, i, bit);
-}
-
-std::uint32_t GET_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i) {
-  return get(process, kQorvStatusOffset, i);
-}
-
-std::uint32_t PUT_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i, std::uint32_t value) {
-  return put(process, kQorvStatusOffset, i, value);
+std::uint32_t BTST_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i,
+                                                  std::uint32_t bit) {
+  return record.get(i, FieldGroup::InteractiveScan) & maskOf(bit);
 }
 
 std::uint32_t GET_ONE_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i) {
-  const ToolRec record(process);
-  return GET_TOOLCRECPTR(process, i);
-}
-
-std::uint32_t GET_TOOLCRECPTR_STATUSFLAGS(Process& process, std::uint32_t i) {
-  return get(process, kStatusFlagsOffset, i);
-}
-
-std::uint32_t PUT_TOOLCRECPTR_STATUSFLAGS(Process& process, std::uint32_t i, std::uint32_t value) {
-  return put(process, kStatusFlagsOffset, i, value);
-}
-
-std::uint32_t GET_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i) {
-  return get(process, kInteractiveScanOffset, i);
-}
-
-std::uint32_t PUT_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
-                                                 std::uint32_t value) {
-  return put(process, kInteractiveScanOffset, i, value);
-}
-
-std::uint32_t BSET_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
-                                                  std::uint32_t bit) {
-  return setBit(process, kInteractiveScanOffset, i, bit);
-}
-
-std::uint32_t BCLR_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
-                                                  std::uint32_t bit) {
-  return clearBit(process, kInteractiveScanOffset, i, bit);
-}
-
-std::uint32_t BTST_TOOLCRECPTR_INTERACTIVESCANPTR(Process& process, std::uint32_t i,
-                                                  std::uint32_t bit) {
-  return get(process, kInteractiveScanOffset, i) & maskOf(bit);
+  return ToolRec(process).get(i);
 }
 
 }  // namespace quorvane

@@ -34,8 +34,8 @@ void publishClientName(Process& process, std::uint8_t* record) {
   Pstrcpy(published, name.data());
 }
 
-std::uint32_t menusToRebuild(Process& process, std::uint32_t mask) {
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_UpdateMenus) & mask & kAllMenus;
+std::uint32_t menusToRebuild(const ToolRec& record, std::uint32_t mask) {
+  return record.get(ToolCRecPtr_UpdateMenus) & mask & kAllMenus;
 }
 
 }  // namespace
@@ -43,17 +43,17 @@ std::uint32_t menusToRebuild(Process& process, std::uint32_t mask) {
 std::int32_t Init_Toolversion(Process& process) {
   const ToolRec record(process);
   if (!record) return 0;
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_Version, kVersion);
+  record.put(ToolCRecPtr_Version, kVersion);
   Log(process, "IMK ToolCRecPtr_Version ", kVersion);
-  if ((GET_TOOLCRECPTR(process, ToolCRecPtr_InputMethodFlags) & 1) == 0) {
-    BSET_TOOLCRECPTR(process, ToolCRecPtr_InputMethodFlags, kAttachedBit);
+  if ((record.get(ToolCRecPtr_InputMethodFlags) & 1) == 0) {
+    record.setBit(ToolCRecPtr_InputMethodFlags, kAttachedBit);
   }
   return 1;
 }
 
 std::int32_t IS_TOOL_BUSY(Process& process) {
   const ToolRec record(process);
-  if (GET_TOOLCRECPTR(process, ToolCRecPtr_unusedx2) == 0) return 0;
+  if (record.get(ToolCRecPtr_unusedx2) == 0) return 0;
   Log(process, "** TOOL_BUSY ToolCRecPtr_unusedx2 IMK");
   return 1;
 }
@@ -61,7 +61,7 @@ std::int32_t IS_TOOL_BUSY(Process& process) {
 std::uint32_t Get_ToolCRecPtr_unusedx2(Process& process) {
   const ToolRec record(process);
   if (!record) return 0;
-  const std::uint32_t value = GET_TOOLCRECPTR(process, ToolCRecPtr_unusedx2);
+  const std::uint32_t value = record.get(ToolCRecPtr_unusedx2);
   process.platform().console.print(value != 0 ? "IMK get ToolCRecPtr_unusedx2 set\n"
                                               : "IMK get ToolCRecPtr_unusedx2 clear\n");
   return value;
@@ -70,42 +70,42 @@ std::uint32_t Get_ToolCRecPtr_unusedx2(Process& process) {
 void Set_ToolCRecPtr_unusedx2(Process& process, std::uint32_t value) {
   const ToolRec record(process);
   if (!record) return;
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_unusedx2, value);
+  record.put(ToolCRecPtr_unusedx2, value);
   process.platform().console.print(value != 0 ? "IMK set ToolCRecPtr_unusedx2 set\n"
                                               : "IMK set ToolCRecPtr_unusedx2 clear\n");
 }
 
 void Set_ToolCRecPtr_unusedx1(Process& process, std::uint32_t value) {
   const ToolRec record(process);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_unusedx1, value);
+  record.put(ToolCRecPtr_unusedx1, value);
 }
 
 std::int32_t IS_MACHPORT_BUSY(Process& process) {
   const ToolRec record(process);
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_MachPortBusy) != 0 ? 1 : 0;
+  return record.get(ToolCRecPtr_MachPortBusy) != 0 ? 1 : 0;
 }
 
 void SET_MACHPORT_BUSY(Process& process, std::uint32_t value) {
   const ToolRec record(process);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_MachPortBusy, value);
+  record.put(ToolCRecPtr_MachPortBusy, value);
 }
 
 std::int32_t Get_InputMethod_UpdateMenus(Process& process, std::uint32_t mask) {
   const ToolRec record(process);
-  const std::uint32_t menus = GET_TOOLCRECPTR(process, ToolCRecPtr_UpdateMenus);
-  if (menusToRebuild(process, mask) == 0) return 0;
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_UpdateMenus, menus & ~(mask & kAllMenus));
+  const std::uint32_t menus = record.get(ToolCRecPtr_UpdateMenus);
+  if (menusToRebuild(record, mask) == 0) return 0;
+  record.put(ToolCRecPtr_UpdateMenus, menus & ~(mask & kAllMenus));
   return 1;
 }
 
 std::int32_t Get_IMK_updateMenus(Process& process, std::uint32_t mask) {
   const ToolRec record(process);
-  return menusToRebuild(process, mask) != 0 ? 1 : 0;
+  return menusToRebuild(record, mask) != 0 ? 1 : 0;
 }
 
 std::int32_t Is_Quorvane_AppReady(Process& process) {
   const ToolRec record(process);
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_AppReady) != 0 ? 1 : 0;
+  return record.get(ToolCRecPtr_AppReady) != 0 ? 1 : 0;
 }
 
 void Wake_PHP_SharedMemProcess(Process& process) {
@@ -118,13 +118,13 @@ void Wake_PHP_SharedMemProcess(Process& process) {
 std::uint32_t CheckCurrentCheckStatus(Process& process, bool update) {
   const ToolRec record(process);
   if (!record) return 0;
-  const std::uint32_t running = GET_TOOLCRECPTR(process, ToolCRecPtr_CheckRunning);
+  const std::uint32_t running = record.get(ToolCRecPtr_CheckRunning);
   if (running == 0 && update) publishClientName(process, Get_OPENGlobalToolCRecPtr(process));
   return running;
 }
 
-FourCharCode GetCurrentFrontApplication(Process& process) {
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
+FourCharCode GetCurrentFrontApplication(const ToolRec& record) {
+  return record.get(ToolCRecPtr_WindowAppSignature);
 }
 
 std::int32_t is_this_Quorvane(Process& process) {

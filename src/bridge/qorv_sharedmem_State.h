@@ -25,8 +25,8 @@ void Wake_PHP_SharedMemProcess(Process& process);
 /// Nonzero: a check is running. Otherwise, with `update`, the name of our process goes into the
 /// record, or an empty one where it isn't a client's.
 std::uint32_t CheckCurrentCheckStatus(Process& process, bool update);
-/// Signature of the application whose text the correction window belongs to. Only inside a ToolRec.
-FourCharCode GetCurrentFrontApplication(Process& process);
+/// Signature of the application whose text the correction window belongs to.
+FourCharCode GetCurrentFrontApplication(const ToolRec& record);
 /// 1 if this very process is the main application.
 std::int32_t is_this_Quorvane(Process& process);
 

@@ -23,10 +23,8 @@ struct FunctionsController {
 std::uint32_t Get_InteractiveCheck_Status(Process& process) {
   ToolRec record(process);
   if (!record) return 0;
-  const std::uint32_t interactive = GET_TOOLCRECPTR(process, ToolCRecPtr_InteractiveMode);
-  if ((GET_TOOLCRECPTR(process, ToolCRecPtr_MenuFlags) &
-       GET_TOOLCRECPTR(process, ToolCRecPtr_MenuMask)) != 0)
-    return 0;
+  const std::uint32_t interactive = record.get(ToolCRecPtr_InteractiveMode);
+  if ((record.get(ToolCRecPtr_MenuFlags) & record.get(ToolCRecPtr_MenuMask)) != 0) return 0;
   const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   const bool on = interactive != 0 && (flags & kInteractiveCheck) != 0;
   return on ? flags & kCompletionFlag : 0;
@@ -34,9 +32,9 @@ std::uint32_t Get_InteractiveCheck_Status(Process& process) {
 
 bool do_AutoCompleteCancelWindow(Process& process) {
   ToolRec record(process);
-  return record && (GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) == 1 ||
-                    GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) != 0 ||
-                    GET_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal) != 0);
+  return record &&
+         (record.get(ToolCRecPtr_isDocWindowOpen) == 1 || record.get(ToolCRecPtr_ClipState) != 0 ||
+          record.get(ToolCRecPtr_SuspendTotal) != 0);
 }
 
 InputController& InputController::sharedServer(Process& process) {

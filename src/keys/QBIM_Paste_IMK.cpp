@@ -32,10 +32,10 @@ void Do_POST_CGEVENT(Process& process, CGEventSource* /*source*/, const ProcessS
   u2sleep(process, kPauseAfterPost);
 }
 
-bool findSignature(Process& process, FourCharCode signature, ProcessSerialNumber& psn,
-                   ProcessInfoRec& info) {
+bool findSignature(Process& process, const ToolRec& record, FourCharCode signature,
+                   ProcessSerialNumber& psn, ProcessInfoRec& info) {
   if (signature == 0) return false;
-  const ProcessEntry entry{GET_TOOLCRECPTR_QORVSTATUS(process, kStatusProcessType), signature,
+  const ProcessEntry entry{record.get(kStatusProcessType, FieldGroup::QorvStatus), signature,
                            process.state<PasteState>().ToolCRecPtr_QORVSTATUS_returnPid};
   return FINDAPPPROCESS(process, psn, info, {&entry, 1}) != 0;
 }
@@ -69,8 +69,8 @@ void Post_PasteKeyEvent(Process& process, std::uint16_t modifierWord) {
 }
 
 std::uint32_t GetEventProcessSerial(Process& process, ProcessSerialNumber& psn, std::int32_t& pid) {
-  std::uint8_t* record = GetToolCRecPtr(process);
-  if (record == nullptr) return 0;
+  const ToolRec record(process);
+  if (!record) return 0;
   ProcessSerialNumber found;
   if (const std::int32_t named = process.state<PasteState>().ToolCRecPtr_QORVSTATUS_returnPid;
       named != 0) {
@@ -78,16 +78,16 @@ std::uint32_t GetEventProcessSerial(Process& process, ProcessSerialNumber& psn, 
     if (status == noErr) {
       Log(process, "<***> * GetEventProcessSerial app_pid ", named);
       pid = named;
-      return 1;  // the record stays open
+      return 1;
     }
     Log(process, "ERR GetProcessForPID ", status);
   }
   ProcessInfoRec info;
-  if (findSignature(process, GET_TOOLCRECPTR_QORVSTATUS(process, kStatusSignature), found, info) ||
-      findSignature(process, GetCurrentFrontApplication(process), found, info)) {
+  const FourCharCode named = record.get(kStatusSignature, FieldGroup::QorvStatus);
+  if (findSignature(process, record, named, found, info) ||
+      findSignature(process, record, GetCurrentFrontApplication(record), found, info)) {
     psn = found;
   }
-  CloseToolRecPtr(process, record);
   return info.processSignature;
 }
 

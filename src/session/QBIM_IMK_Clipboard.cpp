@@ -42,29 +42,28 @@ std::optional<WindowFields> handOver(Process& process, std::uint32_t modifiers,
                                      std::uint8_t keyByte) {
   const ToolRec record(process);
   if (!record) return std::nullopt;
-  const WindowFields fields{GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen),
-                            GET_TOOLCRECPTR(process, ToolCRecPtr_PopupKeyMode),
-                            GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState),
-                            GET_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged) != 0};
+  const WindowFields fields{record.get(ToolCRecPtr_isDocWindowOpen),
+                            record.get(ToolCRecPtr_PopupKeyMode), record.get(ToolCRecPtr_ClipState),
+                            record.get(ToolCRecPtr_BufferChanged) != 0};
   if (modifiers == cmdKey && fields.window == kNoWindow) {
     Log(process, "CopyPasteX - CloseInputMenu");
     return std::nullopt;
   }
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_PopupChar, keyByte);
+  record.put(ToolCRecPtr_PopupChar, keyByte);
   return fields;
 }
 
-void put(Process& process, std::uint32_t field, std::uint32_t value) {
+void putField(Process& process, std::uint32_t field, std::uint32_t value) {
   const ToolRec record(process);
-  PUT_TOOLCRECPTR(process, field, value);
+  record.put(field, value);
 }
 
-void restoreClipboard(Process& process, BIMSessionRec* session, bool textChanged) {
-  put(process, ToolCRecPtr_ClipState, 0);
+void orderRestore(Process& process, BIMSessionRec* session, bool textChanged) {
+  putField(process, ToolCRecPtr_ClipState, 0);
   Do_BIM_CallDirectQorvToolCommandAppEvent(process, kRestoreClipboard);
   if (!textChanged) return;
-  put(process, ToolCRecPtr_BufferChanged, 0);
-  put(process, ToolCRecPtr_ClipState, 0);
+  putField(process, ToolCRecPtr_BufferChanged, 0);
+  putField(process, ToolCRecPtr_ClipState, 0);
   CheckEditReplacements(process, session);
 }
 
@@ -75,7 +74,7 @@ std::int32_t RestoreClipboard(Process& process, BIMSessionRec* session, std::uin
   if (leavesClipboardAlone(modifiers, keyByte)) return 0;
   const auto fields = handOver(process, modifiers, keyByte);
   if (!fields) return 0;
-  if (fields->clipState == kRestoreDue) restoreClipboard(process, session, fields->textChanged);
+  if (fields->clipState == kRestoreDue) orderRestore(process, session, fields->textChanged);
   if (fields->clipState != 0) return 0;
   const bool taken = HandleKeys_Popup_and_Window(process, fields->window, modifiers, keyByte,
                                                  fields->controlDigits);
@@ -85,8 +84,8 @@ std::int32_t RestoreClipboard(Process& process, BIMSessionRec* session, std::uin
 std::int32_t Reset_Clip(Process& process, std::uint32_t modifiers) {
   if (modifiers != cmdKey) return 0;
   const ToolRec record(process);
-  if (GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) != kRestoreArmed) return 0;
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_ClipState, kRestoreDue);
+  if (record.get(ToolCRecPtr_ClipState) != kRestoreArmed) return 0;
+  record.put(ToolCRecPtr_ClipState, kRestoreDue);
   return 1;
 }
 

@@ -21,35 +21,36 @@ struct WindowAndCount {
   bool clipboardInUse = false;  // field 27
 };
 
-bool sameSession(Process& process, const BIMSessionRec& session) {
+bool sameSession(const ToolRec& record, const BIMSessionRec& session) {
   constexpr std::uint32_t kComparedBits = 0xFFFF;
   return (session.handle & kComparedBits) ==
-         (GET_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle) & kComparedBits);
+         (record.get(ToolCRecPtr_SessionHandle) & kComparedBits);
 }
 
 // The count belongs to one session, and another session's key ends it.
-void countSuspendedKey(Process& process, const BIMSessionRec& session, WindowAndCount& state) {
-  const std::uint32_t count = GET_TOOLCRECPTR(process, ToolCRecPtr_SuspendCount) + 1;
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SuspendCount, count);
+void countSuspendedKey(Process& process, const ToolRec& record, const BIMSessionRec& session,
+                       WindowAndCount& state) {
+  const std::uint32_t count = record.get(ToolCRecPtr_SuspendCount) + 1;
+  record.put(ToolCRecPtr_SuspendCount, count);
   if (state.suspendedTotal > count) {
     state.suspended = true;
     Log(process, " suspendedresult = true");
   }
-  if (sameSession(process, session)) return;
-  endSuspension(process);
+  if (sameSession(record, session)) return;
+  endSuspension(record);
   state.suspendedTotal = 0;
   state.suspended = false;
   Log(process, " suspendedresult = false ");
 }
 
-WindowAndCount readWindowAndCount(Process& process, const BIMSessionRec& session) {
+WindowAndCount countKey(Process& process, const BIMSessionRec& session) {
   WindowAndCount state;
   ToolRec record(process);
   if (!record) return state;
-  state.window = GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen);
-  state.clipboardInUse = GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) != 0;
-  state.suspendedTotal = GET_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal);
-  if (state.suspendedTotal != 0) countSuspendedKey(process, session, state);
+  state.window = record.get(ToolCRecPtr_isDocWindowOpen);
+  state.clipboardInUse = record.get(ToolCRecPtr_ClipState) != 0;
+  state.suspendedTotal = record.get(ToolCRecPtr_SuspendTotal);
+  if (state.suspendedTotal != 0) countSuspendedKey(process, record, session, state);
   return state;
 }
 
@@ -63,7 +64,7 @@ bool needsNoScan(const WindowAndCount& state, std::uint8_t keyByte) {
          (keyByte == kBackspaceKey || keyByte == kLeftArrowKey);
 }
 
-void askForScan(Process& process, BIMSessionRec& session, const WindowAndCount& state) {
+void actOnWordEnd(Process& process, BIMSessionRec& session, const WindowAndCount& state) {
   if (state.clipboardInUse) Reset_Clip(process, cmdKey);
   if (state.suspendedTotal == 0) Do_Get_Text_Position(process, &session);
   if ((process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kInteractiveCheck) != 0) {
@@ -78,13 +79,13 @@ std::int32_t CallInteractiveEventHandler(Process& process, BIMSessionRec* sessio
                                          std::uint8_t keyByte, bool /*letterDeleted*/) {
   const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   if ((flags & kInteractiveMask) == 0 || session == nullptr || !session->sessionText) return 0;
-  const WindowAndCount state = readWindowAndCount(process, *session);
+  const WindowAndCount state = countKey(process, *session);
   if (state.suspended) return 1;
   Set_InteractiveSession(process, session, keyByte);
   ToolRec record(process);
   if (!record || isInsideWord(*session, state, keyByte)) return 0;
   if (needsNoScan(state, keyByte)) return 1;
-  askForScan(process, *session, state);
+  actOnWordEnd(process, *session, state);
   return 0;
 }
 

@@ -29,15 +29,15 @@ std::uint32_t getWord(std::span<const std::uint8_t> record, std::size_t offset) 
   return value;
 }
 
-void publishMarks(Process& process, const BIMSessionRec& session) {
+void publishMarks(Process& process, const ToolRec& record, const BIMSessionRec& session) {
   const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionKind, session.documentTag);
-  PUT_TOOLCRECPTR_INTERACTIVESCANPTR(process, kChangeCode, session.editState);
-  PUT_TOOLCRECPTR_INTERACTIVESCANPTR(process, kScanPosition, session.scanMark7);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionMark, session.appMark30);
-  PUT_TOOLCRECPTR_QORVSTATUS(process, kAppFlagsCopy, flags);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_AppFlagStatus, flags);
-  PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle, session.handle);
+  record.put(ToolCRecPtr_SessionKind, session.documentTag);
+  record.put(kChangeCode, session.editState, FieldGroup::InteractiveScan);
+  record.put(kScanPosition, session.scanMark7, FieldGroup::InteractiveScan);
+  record.put(ToolCRecPtr_SessionMark, session.appMark30);
+  record.put(kAppFlagsCopy, flags, FieldGroup::QorvStatus);
+  record.put(ToolCRecPtr_AppFlagStatus, flags);
+  record.put(ToolCRecPtr_SessionHandle, session.handle);
 }
 
 void writeTextRecord(std::span<std::uint8_t> record, const BIMSessionRec& session,
@@ -95,8 +95,8 @@ std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session,
   if (session == nullptr || !session->sessionText) return 0;
   {
     ToolRec record(process);
-    if (!record || GET_TOOLCRECPTR(process, ToolCRecPtr_InteractiveMode) == 0) return 0;
-    publishMarks(process, *session);
+    if (!record || record.get(ToolCRecPtr_InteractiveMode) == 0) return 0;
+    publishMarks(process, record, *session);
   }
   InteractiveTextRecord textRecord(process);
   if (!textRecord || !session->sessionText) return 0;
@@ -112,17 +112,17 @@ bool takeChanges(Process& process, BIMSessionRec* session) {
   {
     ToolRec record(process);
     if (!record) return false;
-    if (GET_TOOLCRECPTR(process, ToolCRecPtr_ScanPositionValid) != 0) {
-      session->scanMark7 = GET_TOOLCRECPTR_INTERACTIVESCANPTR(process, kScanPosition);
+    if (record.get(ToolCRecPtr_ScanPositionValid) != 0) {
+      session->scanMark7 = record.get(kScanPosition, FieldGroup::InteractiveScan);
     }
     if ((session->sentenceFlags & kSentenceStart) == 0) {
-      session->sentenceFlags = GET_TOOLCRECPTR_INTERACTIVESCANPTR(process, kSentenceStartEntry);
+      session->sentenceFlags = record.get(kSentenceStartEntry, FieldGroup::InteractiveScan);
     }
-    session->appMark32 = GET_TOOLCRECPTR(process, ToolCRecPtr_SuggestionState);
-    session->editState = GET_TOOLCRECPTR_INTERACTIVESCANPTR(process, kChangeCode);
-    session->appMark30 = GET_TOOLCRECPTR(process, ToolCRecPtr_SessionMark);
-    textChanged = GET_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged) != 0;
-    if (textChanged) PUT_TOOLCRECPTR(process, ToolCRecPtr_BufferChanged, 0);
+    session->appMark32 = record.get(ToolCRecPtr_SuggestionState);
+    session->editState = record.get(kChangeCode, FieldGroup::InteractiveScan);
+    session->appMark30 = record.get(ToolCRecPtr_SessionMark);
+    textChanged = record.get(ToolCRecPtr_BufferChanged) != 0;
+    if (textChanged) record.put(ToolCRecPtr_BufferChanged, 0);
   }
   return textChanged && CheckEditReplacements(process, session) != 0;
 }

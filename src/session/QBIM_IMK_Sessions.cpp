@@ -28,11 +28,11 @@ void readDocument(Process& process, BIMSessionRec& session) {
 }
 
 // Field 34 from now on. A window of the checker belongs to what was there before.
-void nameSession(Process& process, std::uint32_t sessionValue) {
+void announceSession(Process& process, std::uint32_t sessionValue) {
   {
     const ToolRec record(process);
     if (!record) return;
-    PUT_TOOLCRECPTR(process, ToolCRecPtr_SessionHandle, sessionValue);
+    record.put(ToolCRecPtr_SessionHandle, sessionValue);
   }
   BIMCancelWindowSession(process);
 }
@@ -40,7 +40,7 @@ void nameSession(Process& process, std::uint32_t sessionValue) {
 // Field 34 names the session that has gone, or nothing.
 void announceRemoval(Process& process, std::uint32_t sessionValue) {
   if (FRONTPROCESSSIGNATURE(process) == kQuorvaneSignature) return;
-  nameSession(process, sessionValue);
+  announceSession(process, sessionValue);
 }
 
 void activate(Process& process, BIMSessionRec& session) {
@@ -214,19 +214,19 @@ std::int32_t Get_signature_Process(Process& process, std::uint32_t signature) {
 
 std::uint32_t Get_Quorvane_App_Input(Process& process) {
   ToolRec record(process);
-  return record ? GET_TOOLCRECPTR(process, ToolCRecPtr_AppInput) : 0;
+  return record ? record.get(ToolCRecPtr_AppInput) : 0;
 }
 
 std::uint32_t Get_Reset_Quorvane_App_Input(Process& process) {
   ToolRec record(process);
   if (!record) return 0;
-  const std::uint32_t appInput = GET_TOOLCRECPTR(process, ToolCRecPtr_AppInput);
-  if (appInput != 0) PUT_TOOLCRECPTR(process, ToolCRecPtr_AppInput, 0);
+  const std::uint32_t appInput = record.get(ToolCRecPtr_AppInput);
+  if (appInput != 0) record.put(ToolCRecPtr_AppInput, 0);
   return appInput;
 }
 
 void Set_ToolSessionhandle(Process& process, const BIMSessionRec* session) {
-  nameSession(process, session->handle);
+  announceSession(process, session->handle);
 }
 
 std::uint32_t Do_Check_Quorvane_App_Input(Process& process, std::uint64_t client) {

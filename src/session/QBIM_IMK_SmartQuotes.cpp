@@ -107,12 +107,11 @@ std::int32_t Check_SmartQuotes(Process& process, EventRef /*event*/, BIMSessionR
 std::uint32_t AutoCorrect_SmartChar_Flag(Process& process) {
   if ((process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kAutoCorrectFlag) == 0) return 0;
   const ToolRec record(process);
-  if (!record || GET_TOOLCRECPTR(process, ToolCRecPtr_InteractiveMode) == 0 ||
-      GET_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal) != 0) {
+  if (!record || record.get(ToolCRecPtr_InteractiveMode) == 0 ||
+      record.get(ToolCRecPtr_SuspendTotal) != 0) {
     return 0;
   }
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_SmartCharFlags) &
-         (kSmartQuotes | kSmartDashes | kSentenceCapitals);
+  return record.get(ToolCRecPtr_SmartCharFlags) & (kSmartQuotes | kSmartDashes | kSentenceCapitals);
 }
 
 bool is_space_closing_char(std::uint8_t previous, std::uint8_t key) {

@@ -1,11 +1,11 @@
 #pragma once
 // The main application's wish to be left alone: so many key presses of one session.
 
-#include "src/base/Process.h"
+#include "src/bridge/qorv_sharedmem.h"
 
 namespace quorvane {
 
-/// The main application wants to hear of every key again. Only inside a ToolRec.
-void endSuspension(Process& process);
+/// The main application wants to hear of every key again.
+void endSuspension(const ToolRec& record);
 
 }  // namespace quorvane

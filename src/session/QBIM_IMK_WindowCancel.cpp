@@ -3,6 +3,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 #include "src/session/QBIM_IMK_Suspension.h"
 
 namespace quorvane {
@@ -13,24 +14,22 @@ constexpr std::uint32_t kClosePopup = 105;
 
 std::uint32_t openWindow(Process& process) {
   const ToolRec record(process);
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen);
+  return record.get(ToolCRecPtr_isDocWindowOpen);
 }
 
 // 0: no window, or one that belongs to nobody.
 FourCharCode ownerOfWindow(Process& process) {
   const ToolRec record(process);
-  if (GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) == kNoWindow) return 0;
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
-}
-
-// Only inside a ToolRec. As the fields stand: nobody's window is that of a front application
-// without a signature.
-bool isWindowOfFront(Process& process) {
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) != kNoWindow &&
-         FRONTPROCESSSIGNATURE(process) == GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
+  if (record.get(ToolCRecPtr_isDocWindowOpen) == kNoWindow) return 0;
+  return record.get(ToolCRecPtr_WindowAppSignature);
 }
 
 }  // namespace
+
+bool isWindowOfFront(Process& process, const ToolRec& record) {
+  return record.get(ToolCRecPtr_isDocWindowOpen) != kNoWindow &&
+         FRONTPROCESSSIGNATURE(process) == record.get(ToolCRecPtr_WindowAppSignature);
+}
 
 bool BIMCancelWindowSession(Process& process) {
   const FourCharCode owner = ownerOfWindow(process);
@@ -62,8 +61,8 @@ std::int32_t CHECK_InteractiveWindow_Cancel(Process& process) {
   {
     const ToolRec record(process);
     if (!record) return 0;
-    ours = isWindowOfFront(process);
-    if (GET_TOOLCRECPTR(process, ToolCRecPtr_SuspendTotal) != 0) endSuspension(process);
+    ours = isWindowOfFront(process, record);
+    if (record.get(ToolCRecPtr_SuspendTotal) != 0) endSuspension(record);
   }
   if (ours) Do_BIMShowHideWindowSession(process);
   return ours ? 1 : 0;

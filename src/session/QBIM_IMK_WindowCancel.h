@@ -2,13 +2,15 @@
 // The ways in which the main application's window is closed, shown or hidden from here. Without the
 // record there is no window.
 
-#include "src/session/QBIM_IMK_SessionRecord.h"
+#include "src/bridge/qorv_sharedmem.h"
 
 namespace quorvane {
 
 inline constexpr std::uint32_t kNoWindow = 0;
 inline constexpr std::uint32_t kPopupWindow = 1;
 
+/// As the fields stand: nobody's window is that of a front application without a signature.
+bool isWindowOfFront(Process& process, const ToolRec& record);
 /// True: a window is up, whether or not it was cancelled from here.
 bool BIMCancelWindowSession(Process& process);
 /// Whatever is in front. Field 31's low byte.

@@ -40,14 +40,7 @@ constexpr std::int32_t kWindowWasUp = 1028;
 // The main application clears the point of a click that isn't its window's.
 bool isPointCleared(Process& process) {
   const ToolRec record(process);
-  return record && GET_TOOLCRECPTR(process, ToolCRecPtr_MousePoint) == 0;
-}
-
-// Only inside a ToolRec. As the fields stand: nobody's window is that of a front application
-// without a signature.
-bool isWindowOfFront(Process& process) {
-  return GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) != kNoWindow &&
-         FRONTPROCESSSIGNATURE(process) == GET_TOOLCRECPTR(process, ToolCRecPtr_WindowAppSignature);
+  return record && record.get(ToolCRecPtr_MousePoint) == 0;
 }
 
 }  // namespace
@@ -70,9 +63,9 @@ std::int32_t Check_MouseDown_ForWindowCancel(Process& process, std::uint32_t unu
 bool Get_InteractiveWindow_GlobalRectangle(Process& process, QDRect& rectOut, QDPoint point,
                                            std::uint32_t /*unused*/) {
   const ToolRec record(process);
-  if (!record || GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) == kNoWindow) return false;
-  const QDPoint topLeft = cornerOf(GET_TOOLCRECPTR(process, ToolCRecPtr_WindowRectTopLeft));
-  const QDPoint bottomRight = cornerOf(GET_TOOLCRECPTR(process, ToolCRecPtr_WindowRectBottomRight));
+  if (!record || record.get(ToolCRecPtr_isDocWindowOpen) == kNoWindow) return false;
+  const QDPoint topLeft = cornerOf(record.get(ToolCRecPtr_WindowRectTopLeft));
+  const QDPoint bottomRight = cornerOf(record.get(ToolCRecPtr_WindowRectBottomRight));
   rectOut = {topLeft.v, topLeft.h, bottomRight.v, bottomRight.h};
   return isPtInRect(point, rectOut);
 }
@@ -93,7 +86,7 @@ std::int32_t BIMCheckandClose_DocWindowSession(Process& process, std::uint64_t c
 bool BIMCancelMousePtWindowSession(Process& process, QDPoint point) {
   {
     const ToolRec record(process);
-    const bool ours = record && isWindowOfFront(process);
+    const bool ours = record && isWindowOfFront(process, record);
     Store_mouseclick_Position_Point(process, point.v, point.h);
     if (!ours) return false;
   }
@@ -105,7 +98,7 @@ bool BIMCancelMousePtWindowSession(Process& process, QDPoint point) {
 void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
                                      std::int16_t horizontal) {
   if (ToolRec record(process); record) {
-    PUT_TOOLCRECPTR(process, ToolCRecPtr_MousePoint, packPoint(vertical, horizontal));
+    record.put(ToolCRecPtr_MousePoint, packPoint(vertical, horizontal));
   }
 }
 

@@ -22,22 +22,22 @@ constexpr std::uint32_t kPopupTakesNoKeys = 0x400;  // of field 7
 
 bool isDigit(std::uint8_t keyByte) { return keyByte >= '0' && keyByte <= '9'; }
 
-void put(Process& process, std::uint32_t field, std::uint32_t value) {
+void putField(Process& process, std::uint32_t field, std::uint32_t value) {
   const ToolRec record(process);
-  PUT_TOOLCRECPTR(process, field, value);
+  record.put(field, value);
 }
 
 // What the main application has left of the key; the key itself where there is no record any more.
 std::uint32_t answerTo(Process& process, std::uint8_t keyByte) {
   const ToolRec record(process);
-  return record ? GET_TOOLCRECPTR(process, ToolCRecPtr_PopupChar) : keyByte;
+  return record ? record.get(ToolCRecPtr_PopupChar) : keyByte;
 }
 
 bool namesSuggestion(std::uint32_t modifiers, std::uint8_t keyByte, std::uint32_t controlDigits) {
   return isDigit(keyByte) && modifiers == (controlDigits != 0 ? controlKey : 0);
 }
 
-bool choose(Process& process, std::uint32_t modifiers, std::uint8_t keyByte) {
+bool offerToPopup(Process& process, std::uint32_t modifiers, std::uint8_t keyByte) {
   const bool separate = process.state<SessionEventState>().SeparateKeyPress;
   if (!separate && isDigit(keyByte) && modifiers == 0) return false;  // a number is being typed
   if (Get_Control_KeyPress(process) != 0) return true;
@@ -59,10 +59,10 @@ bool wasDelivered(CommandOutcome outcome) {
 
 bool popupTakesKeys(Process& process) {
   const ToolRec record(process);
-  return record && GET_TOOLCRECPTR(process, ToolCRecPtr_ClipState) == 0 &&
-         GET_TOOLCRECPTR(process, ToolCRecPtr_InteractiveMode) != 0 &&
-         (GET_TOOLCRECPTR(process, ToolCRecPtr_MenuFlags) & kPopupTakesNoKeys) == 0 &&
-         GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen) != kNoWindow;
+  return record && record.get(ToolCRecPtr_ClipState) == 0 &&
+         record.get(ToolCRecPtr_InteractiveMode) != 0 &&
+         (record.get(ToolCRecPtr_MenuFlags) & kPopupTakesNoKeys) == 0 &&
+         record.get(ToolCRecPtr_isDocWindowOpen) != kNoWindow;
 }
 
 bool isDocumentWindow(std::uint32_t window) {
@@ -71,7 +71,7 @@ bool isDocumentWindow(std::uint32_t window) {
 
 bool documentWindowIsOpen(Process& process) {
   const ToolRec record(process);
-  return isDocumentWindow(GET_TOOLCRECPTR(process, ToolCRecPtr_isDocWindowOpen));
+  return isDocumentWindow(record.get(ToolCRecPtr_isDocWindowOpen));
 }
 
 bool hasWindowModifier(std::uint32_t modifiers) { return (modifiers & (cmdKey | optionKey)) != 0; }
@@ -83,7 +83,7 @@ bool HandleKeys_Popup_and_Window(Process& process, std::uint32_t windowState,
                                  std::uint32_t controlDigits) {
   if (windowState != kPopupWindow) return false;
   if (keyByte == kDownArrowKey || namesSuggestion(modifiers, keyByte, controlDigits)) {
-    return choose(process, modifiers, keyByte);
+    return offerToPopup(process, modifiers, keyByte);
   }
   return (keyByte == kHomeKey || keyByte == kTabKey) && navigate(process, keyByte);
 }
@@ -102,7 +102,7 @@ std::int32_t Get_Control_KeyPress(Process& process) {
 std::int32_t Check_InteractiveWindowKeys2(Process& process, std::uint32_t mask) {
   auto& telling = process.state<WindowKeysState>().NXRECURSION;
   if (telling != 0) return 0;
-  put(process, ToolCRecPtr_PopupChar, mask != 0 ? 1 : 0);
+  putField(process, ToolCRecPtr_PopupChar, mask != 0 ? 1 : 0);
   if (!documentWindowIsOpen(process)) return 0;
   const FlagGuard guard(telling);
   CallDirectQorvToolCommandAppEvent(process, kModifiersInWindow);

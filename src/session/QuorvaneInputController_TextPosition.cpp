@@ -86,7 +86,7 @@ void Do_Get_Session_Text_Position(Process& process, BIMSessionRec* session) {
   GetTextPosition(process, session, 0, point);
   if (point.v == 0 && point.h == 0) point = fallbackPoint(process);
   if (ToolRec record(process); record) {
-    PUT_TOOLCRECPTR(process, ToolCRecPtr_TextPosition, packPoint(point.v, point.h));
+    record.put(ToolCRecPtr_TextPosition, packPoint(point.v, point.h));
   }
 }
 

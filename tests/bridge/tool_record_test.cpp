@@ -10,42 +10,41 @@ using ToolRecord = BridgeTest;
 TEST_F(ToolRecord, WordsLieBigEndianWhereTheOtherSideLooksForThem) {
   launch();
   const ToolRec record(process);
-  PUT_TOOLCRECPTR(process, 51, 8);
-  PUT_TOOLCRECPTR(process, 54, 0x01020354);
-  PUT_TOOLCRECPTR_QORVSTATUS(process, 1, 0x01020301);
-  PUT_TOOLCRECPTR_INTERACTIVESCANPTR(process, 7, 0x01020307);
+  PUT_TOOLCRECPTR(record, 51, 8);
+  PUT_TOOLCRECPTR(record, 54, 0x01020354);
+  PUT_TOOLCRECPTR_QORVSTATUS(record, 1, 0x01020301);
+  PUT_TOOLCRECPTR_INTERACTIVESCANPTR(record, 7, 0x01020307);
   EXPECT_EQ(byteAt(275), 8);
   EXPECT_EQ(byteAt(272), 0);
   EXPECT_EQ(host.sharedMemory.readWord(app.segment(880), 284), 0x01020354u);
   EXPECT_EQ(host.sharedMemory.readWord(app.segment(880), 316), 0x01020301u);
   EXPECT_EQ(host.sharedMemory.readWord(app.segment(880), 372), 0x01020307u);
   EXPECT_EQ(GET_ONE_TOOLCRECPTR_QORVSTATUS(process, 54), 0x01020354u);  // the array's
-  EXPECT_EQ(GET_TOOLCRECPTR_QORVSTATUS(process, 1), 0x01020301u);
+  EXPECT_EQ(GET_TOOLCRECPTR_QORVSTATUS(record, 1), 0x01020301u);
 }
 
 TEST_F(ToolRecord, BitsCountFromTheLowEnd) {
   launch();
   const ToolRec record(process);
-  BSET_TOOLCRECPTR(process, 54, 16);
-  BSET_TOOLCRECPTR(process, 54, 31);
-  BCLR_TOOLCRECPTR(process, 54, 31);
-  BSET_TOOLCRECPTR(process, 54, 32);  // no such bit
+  BSET_TOOLCRECPTR(record, 54, 16);
+  BSET_TOOLCRECPTR(record, 54, 31);
+  BCLR_TOOLCRECPTR(record, 54, 31);
+  BSET_TOOLCRECPTR(record, 54, 32);  // no such bit
   EXPECT_EQ(app.field(54), 0x10000u);
-  BSET_TOOLCRECPTR_INTERACTIVESCANPTR(process, 4, 3);
-  EXPECT_EQ(BTST_TOOLCRECPTR_INTERACTIVESCANPTR(process, 4, 3), 8u);
+  BSET_TOOLCRECPTR_INTERACTIVESCANPTR(record, 4, 3);
+  EXPECT_EQ(BTST_TOOLCRECPTR_INTERACTIVESCANPTR(record, 4, 3), 8u);
 }
 
 TEST_F(ToolRecord, NothingIsTouchedOutsideTheRecordOrWithoutIt) {
+  EXPECT_EQ(PUT_TOOLCRECPTR(ToolRec(process), 51, 8), 0u);  // nothing to attach
   launch();
-  EXPECT_EQ(PUT_TOOLCRECPTR(process, 51, 8), 0u);  // not attached yet
-  EXPECT_EQ(app.field(51), 0u);
   const ToolRec record(process);
   host.sharedMemory.writeWord(app.segment(880), 376, 0x11111111);  // same page, behind the record
   for (const std::uint32_t i : {77u, 0x3FFFFFEFu, 0x40000000u, 0xFFFFFFFFu}) {
-    EXPECT_EQ(PUT_TOOLCRECPTR(process, i, 5), 0u) << i;
-    EXPECT_EQ(GET_TOOLCRECPTR(process, i), 0u) << i;
+    EXPECT_EQ(PUT_TOOLCRECPTR(record, i, 5), 0u) << i;
+    EXPECT_EQ(GET_TOOLCRECPTR(record, i), 0u) << i;
   }
-  EXPECT_EQ(GET_TOOLCRECPTR_INTERACTIVESCANPTR(process, 8), 0u);
+  EXPECT_EQ(GET_TOOLCRECPTR_INTERACTIVESCANPTR(record, 8), 0u);
   EXPECT_EQ(host.sharedMemory.readWord(app.segment(880), 376), 0x11111111u);
 }
 
