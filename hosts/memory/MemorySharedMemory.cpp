@@ -1,7 +1,10 @@
 #include "hosts/memory/MemorySharedMemory.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
+
+#include "src/base/BigEndian.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define QUORVANE_POISON 1
@@ -165,9 +168,7 @@ std::uint32_t MemorySharedMemory::readWord(int id, std::size_t offset) const {
   const Segment* const found = segment(id);
   if (!found || offset + 4 > found->extent) return 0;
   const Access access(*found);
-  std::uint32_t value = 0;
-  for (std::size_t i = 0; i < 4; ++i) value = (value << 8) | found->bytes[offset + i];
-  return value;
+  return bigEndianNumber<std::uint32_t>({found->bytes.get(), found->extent}, offset);
 }
 
 void MemorySharedMemory::write(int id, std::size_t offset, std::span<const std::uint8_t> bytes) {
@@ -179,9 +180,8 @@ void MemorySharedMemory::write(int id, std::size_t offset, std::span<const std::
 }
 
 void MemorySharedMemory::writeWord(int id, std::size_t offset, std::uint32_t value) {
-  const std::uint8_t bytes[] = {
-      static_cast<std::uint8_t>(value >> 24), static_cast<std::uint8_t>(value >> 16),
-      static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)};
+  std::array<std::uint8_t, sizeof(value)> bytes{};
+  putBigEndian(bytes, 0, value);
   write(id, offset, bytes);
 }
 

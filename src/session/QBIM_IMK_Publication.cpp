@@ -4,6 +4,7 @@
 #include <iterator>
 #include <span>
 
+#include "src/base/BigEndian.h"
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/CurrentAppFlags.h"
@@ -16,18 +17,6 @@ constexpr std::uint32_t kChangeCode = 4;
 constexpr std::uint32_t kSentenceStartEntry = 5;
 constexpr std::uint32_t kScanPosition = 7;
 constexpr std::uint32_t kAppFlagsCopy = 1;
-
-void putWord(std::span<std::uint8_t> record, std::size_t offset, std::uint32_t value) {
-  for (std::size_t i = 0; i < 4; ++i) {
-    record[offset + i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
-  }
-}
-
-std::uint32_t getWord(std::span<const std::uint8_t> record, std::size_t offset) {
-  std::uint32_t value = 0;
-  for (std::size_t i = 0; i < 4; ++i) value = (value << 8) | record[offset + i];
-  return value;
-}
 
 void publishMarks(Process& process, const ToolRec& record, const BIMSessionRec& session) {
   const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
@@ -43,8 +32,8 @@ void publishMarks(Process& process, const ToolRec& record, const BIMSessionRec& 
 void writeTextRecord(std::span<std::uint8_t> record, const BIMSessionRec& session,
                      std::uint8_t keyByte) {
   const SessionText& text = *session.sessionText;
-  putWord(record, kTextCursorOffset, session.cursor);
-  putWord(record, kTextLengthOffset, session.length);
+  putBigEndian(record, kTextCursorOffset, session.cursor);
+  putBigEndian(record, kTextLengthOffset, session.length);
   // The byte at the cursor goes along: at the end of the text that is its terminator. With a full
   // buffer it falls on the key byte, which is written behind it.
   std::copy_n(text.begin(), session.cursor + 1, record.begin() + kTextOffset);
@@ -58,7 +47,8 @@ struct Extent {
 
 // What can be taken of it is taken: the document has been changed already.
 Extent readExtent(Process& process, std::span<const std::uint8_t> record) {
-  const Extent claimed{getWord(record, kTextCursorOffset), getWord(record, kTextLengthOffset)};
+  const Extent claimed{bigEndianNumber<std::uint32_t>(record, kTextCursorOffset),
+                       bigEndianNumber<std::uint32_t>(record, kTextLengthOffset)};
   const std::uint32_t cursor = std::min(claimed.cursor, kSessionTextSize);
   const std::uint32_t length = std::clamp(claimed.length, cursor, kSessionTextSize);
   if (cursor != claimed.cursor || length != claimed.length) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <span>
 
+#include "src/base/BigEndian.h"
 #include "src/base/Log.h"
 #include "src/bridge/BIM_str.h"
 #include "src/bridge/QBIMLaunchServer.h"
@@ -20,16 +21,14 @@ namespace {
 constexpr std::string_view kOwnPortName = "Q7T2M4K9W1.com.tallowmere.QorvInPortServer";
 constexpr std::int32_t kSerialDigits = 16;
 constexpr int kExitStatus = -1;
-constexpr std::size_t kNumberSize = 4;
+constexpr std::size_t kNumberSize = sizeof(std::uint32_t);
 
 constexpr std::int32_t messageId(FourCharCode code) { return static_cast<std::int32_t>(code); }
 
 // The big-endian number at the head of the data; empty where it isn't all there.
 std::optional<std::uint32_t> headNumber(const CFData* data) {
   if (data == nullptr || data->size() < kNumberSize) return std::nullopt;
-  std::uint32_t value = 0;
-  for (const std::uint8_t byte : std::span(*data).first<kNumberSize>()) value = value << 8 | byte;
-  return value;
+  return bigEndianNumber<std::uint32_t>(*data);
 }
 
 std::optional<std::u16string> decode(Process& process, std::span<const std::uint8_t> bytes) {

@@ -1,5 +1,6 @@
 #include "src/shell/QBIM_IMK_Start.h"
 
+#include "src/base/BigEndian.h"
 #include "src/base/Log.h"
 #include "src/base/OSVersion.h"
 #include "src/bridge/QBIMLaunchServer.h"
@@ -23,7 +24,7 @@ constexpr std::int16_t kGlyphTable = 15873;
 std::string listString(const Handle& list, std::size_t index) {
   if (!list || list->content.size() < 2) return {};
   const auto& bytes = list->content;
-  const std::size_t count = (std::size_t{bytes[0]} << 8) | bytes[1];
+  const std::size_t count = bigEndianNumber<std::uint16_t>(bytes);
   if (index > count) return {};
   std::size_t at = 2;
   for (std::size_t skipped = 1; skipped < index && at < bytes.size(); ++skipped) {

@@ -6,6 +6,7 @@
 
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/EventQueue.h"
+#include "src/base/BigEndian.h"
 #include "tools/checker/Checker.h"
 #include "tools/checker/InputMethods.h"
 #include "tools/checker/ToolRecord.h"
@@ -48,9 +49,9 @@ std::int32_t onlyInputMethod(desktop::ProcessRegistry& registry) {
 }
 
 std::array<std::uint8_t, 4> bigEndianBytes(std::int32_t number) {
-  const auto word = static_cast<std::uint32_t>(number);
-  return {static_cast<std::uint8_t>(word >> 24), static_cast<std::uint8_t>(word >> 16),
-          static_cast<std::uint8_t>(word >> 8), static_cast<std::uint8_t>(word)};
+  std::array<std::uint8_t, sizeof(number)> bytes{};
+  putBigEndian(bytes, 0, number);
+  return bytes;
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "src/base/BigEndian.h"
+
 namespace quorvane::checker {
 
 namespace {
@@ -10,24 +12,12 @@ constexpr std::size_t kLengthOffset = 4;
 constexpr std::size_t kTextOffset = 8;
 constexpr std::size_t kKeyOffset = 392;
 
-std::size_t number(std::span<const std::uint8_t> bytes, std::size_t offset) {
-  std::size_t value = 0;
-  for (std::size_t i = 0; i < 4; ++i) value = value << 8 | bytes[offset + i];
-  return value;
-}
-
-void putNumber(std::span<std::uint8_t> bytes, std::size_t offset, std::size_t value) {
-  for (std::size_t i = 0; i < 4; ++i) {
-    bytes[offset + i] = static_cast<std::uint8_t>(value >> (8 * (3 - i)));
-  }
-}
-
 }  // namespace
 
 std::optional<TextRecord> decodeTextRecord(std::span<const std::uint8_t> bytes) {
   if (bytes.size() < kTextRecordSize) return std::nullopt;
-  const std::size_t cursor = number(bytes, 0);
-  const std::size_t length = number(bytes, kLengthOffset);
+  const std::size_t cursor = bigEndianNumber<std::uint32_t>(bytes, 0);
+  const std::size_t length = bigEndianNumber<std::uint32_t>(bytes, kLengthOffset);
   if (cursor > length || length > kTextCapacity) return std::nullopt;
   const auto text = bytes.subspan(kTextOffset, cursor);
   return TextRecord{{text.begin(), text.end()}, length, bytes[kKeyOffset]};
@@ -38,8 +28,8 @@ bool encodeTextRecord(const TextRecord& record, std::span<std::uint8_t> bytes) {
   if (bytes.size() < kTextRecordSize || cursor > record.length || record.length > kTextCapacity) {
     return false;
   }
-  putNumber(bytes, 0, cursor);
-  putNumber(bytes, kLengthOffset, record.length);
+  putBigEndian(bytes, 0, static_cast<std::uint32_t>(cursor));
+  putBigEndian(bytes, kLengthOffset, static_cast<std::uint32_t>(record.length));
   std::ranges::copy(record.text, bytes.begin() + kTextOffset);
   if (cursor < kTextCapacity) bytes[kTextOffset + cursor] = 0;
   return true;
