@@ -1,5 +1,5 @@
 #pragma once
-// The application object, its nibs, its process and its user defaults.
+// The application object, its nibs and its process.
 
 #include <functional>
 #include <string>
@@ -42,15 +42,6 @@ class Application {
   virtual double NSAppKitVersionNumber() = 0;
   /// -[NSProcessInfo operatingSystemVersion].
   virtual NSOperatingSystemVersion operatingSystemVersion() = 0;
-};
-
-class UserDefaults {
- public:
-  virtual ~UserDefaults() = default;
-
-  virtual void setBool(bool value, std::string_view key) = 0;
-  /// False where the key isn't set.
-  virtual bool boolForKey(std::string_view key) = 0;
 };
 
 }  // namespace quorvane

@@ -1,6 +1,6 @@
 #pragma once
-// CFMessagePort and the run loop that its sources sit on. A CF object is a shared_ptr: releasing it
-// is resetting the pointer.
+// CFMessagePort: named ports between processes. A CF object is a shared_ptr: releasing it is
+// resetting the pointer.
 
 #include <cstdint>
 #include <functional>
@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/MacTypes.h"
+#include "platform/RunLoop.h"
 
 namespace quorvane {
 
@@ -24,10 +25,6 @@ using CFMessagePortCallBack =
 class CFMessagePort {
  public:
   virtual ~CFMessagePort() = default;
-};
-class CFRunLoopSource {
- public:
-  virtual ~CFRunLoopSource() = default;
 };
 
 inline constexpr std::int32_t kCFMessagePortSuccess = 0;
@@ -59,23 +56,6 @@ class MessagePorts {
                                                 std::span<const std::uint8_t> data,
                                                 double sendTimeout, double receiveTimeout,
                                                 CFData* reply) = 0;
-};
-
-class CFRunLoop {
- public:
-  virtual ~CFRunLoop() = default;
-};
-
-class RunLoop {
- public:
-  virtual ~RunLoop() = default;
-  /// Null on failure.
-  virtual CFRunLoop* CFRunLoopGetCurrent() = 0;
-  /// In kCFRunLoopCommonModes. The run loop keeps the source, and the source its port.
-  virtual void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) = 0;
-  /// -[NSObject performSelector:withObject:afterDelay:]: `function` runs once on the run loop, so
-  /// many seconds from now.
-  virtual void performAfterDelay(std::function<void()> function, double seconds) = 0;
 };
 
 }  // namespace quorvane

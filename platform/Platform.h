@@ -12,9 +12,11 @@
 #include "platform/FileManager.h"
 #include "platform/InputMethodKit.h"
 #include "platform/JSONSerialization.h"
+#include "platform/LogSink.h"
 #include "platform/MessagePorts.h"
 #include "platform/ProcessManager.h"
 #include "platform/ResourceManager.h"
+#include "platform/RunLoop.h"
 #include "platform/Screens.h"
 #include "platform/ScriptHost.h"
 #include "platform/SharedMemory.h"
@@ -23,6 +25,7 @@
 #include "platform/TextInputSources.h"
 #include "platform/TextServicesManager.h"
 #include "platform/UnicodeUtilities.h"
+#include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
 namespace quorvane {

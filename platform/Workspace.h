@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/MacTypes.h"
+#include "platform/Registration.h"
 
 namespace quorvane {
 
@@ -26,12 +27,6 @@ enum class WorkspaceNotification {
 struct ApplicationNotification {
   const NSRunningApplication* application = nullptr;  ///< "NSWorkspaceApplicationKey"; may be null
   ProcessSerialNumber serialNumber;  ///< the two "NSApplicationProcessSerialNumber" keys
-};
-
-/// Destroying it unregisters.
-class Registration {
- public:
-  virtual ~Registration() = default;
 };
 
 class Workspace {

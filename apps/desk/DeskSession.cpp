@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "apps/desk/CheckerWindow.h"
-#include "platform/Application.h"
+#include "platform/UserDefaults.h"
 #include "src/completion/AnnotationWinController.h"
 
 namespace quorvane::desk {

@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/Console.h"
+#include "platform/LogSink.h"
 
 namespace quorvane::desktop {
 

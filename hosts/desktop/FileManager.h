@@ -4,8 +4,8 @@
 #include <filesystem>
 
 #include "hosts/icu/IcuTextEncoding.h"
-#include "platform/Console.h"
 #include "platform/FileManager.h"
+#include "platform/LogSink.h"
 
 namespace quorvane::desktop {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Console.h"
+#include "platform/LogSink.h"
 
 namespace quorvane::desktop {
 

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "hosts/xkb/XkbLayout.h"
-#include "platform/Console.h"
+#include "platform/LogSink.h"
 #include "platform/TextInputSources.h"
 
 namespace quorvane::desktop {

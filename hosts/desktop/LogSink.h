@@ -8,7 +8,7 @@
 #include <string>
 
 #include "hosts/desktop/BoundedWriter.h"
-#include "platform/Console.h"
+#include "platform/LogSink.h"
 
 namespace quorvane::desktop {
 

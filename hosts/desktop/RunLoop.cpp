@@ -72,6 +72,12 @@ struct LoopRelease {
   void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
 };
 
+RunLoop::Milliseconds millisecondsOf(double seconds) {
+  constexpr double kLongest = 60.0 * 60 * 24;
+  const auto milliseconds = std::ceil(std::clamp(seconds, 0.0, kLongest) * 1000);
+  return RunLoop::Milliseconds(static_cast<std::int64_t>(milliseconds));
+}
+
 int millisecondsUntil(RunLoop::Deadline deadline) {
   using std::chrono::milliseconds;
   const auto left = deadline - std::chrono::steady_clock::now();
@@ -97,20 +103,30 @@ void RunLoop::CFRunLoopAddSource(CFRunLoop& /*loop*/, std::shared_ptr<CFRunLoopS
 }
 
 void RunLoop::performAfterDelay(std::function<void()> function, double seconds) {
-  constexpr double kLongest = 60.0 * 60 * 24;
-  const auto milliseconds = std::ceil(std::clamp(seconds, 0.0, kLongest) * 1000);
   const auto place = delayed_.emplace(delayed_.end());
   const auto perform = [this, place, function = std::move(function)] {
     delayed_.erase(place);  // first, lest a function that throws run again
     function();
     return false;
   };
-  *place = addTimer(Milliseconds(static_cast<std::int64_t>(milliseconds)), perform);
+  *place = addTimer(millisecondsOf(seconds), perform);
 }
 
 void RunLoop::removeAllSources() {
   sources_.clear();
   delayed_.clear();
+}
+
+std::unique_ptr<Registration> RunLoop::addTimer(double first, double interval,
+                                                std::function<void()> action) {
+  GSource* source = g_timeout_source_new(static_cast<guint>(millisecondsOf(interval).count()));
+  g_source_set_ready_time(source, g_get_monotonic_time() + millisecondsOf(first).count() * 1000);
+  auto call = [repeats = interval > 0, action = std::move(action)](GIOCondition) {
+    action();
+    return repeats;
+  };
+  return std::make_unique<SourceOwner>(source, timerFired, Handler{std::move(call), log_},
+                                       context_);
 }
 
 std::unique_ptr<Registration> RunLoop::addTimer(Milliseconds interval, std::function<bool()> tick) {

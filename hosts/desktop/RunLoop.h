@@ -11,9 +11,8 @@
 #include <span>
 #include <vector>
 
-#include "platform/Console.h"
-#include "platform/MessagePorts.h"
-#include "platform/Workspace.h"
+#include "platform/LogSink.h"
+#include "platform/RunLoop.h"
 
 namespace quorvane::desktop {
 
@@ -39,6 +38,8 @@ class RunLoop final : public quorvane::RunLoop {
   void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
   void performAfterDelay(std::function<void()> function, double seconds) override;
 
+  [[nodiscard]] std::unique_ptr<Registration> addTimer(double first, double interval,
+                                                       std::function<void()> action) override;
   /// Calls `tick` every `interval` until it returns false or the result is destroyed.
   [[nodiscard]] std::unique_ptr<Registration> addTimer(Milliseconds interval,
                                                        std::function<bool()> tick);

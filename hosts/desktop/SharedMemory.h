@@ -9,7 +9,7 @@
 
 #include <vector>
 
-#include "platform/Console.h"
+#include "platform/LogSink.h"
 #include "platform/SharedMemory.h"
 
 namespace quorvane::desktop {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "hosts/desktop/KeyFile.h"
-#include "platform/Application.h"
+#include "platform/UserDefaults.h"
 
 namespace quorvane::desktop {
 

@@ -14,7 +14,7 @@
 #include "hosts/field/Document.h"
 #include "hosts/field/EventQueue.h"
 #include "platform/Clock.h"
-#include "platform/Console.h"
+#include "platform/LogSink.h"
 
 namespace quorvane::field {
 

@@ -10,6 +10,7 @@
 #include "hosts/field/AnnotationWindow.h"
 #include "hosts/memory/MemoryJournal.h"
 #include "platform/Application.h"
+#include "platform/UserDefaults.h"
 
 namespace quorvane::memory {
 

@@ -56,10 +56,18 @@ void MemoryClock::schedule(std::uint64_t nanoseconds, std::function<void()> func
 
 void MemoryClock::onMove(std::function<void()> function) { hooks_.push_back(std::move(function)); }
 
+bool MemoryClock::isBefore(const Due& a, const Due& b) {
+  return std::tie(a.at, a.order) < std::tie(b.at, b.order);
+}
+
+std::optional<std::uint64_t> MemoryClock::untilNext() const {
+  const auto next = std::ranges::min_element(due_, isBefore);
+  if (next == due_.end()) return std::nullopt;
+  return next->at > now_ ? next->at - now_ : 0;
+}
+
 bool MemoryClock::runNextDue(std::uint64_t until) {
-  const auto next = std::min_element(due_.begin(), due_.end(), [](const Due& a, const Due& b) {
-    return std::tie(a.at, a.order) < std::tie(b.at, b.order);
-  });
+  const auto next = std::ranges::min_element(due_, isBefore);
   if (next == due_.end() || next->at > until) return false;
   const Due due = std::move(*next);
   due_.erase(next);

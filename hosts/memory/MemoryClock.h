@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <list>
+#include <optional>
 #include <vector>
 
 #include "hosts/memory/MemoryJournal.h"
@@ -34,6 +35,8 @@ class MemoryClock : public Clock {
   /// Runs `function` once, `nanoseconds` from now. In due order; equal moments in the order of
   /// their scheduling.
   void schedule(std::uint64_t nanoseconds, std::function<void()> function);
+  /// Nanoseconds until the next scheduled moment; empty where there is none.
+  [[nodiscard]] std::optional<std::uint64_t> untilNext() const;
   /// Runs whenever the time has moved, in the order of their adding. Stays for good.
   void onMove(std::function<void()> function);
 
@@ -58,6 +61,7 @@ class MemoryClock : public Clock {
    private:
     MemoryClock& clock_;
   };
+  static bool isBefore(const Due& a, const Due& b);
   bool runNextDue(std::uint64_t until);
 
   MemoryJournal& journal_;

@@ -6,6 +6,7 @@
 
 #include "hosts/memory/MemoryJournal.h"
 #include "platform/Console.h"
+#include "platform/LogSink.h"
 
 namespace quorvane::memory {
 

@@ -1,5 +1,7 @@
 #include "hosts/memory/MemoryHost.h"
 
+#include <algorithm>
+
 namespace quorvane::memory {
 
 MemoryHost::MemoryHost() {
@@ -61,6 +63,15 @@ Platform MemoryHost::platform() {
 void MemoryHost::useLayout(const keyboard::LayoutData& layout) {
   textInputSources.layout = std::make_shared<TISInputSource>(
       TISInputSource{"keyboard-layout", "Keyboard layout", true, layout});
+}
+
+void MemoryHost::wait(std::uint64_t nanoseconds) {
+  const std::uint64_t end = clock.now() + nanoseconds;
+  while (clock.now() < end) {
+    const std::uint64_t left = end - clock.now();
+    clock.advance(std::min(clock.untilNext().value_or(left), left));
+    if (messagePorts.hasDue()) runPending();
+  }
 }
 
 void MemoryHost::runPending() {

@@ -33,6 +33,8 @@ class MemoryHost {
   MemoryHost& operator=(const MemoryHost&) = delete;
 
   [[nodiscard]] Platform platform();
+  /// Lets time pass, stopping where a timer falls due for a turn of the run loop.
+  void wait(std::uint64_t nanoseconds);
   /// A turn of the run loop: workspace notifications, then messages, then posted events, until
   /// nothing waits or the limits of one turn are reached.
   void runPending();

@@ -143,6 +143,36 @@ void MemoryMessagePorts::performAfterDelay(std::function<void()> function, doubl
       [this, function = std::move(function)]() mutable { due_.push_back(std::move(function)); });
 }
 
+struct MemoryMessagePorts::Timer {
+  double interval = 0;
+  std::function<void()> action;  ///< empty: cancelled
+};
+
+std::unique_ptr<Registration> MemoryMessagePorts::addTimer(double first, double interval,
+                                                           std::function<void()> action) {
+  struct Owner : Registration {
+    explicit Owner(std::shared_ptr<Timer> owned) : timer(std::move(owned)) {}
+    ~Owner() override { timer->action = nullptr; }
+    std::shared_ptr<Timer> timer;
+  };
+  journal_.call("addTimer ", first, " ", interval);
+  auto timer = std::make_shared<Timer>(interval, std::move(action));
+  arm(timer, first);
+  return std::make_unique<Owner>(std::move(timer));
+}
+
+void MemoryMessagePorts::arm(const std::shared_ptr<Timer>& timer, double seconds) {
+  clock_.schedule(toNanoseconds(std::max(seconds, 0.0)),
+                  [this, timer] { due_.emplace_back([this, timer] { fire(timer); }); });
+}
+
+void MemoryMessagePorts::fire(const std::shared_ptr<Timer>& timer) {
+  if (!timer->action) return;
+  if (timer->interval > 0) arm(timer, timer->interval);
+  const auto action = timer->action;  // it may cancel its own timer
+  action();
+}
+
 void MemoryMessagePorts::serve(std::string_view name, MemoryServer server) {
   stopServing(name);
   const auto peer = std::make_shared<Peer>();

@@ -49,6 +49,8 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
   /// At the first turn after the clock has come so far.
   void performAfterDelay(std::function<void()> function, double seconds) override;
+  [[nodiscard]] std::unique_ptr<Registration> addTimer(double first, double interval,
+                                                       std::function<void()> action) override;
 
   // The script's side.
   /// Another process serves `name` from now on; one that did has gone.
@@ -65,6 +67,8 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   /// nested.
   std::size_t runPending();
   [[nodiscard]] std::size_t pending() const { return pending_.size() + due_.size(); }
+  /// Something that was to be done later waits for a turn.
+  [[nodiscard]] bool hasDue() const { return !due_.empty(); }
   /// A name that this process serves and that has `prefix`; empty where there is none.
   [[nodiscard]] std::string servedName(std::string_view prefix) const;
   /// Every send, the latest thousand.
@@ -82,6 +86,7 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   class LocalPort;
   class RemotePort;
   class Source;
+  struct Timer;
   struct Loop : CFRunLoop {
     std::vector<std::shared_ptr<CFRunLoopSource>> sources;
   };
@@ -99,6 +104,8 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   std::int32_t await(const Peer& peer, const Reply& arrived, double receiveTimeout);
   void turnWhileWaiting();
   void handleMessage();
+  void arm(const std::shared_ptr<Timer>& timer, double seconds);
+  void fire(const std::shared_ptr<Timer>& timer);
   std::int32_t sendToSelf(LocalPort& port, const SentMessage& message, double receiveTimeout,
                           CFData* reply);
   void remember(const SentMessage& message);

@@ -129,6 +129,20 @@ TEST(DesktopRunLoop, AHandlerThatThrowsEndsNothingAndItsOwnerEndsIt) {
   EXPECT_EQ(calls, 3);
 }
 
+TEST(DesktopRunLoop, ATimerRepeatsUntilItsOwnerGoes) {
+  tests::DesktopStage stage;
+  RunLoop& loop = stage.host().runLoop();
+  int calls = 0;
+  std::unique_ptr<Registration> timer = loop.addTimer(0.02, 0.001, [&] {
+    if (++calls == 13) timer.reset();
+  });
+  const auto once = loop.addTimer(0, 0, [&] { calls += 10; });
+  loop.runFor(milliseconds(5));
+  EXPECT_EQ(calls, 10);
+  loop.runFor(milliseconds(60));
+  EXPECT_EQ(calls, 13);
+}
+
 TEST(DesktopRunLoop, WhatIsDelayedRunsOnceAlsoWhereItThrows) {
   tests::DesktopStage stage;
   RunLoop& loop = stage.host().runLoop();

@@ -148,12 +148,15 @@ void correctText(World& world, const Arguments& is) {
 
 // Time.
 
+void wait(World& world, double nanoseconds) {
+  world.host.wait(static_cast<std::uint64_t>(nanoseconds));
+}
 void waitTicks(World& world, const Arguments& is) {
-  world.host.clock.advanceTicks(is[0].measure);
+  wait(world, is[0].measure * static_cast<double>(memory::kNanosecondsPerTick));
   world.settle();
 }
 void waitSeconds(World& world, const Arguments& is) {
-  world.host.clock.advanceSeconds(is[0].measure);
+  wait(world, is[0].measure * 1e9);
   world.settle();
 }
 
