@@ -64,22 +64,25 @@ bool isKnown(std::u16string_view text) {
   return std::ranges::all_of(text, [](char16_t unit) { return isKnown(unit); });
 }
 
-// As a document shows it. A dash of two hyphens is the first of them and the dash in the session.
+// As a document shows it. A dash of two hyphens is the first of them and the dash in the session; a
+// byte of a key beyond ASCII is no dash.
 std::u16string shown(const SavedText& saved) {
   std::u16string text;
-  for (const std::uint8_t byte : beforeCaret(saved)) {
-    if (byte == kEmDash && text.ends_with(u'-')) text.pop_back();
-    text += characterOf(byte);
+  for (std::size_t i = 0; i < saved.cursor; ++i) {
+    const std::uint8_t byte = saved.bytes[i];
+    const bool typed = saved.beyondAscii[i];
+    if (byte == kEmDash && !typed && text.ends_with(u'-')) text.pop_back();
+    text += typed ? static_cast<char16_t>(kUnknown + byte) : characterOf(byte);
   }
   return text;
 }
 
 enum class Match { Yes, No, Unknown };
 
-Match match(const TakenText& taken, std::u16string text, std::uint32_t count) {
-  std::ranges::replace(text, u'\r', u'\n');
+Match match(const TakenText& taken, const std::u16string& text, std::uint32_t count) {
   const std::u16string before = shown(taken.before);
   const std::u16string after = shown(taken.after);
+  if (isKnown(text) && !after.ends_with(text)) return Match::No;
   if (count > before.size()) return isKnown(before) ? Match::No : Match::Unknown;
   const std::u16string_view kept = std::u16string_view(before).substr(0, before.size() - count);
   if (!isKnown(std::u16string_view(before).substr(kept.size()))) return Match::Unknown;
@@ -91,7 +94,7 @@ Match match(const TakenText& taken, std::u16string text, std::uint32_t count) {
 
 }  // namespace
 
-void takeText(Process& process, BIMSessionRec* session) {
+void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session) {
   if (session == nullptr) session = BIMGetActiveSession(process);
   if (session == nullptr) return;
   auto& state = process.state<FixState>();
@@ -101,17 +104,13 @@ void takeText(Process& process, BIMSessionRec* session) {
   state.taken = TakenText{session->handle, before, save(*session), state.late, retyped};
 }
 
-void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session) {
-  takeText(process, session);
-}
-
 void scanSentence(Process& process, BIMSessionRec& session) {
   auto& state = process.state<FixState>();
   const SavedText text = save(session);
   state.retyped = state.late && (state.retyped || !beginsWith(text, state.scanned));
   state.scanned = text;
   const bool answered = Do_checktypingSentScan(process);
-  takeText(process, &session);
+  Check_Update_Document_Session_Buffer(process, &session);
   state.late = !answered;
 }
 

@@ -53,8 +53,6 @@ struct FixState {
 
 /// Takes in what the main application changed; a text is kept until its message comes. Null: the
 /// active session.
-void takeText(Process& process, BIMSessionRec* session);
-/// The same under its second name.
 void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session);
 /// Has the text scanned and takes over what comes of it. Only inside a ToolRec.
 void scanSentence(Process& process, BIMSessionRec& session);

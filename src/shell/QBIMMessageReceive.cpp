@@ -48,6 +48,7 @@ void commitFix(Process& process, const std::u16string* text, std::uint32_t repla
     return dropFix(process, FixFault::BeyondCaret);
   }
   keepFix(process);
+  process.platform().inputMethodKit.ownTextFollows();
 }
 
 // Nothing where the session has gone meanwhile, or its document isn't marked for it.
@@ -64,7 +65,6 @@ void messageInput(Process& process, const CFData* data) {
   const auto text = decode(process, std::span(*data).subspan(kNumberSize));
   if (!text) Log(process, "newStr NULL ERROR");
   commitFix(process, text ? &*text : nullptr, *replaceCount);
-  process.platform().inputMethodKit.ownTextFollows();
   refreshDocument(process, handle);
   Log(process, "DONE");
 }

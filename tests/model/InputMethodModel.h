@@ -283,14 +283,14 @@ struct InputMethodModel {
   }
 
   /// A message says the same as the text that came before it.
-  bool agrees(std::uint32_t count, std::u16string insertion) {
+  bool agrees(std::uint32_t count, const std::u16string& insertion) {
     if (!taken_) return true;
     if (active != taken_->client || session().head() != taken_->after.head()) return false;
-    std::ranges::replace(insertion, u'\r', u'\n');
-    const std::u16string before = SessionModel::shown(taken_->before.head());
-    const std::u16string after = SessionModel::shown(taken_->after.head());
+    const std::u16string before = taken_->before.shown();
+    const std::u16string after = taken_->after.shown();
     const bool beyond = count > before.size();
     const std::size_t kept = before.size() - (beyond ? before.size() : count);
+    if (SessionModel::plain(insertion) && !after.ends_with(insertion)) return false;
     if (!SessionModel::plain(before.substr(kept))) return true;
     if (beyond) return false;
     if (!SessionModel::plain(insertion)) return after.starts_with(before.substr(0, kept));

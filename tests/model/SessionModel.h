@@ -46,14 +46,15 @@ struct SessionModel {
   [[nodiscard]] std::string head() const { return bytes(cursor); }
 
   /// As it stands in the document; bytes that no character is known of are out of plain range.
-  static std::u16string shown(const std::string& session) {
+  [[nodiscard]] std::u16string shown() const {
     std::u16string text;
-    for (const char one : session) {
-      const auto byte = static_cast<std::uint8_t>(one);
-      if (byte == 209 && text.ends_with(u'-')) text.pop_back();
-      text += byte >= 208 && byte <= 213 ? u"–—“”‘’"[byte - 208]
-              : byte > 127               ? char16_t{0xF000}
-                                         : (one == 13 ? u'\n' : char16_t{byte});
+    for (const char16_t cell : cells.substr(0, cursor)) {
+      if (cell == 209 && text.ends_with(u'-')) text.pop_back();
+      if (cell >= 208 && cell <= 213) {
+        text += u"–—“”‘’"[cell - 208];
+      } else {
+        text += cell == 13 ? u'\n' : cell < 128 ? cell : char16_t(0xF000 | (cell & 0xFF));
+      }
     }
     return text;
   }
