@@ -7,7 +7,6 @@
 #include <csignal>
 #include <iostream>
 #include <stdexcept>
-#include <string>
 #include <utility>
 
 #include "apps/Command.h"
@@ -43,7 +42,8 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
       configuration_(configurationFor(options, nowhere_.get())),
       host_(configuration_, events_),
-      claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory), configuration_.keyOffset),
+      claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory)
+                 .claimSegments(configuration_.keyOffset)),
       messagePorts_(host_.platform().messagePorts),
       sharedMemory_(host_.platform().sharedMemory),
       application_(
@@ -152,11 +152,9 @@ void RunningSystem::awaitStandIn() {
 }
 
 void RunningSystem::standAside() {
-  const pid_t first = claim_.otherHolder();
-  const std::string which = first > 0 ? " (process " + std::to_string(first) + ")" : "";
-  std::cerr << "quorvane: another input method" << which
-            << " works with these shared segments; every key passes as it is typed. End that one "
-               "first, or set QUORVANE_RUNTIME_DIR and QUORVANE_KEY_OFFSET to others\n";
+  std::cerr << "quorvane: another input method works with these shared segments; every key passes "
+               "as it is typed. End that one first, or set QUORVANE_RUNTIME_DIR and "
+               "QUORVANE_KEY_OFFSET to others\n";
   textApplication_.setController(nullptr);
   textApplication_.focus(&document_);
   body_();

@@ -15,7 +15,6 @@
 #include "apps/StandIn.h"
 #include "apps/SystemOptions.h"
 #include "hosts/desktop/DesktopHost.h"
-#include "hosts/desktop/InputMethodClaim.h"
 #include "hosts/field/TextApplication.h"
 #include "src/base/Process.h"
 #include "src/completion/InputController.h"
@@ -51,7 +50,7 @@ class RunningSystem {
   /// Null: it was left out.
   [[nodiscard]] StandIn* standIn() { return standIn_.get(); }
   /// Another input method works on our segments already: every key passes.
-  [[nodiscard]] bool standsAside() const { return !claim_.isOurs(); }
+  [[nodiscard]] bool standsAside() const { return !claim_.valid(); }
   /// The signal that asked for an early end; 0: none. `body` returns soon after it has come.
   [[nodiscard]] int signal() const { return signal_; }
 
@@ -76,7 +75,7 @@ class RunningSystem {
   desktop::Descriptor nowhere_;
   desktop::DesktopConfiguration configuration_;
   desktop::DesktopHost host_;
-  desktop::InputMethodClaim claim_;
+  desktop::Descriptor claim_;  ///< to be the input method of our segments
   ObservedMessagePorts messagePorts_;
   ObservedSharedMemory sharedMemory_;
   OwnApplication application_;

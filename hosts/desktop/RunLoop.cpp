@@ -190,9 +190,12 @@ RunLoop::Turn RunLoop::turn(Deadline deadline, int descriptor) {
   polled_.front() = {descriptor, G_IO_IN, 0};
   poll(reinterpret_cast<pollfd*>(polled_.data()), sources.size() + 1, wait);
   const bool readable = polled_.front().revents != 0;
+  bool ready = timeout == 0;
   for (GPollFD& source : sources) {
     if (source.fd == descriptor) source.revents = 0;
+    ready = ready || source.revents != 0;
   }
+  if (readable && !ready) return {false, true, left <= 0};
   const bool handled = g_main_context_check(context_, priority, sources.data(),
                                             static_cast<int>(sources.size())) != 0;
   if (handled) g_main_context_dispatch(context_);

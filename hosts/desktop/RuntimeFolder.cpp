@@ -53,13 +53,33 @@ RuntimeFolder::RuntimeFolder(std::filesystem::path path) : path_(std::move(path)
 
 std::optional<Descriptor> RuntimeFolder::lock() const {
   constexpr int kAttempts = 100;
-  Descriptor file(open((path_ / ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+  Descriptor file = openLockFile();
   if (!file.valid()) return {};
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     if (flock(file.get(), LOCK_EX | LOCK_NB) == 0) return file;
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   return {};
+}
+
+/// One byte of the lock file for each set of segments. A lock of this kind and the one on the whole
+/// file don't see each other.
+Descriptor RuntimeFolder::claimSegments(std::uint32_t keyOffset) const {
+  Descriptor file = openLockFile();
+  struct flock byte {};
+  byte.l_type = F_WRLCK;
+  byte.l_whence = SEEK_SET;
+  byte.l_start = keyOffset;
+  byte.l_len = 1;
+  if (file.valid() && fcntl(file.get(), F_OFD_SETLK, &byte) == 0) return file;
+  if (file.valid() && (errno == EAGAIN || errno == EACCES)) return {};
+  refuse(path_, std::string("the lock can't be had (") + std::strerror(errno) +
+                    "); set QUORVANE_RUNTIME_DIR to another folder");
+}
+
+Descriptor RuntimeFolder::openLockFile() const {
+  return Descriptor(
+      open((path_ / ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
 }
 
 }  // namespace quorvane::desktop

@@ -25,8 +25,14 @@ class RuntimeFolder {
   /// Keeps other processes from taking over leftovers at the same time, until the result goes.
   /// Empty where somebody holds it for more than a second.
   [[nodiscard]] std::optional<Descriptor> lock() const;
+  /// The right to be the input method of the segments at `keyOffset`: two would damage each other's
+  /// texts. Held as long as the result, and as its process at the longest, however that ends.
+  /// Invalid where another process holds it. Throws std::runtime_error where it can't be asked for.
+  [[nodiscard]] Descriptor claimSegments(std::uint32_t keyOffset) const;
 
  private:
+  [[nodiscard]] Descriptor openLockFile() const;
+
   std::filesystem::path path_;
 };
 

@@ -206,8 +206,7 @@ TEST_F(Restart, OfTwoInputMethodsTheSecondPassesEveryKeyUntilTheFirstIsKilled) {
   const auto second = typing("teh second ", "0");
   EXPECT_EQ(second->wait(), 0);
   EXPECT_EQ(second->output(), "teh second ");
-  const std::string told = "another input method (process " + std::to_string(first->pid()) + ")";
-  EXPECT_NE(second->errors().find(told), std::string::npos) << second->errors();
+  EXPECT_NE(second->errors().find("another input method"), std::string::npos) << second->errors();
   EXPECT_EQ(announcementsIn(runtime_), 2U) << "the second is none";
   first->signal(SIGKILL);
   first->wait();
