@@ -1,7 +1,7 @@
 #pragma once
-// Messages to the server port of the checker and to the Pencil Menu's port. A message only prompts:
-// what it is about stands in shared memory. Without a receiver the caller goes on as if it had been
-// sent; nothing is tried twice.
+// Messages to the main application's server port and to the Pencil Menu's port. A message only
+// prompts: what it is about stands in shared memory. Without a receiver the caller goes on as if it
+// had been sent; nothing is tried twice.
 
 #include <memory>
 #include <string_view>

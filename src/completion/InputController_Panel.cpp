@@ -16,7 +16,7 @@ constexpr int kMargin = 20;
 constexpr double kGapBelowLine = 8;
 constexpr double kGapAboveLine = 3;
 
-// The checker's window gives way to the panel.
+// The main application's window gives way to the panel.
 void Hide_InteractiveWindow(Process& process) { Cancel_Iteractive_Window(process); }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace quorvane {
 std::int32_t BIMSessionEvent(Process& process, BIMSessionRec* session, EventRef event,
                              std::uint8_t keyByte);
 
-/// Command-A drops the session's text, and the checker's window with it: what is typed next
+/// Command-A drops the session's text, and the window over it, too: what is typed next
 /// replaces the whole document.
 void Check_Menu_Key_Interactive_Cancel(Process& process, BIMSessionRec* session,
                                        std::uint32_t modifiers, std::uint8_t keyByte);

@@ -27,7 +27,7 @@ void readDocument(Process& process, BIMSessionRec& session) {
   session.documentRef = document;
 }
 
-// Field 34 from now on. A window of the checker belongs to what was there before.
+// Field 34 from now on. A window over the document belongs to what was there before.
 void announceSession(Process& process, std::uint32_t sessionValue) {
   {
     const ToolRec record(process);

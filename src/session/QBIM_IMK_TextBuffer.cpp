@@ -115,7 +115,7 @@ void moveRight(BIMSessionRec& session) {
   if (session.cursor < session.length) ++session.cursor;
 }
 
-// True where a window of the checker was up: the key was for that. Without one the session keeps
+// True where a window was up: the key was for that. Without one the session keeps
 // even its marks.
 bool escape(Process& process, BIMSessionRec& session) {
   const bool windowUp = BIMCancelWindowSession(process);

@@ -11,20 +11,6 @@ class Presence : public BridgeTest {
   LaunchServerState& launched() { return process.state<LaunchServerState>(); }
 };
 
-TEST_F(Presence, VersionsComeFromTheTableAndStay) {
-  const std::pair<double, std::uint16_t> rows[] = {
-      {0, 106},     {1038.99, 106}, {1039, 107},  {1138, 107},  {1187, 108},
-      {1265, 109},  {1266, 1010},   {1349, 1010}, {1404, 1011}, {1504.5, 1012},
-      {1561, 1013}, {1671.9, 1014}, {1672, 1015}};
-  for (const auto& [appKit, version] : rows) {
-    Process fresh(host.platform());
-    host.application.appKitVersion = appKit;
-    Get_OS_MAC_VERSION(fresh);
-    host.application.appKitVersion = 9999;
-    EXPECT_EQ(Get_OS_MAC_VERSION(fresh), version) << appKit;
-  }
-}
-
 TEST_F(Presence, HalfASerialNumberIsUnknownAndTheScanAnswers) {
   presence().quorvane_psn = {1, 0};
   EXPECT_EQ(IsQUORVANEAPPRUNNING(process), 0);

@@ -218,14 +218,6 @@ TEST_F(Snapshots, AreDoneWithoutWhereTheyCanNotBeWritten) {
   EXPECT_FALSE(host.files.has(kWordsSnapshot));
 }
 
-TEST_F(Snapshots, AreWrittenAgainAtTheStartAfterDamageWasMet) {
-  const std::string whole = snapshot(kWordsSnapshot);
-  host.files.damage(kWordsSnapshot, whole.find("old"), 'x');
-  EXPECT_EQ(start().getAnnotation(u"the"), u"old");
-  start();
-  EXPECT_TRUE(snapshot(kWordsSnapshot) == whole);
-}
-
 TEST_F(Snapshots, ThatAreDamagedAreMadeAnew) {
   std::mt19937 random(1);
   for (const char* path : {kWordsSnapshot, kCodesSnapshot}) {

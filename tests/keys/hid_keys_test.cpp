@@ -33,22 +33,6 @@ TEST_F(HIDKeys, ModifiersGoOutAsFlagsChangedWithEverythingThatIsHeld) {
   EXPECT_EQ(flags, (std::vector<std::uint32_t>{0x20000, 0x20000, 0x120000, 0x100000, 0}));
 }
 
-TEST_F(HIDKeys, EachModifierHasItsMaskAndItsNeighboursArePlainKeys) {
-  const std::pair<std::uint32_t, std::uint32_t> masks[] = {
-      {54, 0}, {55, 0x100000}, {56, 0x20000}, {57, 0x10000}, {58, 0x80000}, {59, 0x40000}, {60, 0}};
-  for (const auto& [code, mask] : masks) {
-    HIDPressVirtualKey(process, code);
-    EXPECT_EQ(modifiers(), mask) << code;
-    HIDReleaseVirtualKey(process, code);
-    EXPECT_EQ(modifiers(), 0u);
-    const auto events = posted();
-    ASSERT_EQ(events.size(), 2u);
-    EXPECT_EQ(events[0].type, mask == 0 ? NSEventType::KeyDown : NSEventType::FlagsChanged);
-    EXPECT_EQ(events[1].type, mask == 0 ? NSEventType::KeyUp : NSEventType::FlagsChanged);
-    EXPECT_EQ(events[0].keyCode, mask == 0 ? code : 0);
-  }
-}
-
 TEST_F(HIDKeys, AConnectionThatDoesNotOpenIsTriedAgainAndThePostStillRuns) {
   host.eventPosting.serviceOpenFails = true;
   HIDPressVirtualKey(process, 56);

@@ -45,17 +45,6 @@ TEST_F(KeyCodes, ACharacterHasItsKeyAndTheFirstModifiersThatYieldIt) {
   EXPECT_EQ(find('%'), (std::pair{0x0A80, 7}));
 }
 
-TEST_F(KeyCodes, CurlyQuotesHaveAWordAndNoKeyOnAnyLayout) {
-  const std::pair<std::uint32_t, int> words[] = {
-      {210, 0x0880}, {211, 0x0A80}, {212, 0x0880}, {213, 0x0A80}, {0x1D2, 0x0080}};
-  for (const auto& layout : {keyboard::usLayout(), keyboard::LayoutData{}}) {
-    host.useLayout(layout);
-    for (const auto& [quote, word] : words) {
-      EXPECT_EQ(find(quote), (std::pair{word, 65535})) << quote;
-    }
-  }
-}
-
 TEST_F(KeyCodes, EachQuestionIsAnsweredForTheLayoutOfThatMoment) {
   EXPECT_EQ(createStringForKey(process, 9), u"v");
   host.useLayout(keyboard::dvorakLayout());
@@ -83,22 +72,6 @@ TEST_F(KeyCodes, HeldKeysAreBitsOfTheKeyMap) {
   for (const std::uint16_t key : std::initializer_list<std::uint16_t>{55, 57, 126, 128, 65535})
     EXPECT_EQ(IsKeyDown(process, key), 0);
   EXPECT_EQ(IsKeyDown(process, 127), 1);
-}
-
-TEST_F(KeyCodes, EachModifierIsAFlagAndOnlyTheLowByteMeansDown) {
-  const std::pair<std::uint16_t, std::uint64_t> words[] = {
-      {0x4FF, 0x10000}, {0x200, 0x20000}, {0x1000, 0x40000}, {0x100, 0x100000}, {0xE800, 0x80000}};
-  for (const auto& [word, flags] : words) {
-    EXPECT_EQ(eventFlags(word), flags);
-    Do_POST_CGEVENT(process, nullptr, {1, 8193}, 9, word, 0x100);
-    EXPECT_EQ(host.queue.take()->type, NSEventType::KeyUp);
-  }
-}
-
-TEST_F(KeyCodes, CommandKeysAreCounted) {
-  PostCommandKey(process, 'a');
-  PostCommandKey(process, 0);
-  EXPECT_EQ(process.state<EventPostingState>().CommandKeyCount, 2u);
 }
 
 // The process id leads there, or else the Process Manager's own answer.

@@ -71,30 +71,6 @@ TEST_F(Sessions, HousekeepingReapsGoneApplicationsButNeverTheHead) {
   EXPECT_EQ(sessions.gSessionHandleStart->signature, "GONE"_4cc);
 }
 
-TEST_F(Sessions, DeleteAllTakesThoseThatBelongToTheMainApplication) {
-  lookUp({10, 11, 12});
-  const std::size_t before = sessionCount();
-  method.host.mainApplication.setField(9, 1);
-  lookUp({10, 11});
-  DeleteAllQorvSessionHandleID(method.process);
-  EXPECT_EQ(sessionCount(), before - 2);
-}
-
-TEST_F(Sessions, ClosingDisposesOfTheLastOneFirstAndHonoursTheWindow) {
-  auto* front = CreateNewSessionHandle(method.process, 0);
-  front->next = CreateNewSessionHandle(method.process, 0);
-  front->windowRef = 77;
-  front->next->windowRef = 78;
-  auto& services = method.process.platform().textServicesManager;
-  services.SetWindowProperty(77, front->handle);
-  services.SetWindowProperty(78, 999);
-  const auto frontHandle = front->handle;
-  BIMSessionClose(method.process, front);
-  EXPECT_EQ(services.GetWindowProperty(77), 0u);
-  EXPECT_EQ(services.GetWindowProperty(78), 999u) << "that window belongs to another session";
-  EXPECT_EQ(method.host.mainApplication.field(34), frontHandle) << "the front one went last";
-}
-
 TEST_F(Sessions, WithoutASessionAKeyMakesOneThatIsInNoList) {
   const std::size_t listed = sessionCount();
   auto& active = method.process.state<SessionState>().gActiveSession;

@@ -110,13 +110,6 @@ TEST_F(EventEntry, AnEventWithinAnotherCommitsAndLooksUpBeforeItIsTurnedAway) {
   EXPECT_EQ(method.session().clientID, static_cast<std::uint32_t>(identityOf(&other)));
 }
 
-TEST_F(EventEntry, WithoutAnEventRecordTheClientIsNotAskedForThePosition) {
-  throwAt("attributesForCharacterIndex");
-  EXPECT_EQ(method.host.text.deliver({NSEventType::KeyDown, 0, 0, u" ", nullptr},
-                                     {.withEventRef = false, .repeat = false}),
-            Outcome::PassedOn);
-}
-
 TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
   auto& controller = Get_QuorvaneInputController(method.process);
   keyDown(u'a');
@@ -140,20 +133,6 @@ TEST_F(EventEntry, ParkedBytesThatAreNotUtf8DeleteWhatTheyWereToReplace) {
   deliver(NSEventType::FlagsChanged, {});
   EXPECT_EQ(method.document.text(), u"a");
   EXPECT_TRUE(commit().stringbufferHandle.empty());
-}
-
-TEST_F(EventEntry, TheOriginalBufferGrowsAsMarkedText) {
-  auto& controller = Get_QuorvaneInputController(method.process);
-  controller.originalBufferAppend(u"ab", method.document);
-  controller.originalBufferAppend(u"c", method.document);
-  EXPECT_EQ(controller.insertionIndex(), 2);
-  EXPECT_EQ(method.document.markedRange(), (NSRange{0, 3}));
-  EXPECT_EQ(method.document.selection(), (NSRange{0, 3}));
-  controller.setOriginalBuffer(nullptr);
-  EXPECT_EQ(controller.originalBuffer(), u"abc");
-  commit().stringbuffer = u"d";
-  controller.commitComposition(&method.document);
-  EXPECT_EQ(controller.insertionIndex(), 0);
 }
 
 TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
@@ -191,11 +170,6 @@ TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {
   EXPECT_EQ(method.session().editState, kEditCancelled);
   EXPECT_EQ(method.host.mainApplication.field(44), 0x9C40FFFDu);
   EXPECT_NE(method.host.sharedMemory.totalAttachments(), 0u) << "the record stays attached";
-}
-
-TEST_F(EventEntry, CompletionKnowsTheClientOfAKeyThoughItIsOff) {
-  keyDown(u'a');
-  EXPECT_EQ(Get_Last_Client(method.process), &method.document);
 }
 
 }  // namespace

@@ -79,47 +79,11 @@ TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
       << "the menu's part runs once only";
 }
 
-TEST(Delegate, TakesInWhatTheWorkspaceTells) {
-  StartedInputMethod method(false);
-  auto& presence = method.process.state<PresenceState>();
-  auto& delegate = method.process.state<QuorvaneInputAppDelegate>();
-  const NSRunningApplication main{77, "com.tallowmere.quorvane", true};
-  const NSRunningApplication pencil{78, "com.tallowmere.menulet", false};
-  const auto pencilPid = [&] { return method.process.state<LaunchServerState>().Penc_pid; };
-
-  delegate.Frontappchanged({&main, {1, 5}});
-  EXPECT_EQ(presence.quorvane_psn, (ProcessSerialNumber{1, 5}));
-  EXPECT_EQ(presence.quorvane_pid, 77);
-  delegate.QuorvaneLaunched({&pencil, {1, 6}});
-  EXPECT_EQ(pencilPid(), 78);
-  EXPECT_EQ(presence.quorvane_psn, (ProcessSerialNumber{1, 5}));
-  EXPECT_EQ(method.process.state<AppDelegateState>().App_Permissions_Setting, 0u);
-  delegate.QuorvaneTerminated({&pencil, {1, 6}});
-  EXPECT_EQ(pencilPid(), 0);
-  EXPECT_EQ(presence.quorvane_pid, 77);
-  delegate.QuorvaneTerminated({nullptr, {1, 5}});
-  EXPECT_EQ(presence.quorvane_pid, 77);
-  delegate.QuorvaneTerminated({&main, {1, 5}});
-  EXPECT_EQ(presence.quorvane_psn, ProcessSerialNumber{});
-  EXPECT_EQ(presence.quorvane_pid, 0);
-  delegate.QuorvaneLaunched({&main, {1, 9}});
-  EXPECT_EQ(presence.quorvane_psn, (ProcessSerialNumber{1, 9}));
-  EXPECT_EQ(method.process.state<LaunchServerState>().Quorvaneprocess, (ProcessSerialNumber{1, 9}));
-  EXPECT_EQ(method.process.state<AppDelegateState>().App_Permissions_Setting, 1u);
-}
-
-TEST_F(Start, TheDesktopIsWhatWindowsMayUseAndEachEdgeIsCutByItself) {
-  EXPECT_EQ(SSQDRectFromNSRect({10.6, 20.7, 5.5, 15.2}, {0, 0, 1440, 900}),
-            (QDRect{864, 10, 879, 16}));
-  host.screens.positioningBounds = {-100, 22, 1540.9, 878};
-  GetDeskTopRectangle(process);
-  const auto& state = process.state<TextPositionState>();
-  EXPECT_EQ(state.screenBitsBounds, (QDRect{22, -100, 900, 1440}));
-  EXPECT_EQ(state.dragBoundsRect, (QDRect{22, -100, 896, 1436}));
+TEST_F(Start, TheDesktopIsTheScreenThatSomebodyWorksOn) {
   host.screens.frames.push_back({1440, 0, 800, 600});
   host.screens.main = 1;
   Get_DeskTopRectangle(process, 0);
-  EXPECT_EQ(state.DeskTopRectangle.width, 800) << "of the screen that somebody works on";
+  EXPECT_EQ(process.state<TextPositionState>().DeskTopRectangle.width, 800);
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ INPUT_METHOD = "bundle=com.tallowmere.inputmethod.Quorvane\n"
 CORRECTIONS = {b"teh": b"the", b"mistke": b"mistake"}
 ENDED_WORD = re.compile(rb'(?:^|[ \r\t("])([A-Za-z]+)[ \r\t.,;:!?)"]$')
 
+GREEDY = "GREEDY" in os.environ  # replaces more than there is, and says so only in the message
 HELD_UP = "HELD_UP" in os.environ  # as by a busy machine, and trusting the bit alone
 
 libc = ctypes.CDLL(None, use_errno=True)
@@ -40,7 +41,7 @@ def segment_id(key, size=0, flags=0):
 
 def make_segment(key, size):
     """A new shared segment filled with zeros, as an array of bytes."""
-    address = libc.shmat(segment_id(key, size, IPC_CREAT | 0o666), None, 0)
+    address = libc.shmat(segment_id(key, size, IPC_CREAT | 0o600), None, 0)
     if address == ctypes.c_void_p(-1).value:
         raise OSError(ctypes.get_errno(), "shared segment")
     ctypes.memset(address, 0, size)
@@ -143,6 +144,9 @@ class MainApplication:
     def send(self, port, old, start, end):
         """Changes the session text, and has the input method change the document."""
         new, count = start + end, len(old) - len(start)
+        if GREEDY:
+            port.send(struct.pack(">III", 202, 0, count + 1000) + end)
+            return
         self.text[8:8 + len(new)] = new
         self.numbers[0] = len(new)
         if len(new) != len(old):

@@ -43,7 +43,7 @@ def is_corrected(program, typed, expected):
 
 def is_undamaged(program, typed, possible):
     document, _ = type_text(program, typed)
-    print("%r became %r beside one that was held up" % (typed, document))
+    print("%r became %r beside one that errs" % (typed, document))
     return re.fullmatch(possible, document) is not None
 
 
@@ -53,6 +53,9 @@ if __name__ == "__main__":
         os.environ["QUORVANE_KEY_OFFSET"] = str(0x20000000 + 32 * os.getpid())
         try:
             good = all([is_corrected(sys.argv[1], *case) for case in CASES])
+            os.environ["GREEDY"] = "1"
+            good &= is_undamaged(sys.argv[1], "I saw teh cat. ", r"I saw teh cat\. ")
+            del os.environ["GREEDY"]
             os.environ["HELD_UP"] = "1"
             good &= all([is_undamaged(sys.argv[1], *case) for case in HELD_UP_CASES])
         finally:

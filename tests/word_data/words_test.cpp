@@ -52,25 +52,6 @@ TEST(WordData, ADamagedRankListIsNamed) {
   EXPECT_EQ(sourceError([&] { TextFile{file}; }), file.string() + ":2: not UTF-8");
 }
 
-TEST(WordData, FrequenciesBlendBothLists) {
-  Tables tables;
-  tables.splitContractions = {"don", "i"};
-  tables.admitted = {"monday"};
-  const RankLists ranks{{{"the", 3}, {"don", 40}, {"et", 5000}, {"monday", 9}},
-                        {{"the", 1}, {"don", 900}, {"i", 19}, {"et", 100}, {"vol", 200}}};
-  const Frequencies model(ranks, tables);
-  const Levels word{.word = 10};
-  const auto share = [](double rate) { return static_cast<int>(rate * 1e9 + 0.5); };
-  EXPECT_EQ(model.frequency("the", word), share((shareInBooks(1) + shareInSubtitles(3)) / 2));
-  EXPECT_EQ(model.frequency("the", {.name = 10}),
-            share((shareInBooks(1) + shareInSubtitles(3)) / 5))
-      << "a name";
-  EXPECT_EQ(model.frequency("don", word), share(shareInBooks(900))) << "left of \"don't\"";
-  EXPECT_EQ(model.frequency("et", word), share(shareInSubtitles(5000) * 2.5)) << "foreign";
-  EXPECT_EQ(model.frequency("vol", word), share(shareInBooks(200) / 100)) << "an abbreviation";
-  EXPECT_EQ(model.frequency("monday", {.name = 10}), share(shareInSubtitles(9) / 2));
-}
-
 TEST(WordData, WordsWithoutARankGoByTheirLevel) {
   Tables tables;
   tables.functionWords["the"] = {"det."};
