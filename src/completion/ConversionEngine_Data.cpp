@@ -5,6 +5,7 @@
 #include "src/base/Text.h"
 #include "src/completion/ConversionEngine.h"
 #include "src/completion/NewWordTable.h"
+#include "src/completion/SnapshotFile.h"
 #include "src/completion/SubstitutionsReader.h"
 #include "src/completion/WordList.h"
 
@@ -12,13 +13,6 @@ namespace quorvane {
 namespace {
 
 using Path = std::optional<std::string>;
-
-/// A new table. `sound`: worth keeping, because no file was there but couldn't be read.
-template <class NewTable>
-struct Made {
-  NewTable table;
-  bool sound = true;
-};
 
 constexpr const char* kUserFile = "/.you_expand_me.json";
 /// In bytes. It is written by hand, and all of it is held in memory.
@@ -32,16 +26,6 @@ std::optional<JSONError> deserializeJSON(Process& process, const Path& path, JSO
 
 bool isSound(const std::optional<JSONError>& error) {
   return !error || error->kind == JSONError::Kind::Missing;
-}
-
-/// Tells one state of a file from every other.
-std::string stateOf(Process& process, const Path& path) {
-  if (!path) return "none\n";
-  const auto attributes = process.platform().fileManager.attributesOfItemAtPath(*path);
-  if (!attributes) return *path + " missing\n";
-  return *path + " " + std::to_string(attributes->size) + " " +
-         std::to_string(attributes->modificationNanoseconds) + " " +
-         std::to_string(attributes->systemFileNumber) + "\n";
 }
 
 /// In bytes; no text in a file is longer.
@@ -76,39 +60,6 @@ Made<PhonexGroups> makePhonexTable(Process& process, const Path& json) {
   return {groups.sorted(), isSound(error)};
 }
 
-/// The table in the snapshot at `path`, if it was made of what `key` says and is whole.
-template <class Table>
-std::optional<Table> openSnapshot(Process& process, const std::string& path,
-                                  const std::string& key) {
-  auto file = process.platform().fileManager.dataWithContentsOfMappedFile(path);
-  if (file == nullptr) return std::nullopt;
-  try {
-    return Table(std::move(file), key);
-  } catch (const DamagedSnapshot&) {
-    return std::nullopt;
-  }
-}
-
-/// A table out of the snapshot at `path`. What `make` makes is written there first where it must
-/// be; where it can't be written it stays in memory. If the snapshot proves damaged later, a table
-/// is made of the files as they are then, and the next start makes a snapshot again.
-template <class Table, class Make>
-Cached<Table> throughSnapshot(Process& process, const std::string& path, const std::string& key,
-                              Make make) {
-  FileManager& files = process.platform().fileManager;
-  const auto makeAnew = [&files, path, key, make] {
-    files.writeToFile(path, {});
-    const auto made = make();
-    return Table(NewSnapshot(made.table.kKind, key, made.table.sections()).joined(), key);
-  };
-  if (auto table = openSnapshot<Table>(process, path, key)) return {*std::move(table), makeAnew};
-  const auto made = make();
-  const NewSnapshot snapshot(made.table.kKind, key, made.table.sections());
-  if (made.sound) files.writeToFile(path, snapshot.parts());
-  if (auto table = openSnapshot<Table>(process, path, key)) return {*std::move(table), makeAnew};
-  return {Table(snapshot.joined(), key), makeAnew};
-}
-
 /// What is wrong with it, in one line.
 void complainOfUserFile(Process& process, const std::optional<JSONError>& error,
                         const SubstitutionsReader& reader) {
@@ -125,10 +76,6 @@ void complainOfUserFile(Process& process, const std::optional<JSONError>& error,
   }
 }
 
-std::string snapshotPath(Process& process, std::string_view name) {
-  return process.platform().fileManager.cachesDirectory() + "/" + std::string(name) + ".snapshot";
-}
-
 }  // namespace
 
 void ConversionEngine::loadPreparedData() {
@@ -142,22 +89,24 @@ void ConversionEngine::loadPreparedData() {
 void ConversionEngine::loadTrie() {
   auto& list = process_.state<WordListState>();
   const Path path = resource(process_, "google_227800_words", "bin");
-  list.fileState = stateOf(process_, path);
+  list.fileState = stateOfFile(process_.platform().fileManager, path);
   loadWordList(list, process_.platform().fileManager, path);
 }
 
 Cached<WordTable> ConversionEngine::getWordsWithFrequencyAndTranslation() {
   const Path json = resource(process_, "frequency_and_ipa", "json");
   return throughSnapshot<WordTable>(
-      process_, snapshotPath(process_, "frequency_and_ipa"),
-      process_.state<WordListState>().fileState + stateOf(process_, json),
+      process_.platform().fileManager, "frequency_and_ipa",
+      process_.state<WordListState>().fileState +
+          stateOfFile(process_.platform().fileManager, json),
       [&process = process_, json] { return makeWordTable(process, json); });
 }
 
 Cached<PhonexTable> ConversionEngine::getPhonexEncodedWords() {
   const Path json = resource(process_, "phonex_encoded_words", "json");
   return throughSnapshot<PhonexTable>(
-      process_, snapshotPath(process_, "phonex_encoded_words"), stateOf(process_, json),
+      process_.platform().fileManager, "phonex_encoded_words",
+      stateOfFile(process_.platform().fileManager, json),
       [&process = process_, json] { return makePhonexTable(process, json); });
 }
 

@@ -1,0 +1,132 @@
+#include "tools/corrections/Decision.h"
+
+#include <algorithm>
+
+#include "tools/corrections/WordForms.h"
+
+namespace quorvane::corrections {
+
+namespace {
+
+constexpr std::size_t kMostCandidates = 9;
+constexpr float kAlone = 20;
+/// Of the logarithm of a frequency: 300 in 1,000,000,000.
+constexpr float kSurelyAWord = 5.7F;
+
+/// Who types an apostrophe means one.
+bool keepsApostrophe(std::string_view word, std::string_view candidate) {
+  return word.find('\'') == std::string_view::npos ||
+         candidate.find('\'') != std::string_view::npos;
+}
+
+/// In small letters or as a name.
+bool isInDictionaries(const std::string& word, const Accepts& accepts) {
+  std::string capital = word;
+  if (isSmallLetter(capital.front())) capital.front() = static_cast<char>(capital.front() - 32);
+  return accepts(word) || accepts(capital);
+}
+
+bool isPossessive(const WordIndex& index, std::string_view word) {
+  return word.ends_with("'s") && isKnown(index, word.substr(0, word.size() - 2));
+}
+
+/// Dictionaries write it with a capital only.
+bool isName(const std::string& word, const Accepts& accepts) {
+  return !accepts(word) && isInDictionaries(word, accepts);
+}
+
+/// Nothing but letters typed twice, or once in place of twice.
+bool isDoubling(std::string_view one, std::string_view other) {
+  const auto undoubled = [](std::string_view word) {
+    std::string letters(word);
+    letters.erase(std::ranges::unique(letters).begin(), letters.end());
+    return letters;
+  };
+  return undoubled(one) == undoubled(other);
+}
+
+/// The one is the other with a letter before or behind it, as names of functions have.
+bool isOtherwiseWhole(std::string_view longer, std::string_view shorter) {
+  return longer.size() == shorter.size() + 1 &&
+         (longer.ends_with(shorter) || longer.starts_with(shorter));
+}
+
+Bounds operator+(const Bounds& one, const Bounds& other) {
+  return {one.floor + other.floor, one.lead + other.lead};
+}
+
+Bounds boundsFor(std::size_t letters, bool doubtful, Writing writing) {
+  const auto* const row = std::ranges::lower_bound(kBounds, letters, {}, &BoundsRow::mostLetters);
+  const Bounds bounds = doubtful ? row->doubtful : row->plain;
+  if (writing == Writing::Small) return bounds;
+  return bounds + (writing == Writing::Capital ? kForName : kForCapital);
+}
+
+Rule ruleOf(const Judgement& judgement) {
+  if (judgement.ranked.front().score < judgement.needed.floor) return Rule::BelowFloor;
+  return judgement.lead() < judgement.needed.lead ? Rule::NarrowLead : Rule::Sure;
+}
+
+}  // namespace
+
+float Judgement::lead() const {
+  if (ranked.empty()) return 0;
+  const float second = ranked.size() < 2 ? ranked[0].score - kAlone : ranked[1].score;
+  return ranked[0].score - std::max(second, own);
+}
+
+float Decision::score(std::string_view candidate, std::string_view typed) const {
+  return kFrequencyWeight * index_.logFrequency(candidate).value_or(0) -
+         cost_.between(candidate, typed);
+}
+
+/// Names are never meant by small letters; the few best are looked at only.
+std::vector<Candidate> Decision::rank(std::string_view word, const Accepts& accepts) const {
+  std::vector<Candidate> all;
+  for (const auto& entry : index_.near(word)) {
+    if (!keepsApostrophe(word, entry.word)) continue;
+    all.push_back({std::string(entry.word),
+                   kFrequencyWeight * entry.logFrequency - cost_.between(entry.word, word)});
+  }
+  std::ranges::sort(all, std::ranges::greater(), &Candidate::score);
+  std::vector<Candidate> best;
+  for (Candidate& candidate : all) {
+    if (best.size() == kMostCandidates) break;
+    if (best.size() >= 2 || !isName(candidate.word, accepts)) best.push_back(std::move(candidate));
+  }
+  return best;
+}
+
+/// The far end of the word list has what the dictionaries for good reason haven't: there its word
+/// counts for no more than a candidate does.
+bool Decision::exists(std::string_view word, const Accepts& accepts) const {
+  const auto found = index_.logFrequency(word);
+  if (!found) return isPossessive(index_, word);
+  return *found >= kSurelyAWord || isInDictionaries(std::string(word), accepts);
+}
+
+bool Decision::isDoubtful(std::string_view word, std::string_view best) const {
+  if (isDoubling(word, best)) return false;
+  return isOtherwiseWhole(word, best) || isOtherwiseWhole(best, word) ||
+         isMadeOfKnown(index_, word, best);
+}
+
+Judgement Decision::judge(std::string_view word, Writing writing, const Accepts& accepts) const {
+  Judgement judgement;
+  if (!isWord(word)) {
+    judgement.rule = Rule::NotAWord;
+  } else if (exists(word, accepts)) {
+    judgement.rule = Rule::Known;
+  } else {
+    judgement.ranked = rank(word, accepts);
+    const auto own = index_.logFrequency(word);
+    if (own) judgement.own = kFrequencyWeight * *own;
+    if (judgement.ranked.empty()) return judgement;
+    judgement.doubtful = isDoubtful(word, judgement.ranked.front().word);
+    judgement.needed = boundsFor(word.size(), judgement.doubtful, writing);
+    judgement.rule = ruleOf(judgement);
+  }
+  return judgement;
+}
+
+}  // namespace quorvane::corrections

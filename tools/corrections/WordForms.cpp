@@ -1,0 +1,93 @@
+#include "tools/corrections/WordForms.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+
+namespace quorvane::corrections {
+
+namespace {
+
+constexpr std::array<std::string_view, 42> kPrefixes{
+    "un",    "re",    "non",   "pre",  "sub",   "multi",  "super", "inter",   "over",
+    "under", "auto",  "anti",  "co",   "de",    "dis",    "mis",   "out",     "up",
+    "down",  "micro", "meta",  "mini", "hyper", "pseudo", "semi",  "post",    "bi",
+    "tri",   "proto", "ex",    "neo",  "mid",   "poly",   "quasi", "counter", "trans",
+    "ultra", "intra", "extra", "fore", "self",  "mono"};
+constexpr std::array<std::string_view, 58> kEndings{
+    "s",    "es",    "ed",     "d",       "ing",     "er",      "ers",   "r",     "rs",   "ly",
+    "ness", "less",  "able",   "ally",    "al",      "y",       "ize",   "izes",  "ized", "izing",
+    "ise",  "ises",  "ised",   "ising",   "ish",     "ist",     "ists",  "ism",   "like", "wise",
+    "ful",  "fully", "ings",   "eth",     "est",     "ian",     "ians",  "ative", "or",   "ors",
+    "ic",   "ical",  "ically", "ability", "ization", "isation", "n't",   "'ll",   "'ve",  "'d",
+    "'s",   "'re",   "ship",   "hood",    "dom",     "ment",    "ments", "ible"};
+
+constexpr float kAttested = 2.2F;
+constexpr float kCommon = 5.7F;
+constexpr float kVeryCommon = 6.9F;
+
+constexpr std::size_t kShortestBase = 3;
+constexpr std::size_t kShortestPart = 3;
+constexpr std::size_t kLongerPart = 4;
+
+bool isAtLeast(const WordIndex& index, std::string_view word, float logFrequency) {
+  const auto found = index.logFrequency(word);
+  return found && *found >= logFrequency;
+}
+
+bool isPrefixed(const WordIndex& index, std::string_view word) {
+  return std::ranges::any_of(kPrefixes, [&](std::string_view prefix) {
+    return word.starts_with(prefix) && word.size() >= prefix.size() + kLongerPart &&
+           isAtLeast(index, word.substr(prefix.size()), kCommon);
+  });
+}
+
+/// Short parts are to be very common: nearly any letters can be cut into rare words of three.
+bool isCompound(const WordIndex& index, std::string_view word) {
+  for (std::size_t cut = kShortestPart; cut + kShortestPart <= word.size(); ++cut) {
+    const bool longer = cut >= kLongerPart && cut + kLongerPart <= word.size();
+    const float common = longer ? kCommon : kVeryCommon;
+    if (isAtLeast(index, word.substr(0, cut), common) &&
+        isAtLeast(index, word.substr(cut), common)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool isBase(const WordIndex& index, std::string_view stem) {
+  if (stem.size() < kShortestBase) return false;
+  std::string base(stem);
+  if (isKnown(index, base) || isKnown(index, base + 'e')) return true;
+  if (base.back() != 'i') return false;
+  base.back() = 'y';
+  return isKnown(index, base);
+}
+
+bool isInflected(const WordIndex& index, std::string_view word, std::string_view candidate) {
+  bool inflected = false;
+  for (const std::string_view ending : kEndings) {
+    if (!word.ends_with(ending)) continue;
+    const std::string_view stem = word.substr(0, word.size() - ending.size());
+    if (!isBase(index, stem)) continue;
+    if (candidate.ends_with(ending) && candidate.starts_with(stem.substr(0, stem.size() - 1))) {
+      return false;
+    }
+    inflected = true;
+  }
+  return inflected;
+}
+
+}  // namespace
+
+bool isKnown(const WordIndex& index, std::string_view word) {
+  const auto found = index.logFrequency(word);
+  return found && (*found == 0 || *found > kAttested);
+}
+
+bool isMadeOfKnown(const WordIndex& index, std::string_view word, std::string_view candidate) {
+  return isInflected(index, word, candidate) || isPrefixed(index, word) || isCompound(index, word);
+}
+
+}  // namespace quorvane::corrections

@@ -1,0 +1,69 @@
+#pragma once
+// Where what lies in the snapshot of a word index. Every change here asks for another kind.
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "platform/MacTypes.h"
+
+namespace quorvane::corrections {
+
+inline constexpr FourCharCode kWordIndex = "Cor1"_4cc;
+
+enum WordIndexSection : std::size_t {
+  kWords = 1,        ///< texts: two sections, in the order of their bytes
+  kFrequencies = 3,  ///< 8 bits for each word, see below
+  kBuckets = 4,      ///< 32 bits for each bucket and the end: where its entries begin
+  kEntries = 5,      ///< 32 bits each: a word that leaves behind what hashes to this bucket
+};
+
+/// What is left of a word's beginning when up to two letters are taken out leads to the word.
+inline constexpr std::size_t kPrefix = 7;
+inline constexpr std::size_t kMostSlips = 2;
+inline constexpr std::size_t kBucketCount = std::size_t{1} << 18;
+
+/// Natural logarithms in steps of 1/14; 0 where the word is only known to exist.
+inline constexpr float kFrequencySteps = 14;
+
+inline std::uint8_t packedFrequency(double frequency) {
+  return frequency < 1 ? 0 : static_cast<std::uint8_t>(1 + std::log(frequency) * kFrequencySteps);
+}
+inline float logFrequency(std::uint8_t packed) {
+  return packed == 0 ? 0 : static_cast<float>(packed - 1) / kFrequencySteps;
+}
+
+constexpr std::size_t bucketOf(std::string_view remains) {
+  std::uint32_t hash = 2166136261;
+  for (const char c : remains) hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619;
+  return (hash ^ hash >> 15) % kBucketCount;
+}
+
+inline void leaveOut(std::string_view text, std::size_t at, std::span<char> rest) {
+  const auto behind = std::ranges::copy(text.substr(0, at), rest.begin()).out;
+  std::ranges::copy(text.substr(at + 1), behind);
+}
+
+/// Tells of the beginning of `word` and of what is left of it without one and without two letters;
+/// of some remains more than once.
+template <class Visit>
+void visitRemains(std::string_view word, Visit visit) {
+  const std::string_view all = word.substr(0, kPrefix);
+  visit(all);
+  std::array<char, kPrefix> one;
+  std::array<char, kPrefix> two;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const std::string_view less(one.data(), all.size() - 1);
+    leaveOut(all, i, one);
+    visit(less);
+    for (std::size_t j = i; j < less.size(); ++j) {
+      leaveOut(less, j, two);
+      visit(std::string_view(two.data(), less.size() - 1));
+    }
+  }
+}
+
+}  // namespace quorvane::corrections
