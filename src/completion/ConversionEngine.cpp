@@ -72,7 +72,7 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
   if (lowered.empty()) return {};
   Words list = wordsByFrequency(lowered);
   bool differ = !list.empty();  // as words of one list do
-  if (list.empty()) list = inOneCase(getSuggestionOfSpellChecker(lowered));
+  if (list.empty()) list = onesToOffer(getSuggestionOfSpellChecker(lowered));
   const auto substitution = substitutions.find(lowered);
   if (substitution != substitutions.end()) {
     list.insert(list.begin(), substitution->second);
@@ -85,12 +85,15 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
   return list;
 }
 
-/// Of words that differ in case alone only the first.
-ConversionEngine::Words ConversionEngine::inOneCase(Words words) {
+/// Of words that differ in case alone the first, and none that is known and not to be offered, in
+/// whatever form with an apostrophe.
+ConversionEngine::Words ConversionEngine::onesToOffer(Words words) {
   Words seen;
   std::erase_if(words, [&](const std::u16string& word) {
-    seen.push_back(lowercaseString(word));
-    return std::find(seen.begin(), seen.end() - 1, seen.back()) != seen.end() - 1;
+    const std::u16string lowered = lowercaseString(word);
+    const bool again = std::ranges::find(seen, lowered) != seen.end();
+    seen.push_back(lowered);
+    return again || frequencyOf(lowered.substr(0, lowered.find(u'\''))) < 0;
   });
   return words;
 }

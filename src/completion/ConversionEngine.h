@@ -74,7 +74,7 @@ class ConversionEngine {
   std::u16string getAnnotation(const std::u16string& word);
 
  private:
-  Words inOneCase(Words words);
+  Words onesToOffer(Words words);
   Words wordsByFrequency(const std::u16string& prefix);
   std::int32_t frequencyOf(const std::u16string& word);
   TextList annotationOf(const std::u16string& word);

@@ -26,8 +26,12 @@ TEST_F(Fallback, GuessesThenSoundAlikesFourOfEach) {
       << "its first call; of equal distance in the table's order";
   EXPECT_EQ(engine.getSuggestionOfSpellChecker(u"xxxx"), ten) << "a distance of 4 is too far";
   EXPECT_EQ(engine.getSuggestionOfSpellChecker(u"xxxxz"), (Words{u"xxxx\u00e9"}));
-  host.spellChecker.guesses = {{u"qqq", {u"Qq", u"qqa", u"qq", u"QQA"}}};
-  EXPECT_EQ(engine.getCandidates(u"qqq"), (Words{u"qqq", u"Qq", u"qqa"})) << "in one case";
+}
+
+TEST_F(Fallback, OffersAWordInOneCaseAndNoneThatIsNotToBe) {
+  putWords(R"({"drat":{"frequency":-1},"qqa":{"frequency":0}})");
+  host.spellChecker.guesses = {{u"qqq", {u"Qq", u"Drat", u"qqa", u"qq", u"drat's", u"QQA"}}};
+  EXPECT_EQ(start().getCandidates(u"qqq"), (Words{u"qqq", u"Qq", u"qqa"}));
 }
 
 TEST_F(Fallback, WithoutAnEncoderOrATableGuessesStandAlone) {

@@ -56,7 +56,11 @@ TEST_F(RealData, CommonWordsStandFirst) {
 }
 
 TEST_F(RealData, HasWordsAndNoMisspellings) {
-  EXPECT_EQ(simdjson::dom::object(table).size(), 227800U);
+  const auto words = simdjson::dom::object(table);
+  EXPECT_EQ(
+      std::count_if(words.begin(), words.end(),
+                    [](const auto& member) { return std::int64_t(member.value["frequency"]) > 0; }),
+      227800);
   std::istringstream present(
       "the because receive accommodate beautiful went tv cafe colour "
       "smartphone organise monday london");

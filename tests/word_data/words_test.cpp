@@ -87,6 +87,10 @@ TEST(WordData, TheListTakesWhatIsCommonFirst) {
   EXPECT_EQ(taken(5), "a anna seldom tv uk ");
   EXPECT_EQ(taken(6), "a anna known seldom tv uk ");
   EXPECT_EQ(taken(7), "a anna known odd seldom tv uk ");
+  const std::vector<Word> kept =
+      offensiveWords(candidates, [](const auto& w) { return w == "drat"; });
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_EQ(kept[0].text + std::to_string(kept[0].frequency), "drat-1");
   EXPECT_EQ(taken(99), "a anna known odd rarely seldom tv uk ");
 }
 

@@ -1,6 +1,7 @@
 #include "tools/word_data/Generator.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "tools/word_data/Notices.h"
 #include "tools/word_data/OutputFolder.h"
@@ -40,17 +41,20 @@ Report generate(const Places& places, ScriptHost& scripts) {
   const WordNet dictionary(places.wordnet);
   const Frequencies frequencies(ranks, tables);
   const Glosses glosses(dictionary, tables);
-  const std::vector<Word> words = selectWords(
-      readScowl(places.scowl), ranks, tables,
-      [&](const std::string& word) { return !dictionary.senses(word).empty(); },
-      [&](const std::string& word) { return glosses.isOffensive(word); });
+  const Candidates candidates = readScowl(places.scowl);
+  const WordTest isDefined = [&](const auto& word) { return !dictionary.senses(word).empty(); };
+  const WordTest isOffensive = [&](const auto& word) { return glosses.isOffensive(word); };
+  const std::vector<Word> words = selectWords(candidates, ranks, tables, isDefined, isOffensive);
   noteWords(report, words, frequencies);
 
   const TextFile script(places.tables / "phonex.js");
   Phonex phonex(scripts, script.text());
   const CodeGroups groups = groupByCode(phonex, words);
   noteGroups(report, groups);
-  const WordTable table = wordTable(words, glosses, pronunciations);
+  std::vector<Word> known;
+  std::ranges::merge(words, offensiveWords(candidates, isOffensive), std::back_inserter(known), {},
+                     &Word::text, &Word::text);
+  const WordTable table = wordTable(known, glosses, pronunciations);
   report.defined = table.defined;
   report.pronounced = table.pronounced;
 

@@ -83,4 +83,12 @@ std::vector<Word> selectWords(const Candidates& candidates, const RankLists& ran
   return words;
 }
 
+std::vector<Word> offensiveWords(const Candidates& candidates, const WordTest& isOffensive) {
+  std::vector<Word> words;
+  for (const auto& [text, levels] : candidates)
+    if (isOffensive(text)) words.push_back({text, -1});
+  std::ranges::sort(words, {}, &Word::text);
+  return words;
+}
+
 }  // namespace quorvane::word_data

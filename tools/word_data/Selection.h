@@ -17,7 +17,7 @@ constexpr std::size_t WordCount = 227800;
 
 struct Word {
   std::string text;
-  int frequency = 0;
+  int frequency = 0;  ///< -1: not to be offered
 };
 
 using WordTest = std::function<bool(const std::string&)>;
@@ -28,5 +28,8 @@ using WordTest = std::function<bool(const std::string&)>;
 std::vector<Word> selectWords(const Candidates& candidates, const RankLists& ranks,
                               const Tables& tables, const WordTest& isDefined,
                               const WordTest& isOffensive, std::size_t count = WordCount);
+
+/// The candidates that are, in the order of their letters. They have a frequency that says so.
+std::vector<Word> offensiveWords(const Candidates& candidates, const WordTest& isOffensive);
 
 }  // namespace quorvane::word_data
