@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <csignal>
+#include <cstdint>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -49,7 +51,7 @@ void addPasteOptions(CLI::App& command, PasteOptions& options) {
           .add_option("--paste", options.pid,
                       "Start nothing: have the paste keys pressed in process PID, beside a "
                       "main application that runs; 0 for the one that it names")
-          ->check(CLI::NonNegativeNumber)
+          ->check(CLI::Range(0, std::numeric_limits<std::int32_t>::max()))
           ->option_text("PID");
   command.add_flag("--special", options.special, "With --paste: without the text's style")
       ->needs(paste);
@@ -72,13 +74,18 @@ void addCheckerCommand(CLI::App& app, Run& run) {
   CLI::App* const command = app.add_subcommand(
       "checker", "Run the stand-in main application alone, until it is interrupted.");
   const auto options = std::make_shared<checker::CheckerOptions>();
-  command->add_option("--manner", options->manner, "How it keeps its side of the agreement")
-      ->transform(CLI::CheckedTransformer(manners()))
+  command
+      ->add_option_function<std::string>(
+          "--manner", [options](const std::string& name) { options->manner = manners().at(name); },
+          "How it keeps its side of the agreement")
+      ->check(CLI::IsMember(&manners()))
       ->option_text("honest|slow|silent|stale|hostile");
   command->add_option("--slow", options->slowMilliseconds, "Milliseconds that --manner slow thinks")
       ->check(CLI::Range(0U, 60'000U))
-      ->option_text("MS");
-  command->add_option("--seed", options->seed, "Seed of --manner hostile")->option_text("N [1]");
+      ->option_text("MS (0 to 60000)");
+  command->add_option("--seed", options->seed, "Seed of --manner hostile")
+      ->check(CLI::Range(0U, std::numeric_limits<std::uint32_t>::max()))
+      ->option_text("N [1]");
   command->add_option("--dictionary", options->dictionary, "The dictionary's name for Enchant")
       ->option_text("NAME [en_US]");
   command

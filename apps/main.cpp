@@ -6,6 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 #include "apps/Command.h"
 
@@ -20,10 +23,19 @@ void openClosedStandardDescriptors() {
   }
 }
 
+/// By itself the library only misses a subcommand where one is misspelt.
+std::string usageProblem(const CLI::App* app, const CLI::Error& error) {
+  const std::vector<std::string> unknown = app->remaining();
+  const bool misspelt = app->get_subcommands().empty() && !unknown.empty();
+  return (misspelt ? "Neither a subcommand nor an option: " + unknown.front() : error.what()) +
+         "\nRun with --help for more information.\n";
+}
+
 int parseAndRun(int argc, char** argv) {
   CLI::App app("The input-method half of a desktop writing checker.", "quorvane");
   app.set_version_flag("--version", QUORVANE_VERSION);
   app.require_subcommand(1);
+  app.failure_message(usageProblem);
   quorvane::Run run;
   quorvane::addDeskCommand(app, run);
   quorvane::addTypeCommand(app, run);
@@ -38,12 +50,19 @@ int parseAndRun(int argc, char** argv) {
   return run();
 }
 
+/// A full or closed output shows only when what waits is written.
+void finishOutput() {
+  if (!std::cout.flush()) throw std::runtime_error("can't write all of it to standard output");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   openClosedStandardDescriptors();
   try {
-    return parseAndRun(argc, argv);
+    const int code = parseAndRun(argc, argv);
+    finishOutput();
+    return code;
   } catch (const std::exception& error) {
     std::cerr << "quorvane: " << error.what() << '\n';
     return quorvane::kExitFailed;

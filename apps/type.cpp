@@ -71,7 +71,7 @@ void addTypeCommand(CLI::App& app, Run& run) {
   addSystemOptions(*command, options->system);
   command->add_option("--delay", *delay, "Milliseconds behind each key, spent in the run loop")
       ->check(CLI::Range(0U, 60'000U))
-      ->option_text("MS");
+      ->option_text("MS (0 to 60000)");
   command->add_flag("--trace", options->trace,
                     "Tell each key's outcome, each client call and each packet, with their text");
   command->add_flag("--log", *log, "Show the log on standard error");

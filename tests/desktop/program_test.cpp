@@ -40,7 +40,10 @@ TEST(Program, ExitCodesAreHonest) {
   };
   const std::vector<Case> cases{
       {{.arguments = {"--help"}}, 0, "type", ""},
-      {{.arguments = {"typo"}}, 2, "", "subcommand"},
+      {{.arguments = {"typo"}}, 2, "", "typo"},
+      {{.arguments = {"checker", "--paste", "-3"}}, 2, "", "0 to 2147483647"},
+      {{.arguments = {"--version"}, .output = "/dev/full"}, 1, "", "standard output"},
+      {{.arguments = {"replay", "/none"}, .output = "/dev/full"}, 1, "", "standard output"},
       {{.arguments = {"desk"}}, 2, "", "must be a terminal"},
       {{.arguments = {"candidates", "a\xFF"}}, 2, "", "offset 1"},
       {{.arguments = {"candidates", "a"}, .variables = {"QUORVANE_BUNDLE_DIR=/nonexistent"}},
