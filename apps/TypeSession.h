@@ -2,8 +2,10 @@
 // One run of `type`: the characters, key by key, into the document of a running system.
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "apps/RunningSystem.h"
 #include "apps/TypeOptions.h"
@@ -21,6 +23,8 @@ class TypeSession {
   /// The document is complete when it returns.
   void run(std::u32string_view text);
   [[nodiscard]] const std::u16string& document() { return system_.document().text(); }
+  /// `told` comes before the end of the process that a message has asked for.
+  void onQuit(std::function<void()> told) { system_.beforeExit = std::move(told); }
   /// The signal that asked for an early end; 0: none.
   [[nodiscard]] int signal() const { return system_.signal(); }
 

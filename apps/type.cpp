@@ -5,9 +5,12 @@
 #include <CLI/CLI.hpp>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <exception>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "apps/Command.h"
@@ -19,6 +22,27 @@
 namespace quorvane {
 namespace {
 
+void printDocument(const std::string& document) {
+  writeAll(STDOUT_FILENO, document);
+  if (::close(STDOUT_FILENO) != 0) {
+    throw std::system_error(errno, std::generic_category(), "can't write to standard output");
+  }
+}
+
+void tellEarlyEnd(std::string_view why) {
+  std::cerr << "quorvane type: " << why << "; the document is as it was typed so far\n";
+}
+
+/// In the middle of a message, where an exception would keep the process alive.
+void endByMessage(const std::u16string& document) noexcept {
+  tellEarlyEnd("a message has ended the input method");
+  try {
+    printDocument(toUtf8(document));
+  } catch (const std::exception& error) {
+    std::cerr << "quorvane type: " << error.what() << '\n';
+  }
+}
+
 struct Typed {
   std::string document;
   int signal = 0;
@@ -26,15 +50,9 @@ struct Typed {
 
 Typed typeInto(const TypeOptions& options, std::u32string_view text) {
   TypeSession session(options);
+  session.onQuit([&session] { endByMessage(session.document()); });
   session.run(text);
   return {toUtf8(session.document()), session.signal()};
-}
-
-void printDocument(const std::string& document) {
-  writeAll(STDOUT_FILENO, document);
-  if (::close(STDOUT_FILENO) != 0) {
-    throw std::system_error(errno, std::generic_category(), "can't write to standard output");
-  }
 }
 
 int runType(const TypeOptions& options) {
@@ -47,9 +65,9 @@ int runType(const TypeOptions& options) {
   }
   std::signal(SIGPIPE, SIG_IGN);
   const Typed typed = typeInto(options, text);
-  if (typed.signal != 0) return endBySignal(typed.signal);
+  if (typed.signal != 0) tellEarlyEnd(::strsignal(typed.signal));
   printDocument(typed.document);
-  return kExitDone;
+  return typed.signal == 0 ? kExitDone : endBySignal(typed.signal);
 }
 
 /// What the stand-in says goes with what we say.

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 #include <sys/shm.h>
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 
+#include "hosts/desktop/PacketSocket.h"
 #include "tests/desktop/RunningProgram.h"
 
 namespace quorvane::tests {
@@ -131,24 +134,38 @@ TEST(Program, TheLogKeepsTypedTextPrivate) {
   EXPECT_NE(log.errors().find("<private>"), std::string::npos);
 }
 
-class TypeSignal : public testing::TestWithParam<int> {};
-
-TEST_P(TypeSignal, LeavesNothingBehind) {
-  const OwnFolder folder;
-  // Variables that are empty count as unset; a signal ends the delay, too.
-  RunningProgram type(folder, {.arguments = {"type", "--delay", "60000"},
-                               .input = std::string(kMistakes),
-                               .variables = {"QUORVANE_RUNTIME_DIR=", "QUORVANE_KEY_OFFSET="}});
-  ASSERT_TRUE(eventually([&] { return bothAnnounced(folder, type); }));
-  ASSERT_TRUE(hasSegment(type.pid()));
-  type.signal(GetParam());
-  EXPECT_TRUE(eventually([&] { return !hasSegment(type.pid()); }));
-  EXPECT_EQ(type.wait(), 128 + GetParam());
-  EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
-  EXPECT_EQ(type.output(), "");
+/// Sends `IMqt` to a `type`.
+void quit(const OwnFolder& folder, pid_t type) {
+  const auto own = folder.usualRuntimeFolder() / ("type-" + std::to_string(type));
+  const auto port = desktop::connectTo(
+      own / ("Q7T2M4K9W1.com.tallowmere.QorvInPortServer1" + std::to_string(type)));
+  constexpr std::array<std::uint8_t, 8> kRequest{'I', 'M', 'q', 't'};
+  EXPECT_EQ(desktop::sendPacket(port.get(), kRequest, {}), desktop::Transfer::Done);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, TypeSignal, testing::Values(SIGINT, SIGTERM, SIGHUP));
+constexpr int kMessage = 0;
+class TypeEnd : public testing::TestWithParam<int> {};
+
+TEST_P(TypeEnd, PrintsWhatWasTypedAndLeavesNothingBehind) {
+  const OwnFolder folder;
+  // Variables that are empty count as unset; a signal ends the delay, too.
+  RunningProgram type(folder, {.arguments = {"type", "--delay", "60000", "--trace"},
+                               .input = std::string(kMistakes),
+                               .variables = {"QUORVANE_RUNTIME_DIR=", "QUORVANE_KEY_OFFSET="}});
+  ASSERT_TRUE(eventually([&] { return type.errors().find("key \"I\"") != std::string::npos; }));
+  ASSERT_TRUE(bothAnnounced(folder, type));
+  ASSERT_TRUE(hasSegment(type.pid()));
+  const bool message = GetParam() == kMessage;
+  message ? quit(folder, type.pid()) : type.signal(GetParam());
+  EXPECT_TRUE(eventually([&] { return !hasSegment(type.pid()); }));
+  EXPECT_EQ(type.wait(), message ? 255 : 128 + GetParam());
+  EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);
+  EXPECT_EQ(type.output(), "I");
+  const std::string_view reason = message ? "a message" : ::strsignal(GetParam());
+  EXPECT_NE(type.errors().find(reason), std::string::npos) << type.errors();
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TypeEnd, testing::Values(SIGINT, SIGTERM, SIGHUP, kMessage));
 
 TEST(Type, WhatAKillLeavesIsClearedAwayByTheNext) {
   const OwnFolder folder;
