@@ -77,7 +77,7 @@ OwnSurroundings::OwnSurroundings() {
 void OwnSurroundings::makeFolder() {
   const desktop::RuntimeFolder usual(
       desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory);
-  const auto lock = usual.lock();
+  const desktop::Descriptor lock = usual.lock();
   removeLeftovers(usual.path());
   folder_ = usual.path() / (std::string(kFolderPrefix) + std::to_string(::getpid()));
   ::setenv(kRuntimeDir, folder_.c_str(), 1);

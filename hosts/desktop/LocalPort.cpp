@@ -24,8 +24,7 @@ std::uint64_t fileNumber(const std::filesystem::path& path) {
 
 /// Under the folder's lock, so that two processes can't both find a leftover and take it over.
 Descriptor listenOrTakeOver(const RuntimeFolder& folder, const std::filesystem::path& path) {
-  const auto lock = folder.lock();
-  if (!lock) return {};
+  const Descriptor lock = folder.lock();
   Descriptor listener = listenAt(path);
   if (listener.valid() || errno != EADDRINUSE || !isLeftOver(path)) return listener;
   unlink(path.c_str());

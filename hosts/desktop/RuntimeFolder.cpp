@@ -37,6 +37,9 @@ void checkOwner(const std::filesystem::path& path) {
   if (status.st_uid != geteuid()) {
     refuse(path, "belongs to another user; set QUORVANE_RUNTIME_DIR to a folder of your own");
   }
+  if ((status.st_mode & 0700) != 0700) {
+    refuse(path, "is closed to yourself; run chmod 700 on it");
+  }
   if ((status.st_mode & 077) != 0) refuse(path, "is open to other users; run chmod 700 on it");
 }
 
@@ -51,15 +54,17 @@ RuntimeFolder::RuntimeFolder(std::filesystem::path path) : path_(std::move(path)
   checkOwner(path_);
 }
 
-std::optional<Descriptor> RuntimeFolder::lock() const {
+Descriptor RuntimeFolder::lock() const {
   constexpr int kAttempts = 100;
   Descriptor file = openLockFile();
-  if (!file.valid()) return {};
+  if (!file.valid()) refuse(path_, std::string(".lock can't be opened: ") + std::strerror(errno));
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     if (flock(file.get(), LOCK_EX | LOCK_NB) == 0) return file;
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
-  return {};
+  refuse(path_,
+         "another process holds .lock; end it (lslocks names it), or set "
+         "QUORVANE_RUNTIME_DIR to another folder");
 }
 
 /// One byte of the lock file for each set of segments. A lock of this kind and the one on the whole

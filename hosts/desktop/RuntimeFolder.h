@@ -3,7 +3,6 @@
 // of running applications.
 
 #include <filesystem>
-#include <optional>
 #include <string_view>
 
 #include "hosts/desktop/Descriptor.h"
@@ -13,8 +12,8 @@ namespace quorvane::desktop {
 class RuntimeFolder {
  public:
   /// Makes the folder with mode 0700 where it is missing. Throws std::runtime_error, with a message
-  /// that says what to do, where it can't be made, belongs to somebody else, is open to others, or
-  /// its path leaves no room for the name of a port.
+  /// that says what to do, where it can't be made, belongs to somebody else, is open to others, is
+  /// closed to ourselves, or its path leaves no room for the name of a port.
   explicit RuntimeFolder(std::filesystem::path path);
 
   [[nodiscard]] const std::filesystem::path& path() const { return path_; }
@@ -23,8 +22,8 @@ class RuntimeFolder {
   }
 
   /// Keeps other processes from taking over leftovers at the same time, until the result goes.
-  /// Empty where somebody holds it for more than a second.
-  [[nodiscard]] std::optional<Descriptor> lock() const;
+  /// Throws std::runtime_error where somebody holds it for more than a second.
+  [[nodiscard]] Descriptor lock() const;
   /// The right to be the input method of the segments at `keyOffset`: two would damage each other's
   /// texts. Held as long as the result, and as its process at the longest, however that ends.
   /// Invalid where another process holds it. Throws std::runtime_error where it can't be asked for.

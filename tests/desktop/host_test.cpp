@@ -52,6 +52,8 @@ TEST(DesktopRuntimeFolder, WhatCannotServeIsRefusedWithWhatToDo) {
   EXPECT_NE(refusal(own.path() / "no" / "parent").find("QUORVANE_RUNTIME_DIR"), std::string::npos);
   chmod((own.path() / "new").c_str(), 0755);
   EXPECT_NE(refusal(own.path() / "new").find("chmod 700"), std::string::npos);
+  chmod((own.path() / "new").c_str(), 0);
+  EXPECT_NE(refusal(own.path() / "new").find("closed to yourself"), std::string::npos);
   std::ofstream(own.path() / "file") << "x";
   EXPECT_NE(refusal(own.path() / "file").find("no folder"), std::string::npos);
   std::filesystem::create_symlink(own.path(), own.path() / "link");
