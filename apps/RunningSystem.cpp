@@ -7,6 +7,7 @@
 #include <csignal>
 #include <iostream>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "apps/Command.h"
@@ -33,6 +34,14 @@ desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int
   configuration.logDescriptor = options.logDescriptor.value_or(nowhere);
   configuration.consoleDescriptor = configuration.logDescriptor;
   return configuration;
+}
+
+std::string whyEnded(const std::string& lastLine) {
+  const std::string ended = "the stand-in main application has ended";
+  if (lastLine.empty()) {
+    return ended + "; run `quorvane checker` to see why, or go without it by --no-checker";
+  }
+  return ended + " and said last:\n" + lastLine + "\nGo without it by --no-checker";
 }
 
 }  // namespace
@@ -132,11 +141,7 @@ void RunningSystem::awaitStandIn() {
   const auto limit = SteadyClock::now() + kStandInLimit;
   while (host_.processRegistry().find(standIn_->pid()) == nullptr) {
     if (signal_ != 0) return;
-    if (!standIn_->running()) {
-      throw std::runtime_error(
-          "the stand-in main application has ended; run `quorvane checker`"
-          " to see why, or go without it by --no-checker");
-    }
+    if (!standIn_->running()) throw std::runtime_error(whyEnded(standIn_->lastLine()));
     if (SteadyClock::now() > limit) {
       throw std::runtime_error(
           "the stand-in main application isn't ready after ten seconds;"
@@ -144,6 +149,7 @@ void RunningSystem::awaitStandIn() {
     }
     host_.runLoop().runFor(kTurn);
   }
+  standIn_->stopListening();
   if (Is_Quorvane_AppReady(process_) == 0) {
     std::cerr << "quorvane: the stand-in main application has no dictionary; typing goes on"
                  " unchecked\n";

@@ -3,6 +3,9 @@
 
 #include <sys/types.h>
 
+#include <string>
+
+#include "hosts/desktop/Descriptor.h"
 #include "tools/checker/CheckerOptions.h"
 
 namespace quorvane {
@@ -22,12 +25,17 @@ class StandIn {
   [[nodiscard]] pid_t pid() const { return pid_; }
   /// False once it has ended by itself.
   bool running();
+  /// What it said last on standard error where nobody else is told; empty: nothing.
+  std::string lastLine();
+  /// From now on nobody wants to know.
+  void stopListening() { listener_.close(); }
   /// Asks it to end, insists after two seconds, and waits for it.
   void end();
 
  private:
   bool reap(int options);
 
+  desktop::Descriptor listener_;  ///< invalid: it talks to our standard error
   pid_t pid_ = -1;
   bool ended_ = false;
 };

@@ -46,6 +46,7 @@ class DesktopHost {
   [[nodiscard]] Platform platform();
   /// The text fields whose keys come here and that the candidates panel is for.
   void serve(field::TextApplication& application);
+  [[nodiscard]] SharedMemory& sharedMemory() { return sharedMemory_; }
   [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
   [[nodiscard]] ProcessRegistry& processRegistry() { return processRegistry_; }
   [[nodiscard]] CarbonEvents& carbonEvents() { return carbonEvents_; }

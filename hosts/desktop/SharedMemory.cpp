@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <string>
 
 #include "hosts/desktop/ProcessLiveness.h"
@@ -16,6 +17,19 @@ namespace {
 static_assert(kIpcCreate == IPC_CREAT && kIpcRemove == IPC_RMID);
 
 constexpr int kModeOfOthers = 077;
+
+/// The kernel's limits that an error of `shmget` may mean.
+std::string limitBehind(int error) {
+  shminfo limits{};
+  ::shmctl(0, IPC_INFO, reinterpret_cast<shmid_ds*>(&limits));
+  if (error == EINVAL) {
+    return " (kernel.shmmax is " + std::to_string(limits.shmmax) +
+           " bytes; a segment that is there keeps its size)";
+  }
+  if (error != ENOSPC) return {};
+  return " (kernel.shmmni is " + std::to_string(limits.shmmni) + " segments, kernel.shmall " +
+         std::to_string(limits.shmall) + " pages)";
+}
 
 bool madeByNobodyElse(const shmid_ds& segment) {
   return segment.shm_cpid == getpid() || !isRunning(segment.shm_cpid);
@@ -34,7 +48,7 @@ int SharedMemory::shmget(std::uint32_t key, std::size_t size, int flags) {
   const auto shifted = static_cast<key_t>(key + keyOffset_);
   if (shifted == IPC_PRIVATE) return fail(ENOENT);
   const int id = getOrCreate(shifted, size, flags & ~kModeOfOthers);
-  if (id < 0) return fail(errno);
+  if (id < 0) return failToGet(shifted, flags, errno);
   if ((flags & kIpcCreate) != 0) adopt(id);
   return id;
 }
@@ -85,6 +99,20 @@ std::size_t SharedMemory::attachedSize(const void* address) {
 void SharedMemory::removeOwnSegments() {
   for (const int id : ownSegments_) ::shmctl(id, IPC_RMID, nullptr);
   ownSegments_.clear();
+}
+
+std::string SharedMemory::creationFailure() const {
+  if (notCreated_ == 0) return {};
+  return "shmget of key " + std::to_string(static_cast<std::uint32_t>(notCreated_)) + ": " +
+         std::strerror(creationError_) + limitBehind(creationError_);
+}
+
+int SharedMemory::failToGet(key_t key, int flags, int error) {
+  if ((flags & kIpcCreate) != 0) {
+    notCreated_ = key;
+    creationError_ = error;
+  }
+  return fail(error);
 }
 
 int SharedMemory::fail(int error) {

@@ -7,6 +7,7 @@
 #include <sys/types.h>
 #include <unistd.h>
 
+#include <string>
 #include <vector>
 
 #include "platform/LogSink.h"
@@ -30,6 +31,9 @@ class SharedMemory final : public quorvane::SharedMemory {
   int lastError() override { return lastError_; }
   std::size_t attachedSize(const void* address) override;
 
+  /// Why the last creating `shmget` failed, for a person: its real key, errno and the limit.
+  [[nodiscard]] std::string creationFailure() const;
+
   /// Removes the segments that this process made or took over.
   void removeOwnSegments();
 
@@ -39,6 +43,7 @@ class SharedMemory final : public quorvane::SharedMemory {
     std::size_t size;
   };
 
+  int failToGet(key_t key, int flags, int error);
   int fail(int error);
   int getOrCreate(key_t key, std::size_t size, int flags);
   bool removeLeftover(key_t key);
@@ -53,6 +58,8 @@ class SharedMemory final : public quorvane::SharedMemory {
   uid_t user_ = geteuid();  ///< asked once: asking is a system call
   std::size_t pageSize_;
   int lastError_ = 0;
+  key_t notCreated_ = 0;  ///< the key as it is; 0: none has failed
+  int creationError_ = 0;
   int lastRefused_ = -1;
 };
 

@@ -9,6 +9,8 @@
 #include <cstring>
 
 #include "hosts/desktop/PacketSocket.h"
+#include "hosts/desktop/RuntimeFolder.h"
+#include "tests/desktop/DesktopStage.h"
 #include "tests/desktop/RunningProgram.h"
 
 namespace quorvane::tests {
@@ -76,6 +78,28 @@ TEST(Program, ExitCodesAreHonest) {
       EXPECT_EQ(program.output().empty(), one.output.empty());
     }
     EXPECT_NE(program.errors().find(one.errors), std::string::npos) << program.errors();
+  }
+}
+
+TEST(Type, WhyTheStandInCannotStartIsShown) {
+  const OwnFolder folder;
+  const std::uint32_t key = ownKeyOffset() + 880;
+  const int small = ::shmget(static_cast<key_t>(key), 8, IPC_CREAT | 0600);
+  RunningProgram type(folder, {.arguments = {"type"},
+                               .variables = {"QUORVANE_KEY_OFFSET=" + std::to_string(key - 880)}});
+  EXPECT_EQ(type.wait(), 1);
+  ::shmctl(small, IPC_RMID, nullptr);
+  const std::string reason = "key " + std::to_string(key) + ": Invalid argument (kernel.shmmax is ";
+  EXPECT_NE(type.errors().find(reason), std::string::npos) << type.errors();
+}
+
+TEST(Program, SaysThatAnotherHoldsTheLock) {
+  const OwnFolder folder;
+  const desktop::Descriptor lock = desktop::RuntimeFolder(folder.usualRuntimeFolder()).lock();
+  for (const char* const command : {"type", "checker"}) {
+    RunningProgram program(folder, {.arguments = {command}});
+    EXPECT_EQ(program.wait(), 1);
+    EXPECT_NE(program.errors().find("holds .lock"), std::string::npos) << program.errors();
   }
 }
 

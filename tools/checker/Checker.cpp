@@ -114,7 +114,9 @@ void Checker::createSegments() {
 Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot) {
   void* address = GETSAFEMEMBLOCK(process_, key, size, slot);
   if (address == nullptr || process_.platform().sharedMemory.attachedSize(address) < size) {
-    throw std::runtime_error("can't create the shared segment with key " + std::to_string(key) +
+    const std::string why = host_.sharedMemory().creationFailure();
+    throw std::runtime_error("can't create shared segment " + std::to_string(key) + ": " +
+                             (why.empty() ? "it is another user's" : why) +
                              "; see `ipcs -m` for who has it");
   }
   return {address, size};
