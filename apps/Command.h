@@ -21,6 +21,7 @@ void addDeskCommand(CLI::App& app, Run& run);
 void addTypeCommand(CLI::App& app, Run& run);
 void addCandidatesCommand(CLI::App& app, Run& run);
 void addCheckerCommand(CLI::App& app, Run& run);
+void addCorrectionsCommand(CLI::App& app, Run& run);
 void addReplayCommand(CLI::App& app, Run& run);
 
 }  // namespace quorvane

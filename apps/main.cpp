@@ -41,6 +41,7 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addTypeCommand(app, run);
   quorvane::addCandidatesCommand(app, run);
   quorvane::addCheckerCommand(app, run);
+  quorvane::addCorrectionsCommand(app, run);
   quorvane::addReplayCommand(app, run);
   try {
     app.parse(argc, argv);

@@ -16,17 +16,19 @@ constexpr int kStepLimit = 300;
 constexpr std::size_t kToolWords = 1024;  // a page
 
 // Rejects words by a letter that the input chooses, and offers what it says.
-class AnySpelling : public checker::Spelling {
+class AnyChoice : public checker::WordChoice {
  public:
-  bool accepts(const std::string& word) override {
-    require(!word.empty(), "no empty word is looked up");
-    return word.find(wrong) == std::string::npos;
+  std::optional<std::string> replacement(const checker::TypedWord& word) override {
+    require(!word.spelt.empty(), "no empty word is looked up");
+    if (word.spelt.find(wrong) == std::string::npos) return std::nullopt;
+    return word.spelt + "s";
   }
-  std::vector<std::string> suggestions(const std::string& word) override {
+  std::vector<std::string> offers(const checker::TypedWord& word) override {
+    if (!replacement(word)) return {};
     std::vector<std::string> all = offered;
-    all.push_back(word.substr(1));
-    all.push_back(word + "s");
-    all.push_back(std::string(word.rbegin(), word.rend()));
+    all.push_back(word.spelt.substr(1));
+    all.push_back(word.spelt + "s");
+    all.emplace_back(word.spelt.rbegin(), word.spelt.rend());
     return all;
   }
 
@@ -74,7 +76,7 @@ struct StandIn {
   bool beganWithUs = true;
   memory::MemoryJournal journal;
   memory::MemoryClock clock{journal};
-  AnySpelling spelling;
+  AnyChoice choice;
   AnyPort port;
   std::uint32_t message = 0;  // to come next, before the next look
 };
@@ -121,11 +123,11 @@ void step(StandIn& standIn, Input& input, std::vector<std::uint8_t>& text) {
       standIn.clock.step = std::uint64_t{input.byte()} * 1'000'000;
       return;
     case 5:
-      standIn.spelling.wrong = static_cast<char>(input.byte() & 0x7F);
+      standIn.choice.wrong = static_cast<char>(input.byte() & 0x7F);
       return;
     case 6:
-      standIn.spelling.offered.emplace_back(textOf(input.counted()));
-      if (standIn.spelling.offered.size() > 8) standIn.spelling.offered.clear();
+      standIn.choice.offered.emplace_back(textOf(input.counted()));
+      if (standIn.choice.offered.size() > 8) standIn.choice.offered.clear();
       return;
     case 7:
       text.clear();
@@ -167,7 +169,7 @@ void run(Bytes bytes) {
   StandIn standIn(input);
   std::vector<std::uint8_t> text;
   checker::Conversation conversation({standIn.tool, standIn.text, standIn.command},
-                                     standIn.hasDictionary ? &standIn.spelling : nullptr,
+                                     standIn.hasDictionary ? &standIn.choice : nullptr,
                                      standIn.clock, standIn.port, standIn.options,
                                      standIn.beganWithUs, {.fix = checkFix, .popup = checkPopup});
   for (int left = kStepLimit; left > 0 && !input.empty(); --left) {

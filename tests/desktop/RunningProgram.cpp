@@ -60,7 +60,10 @@ OwnFolder::~OwnFolder() {
 
 std::vector<std::string> OwnFolder::environment() const {
   return {"XDG_RUNTIME_DIR=" + path_.string(), "XDG_CONFIG_HOME=" + (path_ / "config").string(),
-          "HOME=" + path_.string(), "PATH=/usr/bin:/bin", "LC_ALL=C.UTF-8"};
+          "HOME=" + path_.string(),
+          // The words of completion and corrections are made ready once for all tests.
+          "XDG_CACHE_HOME=" QUORVANE_SOURCE_DIR "/build/test-cache", "PATH=/usr/bin:/bin",
+          "LC_ALL=C.UTF-8"};
 }
 
 RunningProgram::RunningProgram(const OwnFolder& folder, const Start& start) {

@@ -21,16 +21,20 @@ class TurnedClock : public Clock {
   void usleep(std::uint32_t microseconds) override { now += microseconds * std::uint64_t{1000}; }
 };
 
-/// Knows one mistake; `thinking` runs while it looks for suggestions.
-class OneMistake : public Spelling {
+/// Knows one mistake; `thinking` runs while it thinks.
+class OneMistake : public WordChoice {
  public:
   std::function<void()> thinking = [] {};
   int asked = 0;
-  bool accepts(const std::string& word) override { return word != "teh"; }
-  std::vector<std::string> suggestions(const std::string& /*word*/) override {
+  std::vector<std::string> offers(const TypedWord& word) override {
+    if (word.spelt != "teh") return {};
     ++asked;
     thinking();
     return {"the"};
+  }
+  std::optional<std::string> replacement(const TypedWord& word) override {
+    const auto found = offers(word);
+    return found.empty() ? std::nullopt : std::optional(found.front());
   }
 };
 

@@ -10,7 +10,6 @@
 #include "tools/checker/PopupList.h"
 #include "tools/checker/SentenceStart.h"
 #include "tools/checker/Spelling.h"
-#include "tools/checker/SuggestionChoice.h"
 #include "tools/checker/ToolRecord.h"
 #include "tools/checker/Vouching.h"
 #include "tools/checker/WordRules.h"
@@ -31,11 +30,14 @@ std::string wordOf(const TextRecord& record) {
           record.text.begin() + static_cast<std::ptrdiff_t>(word->end)};
 }
 
-class ScriptedSpelling : public Spelling {
+class ScriptedChoice : public WordChoice {
  public:
   std::map<std::string, std::vector<std::string>> mistakes;
-  bool accepts(const std::string& word) override { return !mistakes.contains(word); }
-  std::vector<std::string> suggestions(const std::string& word) override { return mistakes[word]; }
+  std::vector<std::string> offers(const TypedWord& word) override { return mistakes[word.spelt]; }
+  std::optional<std::string> replacement(const TypedWord& word) override {
+    const auto& found = mistakes[word.spelt];
+    return found.empty() ? std::nullopt : std::optional(found.front());
+  }
 };
 
 TEST(CheckerWordRules, WhichWordIsChecked) {
@@ -91,32 +93,9 @@ TEST(CheckerPopupList, OnlyWhatIsWrittenIsRead) {
   EXPECT_FALSE(readPopupList(folder.path())) << "what stood there is gone";
 }
 
-TEST(CheckerSuggestions, TyposAreMendedAndNamesAreLeft) {
-  struct Row {
-    std::string word;
-    bool midSentence;
-    std::vector<std::string> suggestions;
-    std::string chosen;
-  };
-  for (const Row& row : {
-           Row{"Teh", true, {"Tech", "The"}, "The"},
-           Row{"adn", true, {"Adan", "Dan", "and"}, "and"},
-           Row{"dont", true, {"dint", "don't"}, "don't"},
-           Row{"occured", true, {"occur ed", "occur-ed", "occurred"}, "occurred"},
-           Row{"monday", true, {"Monday", "noonday"}, "Monday"},
-           Row{"btw", true, {"bet", "BTW"}, "-"},
-           Row{"Smyth", true, {"Smith"}, "-"},
-           Row{"Quorvane", false, {"Quorate"}, "-"},
-       }) {
-    EXPECT_EQ(chooseSuggestion(row.word, row.midSentence, row.suggestions).value_or("-"),
-              row.chosen)
-        << row.word;
-  }
-}
-
 TEST(CheckerFix, CountsWhatWillStandBeforeTheCaretAndSpeaksTheDocumentsLanguage) {
-  ScriptedSpelling spelling;
-  spelling.mistakes = {{"teh", {"the"}}, {"dosen't", {"doesn't"}}, {"mistke", {"mistake"}}};
+  ScriptedChoice choice;
+  choice.mistakes = {{"teh", {"the"}}, {"dosen't", {"doesn't"}}, {"mistke", {"mistake"}}};
   struct Row {
     std::string text;
     std::uint32_t count;
@@ -131,29 +110,29 @@ TEST(CheckerFix, CountsWhatWillStandBeforeTheCaretAndSpeaksTheDocumentsLanguage)
            Row{"'teh' ", 5, "the' ", "'the' "},
            Row{"teh-\xD1", 4, "the\u2014", "the-\xD1"},
        }) {
-    const auto fix = findFix(typed(row.text), 0, spelling);
+    const auto fix = findFix({typed(row.text)}, choice);
     ASSERT_TRUE(fix) << row.text;
     EXPECT_EQ(fix->count, row.count);
     EXPECT_EQ(fix->text, row.sent);
     EXPECT_EQ(fix->corrected.text, typed(row.corrected).text);
   }
-  EXPECT_FALSE(findFix(typed(std::string(377, ' ') + "mistke "), 0, spelling)) << "no room";
+  EXPECT_FALSE(findFix({typed(std::string(377, ' ') + "mistke ")}, choice)) << "no room";
   TextRecord behind = typed("mistke ");
   behind.length = 20;
-  EXPECT_EQ(findFix(behind, 0, spelling)->corrected.length, 8U) << "no tail that has moved";
+  EXPECT_EQ(findFix({behind}, choice)->corrected.length, 8U) << "no tail that has moved";
   EXPECT_EQ(typedCharacter(behind, '7').corrected.length, 8U);
   EXPECT_EQ(typedCharacter(typed(std::string(384, 'x')), '7').corrected.text, typed("7").text);
 }
 
 TEST(CheckerFix, OffersWhatADictionaryHasOnceEachAsTheWordIsWritten) {
-  ScriptedSpelling spelling;
-  spelling.mistakes = {{"Teh", {"Tech", "tech", "the", "Teh", "t eh", "caf\xC3\xA9"}}};
-  for (char c = 'a'; c <= 'j'; ++c) spelling.mistakes["qwx"].push_back(std::string(2, c));
-  const auto offers = findOffers(typed("Teh "), 0, spelling);
+  ScriptedChoice choice;
+  choice.mistakes = {{"Teh", {"Tech", "tech", "the", "Teh", "t eh", "caf\xC3\xA9"}}};
+  for (char c = 'a'; c <= 'j'; ++c) choice.mistakes["qwx"].push_back(std::string(2, c));
+  const auto offers = findOffers({typed("Teh ")}, choice);
   ASSERT_EQ(offers.size(), 2U);
   EXPECT_EQ(offers[0].text, "Tech ");
   EXPECT_EQ(offers[1].text, "The ");
-  EXPECT_EQ(findOffers(typed("qwx "), 0, spelling).size(), 9U);
+  EXPECT_EQ(findOffers({typed("qwx ")}, choice).size(), 9U);
 }
 
 TEST(CheckerSpelling, AThousandMistakesLeaveNothingBehind) {

@@ -129,6 +129,38 @@ TEST(Type, WhatStandsBehindACaretThatHasMovedIsLeftAlone) {
   }
 }
 
+TEST(Corrections, SureOrSilent) {
+  const OwnFolder folder;
+  const std::string left =
+      "The quantized flyer of the licensors, says Hoare to Ayn, is his theatre "
+      "programme. ";
+  RunningProgram type(
+      folder,
+      {.arguments = {"type"},
+       .input = left + "We recieve teh one becuase i'm definately seperate, dont go untill it "
+                       "occured to wich goverment. "});
+  EXPECT_EQ(type.wait(), 0);
+  EXPECT_EQ(type.output(), left +
+                               "We receive the one because I'm definitely separate, don't go until "
+                               "it occurred to which government. ");
+}
+
+TEST(Corrections, WhatIsTakenBackTwiceIsNeverMadeAgain) {
+  const OwnFolder folder;
+  const auto run = [&](const std::vector<std::string>& arguments, const std::string& input) {
+    RunningProgram program(folder, {.arguments = arguments, .input = input});
+    EXPECT_EQ(program.wait(), 0) << program.errors();
+    return program.output();
+  };
+  const std::string back = "teh \b\b\b\bteh teh ";
+  EXPECT_EQ(run({"type"}, back), "teh teh ");
+  EXPECT_EQ(run({"corrections", "list"}, ""), "teh to the, taken back once\n");
+  EXPECT_EQ(run({"type"}, "teh " + back), "the teh teh ");
+  EXPECT_EQ(run({"type"}, "teh recieve "), "teh receive ");
+  EXPECT_EQ(run({"corrections", "clear"}, ""), "");
+  EXPECT_EQ(run({"type"}, "teh "), "the ");
+}
+
 TEST(Type, SmartCharactersOnEachLayout) {
   const OwnFolder folder;
   for (const std::string layout : {"us", "us(dvorak)", "de", "fr"}) {

@@ -1,5 +1,6 @@
 #include "tools/checker/Checker.h"
 
+#include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <stdexcept>
@@ -11,8 +12,6 @@
 namespace quorvane::checker {
 
 namespace {
-
-using Milliseconds = desktop::RunLoop::Milliseconds;
 
 constexpr std::string_view kServerPort = "Q7T2M4K9W1.com.tallowmere.Quorvane.server";
 
@@ -27,11 +26,15 @@ constexpr SegmentRow kMenuSegment{897, 384};
 constexpr SegmentRow kSpellSegment{899, 708};
 constexpr std::uint32_t kTextSlot = 1;
 
-// A scan must end within 100 ms, and the key waits for as long as it takes. After two quiet seconds
-// the first one may take a little longer.
-constexpr Milliseconds kBusyInterval{1};
-constexpr Milliseconds kIdleInterval{10};
-constexpr std::uint64_t kIdleAfterNanoseconds = 2'000'000'000;
+// Somebody waits for the answer to a scan, so that a look comes soon while text is being typed, and
+// seldom otherwise: what is typed before the first word ends tells in time.
+struct Pace {
+  std::uint64_t quietNanoseconds;  ///< up to so long after the last sign of work
+  Ticker::Microseconds interval;
+};
+constexpr std::array kPaces{Pace{1'000'000'000, Ticker::Microseconds(250)},
+                            Pace{2'000'000'000, Ticker::Microseconds(1000)},
+                            Pace{UINT64_MAX, Ticker::Microseconds(10'000)}};
 
 std::u16string widened(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
 
@@ -70,11 +73,12 @@ struct Checker::Block {
 };
 
 Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
-                 std::filesystem::path runtimeFolder, std::unique_ptr<Spelling> spelling)
+                 const desktop::DesktopConfiguration& configuration,
+                 std::unique_ptr<Spelling> spelling)
     : host_(host),
       process_(host.platform()),
       options_(options),
-      runtimeFolder_(std::move(runtimeFolder)),
+      runtimeFolder_(configuration.runtimeDirectory),
       spelling_(std::move(spelling)) {
   // The creating attach would clear the segments of a main application that is at work. Only one
   // process can have the port, so that of two that start at once only one comes to the segments.
@@ -85,6 +89,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
   trySpelling();
+  if (spelling_) loadCorrections(configuration.configDirectory);
   announce();
   beginConversation();
   Log(process_, "* checker: ready");
@@ -92,7 +97,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
 
 /// In the reverse order: who looks for us first finds us gone.
 Checker::~Checker() {
-  timer_.reset();
+  ticker_.reset();
   announcement_.reset();
   conversation_.reset();  // closes its window while the segments are there
   const ToolRecord tool(segments_.tool);
@@ -159,6 +164,19 @@ void Checker::trySpelling() {
   ToolRecord(segments_.tool).put(At::AppReady, 1);
 }
 
+/// Word data is English. The trial loads what a first word in question would have to wait for.
+void Checker::loadCorrections(const std::filesystem::path& configDirectory) {
+  std::unique_ptr<corrections::Corrector> corrector;
+  if (isEnglish(options_.dictionary)) corrector = corrections::Corrector::open(process_.platform());
+  if (corrector == nullptr) {
+    std::cerr << "quorvane checker: no word data for " << options_.dictionary
+              << " (scripts/word_data makes that for English): nothing is corrected by itself\n";
+  }
+  corrections_.emplace(*spelling_, std::move(corrector), TakenBack(configDirectory, host_.log()),
+                       [this] { return host_.keyboardLayout(); });
+  corrections_->offers({.spelt = "recieve"});
+}
+
 /// An input method that waits for the announcement types only afterwards, under our eyes; one that
 /// runs by now may be in the middle of a word.
 void Checker::announce() {
@@ -175,10 +193,11 @@ void Checker::beginConversation() {
   if (options_.manner == Manner::Hostile) {
     scribbler_.emplace(segments_.tool, segments_.text, commandBytes_, *inputMethod_, options_.seed);
   }
-  conversation_.emplace(segments_, spelling_.get(), platform.clock, *inputMethod_, options_,
-                        textsBeganWithUs_, listener());
+  conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
+                        *inputMethod_, options_, textsBeganWithUs_, listener());
   lastWork_ = platform.clock.mach_absolute_time();
-  pollEvery(kBusyInterval);
+  ticker_.emplace(host_.runLoop(), [this] { look(); });
+  ticker_->every(kPaces.front().interval);
 }
 
 Listener Checker::listener() {
@@ -217,19 +236,20 @@ void Checker::tellOfPopup(const PopupList* list) {
 
 void Checker::look() {
   const std::uint64_t now = process_.platform().clock.mach_absolute_time();
-  if (conversation_->poll()) lastWork_ = now;
+  if (conversation_->poll() || somebodyTypes()) lastWork_ = now;
   if (scribbler_) scribbler_->maybe();
-  const bool idle = now > lastWork_ && now - lastWork_ > kIdleAfterNanoseconds;
-  pollEvery(idle ? kIdleInterval : kBusyInterval);
+  const std::uint64_t quiet = now - std::min(now, lastWork_);
+  ticker_->every(std::ranges::find_if(kPaces, [quiet](const Pace& pace) {
+                   return quiet <= pace.quietNanoseconds;
+                 })->interval);
 }
 
-void Checker::pollEvery(Milliseconds interval) {
-  if (interval == interval_) return;
-  interval_ = interval;
-  timer_ = host_.runLoop().addTimer(interval, [this, interval] {
-    look();
-    return interval == interval_;  // another timer has taken over otherwise
-  });
+/// Each key that is published changes where the text ends, but for one that replaces another.
+bool Checker::somebodyTypes() {
+  const auto extent = segments_.text.first(lastExtent_.size());
+  if (std::ranges::equal(extent, lastExtent_)) return false;
+  std::ranges::copy(extent, lastExtent_.begin());
+  return true;
 }
 
 void runChecker(const CheckerOptions& options) {
@@ -243,8 +263,7 @@ void runChecker(const CheckerOptions& options) {
   const auto onInterrupt = host.runLoop().onSignal(SIGINT, end);
   const auto onTerminate = host.runLoop().onSignal(SIGTERM, end);
   const auto onHangUp = host.runLoop().onSignal(SIGHUP, end);
-  const Checker checker(host, options, configuration.runtimeDirectory,
-                        openEnchant(options.dictionary));
+  const Checker checker(host, options, configuration, openDictionaries(options.dictionary));
   host.runLoop().run();
 }
 

@@ -2,6 +2,7 @@
 // The stand-in main application: creates the shared segments, serves the server port, answers
 // scans, and says that it runs.
 
+#include <array>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -10,9 +11,11 @@
 #include "src/base/Process.h"
 #include "tools/checker/CheckerOptions.h"
 #include "tools/checker/Conversation.h"
+#include "tools/checker/Corrections.h"
 #include "tools/checker/InputMethods.h"
 #include "tools/checker/Scribbler.h"
 #include "tools/checker/Spelling.h"
+#include "tools/checker/Ticker.h"
 
 namespace quorvane::checker {
 
@@ -22,11 +25,12 @@ desktop::Announcement checkerAnnouncement();
 class Checker {
  public:
   /// Starts in the order that the agreement lays down; the announcement comes last. `spelling`
-  /// null: no dictionary. What the popup offers is told in `runtimeFolder`. Throws
+  /// null: no dictionary. What the popup offers is told in the runtime folder, what has been taken
+  /// back is kept in the settings folder. Throws
   /// std::runtime_error where a main application runs already or a segment or the port can't be
   /// had. All that it does happens while the host's run loop runs.
   Checker(desktop::DesktopHost& host, const CheckerOptions& options,
-          std::filesystem::path runtimeFolder, std::unique_ptr<Spelling> spelling);
+          const desktop::DesktopConfiguration& configuration, std::unique_ptr<Spelling> spelling);
   ~Checker();
   Checker(const Checker&) = delete;
   Checker& operator=(const Checker&) = delete;
@@ -39,19 +43,21 @@ class Checker {
   Block createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot);
   void servePort(const std::shared_ptr<CFMessagePort>& port);
   void trySpelling();
+  void loadCorrections(const std::filesystem::path& configDirectory);
   void announce();
   void beginConversation();
   Listener listener();
   void logFix(const Fix& fix);
   void tellOfPopup(const PopupList* list);
   void look();
-  void pollEvery(desktop::RunLoop::Milliseconds interval);
+  bool somebodyTypes();
 
   desktop::DesktopHost& host_;
   Process process_;
   CheckerOptions options_;
   std::filesystem::path runtimeFolder_;
   std::unique_ptr<Spelling> spelling_;
+  std::optional<Corrections> corrections_;
   Segments segments_;
   std::span<std::uint8_t> commandBytes_;
   std::optional<DesktopInputMethodPort> inputMethod_;
@@ -59,8 +65,8 @@ class Checker {
   std::optional<Conversation> conversation_;
   std::unique_ptr<Registration> announcement_;
   bool textsBeganWithUs_ = false;
-  std::unique_ptr<Registration> timer_;
-  desktop::RunLoop::Milliseconds interval_{0};
+  std::optional<Ticker> ticker_;
+  std::array<std::uint8_t, 8> lastExtent_{};  ///< cursor and length of the text published last
   std::uint64_t lastWork_ = 0;
 };
 

@@ -15,13 +15,13 @@ constexpr std::uint64_t kLatestNanoseconds = 60'000'000;
 
 }  // namespace
 
-Conversation::Conversation(const Segments& segments, Spelling* spelling, Clock& clock,
+Conversation::Conversation(const Segments& segments, WordChoice* choice, Clock& clock,
                            InputMethodPort& port, const CheckerOptions& options,
                            bool textsBeganWithUs, Listener listener)
     : tool_(segments.tool),
       text_(segments.text),
       command_(segments.command),
-      spelling_(spelling),
+      choice_(choice),
       clock_(clock),
       port_(port),
       options_(options),
@@ -65,13 +65,15 @@ void Conversation::answerScan() {
     end = port_.find() ? ScanEnd::Fixed : ScanEnd::NobodyToTell;
   }
   if (!inTime(seenAt) || !isStillThere(found)) {
+    if (choice_ != nullptr && found.fix) choice_->notMade();
     tell(ScanEnd::Late);
     return;
   }
   tool_.put(At::SentenceStart, found.sentenceStart ? 1 : 0);
   if (end == ScanEnd::Fixed) {
-    end = found.fix ? hand(*found.fix) : openPopup(std::move(found.offers));
+    end = found.fix ? mend(*found.fix) : openPopup(std::move(found.offers));
   }
+  if (choice_ != nullptr && found.fix && end != ScanEnd::Fixed) choice_->notMade();
   if (options_.documentWindow) window_.accompany(clientSignature());
   tool_.clearBits(At::Requests, kScanBit);
   tool_.clearBits(At::ScanFlags, kScanBit);
@@ -96,11 +98,12 @@ Conversation::Findings Conversation::decide() {
 }
 
 void Conversation::check(const TextRecord& record, std::size_t vouchedFrom, Findings& found) {
-  if (spelling_ == nullptr || !spellingWanted()) return;
+  if (choice_ == nullptr || !spellingWanted()) return;
+  const Typing typing{record, vouchedFrom, session()};
   if (options_.popup) {
-    found.offers = findOffers(record, vouchedFrom, *spelling_);
+    found.offers = findOffers(typing, *choice_);
   } else {
-    found.fix = findFix(record, vouchedFrom, *spelling_);
+    found.fix = findFix(typing, *choice_);
   }
 }
 
@@ -131,6 +134,12 @@ ScanEnd Conversation::hand(const Fix& fix) {
   }
   if (listener_.fix) listener_.fix(fix);
   return ScanEnd::Fixed;
+}
+
+ScanEnd Conversation::mend(const Fix& fix) {
+  const ScanEnd end = hand(fix);
+  if (end == ScanEnd::Fixed) vouching_.mended(session(), fix.corrected.text);
+  return end;
 }
 
 ScanEnd Conversation::openPopup(std::vector<Fix> offers) {

@@ -14,9 +14,9 @@
 #include "tools/checker/Fix.h"
 #include "tools/checker/InputMethodPort.h"
 #include "tools/checker/PopupList.h"
-#include "tools/checker/Spelling.h"
 #include "tools/checker/ToolRecord.h"
 #include "tools/checker/Vouching.h"
+#include "tools/checker/WordChoice.h"
 
 namespace quorvane::checker {
 
@@ -39,8 +39,8 @@ struct Listener {
 
 class Conversation {
  public:
-  /// `spelling` null: no dictionary, nothing is ever fixed.
-  Conversation(const Segments& segments, Spelling* spelling, Clock& clock, InputMethodPort& port,
+  /// `choice` null: no dictionary, nothing is ever fixed.
+  Conversation(const Segments& segments, WordChoice* choice, Clock& clock, InputMethodPort& port,
                const CheckerOptions& options, bool textsBeganWithUs, Listener listener);
   /// Closes the window; the segments are still there.
   ~Conversation();
@@ -75,6 +75,7 @@ class Conversation {
   std::uint32_t takeSessionChange();
   std::optional<Fix> inManner(std::optional<Fix> fix, const TextRecord& record);
   ScanEnd hand(const Fix& fix);
+  ScanEnd mend(const Fix& fix);
   ScanEnd openPopup(std::vector<Fix> offers);
   void tell(ScanEnd end);
 
@@ -90,7 +91,7 @@ class Conversation {
   ToolRecord tool_;
   std::span<std::uint8_t> text_;
   std::span<const std::uint8_t> command_;
-  Spelling* spelling_;
+  WordChoice* choice_;
   Clock& clock_;
   InputMethodPort& port_;
   CheckerOptions options_;

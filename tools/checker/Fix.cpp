@@ -4,8 +4,8 @@
 #include <span>
 
 #include "tools/checker/MacRoman.h"
+#include "tools/checker/OfferedSuggestions.h"
 #include "tools/checker/PopupList.h"
-#include "tools/checker/SuggestionChoice.h"
 #include "tools/checker/WordRules.h"
 
 namespace quorvane::checker {
@@ -46,42 +46,41 @@ std::optional<Fix> makeFix(const TextRecord& record, const Word& word, std::stri
              TextRecord{std::move(corrected), newLength(record, cursor), record.key}};
 }
 
-struct Misspelling {
-  Word word;
-  std::string spelt;
-  std::vector<std::string> suggestions;
+struct Ended {
+  Word place;
+  TypedWord typed;
 };
 
-std::optional<Misspelling> findMisspelling(const TextRecord& record, std::size_t vouchedFrom,
-                                           Spelling& spelling) {
-  const auto word = endedWord(record);
-  if (!word || word->start < vouchedFrom) return std::nullopt;
-  const std::span<const std::uint8_t> text(record.text);
-  std::string spelt =
-      quorvane::checker::spelling(text.subspan(word->start, word->end - word->start));
-  if (spelling.accepts(spelt)) return std::nullopt;
-  auto suggestions = spelling.suggestions(spelt);
-  return Misspelling{*word, std::move(spelt), std::move(suggestions)};
+std::optional<Ended> endedWordOf(const Typing& typing) {
+  const auto word = endedWord(typing.record);
+  if (!word || word->start < typing.vouchedFrom) return std::nullopt;
+  const std::span<const std::uint8_t> text(typing.record.text);
+  const auto before = text.first(word->start);
+  return Ended{*word,
+               {spelling(text.subspan(word->start, word->end - word->start)),
+                word->opensSentence,
+                typing.session,
+                {before.begin(), before.end()}}};
 }
 
 }  // namespace
 
-std::optional<Fix> findFix(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling) {
-  auto wrong = findMisspelling(record, vouchedFrom, spelling);
-  if (!wrong) return std::nullopt;
-  auto replacement = chooseSuggestion(wrong->spelt, !wrong->word.opensSentence, wrong->suggestions);
+std::optional<Fix> findFix(const Typing& typing, WordChoice& choice) {
+  const auto word = endedWordOf(typing);
+  if (!word) return std::nullopt;
+  auto replacement = choice.replacement(word->typed);
   if (!replacement) return std::nullopt;
-  return makeFix(record, wrong->word, std::move(wrong->spelt), std::move(*replacement));
+  return makeFix(typing.record, word->place, word->typed.spelt, std::move(*replacement));
 }
 
-std::vector<Fix> findOffers(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling) {
+std::vector<Fix> findOffers(const Typing& typing, WordChoice& choice) {
   std::vector<Fix> offers;
-  const auto wrong = findMisspelling(record, vouchedFrom, spelling);
-  if (!wrong || !isPopupLine(wrong->spelt)) return offers;
+  const auto word = endedWordOf(typing);
+  if (!word || !isPopupLine(word->typed.spelt)) return offers;
   for (std::string& suggestion :
-       offeredSuggestions(wrong->spelt, kMostSuggestions, wrong->suggestions)) {
+       offeredSuggestions(word->typed.spelt, kMostSuggestions, choice.offers(word->typed))) {
     if (!isPopupLine(suggestion)) continue;
-    auto fix = makeFix(record, wrong->word, wrong->spelt, std::move(suggestion));
+    auto fix = makeFix(typing.record, word->place, word->typed.spelt, std::move(suggestion));
     if (fix) offers.push_back(std::move(*fix));
   }
   return offers;

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tools/checker/Spelling.h"
 #include "tools/checker/TextRecord.h"
+#include "tools/checker/WordChoice.h"
 
 namespace quorvane::checker {
 
@@ -23,13 +23,20 @@ struct Fix {
   TextRecord corrected;
 };
 
-/// Empty where the key just typed ends no word, or none that is misspelt and can be mended, or one
-/// that begins before `vouchedFrom`.
-std::optional<Fix> findFix(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling);
+/// A text that has just been typed into.
+struct Typing {
+  const TextRecord& record;
+  std::size_t vouchedFrom = 0;
+  SessionKey session{};
+};
+
+/// Empty where the key just typed ends no word, or none that is surely another one, or one that
+/// begins before `vouchedFrom`.
+std::optional<Fix> findFix(const Typing& typing, WordChoice& choice);
 
 /// One for each suggestion that the word may be replaced by, the best first. Empty where `findFix`
 /// would look no further, and where a list of them has no written form.
-std::vector<Fix> findOffers(const TextRecord& record, std::size_t vouchedFrom, Spelling& spelling);
+std::vector<Fix> findOffers(const Typing& typing, WordChoice& choice);
 
 /// Types an ASCII character that has reached neither the session nor the document. A session text
 /// that has no room for it begins anew.

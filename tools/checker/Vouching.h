@@ -31,9 +31,12 @@ class Vouching {
   /// `textsBeganWithUs`: false where an input method was running before we were.
   explicit Vouching(bool textsBeganWithUs) : textsBeganWithUs_(textsBeganWithUs) {}
 
-  /// Takes in one scan. `change` is the session's change code. A fix changes nothing before the
-  /// point known, so that it needn't be told here.
+  /// Takes in one scan. `change` is the session's change code.
   Sight observe(const SessionKey& session, const TextRecord& record, std::uint32_t change);
+  /// What was observed last has been replaced by `text`: should it be typed again, it is news.
+  void mended(const SessionKey& session, const std::vector<std::uint8_t>& text) {
+    known(session).text = text;
+  }
 
  private:
   struct Known {

@@ -1,0 +1,134 @@
+#include "tools/checker/Corrections.h"
+
+#include <algorithm>
+
+#include "tools/checker/OfferedSuggestions.h"
+
+namespace quorvane::checker {
+
+namespace {
+
+using corrections::Rule;
+using corrections::Writing;
+
+/// Who has typed a word so often and left it means it.
+constexpr int kMeant = 2;
+constexpr std::size_t kMostLeft = 4096;
+
+bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
+
+std::string small(std::string word) {
+  for (char& c : word) {
+    if (isCapital(c)) c = static_cast<char>(c - 'A' + 'a');
+  }
+  return word;
+}
+
+std::string capitalised(std::string word) {
+  if (word.front() >= 'a' && word.front() <= 'z') {
+    word.front() = static_cast<char>(word.front() - 'a' + 'A');
+  }
+  return word;
+}
+
+Writing writingOf(const TypedWord& word) {
+  if (!isCapital(word.spelt.front())) return Writing::Small;
+  return word.opensSentence ? Writing::CapitalAtStart : Writing::Capital;
+}
+
+bool samePlace(const TypedWord& one, const TypedWord& other) {
+  return one.session == other.session && one.before == other.before;
+}
+
+/// "i'm", "i've" and their like: no other word begins so.
+bool isSmallI(const std::string& word) { return word.size() > 2 && word.starts_with("i'"); }
+
+}  // namespace
+
+Corrections::Corrections(Spelling& dictionary, std::unique_ptr<corrections::Corrector> corrector,
+                         TakenBack takenBack, std::function<keyboard::LayoutData()> layout)
+    : dictionary_(dictionary),
+      corrector_(std::move(corrector)),
+      takenBack_(std::move(takenBack)),
+      layout_(std::move(layout)) {}
+
+void Corrections::followKeyboard() {
+  const auto layout = layout_();
+  if (layout == followed_ || layout == nullptr) return;
+  followed_ = layout;
+  corrector_->setNeighbours(corrections::KeyNeighbours(*layout));
+}
+
+bool Corrections::exists(const std::string& spelt) const {
+  return dictionary_.accepts(spelt) || dictionary_.accepts(small(spelt));
+}
+
+corrections::Judgement Corrections::judge(const TypedWord& word) {
+  followKeyboard();
+  return corrector_->judge(small(word.spelt), writingOf(word),
+                           [this](const std::string& other) { return dictionary_.accepts(other); });
+}
+
+void Corrections::leave(const std::string& spelt) {
+  if (left_.size() >= kMostLeft) left_.clear();
+  ++left_[spelt];
+}
+
+bool Corrections::isMeant(const std::string& spelt) const {
+  const auto left = left_.find(spelt);
+  return left != left_.end() && left->second >= kMeant;
+}
+
+std::optional<std::string> Corrections::sureReplacement(const TypedWord& word) {
+  const std::string spelt = small(word.spelt);
+  if (isSmallI(word.spelt) && exists(capitalised(spelt))) return capitalised(spelt);
+  const corrections::Judgement judgement = judge(word);
+  if (judgement.rule <= Rule::Known) return std::nullopt;
+  if (judgement.rule != Rule::Sure || exists(word.spelt)) {
+    leave(spelt);
+    return std::nullopt;
+  }
+  const std::string& best = judgement.ranked.front().word;
+  if (isMeant(spelt) || takenBack_.refuses(spelt, best)) return std::nullopt;
+  return isCapital(word.spelt.front()) ? capitalised(best) : best;
+}
+
+std::optional<std::string> Corrections::replacement(const TypedWord& word) {
+  if (!corrector_) return std::nullopt;
+  const auto last = std::exchange(last_, std::nullopt);
+  if (last && last->word.spelt == word.spelt && samePlace(last->word, word)) {
+    takenBack_.learn(small(word.spelt), small(last->replacement));
+    return std::nullopt;
+  }
+  auto replacement = sureReplacement(word);
+  if (replacement) last_ = Made{word, *replacement};
+  return replacement;
+}
+
+/// Candidates and guesses by one score, the guesses as the dictionary writes them.
+std::vector<std::string> Corrections::merged(std::vector<corrections::Candidate> scored,
+                                             const std::vector<std::string>& guesses,
+                                             const std::string& typed) {
+  for (const std::string& guess : guesses) {
+    const std::string spelt = small(guess);
+    const bool listed = std::ranges::count(scored, spelt, &corrections::Candidate::word) > 0;
+    if (listed || !corrections::isWord(spelt)) continue;
+    scored.push_back({guess, corrector_->score(spelt, typed)});
+  }
+  std::ranges::stable_sort(scored, std::ranges::greater(), &corrections::Candidate::score);
+  std::vector<std::string> words;
+  for (corrections::Candidate& candidate : scored) words.push_back(std::move(candidate.word));
+  return words;
+}
+
+std::vector<std::string> Corrections::offers(const TypedWord& word) {
+  if (exists(word.spelt)) return {};
+  if (!corrector_) return dictionary_.suggestions(word.spelt);
+  corrections::Judgement judgement = judge(word);
+  if (judgement.rule == Rule::Known) return {};
+  const auto guesses = dictionary_.suggestions(word.spelt);
+  if (judgement.rule == Rule::NotAWord) return guesses;
+  return merged(std::move(judgement.ranked), guesses, small(word.spelt));
+}
+
+}  // namespace quorvane::checker

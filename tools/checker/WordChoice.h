@@ -1,0 +1,32 @@
+#pragma once
+// What to put in the place of a word that somebody has just typed.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/checker/Vouching.h"
+
+namespace quorvane::checker {
+
+struct TypedWord {
+  std::string spelt;  ///< ASCII with straight apostrophes
+  bool opensSentence = false;
+  SessionKey session{};
+  std::vector<std::uint8_t> before{};  ///< what stands before it, as far back as the text goes
+};
+
+class WordChoice {
+ public:
+  virtual ~WordChoice() = default;
+
+  /// What the word surely was meant to be. Empty: it stays as it is.
+  virtual std::optional<std::string> replacement(const TypedWord& word) = 0;
+  /// The replacement given last didn't reach the document.
+  virtual void notMade() {}
+  /// What it may have been meant to be, the best first. Empty for a word that exists.
+  virtual std::vector<std::string> offers(const TypedWord& word) = 0;
+};
+
+}  // namespace quorvane::checker
