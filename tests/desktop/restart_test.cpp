@@ -193,8 +193,8 @@ TEST_F(Restart, OfTwoAtOnceOneWorksAndTheOtherLeavesItsSegmentsAlone) {
 TEST_F(Restart, OfTwoInputMethodsTheSecondPassesEveryKeyUntilTheFirstIsKilled) {
   std::ofstream(folder_.path() / "google_227800_words.bin")
       << savedWordList(std::array<std::string_view, 1>{"word"});
+  startChecker();  // which needs all the words
   variables_.push_back("QUORVANE_BUNDLE_DIR=" + folder_.path().string());
-  startChecker();
   const auto typing = [this](const char* text, const char* delay) {
     return std::make_unique<RunningProgram>(
         folder_, Start{.arguments = {"type", "--no-checker", "--delay", delay},
