@@ -64,11 +64,11 @@ std::size_t announcementsIn(const std::filesystem::path& folder);
 
 void pauseShortly();
 
-/// Looks again and again until `condition` holds; false where it doesn't within ten seconds.
+/// Looks again and again until `condition` holds; false where it doesn't within a minute.
 template <class Condition>
 bool eventually(Condition condition) {
   using namespace std::chrono_literals;
-  const auto limit = std::chrono::steady_clock::now() + 10s;
+  const auto limit = std::chrono::steady_clock::now() + 60s;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > limit) return false;
     pauseShortly();

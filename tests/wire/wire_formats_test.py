@@ -18,15 +18,15 @@ def type_text(program, typed):
     """The document, and whether the main application was held up."""
     application = subprocess.Popen([sys.executable, wire.__file__], stdout=subprocess.PIPE)
     try:
-        end = time.monotonic() + 10
+        end = time.monotonic() + 60
         while not os.path.exists(wire.path("%d.process" % application.pid)):
             if application.poll() is not None or time.monotonic() > end:
                 raise RuntimeError("the main application didn't announce itself")
             time.sleep(0.01)
         document = subprocess.run([program, "type", "--no-checker"], input=typed.encode(),
-                                  stdout=subprocess.PIPE, check=True, timeout=20).stdout.decode()
+                                  stdout=subprocess.PIPE, check=True, timeout=60).stdout.decode()
         application.terminate()
-        return document, int(application.communicate(timeout=10)[0]) > LONGEST_PAUSE
+        return document, int(application.communicate(timeout=60)[0]) > LONGEST_PAUSE
     finally:
         application.kill()
         application.wait()
