@@ -40,7 +40,7 @@ std::string randomWord(std::mt19937& random, std::size_t longest) {
   return word;
 }
 
-TEST(CorrectionsIndex, FindsAllWithinTwoSlipsAndNothingElse) {
+TEST(CorrectionsIndex, FindsAllWithinReachAndNothingElse) {
   std::mt19937 random(20);
   std::vector<std::pair<std::string, int>> list;
   for (int i = 0; i < 800; ++i) list.emplace_back(randomWord(random, 11), 100);
@@ -53,7 +53,8 @@ TEST(CorrectionsIndex, FindsAllWithinTwoSlipsAndNothingElse) {
     for (const auto& entry : index.near(typed)) found.emplace_back(entry.word);
     std::vector<std::string> expected;
     for (const auto& [word, frequency] : list) {
-      if (word != typed && slipsBetween(word, typed, 9) <= kMostSlips) expected.push_back(word);
+      if (word != typed && slipsBetween(word, typed, 9) <= mostSlipsIn(typed))
+        expected.push_back(word);
     }
     EXPECT_EQ(found, expected) << typed;
   }

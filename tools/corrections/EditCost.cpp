@@ -120,6 +120,7 @@ std::vector<SlipAt> EditCost::slips(std::string_view meant, std::string_view typ
 std::size_t slipsBetween(std::string_view one, std::string_view other, std::size_t limit) {
   using Row = std::array<std::size_t, kLongestWord + 1>;
   if (std::max(one.size(), other.size()) > kLongestWord) return limit + 1;
+  if (one.size() > other.size() + limit || other.size() > one.size() + limit) return limit + 1;
   Row before2{};
   Row before{};
   Row row{};

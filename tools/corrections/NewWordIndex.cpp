@@ -27,7 +27,8 @@ void NewWordIndex::fillBuckets() {
   const auto visitAll = [this](auto visit) {
     for (std::uint32_t word = 0; word < words_.size(); ++word) {
       if (frequencies_[word] < kLeastFrequency) continue;
-      visitRemains(words_[word], [&](std::string_view rest) { visit(bucketOf(rest), word); });
+      visitRemains(words_[word], kMostSlips,
+                   [&](std::string_view rest) { visit(bucketOf(rest), word); });
     }
   };
   visitAll([this](std::size_t bucket, std::uint32_t /*word*/) { ++buckets_[bucket]; });

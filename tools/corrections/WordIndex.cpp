@@ -21,8 +21,9 @@ std::optional<float> WordIndex::logFrequency(std::string_view word) const {
 }
 
 std::vector<WordIndex::Entry> WordIndex::near(std::string_view typed) const {
+  const std::size_t slips = mostSlipsIn(typed);
   std::vector<std::uint32_t> found;
-  visitRemains(typed, [&](std::string_view rest) {
+  visitRemains(typed, slips, [&](std::string_view rest) {
     const auto ends = buckets_.slice(bucketOf(rest), 2);
     if (ends[0] > ends[1]) throw DamagedSnapshot("a bucket ends before it begins");
     const auto entries = entries_.slice(ends[0], ends[1] - ends[0]);
@@ -34,7 +35,7 @@ std::vector<WordIndex::Entry> WordIndex::near(std::string_view typed) const {
   std::vector<Entry> entries;
   for (const std::uint32_t index : found) {
     const std::string_view word = words_[index];
-    if (word == typed || slipsBetween(word, typed, kMostSlips) > kMostSlips) continue;
+    if (word == typed || slipsBetween(word, typed, slips) > slips) continue;
     entries.push_back({word, corrections::logFrequency(frequencies_[index])});
   }
   return entries;

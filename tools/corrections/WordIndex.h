@@ -25,7 +25,8 @@ class WordIndex {
     std::string_view word;  ///< lives as long as the index
     float logFrequency = 0;
   };
-  /// The words within two slips of `typed`, itself left out, each once.
+  /// The words within two slips of `typed`, or within one where it is short; itself left out, each
+  /// once.
   [[nodiscard]] std::vector<Entry> near(std::string_view typed) const;
 
  private:

@@ -47,10 +47,16 @@ inline void leaveOut(std::string_view text, std::size_t at, std::span<char> rest
   std::ranges::copy(text.substr(at + 1), behind);
 }
 
-/// Tells of the beginning of `word` and of what is left of it without one and without two letters;
-/// of some remains more than once.
+/// In a short word two slips leave nothing that tells what was meant.
+constexpr std::size_t mostSlipsIn(std::string_view word) {
+  constexpr std::size_t kShort = 4;
+  return word.size() <= kShort ? 1 : kMostSlips;
+}
+
+/// Tells of the beginning of `word` and of what is left of it without one letter, and without two
+/// where `slips` is two; of some remains more than once.
 template <class Visit>
-void visitRemains(std::string_view word, Visit visit) {
+void visitRemains(std::string_view word, std::size_t slips, Visit visit) {
   const std::string_view all = word.substr(0, kPrefix);
   visit(all);
   std::array<char, kPrefix> one;
@@ -59,6 +65,7 @@ void visitRemains(std::string_view word, Visit visit) {
     const std::string_view less(one.data(), all.size() - 1);
     leaveOut(all, i, one);
     visit(less);
+    if (slips < 2) continue;
     for (std::size_t j = i; j < less.size(); ++j) {
       leaveOut(less, j, two);
       visit(std::string_view(two.data(), less.size() - 1));
