@@ -13,8 +13,8 @@ std::array<std::uint8_t, kRequestHeaderSize> encodeRequestHeader(std::int32_t me
 
 std::optional<Request> decodeRequest(std::span<const std::uint8_t> packet) {
   if (packet.size() < kRequestHeaderSize || packet.size() > kRequestSizeLimit) return {};
-  const std::uint32_t id = bigEndianNumber<std::uint32_t>(packet);
-  const std::uint32_t flags = bigEndianNumber<std::uint32_t>(packet, 4);
+  const auto id = bigEndianNumber<std::uint32_t>(packet);
+  const auto flags = bigEndianNumber<std::uint32_t>(packet, 4);
   if ((flags & ~kRequestReplyWanted) != 0) return {};
   return Request{static_cast<std::int32_t>(id), (flags & kRequestReplyWanted) != 0,
                  packet.subspan(kRequestHeaderSize)};
