@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -77,8 +78,14 @@ RunningProgram::RunningProgram(const OwnFolder& folder, const Start& start) {
 
   std::vector<std::string> arguments{QUORVANE_PROGRAM};
   arguments.insert(arguments.end(), start.arguments.begin(), start.arguments.end());
-  std::vector<std::string> variables = folder.environment();
-  variables.insert(variables.end(), start.variables.begin(), start.variables.end());
+  std::vector<std::string> variables = start.variables;  // the first of a name counts
+  const auto isOtherWords = [](const std::string& variable) {
+    return variable.starts_with("QUORVANE_BUNDLE_DIR=");
+  };
+  if (std::ranges::any_of(variables, isOtherWords)) {
+    variables.push_back("XDG_CACHE_HOME=" + (folder.path() / "cache").string());
+  }
+  std::ranges::copy(folder.environment(), std::back_inserter(variables));
   const std::vector<char*> argv = pointersTo(arguments);
   const std::vector<char*> envp = pointersTo(variables);
   pid_ = ::fork();

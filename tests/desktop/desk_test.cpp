@@ -50,7 +50,8 @@ class Desk {
   std::string tmux(const std::string& command) {
     std::string line = "env -i";
     for (const std::string& variable : folder_.environment()) line += " '" + variable + "'";
-    line += " QUORVANE_BUNDLE_DIR=" + file("data") + " tmux -S " + file("tmux") + " " + command;
+    line += " XDG_CACHE_HOME=" + file("cache") + " QUORVANE_BUNDLE_DIR=" + file("data") +
+            " tmux -S " + file("tmux") + " " + command;
     std::string output;
     FILE* const pipe = ::popen((line + " 2>&1").c_str(), "r");
     std::array<char, 4096> part;
