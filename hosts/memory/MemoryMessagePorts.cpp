@@ -156,7 +156,7 @@ std::unique_ptr<Registration> MemoryMessagePorts::addTimer(double first, double 
     std::shared_ptr<Timer> timer;
   };
   journal_.call("addTimer ", first, " ", interval);
-  auto timer = std::make_shared<Timer>(interval, std::move(action));
+  auto timer = std::make_shared<Timer>(Timer{interval, std::move(action)});
   arm(timer, first);
   return std::make_unique<Owner>(std::move(timer));
 }
