@@ -117,6 +117,7 @@ std::vector<std::string> Corrections::merged(std::vector<corrections::Candidate>
   }
   std::ranges::stable_sort(scored, std::ranges::greater(), &corrections::Candidate::score);
   std::vector<std::string> words;
+  words.reserve(scored.size());
   for (corrections::Candidate& candidate : scored) words.push_back(std::move(candidate.word));
   return words;
 }
@@ -126,7 +127,7 @@ std::vector<std::string> Corrections::offers(const TypedWord& word) {
   if (!corrector_) return dictionary_.suggestions(word.spelt);
   corrections::Judgement judgement = judge(word);
   if (judgement.rule == Rule::Known) return {};
-  const auto guesses = dictionary_.suggestions(word.spelt);
+  auto guesses = dictionary_.suggestions(word.spelt);
   if (judgement.rule == Rule::NotAWord) return guesses;
   return merged(std::move(judgement.ranked), guesses, small(word.spelt));
 }

@@ -39,7 +39,7 @@ bool isName(const std::string& word, const Accepts& accepts) {
 bool isDoubling(std::string_view one, std::string_view other) {
   const auto undoubled = [](std::string_view word) {
     std::string letters(word);
-    letters.erase(std::ranges::unique(letters).begin(), letters.end());
+    letters.erase(std::unique(letters.begin(), letters.end()), letters.end());
     return letters;
   };
   return undoubled(one) == undoubled(other);

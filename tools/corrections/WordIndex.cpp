@@ -30,7 +30,7 @@ std::vector<WordIndex::Entry> WordIndex::near(std::string_view typed) const {
     found.insert(found.end(), entries.begin(), entries.end());
   });
   std::ranges::sort(found);
-  found.erase(std::ranges::unique(found).begin(), found.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
 
   std::vector<Entry> entries;
   for (const std::uint32_t index : found) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <map>
 #include <string>
+#include <tuple>
 
 #include "tools/corrections/Decision.h"
 
@@ -12,7 +13,9 @@ namespace quorvane::corrections {
 struct TextWord {
   std::string word;  ///< in small letters
   Writing writing = Writing::Small;
-  auto operator<=>(const TextWord&) const = default;
+  bool operator<(const TextWord& other) const {
+    return std::tie(word, writing) < std::tie(other.word, other.writing);
+  }
 };
 
 struct Reading {
