@@ -3,6 +3,7 @@
 
 #include "fuzz/Target.h"
 #include "fuzz/World.h"
+#include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "tools/checker/TextRecord.h"
