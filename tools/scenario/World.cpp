@@ -90,6 +90,7 @@ void World::run(const Statement& statement) {
   const auto keep = [&](std::vector<Failure>& where, const std::exception& error) {
     where.push_back({statement.line, statement.source, "", error.what()});
   };
+  if (statement.watched) forgetRecords(*this);
   try {
     statement.pattern->handler(*this, statement.arguments);
   } catch (const BadStatement& error) {
