@@ -7,7 +7,7 @@
 
 #include <fstream>
 
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane::desktop {
 namespace {

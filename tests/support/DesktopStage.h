@@ -6,7 +6,7 @@
 #include <set>
 
 #include "hosts/desktop/DesktopHost.h"
-#include "tests/desktop/RunningProgram.h"
+#include "tests/support/RunningProgram.h"
 
 namespace quorvane::tests {
 

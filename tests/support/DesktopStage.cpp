@@ -1,4 +1,4 @@
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
