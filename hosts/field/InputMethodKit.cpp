@@ -23,16 +23,20 @@ void InputMethodKit::connect(TextApplication& application,
 
 std::unique_ptr<IMKServer> InputMethodKit::initWithName(std::string_view name,
                                                         std::string_view bundleIdentifier) {
+  record(surroundings_.journal, "IMKServer initWithName ", name, " ", bundleIdentifier);
   if (name.empty()) return nullptr;
   return std::make_unique<IMKServer>(IMKServer{std::string(name), std::string(bundleIdentifier)});
 }
 
-std::unique_ptr<IMKCandidates> InputMethodKit::initWithServer(IMKServer* /*server*/,
+std::unique_ptr<IMKCandidates> InputMethodKit::initWithServer(IMKServer* server,
                                                               IMKCandidatePanelType panelType) {
+  record(surroundings_.journal, "IMKCandidates initWithServer ", server ? "server " : "null ",
+         static_cast<int>(panelType));
   return std::make_unique<CandidatesPanel>(surroundings_, panelType);
 }
 
 void InputMethodKit::cancelComposition(IMKInputController& controller) {
+  record(surroundings_.journal, "cancelComposition");
   TextApplication* const application = surroundings_.application;
   if (!application || application->controller() != &controller) return;
   Document* const client = application->focused();
@@ -41,6 +45,8 @@ void InputMethodKit::cancelComposition(IMKInputController& controller) {
 
 MarkedTextAttributes InputMethodKit::markForStyle(IMKInputController& /*controller*/,
                                                   std::uint32_t style, NSRange range) {
+  record(surroundings_.journal, "markForStyle ", style, " {", range.location, ",", range.length,
+         "}");
   return {style, range};
 }
 
