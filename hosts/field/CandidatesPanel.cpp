@@ -36,9 +36,9 @@ bool CandidatesPanel::isVisible() const {
 void CandidatesPanel::updateCandidates() {
   record("updateCandidates");
   TextApplication* const application = surroundings_.application;
-  Document* const document = application ? application->focused() : nullptr;
-  IMKInputController* const controller = document ? application->controller() : nullptr;
-  replace(controller ? controller->candidates(document) : std::vector<std::u16string>{});
+  Client* const client = application ? application->focusedClient() : nullptr;
+  IMKInputController* const controller = client ? application->controller() : nullptr;
+  replace(controller ? controller->candidates(client) : std::vector<std::u16string>{});
 }
 
 void CandidatesPanel::setCandidateData(const std::vector<std::u16string>& candidates) {

@@ -16,7 +16,8 @@ void InputMethodKit::connect(TextApplication& application,
                              std::function<NSOperatingSystemVersion()> systemVersion) {
   surroundings_.application = &application;
   surroundings_.screens = std::move(screens);
-  application.takeDeclined = [this, version = std::move(systemVersion)](const NSEvent& event) {
+  application.boundary().takeDeclined = [this,
+                                         version = std::move(systemVersion)](const NSEvent& event) {
     return panel() && panelTakesArrows(version()) && panel()->takeKey(event);
   };
 }
@@ -39,8 +40,9 @@ void InputMethodKit::cancelComposition(IMKInputController& controller) {
   record(surroundings_.journal, "cancelComposition");
   TextApplication* const application = surroundings_.application;
   if (!application || application->controller() != &controller) return;
-  Document* const client = application->focused();
-  if (client && client->markedRange()) client->setMarkedText(u"", {}, {NSNotFound, NSNotFound});
+  const Document* const document = application->focused();
+  if (!document || !document->markedRange()) return;
+  application->focusedClient()->setMarkedText(u"", {}, {NSNotFound, NSNotFound});
 }
 
 MarkedTextAttributes InputMethodKit::markForStyle(IMKInputController& /*controller*/,
@@ -51,7 +53,7 @@ MarkedTextAttributes InputMethodKit::markForStyle(IMKInputController& /*controll
 }
 
 void InputMethodKit::ownTextFollows() {
-  if (surroundings_.application) surroundings_.application->ownTextFollows();
+  if (surroundings_.application) surroundings_.application->boundary().ownTextFollows();
 }
 
 }  // namespace quorvane::field

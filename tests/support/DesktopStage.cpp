@@ -24,7 +24,7 @@ DesktopStage::DesktopStage() {
 }
 
 void DesktopStage::openHost() {
-  host_ = std::make_unique<desktop::DesktopHost>(configuration_, posting_);
+  host_ = std::make_unique<desktop::DesktopHost>(configuration_, field_.forPlatform());
 }
 
 Child::Child(const std::function<void()>& work) {

@@ -98,11 +98,11 @@ void leave(World& world, const Arguments& /*is*/) {
   world.settle();
 }
 void activate(World& world, const Arguments& is) {
-  world.controller.activateServer(&world.document(is[0].word));
+  world.controller.activateServer(&world.host.text.clientOf(world.document(is[0].word)));
   world.settle();
 }
 void deactivate(World& world, const Arguments& is) {
-  world.controller.deactivateServer(&world.document(is[0].word));
+  world.controller.deactivateServer(&world.host.text.clientOf(world.document(is[0].word)));
   world.settle();
 }
 void closeDocument(World& world, const Arguments& is) { world.document(is[0].word).close(); }

@@ -72,7 +72,7 @@ constexpr std::array<Cancel, 6> kCancels{{
      }},
     {"document-window",
      [](World& world) {
-       const std::uint64_t client = identityOf(&world.focused());
+       const std::uint64_t client = identityOf(&world.host.text.clientOf(world.focused()));
        return std::int64_t{BIMCheckandClose_DocWindowSession(world.process, client)};
      }},
     {"interactive-window",
