@@ -80,13 +80,25 @@ class Subject::Gate : public IMKInputController {
   std::uint32_t recognizedEvents(IMKTextInput* sender) override {
     return subject_.controller.recognizedEvents(sender);
   }
+  std::vector<std::u16string> candidates(IMKTextInput* sender) override {
+    return subject_.controller.candidates(sender);
+  }
+  void candidateSelectionChanged(const NSAttributedString& candidate) override {
+    subject_.controller.candidateSelectionChanged(candidate);
+  }
+  void candidateSelected(const NSAttributedString& candidate) override {
+    subject_.controller.candidateSelected(candidate);
+  }
 
  private:
   Subject& subject_;
   bool inside_ = false;
 };
 
-Subject::Subject() : before_(std::make_unique<Sight>()), gate_(std::make_unique<Gate>(*this)) {
+Subject::Subject(std::span<const std::string_view> words)
+    : StartedInputMethod(true, words),
+      before_(std::make_unique<Sight>()),
+      gate_(std::make_unique<Gate>(*this)) {
   host.journal.setRecording(false);
   host.clock.step = kClockStep;
   host.log.limit = 4;
@@ -148,9 +160,9 @@ void Subject::judge(const field::EventReport& report) {
   const bool consumed =
       report.outcome == Outcome::Consumed || report.outcome == Outcome::ConsumedAfterError;
   const bool threw = report.outcome != Outcome::Consumed && report.outcome != Outcome::PassedOn;
-  // Completion throws at what it can't use, before it has changed anything itself.
+  // Completion throws at what it can't use, and at a list for what it has marked already.
   require(!threw || completionIsOn, "handling an event throws nothing");
-  require(!threw || !consumed, "no failure eats a key");
+  require(!threw || !consumed || after.text != before_->text, "no failure eats a key");
   thrown_ += threw ? 1 : 0;
   if (report.posted) {
     judgePosted(report.event);

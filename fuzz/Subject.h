@@ -17,7 +17,7 @@ namespace quorvane::fuzz {
 
 class Subject : public test::StartedInputMethod {
  public:
-  Subject();
+  explicit Subject(std::span<const std::string_view> words = {});
   ~Subject();
 
   /// Key down and key up.

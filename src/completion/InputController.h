@@ -37,6 +37,7 @@ class InputController : public IMKInputController, public WordInProgress {
   /// Throws std::out_of_range, with no buffer changed and no client called, where the key has no
   /// characters or a digit names no candidate: the host's event boundary then passes the key on.
   bool onKeyEvent(const NSEvent& event, IMKTextInput* client);
+  bool useKey(const NSEvent& event, IMKTextInput* client);
   /// One letter back, and any choice in the panel is dropped. False: there was none.
   bool deleteBackward(IMKTextInput* client);
   /// The place in the list that a digit takes, now that a highlight may have been moved; one
@@ -108,6 +109,7 @@ class InputController : public IMKInputController, public WordInProgress {
   [[nodiscard]] const std::u16string& chosenText() const;
   [[nodiscard]] bool takesSpace(const std::u16string& text) const;
   void insertAndReset(const std::u16string& text, IMKTextInput* sender);
+  void losePlaceInSession();
   /// A switch of the user defaults; false before they have been set.
   [[nodiscard]] bool preference(std::string_view key) const;
   /// Null before the start.
@@ -123,6 +125,7 @@ class InputController : public IMKInputController, public WordInProgress {
   std::vector<std::u16string> _candidates;
   bool _defaultEnglishMode = false;
   IMKTextInput* _currentClient = nullptr;
+  std::u16string _keyText;  ///< what the session has made of the key under way
   // Of the two events before this one, the newer at index 1.
   std::array<std::uint64_t, 2> _lastModifiers{};
   std::array<std::uint64_t, 2> _lastEventTypes{};

@@ -6,6 +6,7 @@
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/InputController.h"
 #include "src/completion/LowByteCharacter.h"
+#include "src/session/FixGuard.h"
 
 namespace quorvane {
 namespace {
@@ -95,8 +96,15 @@ bool InputController::takesSpace(const std::u16string& text) const {
 }
 
 void InputController::insertAndReset(const std::u16string& text, IMKTextInput* sender) {
+  if (text != _originalBuffer + _keyText) losePlaceInSession();
   if (sender != nullptr) sender->insertText(text, kUnspecified);
   reset();
+}
+
+// It followed the keys, and the document goes another way.
+void InputController::losePlaceInSession() {
+  takeTextBack(process_);
+  losePlace(BIMGetActiveSession(process_));
 }
 
 }  // namespace quorvane

@@ -79,6 +79,15 @@ const std::array<InputController::KeyRow, 7> InputController::kKeyRows{{
 }};
 
 bool InputController::onKeyEvent(const NSEvent& event, IMKTextInput* client) {
+  const bool composing = !_originalBuffer.empty();
+  _keyText = event.keyCode == kEscape ? std::u16string{} : event.characters;
+  const bool consumed = useKey(event, client);
+  _keyText.clear();
+  if (composing && !consumed) losePlaceInSession();
+  return consumed;
+}
+
+bool InputController::useKey(const NSEvent& event, IMKTextInput* client) {
   _currentClient = client;
   const Text text = _originalBuffer.empty() ? Text::None : Text::Some;
   for (const KeyRow& row : kKeyRows) {

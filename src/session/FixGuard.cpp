@@ -12,8 +12,8 @@ namespace quorvane {
 namespace {
 
 constexpr std::array<std::string_view, kFixFaults> kFaultNames{
-    "it contradicts what was typed", "more was typed meanwhile", "it may be for another text",
-    "it replaces more than there is", "it has no text"};
+    "it contradicts what was typed",  "more was typed meanwhile", "it may be for another text",
+    "it replaces more than there is", "it has no text",           "its text is missing"};
 
 // Mac OS Roman from 208 on.
 constexpr std::u16string_view kSmartCharacters = u"\u2013\u2014\u201C\u201D\u2018\u2019";
@@ -41,6 +41,7 @@ void restore(BIMSessionRec& session, const SavedText& text) {
   session.beyondAscii = text.beyondAscii;
   session.cursor = text.cursor;
   session.length = text.length;
+  session.published = false;
 }
 
 bool isUnchanged(const BIMSessionRec* session, const TakenText& taken) {
@@ -77,15 +78,25 @@ std::u16string shown(const SavedText& saved) {
   return text;
 }
 
+// A fix of the last `count` characters begins before what is known to stand before the caret.
+bool reachesTooFar(const SavedText& text, std::uint32_t place, std::uint32_t count) {
+  SavedText head = text;
+  head.cursor = std::min(place, text.cursor);
+  return count > shown(text).size() - shown(head).size();
+}
+
 enum class Match { Yes, No, Unknown };
 
 Match match(const TakenText& taken, const std::u16string& text, std::uint32_t count) {
   const std::u16string before = shown(taken.before);
   const std::u16string after = shown(taken.after);
   if (isKnown(text) && !after.ends_with(text)) return Match::No;
-  if (count > before.size()) return isKnown(before) ? Match::No : Match::Unknown;
-  const std::u16string_view kept = std::u16string_view(before).substr(0, before.size() - count);
-  if (!isKnown(std::u16string_view(before).substr(kept.size()))) return Match::Unknown;
+  const std::size_t keeps = before.size() - std::min<std::size_t>(count, before.size());
+  const std::u16string_view kept = std::u16string_view(before).substr(0, keeps);
+  if (!isKnown(std::u16string_view(before).substr(keeps))) {
+    return isKnown(text) ? Match::No : Match::Unknown;
+  }
+  if (count > before.size()) return Match::No;
   if (!isKnown(text)) return after.starts_with(kept) ? Match::Unknown : Match::No;
   // A text that has no room for more begins anew.
   const bool full = kept.size() + text.size() > kSessionTextSize;
@@ -98,10 +109,17 @@ void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* sessi
   if (session == nullptr) session = BIMGetActiveSession(process);
   if (session == nullptr) return;
   auto& state = process.state<FixState>();
-  const SavedText before = save(*session);
+  const bool waits = state.taken && isUnchanged(session, *state.taken);
+  const SavedText before = waits ? state.taken->before : save(*session);
+  const bool read = waits ? state.taken->read : session->published;
   if (!takeChanges(process, session)) return;
+  state.textsCome = true;
   const bool retyped = state.retyped || !beginsWith(before, state.scanned);
-  state.taken = TakenText{session->handle, before, save(*session), state.late, retyped};
+  state.taken = TakenText{session->handle, before, save(*session), read, state.late, retyped};
+}
+
+void takeTextBack(Process& process) {
+  if (process.state<FixState>().taken) dropFix(process, FixFault::Overtaken);
 }
 
 void scanSentence(Process& process, BIMSessionRec& session) {
@@ -115,16 +133,25 @@ void scanSentence(Process& process, BIMSessionRec& session) {
 }
 
 std::optional<FixFault> faultOf(Process& process, const std::u16string& text, std::uint32_t count) {
-  const auto& taken = process.state<FixState>().taken;
-  if (!taken) return std::nullopt;
-  if (!isUnchanged(BIMGetActiveSession(process), *taken)) return FixFault::Overtaken;
+  const auto& state = process.state<FixState>();
+  const auto& taken = state.taken;
+  if (!taken) return state.textsCome && count != 0 ? std::optional(FixFault::Alone) : std::nullopt;
+  const BIMSessionRec* const session = BIMGetActiveSession(process);
+  if (!isUnchanged(session, *taken) || !taken->read) return FixFault::Overtaken;
   const Match found = match(*taken, text, count);
   if (found == Match::No) return FixFault::Contradiction;
+  if (session->place != 0 && reachesTooFar(taken->before, session->place, count)) {
+    return FixFault::Doubtful;
+  }
   const bool doubtful = taken->late && (taken->retyped || found == Match::Unknown);
   return doubtful ? std::optional(FixFault::Doubtful) : std::nullopt;
 }
 
-void keepFix(Process& process) { process.state<FixState>().taken.reset(); }
+void keepFix(Process& process) {
+  auto& taken = process.state<FixState>().taken;
+  if (!taken) losePlace(BIMGetActiveSession(process));
+  taken.reset();
+}
 
 void dropFix(Process& process, FixFault fault) {
   auto& state = process.state<FixState>();

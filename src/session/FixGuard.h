@@ -24,8 +24,9 @@ enum class FixFault : std::uint8_t {
   Doubtful,       ///< it may have been made for another text that a late answer leaves possible
   BeyondCaret,    ///< it replaces more than stands before the caret
   Unreadable,     ///< the message has no text
+  Alone,          ///< its text hasn't come, or was taken back before, and it replaces something
 };
-inline constexpr std::size_t kFixFaults = 5;
+inline constexpr std::size_t kFixFaults = 6;
 
 struct SavedText {
   SessionText bytes{};
@@ -39,21 +40,25 @@ struct TakenText {
   std::uint32_t session = 0;  ///< handle
   SavedText before;
   SavedText after;
+  bool read = false;     ///< the main application could read what it took the place of
   bool late = false;     ///< an earlier scan wasn't answered: the text may be for that one
   bool retyped = false;  ///< and part of what was scanned then has been taken back since
 };
 
 struct FixState {
   std::optional<TakenText> taken;
-  SavedText scanned;     ///< the text of the latest scan
-  bool late = false;     ///< that scan wasn't answered
-  bool retyped = false;  ///< nor one before it, whose text it doesn't begin with
+  SavedText scanned;       ///< the text of the latest scan
+  bool late = false;       ///< that scan wasn't answered
+  bool retyped = false;    ///< nor one before it, whose text it doesn't begin with
+  bool textsCome = false;  ///< the main application has sent one
   std::array<std::uint64_t, kFixFaults> dropped{};  ///< fixes, by fault
 };
 
 /// Takes in what the main application changed; a text is kept until its message comes. Null: the
 /// active session.
 void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session);
+/// Somebody goes on typing: a text whose message hasn't come is taken back before the key.
+void takeTextBack(Process& process);
 /// Has the text scanned and takes over what comes of it. Only inside a ToolRec.
 void scanSentence(Process& process, BIMSessionRec& session);
 

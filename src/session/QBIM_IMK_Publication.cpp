@@ -92,6 +92,7 @@ std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session,
   if (!textRecord || !session->sessionText) return 0;
   if (keyByte == 0 && session->cursor != 0) keyByte = (*session->sessionText)[session->cursor - 1];
   writeTextRecord(textRecord.bytes(), *session, keyByte);
+  session->published = true;
   return 1;
 }
 

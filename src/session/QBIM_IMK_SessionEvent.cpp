@@ -5,6 +5,7 @@
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_CaretMoves.h"
 #include "src/session/QBIM_IMK_Clipboard.h"
 #include "src/session/QBIM_IMK_KeyTime.h"
@@ -39,6 +40,7 @@ Key readKey(Process& process, const CarbonEvent& event, std::uint8_t keyByte) {
 }
 
 std::int32_t handleKeyDown(Process& process, BIMSessionRec* session, EventRef event, Key key) {
+  process.state<SessionEventState>().followed = true;
   if (key.modifiers != 0) {
     Check_Menu_Key_Interactive_Cancel(process, session, key.modifiers, key.byte);
     Reset_Clip(process, key.modifiers);
@@ -48,6 +50,7 @@ std::int32_t handleKeyDown(Process& process, BIMSessionRec* session, EventRef ev
     return 0;
   }
   if ((key.modifiers & kNotTypingMask) != 0) return 0;
+  takeTextBack(process);
   const std::int32_t consumed = Check_SmartQuotes(process, event, session, key.byte);
   return consumed != 0 ? consumed : BIMHandleInput(process, session, key.byte);
 }

@@ -77,4 +77,8 @@ void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session) {
   BIMMouseEditCancelSession(process, session);
 }
 
+void losePlace(BIMSessionRec* session) {
+  if (session != nullptr) session->place = session->length;
+}
+
 }  // namespace quorvane

@@ -32,6 +32,8 @@ struct BIMSessionRec {
   SessionMarks beyondAscii{};
   std::uint32_t cursor = 0;  ///< bytes; never above `length`
   std::uint32_t length = 0;  ///< bytes; never above kSessionTextSize
+  std::uint32_t place = 0;   ///< from here on the text is known to stand in the document, too
+  bool published = false;    ///< as it is now
   std::uint64_t documentRef = 0;
   std::uint32_t documentTag = 0;  ///< its 'dapy' property; nonzero: a fix refreshes the session
   std::uint64_t windowRef = 0;
@@ -90,5 +92,7 @@ void BIM_Cancel_Session_Text(BIMSessionRec* session);
 void BIMMouseEditCancelSession(Process& process, BIMSessionRec* session);
 /// The same under its second name.
 void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session);
+/// The document went its own way: only of what is typed from now on the place is known there.
+void losePlace(BIMSessionRec* session);
 
 }  // namespace quorvane

@@ -63,7 +63,7 @@ std::int32_t replaceHyphen(Process& process, BIMSessionRec* session, std::uint8_
                            std::optional<std::uint8_t> previous) {
   const auto* dash = std::find_if(kDashes.begin(), kDashes.end(),
                                   [&](const Dash& row) { return row.previous == previous; });
-  if (dash == kDashes.end()) return 0;
+  if (dash == kDashes.end() || session->cursor - dash->replaceLength < session->place) return 0;
   return replaceKey(process, session, keyByte, dash->next, dash->replaceLength);
 }
 

@@ -76,11 +76,13 @@ void moveTailDown(const BIMSessionRec& session, Cells& cells) {
 
 void insertByte(Process& process, BIMSessionRec& session, std::uint8_t keyByte, ByteOrigin origin) {
   makeRoom(process, session);
+  if (session.length == 0) session.place = 0;
   SessionText& text = *session.sessionText;
   if (session.length > session.cursor) {
     moveTailUp(session, text);
     moveTailUp(session, session.beyondAscii);
   }
+  if (session.cursor < session.place) ++session.place;
   text[session.cursor] = keyByte;
   session.beyondAscii[session.cursor] = origin == ByteOrigin::Key && !isAscii(keyByte);
   ++session.cursor;
@@ -99,20 +101,35 @@ bool deleteByte(BIMSessionRec& session) {
     moveTailDown(session, text);
     moveTailDown(session, session.beyondAscii);
   }
+  if (session.cursor <= session.place) --session.place;
   text[session.length] = 0;
   --session.cursor;
   --session.length;
   return letterDeleted;
 }
 
+// A dash made here of two hyphens stands behind the first of them: two bytes, one character.
+bool isDashOfTwo(const BIMSessionRec& session, std::uint32_t at) {
+  if (at == 0 || at >= session.length) return false;
+  const SessionText& text = *session.sessionText;
+  return text[at] == kEmDash && !session.beyondAscii[at] && text[at - 1] == kHyphen;
+}
+
+bool deleteCharacter(BIMSessionRec& session) {
+  if (session.cursor != 0 && isDashOfTwo(session, session.cursor - 1)) deleteByte(session);
+  return deleteByte(session);
+}
+
+// At its ends the caret of the document goes on, into what the text doesn't show.
 void moveLeft(BIMSessionRec& session) {
-  if (session.cursor == 0) return;
+  if (session.cursor == 0) return losePlace(&session);
   session.editState |= kEditCursorMovedLeft;
-  --session.cursor;
+  session.cursor -= isDashOfTwo(session, session.cursor - 1) ? 2 : 1;
 }
 
 void moveRight(BIMSessionRec& session) {
-  if (session.cursor < session.length) ++session.cursor;
+  if (session.cursor == session.length) return losePlace(&session);
+  session.cursor += isDashOfTwo(session, session.cursor + 1) ? 2 : 1;
 }
 
 // True where a window was up: the key was for that. Without one the session keeps
@@ -131,13 +148,13 @@ struct KeyResult {
 
 KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t keyByte,
                        ByteOrigin origin) {
+  if (keyByte == 0) return {};
+  session.published = false;
   switch (keyByte) {
-    case 0:
-      return {};
     case kBackspaceKey:
     case kDeleteKey:
       Cancel_DocumentTextRange();
-      return {false, deleteByte(session)};
+      return {false, deleteCharacter(session)};
     case kEscapeKey:
       return {escape(process, session), false};
     case kLeftArrowKey:

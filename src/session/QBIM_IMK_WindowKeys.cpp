@@ -46,15 +46,15 @@ bool offerToPopup(Process& process, std::uint32_t modifiers, std::uint8_t keyByt
   return true;
 }
 
-bool navigate(Process& process, std::uint8_t keyByte) {
-  CallDirectQorvToolCommandAppEventWait(process, kNavigatePopup);
-  return answerTo(process, keyByte) == 0;
-}
-
 /// What stands in field 26 is the key, and no answer, where nobody has heard of it. One that was
 /// delivered is decided by the field, answered in time or not: another may act on it.
 bool wasDelivered(CommandOutcome outcome) {
   return outcome == CommandOutcome::Answered || outcome == CommandOutcome::NotAnswered;
+}
+
+bool navigate(Process& process, std::uint8_t keyByte) {
+  return wasDelivered(SendToolCommandAndWait(process, kNavigatePopup)) &&
+         answerTo(process, keyByte) == 0;
 }
 
 bool popupTakesKeys(Process& process) {

@@ -1,12 +1,15 @@
 #include "src/session/QuorvaneInputController.h"
 
 #include <array>
+#include <utility>
 
 #include "src/base/KeyBytes.h"
 #include "src/base/Log.h"
 #include "src/base/Text.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/session/FixGuard.h"
+#include "src/session/QBIM_IMK_KeyTime.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QBIM_IMK_WindowClick.h"
@@ -60,6 +63,22 @@ bool admits(Process& process, IMKTextInput* client) {
   return true;
 }
 
+// A switch of applications is none of its business.
+bool reachesText(const NSEvent& event) {
+  const bool switches = (event.modifierFlags & NSEventModifierFlagCommand) != 0 &&
+                        firstUtf8Byte(event.characters) == kTabKey;
+  return event.type == NSEventType::LeftMouseDown ||
+         (event.type == NSEventType::KeyDown && !switches);
+}
+
+// A click, or a key that the session doesn't see.
+void leaveBehind(Process& process, std::uint64_t client) {
+  takeTextBack(process);
+  for (const auto& session : process.state<SessionState>().records) {
+    if (session->clientID == static_cast<std::uint32_t>(client)) losePlace(session.get());
+  }
+}
+
 }  // namespace
 
 QuorvaneInputController& Get_QuorvaneInputController(Process& process) {
@@ -71,6 +90,15 @@ bool do_handleEvent(Process& process, const NSEvent& event, IMKTextInput* client
 }
 
 bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
+  auto& followed = process_.state<SessionEventState>().followed;
+  const bool outer = std::exchange(followed, false);
+  const bool consumed = handleInTurn(event, client);
+  if (!consumed && !followed && reachesText(event)) leaveBehind(process_, identityOf(client));
+  followed = outer;
+  return consumed;
+}
+
+bool QuorvaneInputController::handleInTurn(const NSEvent& event, IMKTextInput* client) {
   auto& state = process_.state<ControllerState>();
   cancel_keyDownEvent(process_);
   if (state.KEYED_INITED_FLAG != 0 && event.type == NSEventType::KeyDown) {

@@ -68,6 +68,7 @@ class QuorvaneInputController : public IMKInputController {
 
  private:
   bool dispatch(const NSEvent& event, IMKTextInput* client);
+  bool handleInTurn(const NSEvent& event, IMKTextInput* client);
   bool handleKey(const NSEvent& event, IMKTextInput* client);
   bool handleFlagsChanged(const NSEvent& event);
 

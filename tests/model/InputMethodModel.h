@@ -60,6 +60,7 @@ struct InputMethodModel {
   InputMethodModel() {
     addClient(false);
     activate(0);
+    session().published = true;
   }
 
   void addClient(bool tagged) {
@@ -111,7 +112,19 @@ struct InputMethodModel {
       return false;
     }
     const bool typing = !flagsChanged && (mask & (kCommand | kControl | kFunction)) == 0;
+    if (typing && taken_) drop();
     return typing && type(key);
+  }
+
+  /// An event that the session knows nothing of has gone to a document.
+  void leftBehind(const NSEvent& event) {
+    const bool appSwitch =
+        (event.modifierFlags & NSEventModifierFlagCommand) != 0 && event.characters == u"\t";
+    const bool reaches = event.type == NSEventType::LeftMouseDown ||
+                         (event.type == NSEventType::KeyDown && !appSwitch);
+    if (!reaches) return;
+    if (taken_) drop();
+    session().losePlace();
   }
 
   void arrived(const Message& message) {
@@ -129,6 +142,7 @@ struct InputMethodModel {
     const std::uint32_t count = *message.number;
     if (!message.text || !agrees(count, *message.text)) return drop();
     if (lastClient_ && count > documents[*lastClient_].selectedRange().location) return drop();
+    if (!taken_) session().losePlace();
     taken_.reset();
     if (lastClient_) return fix(count, *message.text);
     parked_ = {count, *message.text};
@@ -270,6 +284,7 @@ struct InputMethodModel {
     fields[kEditState] = session().editState;
     named_ = active;
     session().publish(text);
+    session().published = true;
     publishedKey = key != 0 ? key : session().byteBefore();
   }
 
@@ -277,27 +292,42 @@ struct InputMethodModel {
     if ((session().sentenceFlags & 1) == 0) session().sentenceFlags = fields[kSentenceStart];
     session().editState = fields[kEditState];
     if (fields[kTextChanged] == 0) return;
-    const SessionModel before = session();
+    const bool waits = forFix && taken_ && isUnchanged();
+    Taken fresh{active, waits ? taken_->before : session(), {}};
     takeText();
-    if (forFix) taken_ = Taken{active, before, session()};
+    if (!forFix) return;
+    fresh.after = session();
+    taken_ = fresh;
+    textsCome_ = true;
+  }
+
+  [[nodiscard]] bool isUnchanged() {
+    return active == taken_->client && session().head() == taken_->after.head();
   }
 
   /// A message says the same as the text that came before it.
   bool agrees(std::uint32_t count, const std::u16string& insertion) {
-    if (!taken_) return true;
-    if (active != taken_->client || session().head() != taken_->after.head()) return false;
+    if (!taken_) return count == 0 || !textsCome_;
+    if (!isUnchanged() || !taken_->before.published || reachesTooFar(count)) return false;
     const std::u16string before = taken_->before.shown();
     const std::u16string after = taken_->after.shown();
     const bool beyond = count > before.size();
     const std::size_t kept = before.size() - (beyond ? before.size() : count);
     if (SessionModel::plain(insertion) && !after.ends_with(insertion)) return false;
-    if (!SessionModel::plain(before.substr(kept))) return true;
+    if (!SessionModel::plain(before.substr(kept))) return !SessionModel::plain(insertion);
     if (beyond) return false;
     if (!SessionModel::plain(insertion)) return after.starts_with(before.substr(0, kept));
     const bool full = kept + insertion.size() > 384;
     const bool agreed = after == (full ? u"" : before.substr(0, kept)) + insertion;
     if (agreed) ++reached["fixes agreed"];
     return agreed;
+  }
+
+  /// It begins before what is known to stand in the document.
+  [[nodiscard]] bool reachesTooFar(std::uint32_t count) {
+    const SessionModel& before = taken_->before;
+    const std::u16string head = before.shown(std::min(session().place, before.cursor));
+    return session().place != 0 && count > before.shown().size() - head.size();
   }
 
   void drop() {
@@ -309,6 +339,7 @@ struct InputMethodModel {
     changed.cells = taken->before.cells;
     changed.cursor = taken->before.cursor;
     changed.length = taken->before.length;
+    changed.published = false;
   }
 
   void takeText() {
@@ -344,6 +375,7 @@ struct InputMethodModel {
     SessionModel before, after;
   };
   std::optional<Taken> taken_;
+  bool textsCome_ = false;                 ///< of the main application
   std::optional<std::size_t> lastClient_;  ///< of the latest event: fixes go there
   std::optional<std::pair<std::uint32_t, std::u16string>> parked_;
   std::size_t named_ = 0;      ///< the session that the record names

@@ -175,6 +175,7 @@ class RandomWorld : private IMKInputController {
     const bool seen =
         isKey(event) && (report.posted || withEventRef_ || event.type == NSEventType::FlagsChanged);
     const bool taken = seen && model_.takes(event, began_);
+    if (!seen) model_.leftBehind(event);
     if (report.outcome != (taken ? field::Outcome::Consumed : field::Outcome::PassedOn)) {
       broken(field::describe(report.outcome), event);
     }

@@ -41,14 +41,17 @@ struct SessionModel {
   std::uint32_t sentenceFlags = 1;  ///< bit 0: the next letter begins a sentence
   bool tagged = false;              ///< its document has the property that a fix asks for
   bool known = false;               ///< its client has been met
+  std::uint32_t place = 0;          ///< what is behind it stands in the document, too
+  bool published = false;           ///< as it is now
 
   [[nodiscard]] std::string text() const { return bytes(length); }
   [[nodiscard]] std::string head() const { return bytes(cursor); }
 
-  /// As it stands in the document; bytes that no character is known of are out of plain range.
-  [[nodiscard]] std::u16string shown() const {
+  /// As its first bytes stand in the document; those that no character is known of are out of plain
+  /// range.
+  [[nodiscard]] std::u16string shown(std::size_t count) const {
     std::u16string text;
-    for (const char16_t cell : cells.substr(0, cursor)) {
+    for (const char16_t cell : cells.substr(0, count)) {
       if (cell == 209 && text.ends_with(u'-')) text.pop_back();
       if (cell >= 208 && cell <= 213) {
         text += u"–—“”‘’"[cell - 208];
@@ -58,6 +61,7 @@ struct SessionModel {
     }
     return text;
   }
+  [[nodiscard]] std::u16string shown() const { return shown(cursor); }
   static bool plain(const std::u16string& text) {
     constexpr std::u16string_view kSmart = u"–—“”‘’";
     return std::ranges::all_of(
@@ -135,13 +139,21 @@ struct SessionModel {
     return pair ? static_cast<std::uint8_t>(0xF0 | (0x40u + (unit & 0x3FFu)) >> 8) : 0;
   }
 
+  void losePlace() { place = length; }
+
   void typed(std::uint8_t key, bool replaced) {
-    if (key == 8 || key == 127) return erase();
+    if (key != 0) published = false;
+    if (key == 8 || key == 127) {
+      if (cursor > 0 && dashOfTwo(cursor - 1)) erase();
+      return erase();
+    }
+    if ((key == 28 && cursor == 0) || (key == 29 && cursor == length)) losePlace();
     if (key == 28 && cursor > 0) {
       editState |= 1;
-      --cursor;
+      cursor -= dashOfTwo(cursor - 1) ? 2 : 1;
+    } else if (key == 29) {
+      cursor += cursor == length ? 0 : dashOfTwo(cursor + 1) ? 2 : 1;
     }
-    if (key == 29) cursor += cursor < length ? 1 : 0;
     const bool silent = key == 0 || key == 27 || key == 28 || key == 29;
     if (!silent) insert(key < 0x80 || replaced ? key : key + kTyped);
   }
@@ -155,8 +167,14 @@ struct SessionModel {
     return text;
   }
 
+  /// Made of two hyphens, and one character in the document.
+  [[nodiscard]] bool dashOfTwo(std::uint32_t at) const {
+    return at > 0 && at < length && cells[at] == 209 && cells[at - 1] == '-';
+  }
+
   /// -- becomes an em dash, and on: an en dash, a hyphen, an em dash again.
   [[nodiscard]] std::optional<Replacement> dash() const {
+    if (cursor < place + (isBefore(1, "-") ? 1 : 0)) return {};
     if (isBefore(1, "-")) return Replacement{209, 1};
     if (isBefore(1, "\xD1")) return Replacement{208, 0};
     if (isBefore(1, "\xD0")) return Replacement{'-', 0};
@@ -172,6 +190,8 @@ struct SessionModel {
 
   void insert(int cell) {
     makeRoom();
+    if (length == 0) place = 0;
+    if (cursor < place) ++place;
     if (cursor < length) moveTail(cursor + 1);
     cells[cursor++] = static_cast<char16_t>(cell);
     cells[++length] = 0;
@@ -181,6 +201,7 @@ struct SessionModel {
     if (cursor == 0 || length == 0) return;
     if (cursor < length) moveTail(cursor - 1);
     cells[length] = 0;
+    if (cursor <= place) --place;
     --cursor;
     --length;
   }

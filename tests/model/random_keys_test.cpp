@@ -8,6 +8,7 @@
 #include <iostream>
 
 #include "fuzz/Target.h"
+#include "fuzz/Typing.h"
 #include "tests/model/RandomWorld.h"
 
 namespace quorvane::model {
@@ -60,16 +61,28 @@ TEST(RandomKeys, APlantedFaultIsNoticed) {
 std::uint64_t seed;
 void nameSeed(int /*signal*/) { std::cerr << "QUORVANE_SEED=" << seed << std::endl; }
 
-// The law is that of the fuzzers; a breach ends the test program.
-TEST(RandomKeys, TheLawHoldsWhateverTheMainApplicationDoes) {
-  constexpr std::uint64_t kKeysOfOneInput = 1'000;  // about
+// The laws are those of the fuzzers; a breach ends the test program. `law` says how many keys an
+// input has held.
+template <class Law>
+void judgeInputs(std::uint32_t mostBytes, const Law& law) {
   std::signal(SIGABRT, nameSeed);
   seed = firstSeed();
-  for (std::uint64_t keys = 0; keys < keysWanted(); keys += kKeysOfOneInput, ++seed) {
+  for (std::uint64_t keys = 0; keys < keysWanted(); ++seed) {
     Random random(seed);
-    std::vector<std::uint8_t> input(random.below(6'000));
+    std::vector<std::uint8_t> input(random.below(mostBytes));
     for (std::uint8_t& byte : input) byte = static_cast<std::uint8_t>(random.word());
-    fuzz::run(input);
+    keys += law(input);
+  }
+}
+
+TEST(RandomKeys, TheLawHoldsWhateverTheMainApplicationDoes) {
+  constexpr std::uint64_t kAbout = 1'000;
+  judgeInputs(6'000, [](fuzz::Bytes bytes) { return fuzz::run(bytes), kAbout; });
+}
+
+TEST(RandomKeys, NoneIsLostDoubledOrMovedBesideALiar) {
+  for (const bool completion : {false, true}) {
+    judgeInputs(1'500, [=](fuzz::Bytes bytes) { return fuzz::typeBesideALiar(bytes, completion); });
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // The input method on the memory host, started as `main` starts it, with one focused document.
 
+#include <span>
 #include <string_view>
 
 #include "hosts/memory/MemoryHost.h"
@@ -13,7 +14,10 @@
 namespace quorvane::test {
 
 struct StartedInputMethod {
-  explicit StartedInputMethod(bool withMainApplication = true) {
+  /// `words`: of completion, where the usual ones won't do.
+  explicit StartedInputMethod(bool withMainApplication = true,
+                              std::span<const std::string_view> words = {}) {
+    if (!words.empty()) host.bundle.setWordList(words);
     if (withMainApplication) host.mainApplication.launch(memory::Notice::Missed);
     host.mainApplication.answerScan({});
     InputMethodMain(process, {});

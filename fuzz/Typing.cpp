@@ -1,0 +1,214 @@
+#include "fuzz/Typing.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "fuzz/Target.h"
+#include "fuzz/World.h"
+#include "src/base/Text.h"
+#include "src/bridge/SharedLayout.h"
+#include "src/session/CurrentAppFlags.h"
+
+namespace quorvane::fuzz {
+namespace {
+
+constexpr int kStepLimit = 400;
+constexpr std::u16string_view kMarks = u"*^~";  // by fixes, and the last by words
+constexpr char16_t kWordMark = u'~';
+constexpr std::array<std::string_view, 7> kWords{"a~", "a~~", "e~", "h~", "h~~", "t~", "t~~"};
+
+/// What was typed of a text: without marks, capitals and smart characters.
+std::u16string typedOf(std::u16string_view text) {
+  std::u16string typed;
+  for (const char16_t unit : text) {
+    if (kMarks.find(unit) != std::u16string_view::npos) continue;
+    if (unit == u'—') typed += u'-';
+    const std::size_t smart = std::u16string_view(u"—–“”‘’").find(unit);
+    const bool capital = unit >= u'A' && unit <= u'Z';
+    const auto plain = static_cast<char16_t>(capital ? unit + 32 : unit);
+    typed += smart != std::u16string_view::npos ? u"--\"\"''"[smart] : plain;
+  }
+  return typed;
+}
+
+/// A text field as it would be without the input method: a marked word is plain text, as typed.
+std::u16string afterKey(const field::Document& document, const NSEvent& key) {
+  field::Document plain;
+  std::u16string text = document.text();
+  NSRange selection = document.selection();
+  if (const auto marked = document.markedRange()) {
+    std::u16string word = text.substr(marked->location, marked->length);
+    std::erase(word, kWordMark);
+    text.replace(marked->location, marked->length, word);
+    selection = {marked->location + word.size(), 0};
+  }
+  plain.setText(text);
+  plain.select(selection);
+  plain.applyKey(key);
+  return plain.text();
+}
+
+class Typing {
+ public:
+  Typing(Bytes bytes, bool completion) : input_(bytes) {
+    auto& switches = subject_.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+    if (completion) switches |= kCompletionFlag;
+    subject_.host.mainApplication.appFlagStatus = switches;
+    subject_.host.text.clipboard().text = kMarks.front();
+    main_.writeCorrectedText("");  // it is one that sends a text with each fix
+    main_.sendFix(0, "");
+    turn();
+    for (int step = 0; step < kStepLimit && !input_.empty() && !subject_.ended(); ++step) {
+      input_.below(4) == 0 ? meddle() : type();
+    }
+  }
+
+  [[nodiscard]] std::uint64_t keys() const { return keys_; }
+
+ private:
+  using Act = void (Typing::*)();
+
+  // Somebody types.
+
+  void type() {
+    constexpr std::u16string_view kKeys =
+        u"aehtaehtaehtAT    ..,'\"--\r\b\b\x1B\t12\x1C\x1D\x1E\x1F\x01\x7Fé";
+    const char16_t character = kKeys[input_.below(kKeys.size())];
+    NSEvent key{NSEventType::KeyDown, 0, 0, {character}, nullptr};
+    if (const auto found = subject_.host.queue.keyboard().keyForCharacter(character)) {
+      key.keyCode = found->keyCode;
+      if (found->function) key.modifierFlags = NSEventModifierFlagFunction;
+    }
+    const std::u16string before = typedOf(text());
+    const std::u16string wanted = typedOf(afterKey(subject_.document, key));
+    const bool mayStay = mayBeTaken(key.characters.front());
+    subject_.press(key);
+    ++keys_;
+    check(wanted, mayStay ? before : wanted);
+  }
+
+  /// It may be for the main application's window, or for the word that completion holds.
+  [[nodiscard]] bool mayBeTaken(char16_t character) const {
+    const auto isOneOf = [&](std::u16string_view keys) {
+      return keys.find(character) != keys.npos;
+    };
+    const bool composing = subject_.document.markedRange().has_value();
+    return ((windowIsUp() || windowLeft_) && isOneOf(u"12\t")) ||
+           (composing && isOneOf(u"12\r\x7F"));
+  }
+
+  [[nodiscard]] const std::u16string& text() const { return subject_.document.text(); }
+
+  void check(const std::u16string& wanted, const std::u16string& orElse) {
+    const std::u16string found = typedOf(text());
+    if (found == wanted || found == orElse) return;
+    require(false,
+            "typed characters stand as typed: " + toUtf8(text()) + " and not " + toUtf8(wanted));
+  }
+
+  // The world around.
+
+  void meddle() {
+    static constexpr std::array<Act, 16> kActs{
+        &Typing::fix,        &Typing::fix,   &Typing::fix,      &Typing::answerLate,
+        &Typing::answerLate, &Typing::lie,   &Typing::gate,     &Typing::gate,
+        &Typing::insertMark, &Typing::stall, &Typing::comeOrGo, &Typing::click,
+        &Typing::wait,       &Typing::turn,  &Typing::turn,     &Typing::turn};
+    const std::u16string before = typedOf(text());
+    subject_.disturb();
+    (this->*input_.oneOf(kActs))();
+    subject_.checkLaw();
+    check(before, before);
+  }
+
+  void click() { subject_.host.text.click(input_.byte()); }
+  void turn() { subject_.host.runPending(); }
+  void wait() { subject_.host.clock.advanceTicks(input_.byte()); }
+
+  /// A fix of what was published, now or a while ago: its last letters with a mark before them.
+  void fix() {
+    const std::uint8_t manner = input_.byte();
+    const std::string now = main_.published().text;
+    std::string known = (manner & 3) == 0 ? known_ : now;
+    if ((manner & 12) != 0) known_ = now;
+    std::size_t count = std::min<std::size_t>(input_.below(8), known.size());
+    // What fits before the caret must have its letters: else it were an order to write others.
+    if (now.starts_with(known.substr(0, known.size() - count))) known = now;
+    count = std::min(count, known.size());
+    while (!std::all_of(known.end() - count, known.end(), [](char c) { return c >= ' '; })) --count;
+    const std::string fixed = mark() + known.substr(known.size() - count);
+    main_.writeCorrectedText(known.substr(0, known.size() - count) + fixed);
+    // With none to replace it would be an order to insert letters.
+    const bool lies = (manner & 0x70) == 0;
+    const auto claimed = lies ? std::max(1U, input_.number()) : static_cast<std::uint32_t>(count);
+    if ((manner & 0x80) == 0 || input_.flag()) main_.sendFix(claimed, fixed);
+  }
+  /// No two that follow each other are alike: else the text of one fix and the message of another
+  /// made an order.
+  std::string mark() {
+    std::string text;
+    for (int bit = 0; bit < 5; ++bit) text += (fixes_ >> bit & 1) != 0 ? '*' : '^';
+    ++fixes_;
+    return text;
+  }
+  void answerLate() {
+    memory::Answer given;
+    const std::uint8_t manner = input_.byte();
+    given.afterTicks = manner % 16;
+    given.evenIfTakenBack = (manner & 16) != 0;
+    if ((manner & 96) != 0)
+      given.action = [this] {
+        fix();
+        subject_.disturb();
+      };
+    main_.answerScan(given);
+  }
+  /// Any number in any field; only what it asks for by name is an order.
+  void lie() {
+    main_.setField(static_cast<unsigned>(input_.below(77)), input_.number());
+    if (input_.flag()) lieAboutText(subject_, input_);
+  }
+  void gate() {
+    constexpr std::array<std::pair<unsigned, std::uint32_t>, 8> kGates{
+        {{6, 2}, {9, 2}, {19, 9}, {22, 2}, {27, 3}, {31, 3}, {38, 8}, {74, 2}}};
+    const auto [field, limit] = input_.oneOf(kGates);
+    main_.setField(field, static_cast<std::uint32_t>(input_.below(limit)));
+    if (field == ToolCRecPtr_isDocWindowOpen) main_.setField(12, "WRTR"_4cc);
+  }
+  void insertMark() { main_.sendFix(0, mark()); }
+  void stall() {
+    auto* const server = subject_.host.messagePorts.server(main_.kServerPort);
+    if (server == nullptr) return;
+    server->silent = input_.flag();
+    server->full = input_.flag();
+  }
+  [[nodiscard]] bool windowIsUp() const { return main_.field(ToolCRecPtr_isDocWindowOpen) != 0; }
+  void comeOrGo() {
+    windowLeft_ |= windowIsUp();
+    if (input_.flag()) return main_.launch(notice());
+    main_.vanish(notice(),
+                 input_.flag() ? memory::SegmentFate::Kept : memory::SegmentFate::Removed);
+  }
+  memory::Notice notice() {
+    return input_.flag() ? memory::Notice::Missed : memory::Notice::Queued;
+  }
+
+  Subject subject_{kWords};
+  memory::MemoryMainApplication& main_ = subject_.host.mainApplication;
+  Input input_;
+  std::uint64_t keys_ = 0;
+  unsigned fixes_ = 0;
+  bool windowLeft_ = false;  ///< one was up when its record went: the input method may not know
+  std::string known_;        ///< a text that was published earlier
+};
+
+}  // namespace
+
+std::uint64_t typeBesideALiar(Bytes bytes, bool completion) {
+  return Typing(bytes, completion).keys();
+}
+
+}  // namespace quorvane::fuzz
