@@ -50,7 +50,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
     : standIn_(startStandIn(options)),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
       configuration_(configurationFor(options, nowhere_.get())),
-      host_(configuration_, events_),
+      host_(configuration_, field_.forPlatform()),
       claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory)
                  .claimSegments(configuration_.keyOffset)),
       messagePorts_(host_.platform().messagePorts),
@@ -59,7 +59,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
           host_.application(), [this] { begin(); }, [this] { exiting(); }),
       process_(platform()),
       controller_(process_),
-      textApplication_(host_.platform().clock, host_.log(), events_),
+      textApplication_(host_.platform().clock, host_.log(), field_.events),
       document_(textApplication_.addDocument()) {
   host_.log().enabled = options.logDescriptor.has_value();
   host_.log().showPrivate = options.showPrivate;
@@ -68,7 +68,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
                                                          std::uint8_t{options.vertical},
                                                          std::uint8_t{options.shiftToggle}};
   connectKeyboard();
-  host_.serve(textApplication_);
+  field_.connect(textApplication_, host_.screens(), host_.application());
   textApplication_.setController(&controller_);
   watchSignals();
   held_.reset();
@@ -106,11 +106,10 @@ Platform RunningSystem::platform() {
 
 /// Keys posted to any other process than this one have nowhere to go.
 void RunningSystem::connectKeyboard() {
-  events_.layout = [this] { return host_.keyboardLayout(); };
-  events_.mouseLocation = [this] { return host_.screens().mouseLocation(); };
-  events_.reaches = [own = desktop::serialNumberOf(::getpid())](const ProcessSerialNumber& psn) {
-    return psn == own;
-  };
+  field_.events.layout = [this] { return host_.keyboardLayout(); };
+  field_.events.mouseLocation = [this] { return host_.screens().mouseLocation(); };
+  field_.events.reaches = [own = desktop::serialNumberOf(::getpid())](
+                              const ProcessSerialNumber& psn) { return psn == own; };
 }
 
 void RunningSystem::watchSignals() {
@@ -180,7 +179,7 @@ void RunningSystem::settle() {
   do {
     host_.runLoop().runPending();
     textApplication_.deliverPosted();
-  } while (events_.size() != 0);
+  } while (field_.events.size() != 0);
 }
 
 void RunningSystem::exiting() {

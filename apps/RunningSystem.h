@@ -15,6 +15,7 @@
 #include "apps/StandIn.h"
 #include "apps/SystemOptions.h"
 #include "hosts/desktop/DesktopHost.h"
+#include "hosts/field/FieldParts.h"
 #include "hosts/field/TextApplication.h"
 #include "src/base/Process.h"
 #include "src/completion/InputController.h"
@@ -39,6 +40,7 @@ class RunningSystem {
   [[nodiscard]] desktop::DesktopHost& host() { return host_; }
   [[nodiscard]] Process& process() { return process_; }
   [[nodiscard]] InputController& controller() { return controller_; }
+  [[nodiscard]] field::FieldParts& field() { return field_; }
   [[nodiscard]] field::TextApplication& textApplication() { return textApplication_; }
   [[nodiscard]] field::Document& document() { return document_; }
   [[nodiscard]] ObservedMessagePorts& messagePorts() { return messagePorts_; }
@@ -71,7 +73,7 @@ class RunningSystem {
   std::optional<HeldEndSignals> held_{std::in_place};  ///< until the signals are watched
   OwnSurroundings surroundings_;
   std::unique_ptr<StandIn> standIn_;  ///< null: without
-  field::EventQueue events_;
+  field::FieldParts field_;
   desktop::Descriptor nowhere_;
   desktop::DesktopConfiguration configuration_;
   desktop::DesktopHost host_;

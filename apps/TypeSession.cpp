@@ -40,8 +40,7 @@ void TypeSession::observe() {
   system_.sharedMemory().attached = [this](std::uint32_t key) { trace_.attached(key); };
   field::TextApplication& application = system_.textApplication();
   application.trace = [this](const field::EventReport& report) { trace_.event(report); };
-  application.onClientCall = [this](const field::Document& /*document*/,
-                                    const field::ClientCall& call) { trace_.clientCall(call); };
+  application.onClientCall = [this](const field::ClientCall& call) { trace_.clientCall(call); };
 }
 
 void TypeSession::run(std::u32string_view text) {

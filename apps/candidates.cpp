@@ -9,7 +9,7 @@
 #include "apps/Command.h"
 #include "apps/Utf8Input.h"
 #include "hosts/desktop/DesktopHost.h"
-#include "hosts/field/EventQueue.h"
+#include "hosts/field/FieldParts.h"
 #include "src/base/Process.h"
 #include "src/base/Text.h"
 #include "src/completion/ConversionEngine.h"
@@ -20,8 +20,9 @@ namespace {
 using Prefixes = std::vector<std::u16string>;
 
 std::string listsFor(const Prefixes& prefixes, bool log) {
-  field::EventQueue events;
-  desktop::DesktopHost host(desktop::DesktopConfiguration::fromEnvironment(), events);
+  field::FieldParts nowhere;
+  desktop::DesktopHost host(desktop::DesktopConfiguration::fromEnvironment(),
+                            nowhere.forPlatform());
   host.log().enabled = log;
   Process process(host.platform());
   ConversionEngine& engine = ConversionEngine::sharedEngine(process);

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "hosts/desktop/DesktopHost.h"
-#include "hosts/field/EventQueue.h"
+#include "hosts/field/FieldParts.h"
 #include "src/completion/ConversionEngine.h"
 
 namespace quorvane::bench {
@@ -39,8 +39,9 @@ class Engine {
   }
 
  private:
-  field::EventQueue queue_;
-  desktop::DesktopHost host_{desktop::DesktopConfiguration::fromEnvironment(), queue_};
+  field::FieldParts nowhere_;
+  desktop::DesktopHost host_{desktop::DesktopConfiguration::fromEnvironment(),
+                             nowhere_.forPlatform()};
   std::optional<Process> process_;
 };
 

@@ -13,7 +13,7 @@
 #include <string>
 
 #include "hosts/desktop/DesktopHost.h"
-#include "hosts/field/EventQueue.h"
+#include "hosts/field/FieldParts.h"
 #include "hosts/marisa/SavedWordList.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/SharedLayout.h"
@@ -72,10 +72,10 @@ Surroundings::~Surroundings() {
 }
 
 void serveAsMainApplication() {
-  field::EventQueue queue;
+  field::FieldParts nowhere;
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.ownProcess = {"Quorvane", "QVPX"_4cc, "APPL"_4cc, "com.tallowmere.quorvane"};
-  desktop::DesktopHost host(configuration, queue);
+  desktop::DesktopHost host(configuration, nowhere.forPlatform());
   host.log().enabled = false;
   Process process(host.platform());
   std::uint32_t slot = 0;

@@ -22,7 +22,7 @@
 #include "bench/Peer.h"
 #include "bench/Ratios.h"
 #include "hosts/desktop/DesktopHost.h"
-#include "hosts/field/EventQueue.h"
+#include "hosts/field/FieldParts.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/completion/InputController.h"
@@ -92,8 +92,8 @@ class InputMethod {
     return result;
   }
 
-  field::EventQueue queue_;
-  desktop::DesktopHost host_{configuration(), queue_};
+  field::FieldParts nowhere_;
+  desktop::DesktopHost host_{configuration(), nowhere_.forPlatform()};
   Process process_{host_.platform()};
   InputController controller_{process_};
   QuietClient client_;

@@ -74,7 +74,7 @@ struct StandIn {
   checker::CheckerOptions options;
   bool hasDictionary = true;
   bool beganWithUs = true;
-  memory::MemoryJournal journal;
+  Journal journal;
   memory::MemoryClock clock{journal};
   AnyChoice choice;
   AnyPort port;

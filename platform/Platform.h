@@ -58,4 +58,13 @@ struct Platform {
   Workspace& workspace;
 };
 
+/// The parts of a platform that come with the clients, whoever makes the others.
+struct ClientParts {
+  CarbonEvents& carbonEvents;
+  EventPosting& eventPosting;
+  InputMethodKit& inputMethodKit;
+  NibOutlets annotationWindow;
+  std::function<bool()> isWithinKey;  ///< a key waits for its end meanwhile
+};
+
 }  // namespace quorvane

@@ -46,8 +46,7 @@ DeskSession::DeskSession(const DeskOptions& options)
       showAnnotation_(options.annotation),
       system_(withLog(options.system, log_.get(), !options.log.empty())) {
   system_.beforeExit = [this] { terminal_.reset(); };
-  system_.textApplication().onClientCall = [this](const field::Document& /*document*/,
-                                                  const field::ClientCall& call) {
+  system_.textApplication().onClientCall = [this](const field::ClientCall& call) {
     facts_.called(call);
     aboutToCall(call);
   };
@@ -131,10 +130,10 @@ void DeskSession::fit() {
 }
 
 void DeskSession::placeWindows() {
-  field::CandidatesPanel* const panel = system_.host().inputMethodKit().panel();
+  field::CandidatesPanel* const panel = system_.field().inputMethodKit.panel();
   if (panel == nullptr) return;
   panel->place();
-  if (system_.host().application().annotationWindow().alpha() == 0) return;
+  if (system_.field().annotationWindow.alpha() == 0) return;
   AnnotationWinController::sharedController(system_.process())
       ->showWindow(system_.controller().calculatePositionOfTranslationWindow());
 }
@@ -181,7 +180,7 @@ void DeskSession::draw() {
 }
 
 std::optional<PanelView> DeskSession::panel() {
-  const field::CandidatesPanel* const panel = system_.host().inputMethodKit().panel();
+  const field::CandidatesPanel* const panel = system_.field().inputMethodKit.panel();
   if (panel == nullptr || !panel->isVisible()) return std::nullopt;
   const bool column = panel->panelType() == IMKCandidatePanelType::SingleColumnScrolling;
   const std::size_t first = panel->firstShown();
@@ -199,7 +198,7 @@ std::optional<PanelView> DeskSession::panel() {
 }
 
 std::optional<AnnotationView> DeskSession::annotation() {
-  const field::AnnotationWindow& window = system_.host().application().annotationWindow();
+  const field::AnnotationWindow& window = system_.field().annotationWindow;
   if (window.alpha() == 0) return std::nullopt;
   constexpr double kHeight = field::AnnotationWindow::kHeight;
   const NSRect frame{window.topLeft().x, window.topLeft().y - kHeight,

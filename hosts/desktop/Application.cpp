@@ -15,8 +15,9 @@ constexpr std::array<std::string_view, 2> kNibs{"AnnotationWindow", "MainMenu"};
 
 }  // namespace
 
-Application::Application(RunLoop& runLoop, std::function<void()> cleanUp)
-    : runLoop_(runLoop), cleanUp_(std::move(cleanUp)) {}
+Application::Application(RunLoop& runLoop, const NibOutlets& annotationWindow,
+                         std::function<void()> cleanUp)
+    : runLoop_(runLoop), annotationWindow_(annotationWindow), cleanUp_(std::move(cleanUp)) {}
 
 void Application::beginActivityWithOptions(std::uint64_t /*options*/, std::string_view /*reason*/) {
 }
@@ -35,9 +36,7 @@ std::string Application::bundleURL() {
 bool Application::loadNibNamed(std::string_view name,
                                std::function<void(const NibOutlets&)> awakeFromNib) {
   if (std::ranges::find(kNibs, name) == kNibs.end()) return false;
-  NibOutlets outlets;
-  if (name == kNibs.front()) outlets = {&annotationWindow_, &annotationWindow_};
-  if (awakeFromNib) awakeFromNib(outlets);
+  if (awakeFromNib) awakeFromNib(name == kNibs.front() ? annotationWindow_ : NibOutlets{});
   return true;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "hosts/desktop/RunLoop.h"
-#include "hosts/field/AnnotationWindow.h"
 #include "platform/Application.h"
 
 namespace quorvane::desktop {
@@ -9,7 +8,7 @@ namespace quorvane::desktop {
 class Application final : public quorvane::Application {
  public:
   /// `cleanUp` runs before the process ends by `exit`.
-  Application(RunLoop& runLoop, std::function<void()> cleanUp);
+  Application(RunLoop& runLoop, const NibOutlets& annotationWindow, std::function<void()> cleanUp);
 
   /// This system puts no process to sleep for being in the background.
   bool respondsToBeginActivity() override { return false; }
@@ -24,14 +23,10 @@ class Application final : public quorvane::Application {
   double NSAppKitVersionNumber() override;
   NSOperatingSystemVersion operatingSystemVersion() override;
 
-  [[nodiscard]] const field::AnnotationWindow& annotationWindow() const {
-    return annotationWindow_;
-  }
-
  private:
   RunLoop& runLoop_;
+  NibOutlets annotationWindow_;
   std::function<void()> cleanUp_;
-  field::AnnotationWindow annotationWindow_;
 };
 
 }  // namespace quorvane::desktop

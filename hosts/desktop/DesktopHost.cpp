@@ -13,15 +13,15 @@ void returnFreedMemoryToSystem() {
 
 }  // namespace
 
-DesktopHost::DesktopHost(const DesktopConfiguration& configuration, EventPosting& eventPosting)
-    : eventPosting_(eventPosting),
+DesktopHost::DesktopHost(const DesktopConfiguration& configuration, const ClientParts& clients)
+    : clients_(clients),
       log_(configuration.logDescriptor, g_main_context_default()),
       runLoop_(log_, g_main_context_default()),
       folder_(configuration.runtimeDirectory),
       sharedMemory_(configuration.keyOffset, log_),
       messagePorts_(folder_, runLoop_, log_),
       processRegistry_(folder_, runLoop_, log_, configuration.ownProcess),
-      application_(runLoop_, [this] { cleanUp(); }),
+      application_(runLoop_, clients.annotationWindow, [this] { cleanUp(); }),
       bundle_(configuration.bundleDirectory),
       console_(configuration.consoleDescriptor),
       fileManager_(configuration.homeDirectory, configuration.cacheDirectory, log_),
@@ -29,6 +29,7 @@ DesktopHost::DesktopHost(const DesktopConfiguration& configuration, EventPosting
       textInputSources_(configuration.configDirectory, application_.bundleIdentifier(), "Quorvane",
                         log_),
       userDefaults_(configuration.configDirectory, log_) {
+  messagePorts_.isWithinKey = clients.isWithinKey;
   returnFreedMemoryToSystem();
 }
 
@@ -41,24 +42,16 @@ void DesktopHost::cleanUp() {
   log_.flush();
 }
 
-void DesktopHost::serve(field::TextApplication& application) {
-  carbonEvents_.connect(application);
-  messagePorts_.isWithinKey = [&application] { return application.delivering(); };
-  inputMethodKit_.connect(
-      application, [this] { return screens_.screens(); },
-      [this] { return application_.operatingSystemVersion(); });
-}
-
 Platform DesktopHost::platform() {
   return {.application = application_,
           .bundle = bundle_,
-          .carbonEvents = carbonEvents_,
+          .carbonEvents = clients_.carbonEvents,
           .characterSets = characterSets_,
           .clock = clock_,
           .console = console_,
-          .eventPosting = eventPosting_,
+          .eventPosting = clients_.eventPosting,
           .fileManager = fileManager_,
-          .inputMethodKit = inputMethodKit_,
+          .inputMethodKit = clients_.inputMethodKit,
           .jsonSerialization = jsonSerialization_,
           .log = log_,
           .messagePorts = messagePorts_,

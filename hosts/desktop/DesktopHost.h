@@ -1,10 +1,9 @@
 #pragma once
-// The Linux desktop under the logic: owns one of everything that a Platform holds, apart from the
-// key posting, which comes with the text field.
+// The Linux desktop under the logic: owns one of everything that a Platform holds, apart from what
+// comes with the text fields.
 
 #include "hosts/desktop/Application.h"
 #include "hosts/desktop/Bundle.h"
-#include "hosts/desktop/CarbonEvents.h"
 #include "hosts/desktop/Clock.h"
 #include "hosts/desktop/Console.h"
 #include "hosts/desktop/DesktopConfiguration.h"
@@ -23,7 +22,6 @@
 #include "hosts/desktop/TextServicesManager.h"
 #include "hosts/desktop/UserDefaults.h"
 #include "hosts/desktop/Workspace.h"
-#include "hosts/field/InputMethodKit.h"
 #include "hosts/icu/IcuCharacterSets.h"
 #include "hosts/icu/IcuTextEncoding.h"
 #include "hosts/json/SimdjsonSerialization.h"
@@ -37,21 +35,17 @@ class DesktopHost {
  public:
   /// Throws std::runtime_error, with a message that says what to do, where the runtime folder can't
   /// be used. All hosts of a process share GLib's default main context.
-  DesktopHost(const DesktopConfiguration& configuration, EventPosting& eventPosting);
+  DesktopHost(const DesktopConfiguration& configuration, const ClientParts& clients);
   /// Leaves nothing behind.
   ~DesktopHost();
   DesktopHost(const DesktopHost&) = delete;
   DesktopHost& operator=(const DesktopHost&) = delete;
 
   [[nodiscard]] Platform platform();
-  /// The text fields whose keys come here and that the candidates panel is for.
-  void serve(field::TextApplication& application);
   [[nodiscard]] SharedMemory& sharedMemory() { return sharedMemory_; }
   [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
   [[nodiscard]] ProcessRegistry& processRegistry() { return processRegistry_; }
-  [[nodiscard]] CarbonEvents& carbonEvents() { return carbonEvents_; }
   [[nodiscard]] Application& application() { return application_; }
-  [[nodiscard]] field::InputMethodKit& inputMethodKit() { return inputMethodKit_; }
   [[nodiscard]] Screens& screens() { return screens_; }
   [[nodiscard]] LogSink& log() { return log_; }
   /// Of the keys that a person presses; asked for at each of them.
@@ -62,7 +56,7 @@ class DesktopHost {
   void cleanUp();
 
  private:
-  EventPosting& eventPosting_;
+  ClientParts clients_;
   LogSink log_;
   RunLoop runLoop_;
   RuntimeFolder folder_;
@@ -73,12 +67,10 @@ class DesktopHost {
   Workspace workspace_{processRegistry_};
   Application application_;
   Bundle bundle_;
-  CarbonEvents carbonEvents_;
   IcuCharacterSets characterSets_;
   Clock clock_;
   Console console_;
   FileManager fileManager_;
-  field::InputMethodKit inputMethodKit_;
   SimdjsonSerialization jsonSerialization_{fileManager_};
   ResourceManager resourceManager_;
   Screens screens_;

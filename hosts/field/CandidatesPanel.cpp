@@ -23,34 +23,70 @@ CandidatesPanel::~CandidatesPanel() {
   if (surroundings_.panel == this) surroundings_.panel = nullptr;
 }
 
+// Asked for all the time: counted, and no more.
+IMKCandidatePanelType CandidatesPanel::panelType() const {
+  if (surroundings_.journal) surroundings_.journal->count();
+  return panelType_;
+}
+bool CandidatesPanel::isVisible() const {
+  if (surroundings_.journal) surroundings_.journal->count();
+  return visible_;
+}
+
 void CandidatesPanel::updateCandidates() {
+  record("updateCandidates");
   TextApplication* const application = surroundings_.application;
-  Document* const document = application ? application->focused() : nullptr;
-  IMKInputController* const controller = document ? application->controller() : nullptr;
-  replace(controller ? controller->candidates(document) : std::vector<std::u16string>{});
+  Client* const client = application ? application->focusedClient() : nullptr;
+  IMKInputController* const controller = client ? application->controller() : nullptr;
+  replace(controller ? controller->candidates(client) : std::vector<std::u16string>{});
 }
 
 void CandidatesPanel::setCandidateData(const std::vector<std::u16string>& candidates) {
+  quorvane::record(surroundings_.journal, "IMKCandidates setCandidateData ", candidates.size());
   replace(candidates);
 }
 
-void CandidatesPanel::show(std::uint32_t /*locationHint*/) {
+void CandidatesPanel::show(std::uint32_t locationHint) {
+  quorvane::record(surroundings_.journal, "IMKCandidates show ", locationHint);
   if (visible_) return;
   visible_ = true;
   begin();
 }
 
+void CandidatesPanel::hide() {
+  record("hide");
+  visible_ = false;
+}
+
+void CandidatesPanel::clearSelection() {
+  record("clearSelection");
+  highlighted_.reset();
+}
+
 void CandidatesPanel::moveDown(IMKInputController* /*sender*/) {
+  record("moveDown");
   if (isColumn()) stepForward();
 }
 void CandidatesPanel::moveUp(IMKInputController* /*sender*/) {
+  record("moveUp");
   if (isColumn()) stepBack();
 }
 void CandidatesPanel::moveLeft(IMKInputController* /*sender*/) {
+  record("moveLeft");
   if (!isColumn()) stepBack();
 }
 void CandidatesPanel::moveRight(IMKInputController* /*sender*/) {
+  record("moveRight");
   if (!isColumn()) stepForward();
+}
+
+NSRect CandidatesPanel::candidateFrame() const {
+  record("candidateFrame");
+  return frame_;
+}
+
+void CandidatesPanel::record(std::string_view call) const {
+  quorvane::record(surroundings_.journal, "IMKCandidates ", call);
 }
 
 std::span<const std::u16string> CandidatesPanel::shown() const {

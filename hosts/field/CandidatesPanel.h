@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hosts/field/TextApplication.h"
+#include "hosts/journal/Journal.h"
 
 namespace quorvane::field {
 
@@ -19,6 +20,7 @@ struct PanelSurroundings {
   TextApplication* application = nullptr;  ///< null: nobody to serve
   std::function<std::span<const NSRect>()> screens;
   CandidatesPanel* panel = nullptr;  ///< the latest one made, while it lives
+  Journal* journal = nullptr;        ///< of what the logic calls
 };
 
 /// Serves the controller of the application, for its focused document. Where that throws in a call
@@ -35,14 +37,14 @@ class CandidatesPanel : public IMKCandidates {
   CandidatesPanel(const CandidatesPanel&) = delete;
   CandidatesPanel& operator=(const CandidatesPanel&) = delete;
 
-  [[nodiscard]] IMKCandidatePanelType panelType() const override { return panelType_; }
+  [[nodiscard]] IMKCandidatePanelType panelType() const override;
   void updateCandidates() override;
   void setCandidateData(const std::vector<std::u16string>& candidates) override;
   /// Below the line of the focused document whatever the hint, above it where there is no room.
   void show(std::uint32_t locationHint) override;
-  void hide() override { visible_ = false; }
-  [[nodiscard]] bool isVisible() const override { return visible_; }
-  void clearSelection() override { highlighted_.reset(); }
+  void hide() override;
+  [[nodiscard]] bool isVisible() const override;
+  void clearSelection() override;
   // A column steps by up and down, a row by left and right; the other two do nothing. Without a
   // highlight a step forward puts it on the first candidate.
   void moveDown(IMKInputController* sender) override;
@@ -50,7 +52,7 @@ class CandidatesPanel : public IMKCandidates {
   void moveLeft(IMKInputController* sender) override;
   void moveRight(IMKInputController* sender) override;
   /// Stays as it was last while the panel is hidden.
-  [[nodiscard]] NSRect candidateFrame() const override { return frame_; }
+  [[nodiscard]] NSRect candidateFrame() const override;
 
   [[nodiscard]] const std::vector<std::u16string>& candidates() const { return candidates_; }
   [[nodiscard]] std::optional<std::size_t> highlighted() const { return highlighted_; }
@@ -71,6 +73,7 @@ class CandidatesPanel : public IMKCandidates {
   [[nodiscard]] bool isColumn() const {
     return panelType_ == IMKCandidatePanelType::SingleColumnScrolling;
   }
+  void record(std::string_view call) const;
   void replace(std::vector<std::u16string> candidates);
   void begin();
   void stepForward();

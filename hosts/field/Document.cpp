@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "src/base/Text.h"
-
 namespace quorvane::field {
 namespace {
 
@@ -13,61 +11,13 @@ NSRange clamped(NSRange range, std::uint64_t size) {
   return {location, std::min(range.length, size - location)};
 }
 
-std::string quoted(std::u16string_view text) {
-  std::string result = "\"";
-  for (const char byte : toUtf8(text)) {
-    switch (byte) {
-      case '\n':
-        result += "\\n";
-        break;
-      case '\t':
-        result += "\\t";
-        break;
-      case '"':
-      case '\\':
-        result += '\\';
-        [[fallthrough]];
-      default:
-        result += byte;
-    }
-  }
-  return result + '"';
-}
-
-std::string describe(NSRange range) {
-  const auto number = [](std::uint64_t value) {
-    return value == NSNotFound ? std::string("-") : std::to_string(value);
-  };
-  return '{' + number(range.location) + ',' + number(range.length) + '}';
-}
-
 }  // namespace
-
-std::string describe(const ClientCall& call) {
-  switch (call.kind) {
-    case ClientCallKind::insertText:
-      return "insertText " + quoted(call.text) + ' ' + describe(call.replacementRange);
-    case ClientCallKind::setMarkedText:
-      return "setMarkedText " + quoted(call.text) + ' ' + describe(call.selectionRange) + ' ' +
-             describe(call.replacementRange);
-    case ClientCallKind::attributesForCharacterIndex:
-      return "attributesForCharacterIndex";
-    case ClientCallKind::selectedRange:
-      break;
-  }
-  return "selectedRange";
-}
 
 Document::Document(std::shared_ptr<Clipboard> clipboard) : clipboard_(std::move(clipboard)) {}
 
-NSRange Document::selectedRange() {
-  observe({});
-  return closed_ ? NSRange{NSNotFound, 0} : selection_;
-}
+NSRange Document::selectedRange() { return closed_ ? NSRange{NSNotFound, 0} : selection_; }
 
 void Document::insertText(const std::u16string& text, NSRange replacementRange) {
-  observe({ClientCallKind::insertText, text, {}, replacementRange});
-  ++clientCalls_;
   if (text.empty() && replacementRange.location == NSNotFound && !marked_) return;
   const NSRange range = target(replacementRange);
   if (closed_ || !holds(range)) return;
@@ -78,8 +28,6 @@ void Document::insertText(const std::u16string& text, NSRange replacementRange) 
 void Document::setMarkedText(const NSAttributedString& marked, NSRange selectionRange,
                              NSRange replacementRange) {
   const std::u16string& text = marked.string;
-  observe({ClientCallKind::setMarkedText, text, selectionRange, replacementRange});
-  ++clientCalls_;
   const NSRange range = target(replacementRange);
   if (closed_ || !holds(range)) return;
   ++clientChanges_;
@@ -92,7 +40,6 @@ void Document::setMarkedText(const NSAttributedString& marked, NSRange selection
 }
 
 void Document::attributesForCharacterIndex(std::uint64_t /*index*/, NSRect& lineHeightRectangle) {
-  observe({ClientCallKind::attributesForCharacterIndex, {}, {}, {}});
   if (!closed_) lineHeightRectangle = lineRectangle;
 }
 
@@ -109,10 +56,6 @@ void Document::select(NSRange range) {
 void Document::unmark() {
   marked_.reset();
   looks_.reset();
-}
-
-void Document::observe(const ClientCall& call) const {
-  if (observer) observer(call);
 }
 
 // Ranges come from unsigned subtraction and may have wrapped: no sum of theirs is formed.

@@ -2,7 +2,6 @@
 // The text of one text field: what its client calls and the keys passed on to it do to it.
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,25 +15,6 @@ struct Clipboard {
   std::u16string text;
   std::uint32_t changeCount = 0;
 };
-
-enum class ClientCallKind {
-  selectedRange,
-  insertText,
-  setMarkedText,
-  attributesForCharacterIndex,
-};
-
-/// One call of an input method on a document. `text` is valid while the observer runs.
-struct ClientCall {
-  ClientCallKind kind = ClientCallKind::selectedRange;
-  std::u16string_view text;
-  NSRange selectionRange;
-  NSRange replacementRange;
-};
-
-/// One readable line: `insertText "abc" {2,3}`, `setMarkedText "the" {5,0} {2,3}`. NSNotFound is
-/// written `-`; line feeds, tabs, quotes and backslashes in the text are escaped.
-std::string describe(const ClientCall& call);
 
 /// A text field. Marked text stands in the text. Everything is counted in UTF-16 units.
 class Document : public IMKTextInput {
@@ -78,18 +58,13 @@ class Document : public IMKTextInput {
   void close() { closed_ = true; }
   [[nodiscard]] bool closed() const { return closed_; }
 
-  /// How often insertText and setMarkedText were called, refused and dropped calls included.
-  [[nodiscard]] std::uint64_t clientCalls() const { return clientCalls_; }
-  /// How many of them were accepted.
+  /// How many calls of insertText and setMarkedText were accepted.
   [[nodiscard]] std::uint64_t clientChanges() const { return clientChanges_; }
 
   /// The line rectangle of the insertion point, in screen coordinates. Height 0: can't tell.
   NSRect lineRectangle{120, 600, 1, 16};
-  /// Told of each client call just before it is carried out.
-  std::function<void(const ClientCall&)> observer;
 
  private:
-  void observe(const ClientCall& call) const;
   [[nodiscard]] bool holds(NSRange range) const;
   [[nodiscard]] NSRange target(NSRange replacementRange) const;
   void replace(NSRange range, std::u16string_view text);
@@ -116,7 +91,6 @@ class Document : public IMKTextInput {
   std::optional<NSRange> marked_;
   std::optional<MarkedTextAttributes> looks_;
   bool closed_ = false;
-  std::uint64_t clientCalls_ = 0;
   std::uint64_t clientChanges_ = 0;
 };
 

@@ -16,36 +16,44 @@ void InputMethodKit::connect(TextApplication& application,
                              std::function<NSOperatingSystemVersion()> systemVersion) {
   surroundings_.application = &application;
   surroundings_.screens = std::move(screens);
-  application.takeDeclined = [this, version = std::move(systemVersion)](const NSEvent& event) {
+  application.boundary().takeDeclined = [this,
+                                         version = std::move(systemVersion)](const NSEvent& event) {
     return panel() && panelTakesArrows(version()) && panel()->takeKey(event);
   };
 }
 
 std::unique_ptr<IMKServer> InputMethodKit::initWithName(std::string_view name,
                                                         std::string_view bundleIdentifier) {
+  record(surroundings_.journal, "IMKServer initWithName ", name, " ", bundleIdentifier);
   if (name.empty()) return nullptr;
   return std::make_unique<IMKServer>(IMKServer{std::string(name), std::string(bundleIdentifier)});
 }
 
-std::unique_ptr<IMKCandidates> InputMethodKit::initWithServer(IMKServer* /*server*/,
+std::unique_ptr<IMKCandidates> InputMethodKit::initWithServer(IMKServer* server,
                                                               IMKCandidatePanelType panelType) {
+  record(surroundings_.journal, "IMKCandidates initWithServer ", server ? "server " : "null ",
+         static_cast<int>(panelType));
   return std::make_unique<CandidatesPanel>(surroundings_, panelType);
 }
 
 void InputMethodKit::cancelComposition(IMKInputController& controller) {
+  record(surroundings_.journal, "cancelComposition");
   TextApplication* const application = surroundings_.application;
   if (!application || application->controller() != &controller) return;
-  Document* const client = application->focused();
-  if (client && client->markedRange()) client->setMarkedText(u"", {}, {NSNotFound, NSNotFound});
+  const Document* const document = application->focused();
+  if (!document || !document->markedRange()) return;
+  application->focusedClient()->setMarkedText(u"", {}, {NSNotFound, NSNotFound});
 }
 
 MarkedTextAttributes InputMethodKit::markForStyle(IMKInputController& /*controller*/,
                                                   std::uint32_t style, NSRange range) {
+  record(surroundings_.journal, "markForStyle ", style, " {", range.location, ",", range.length,
+         "}");
   return {style, range};
 }
 
 void InputMethodKit::ownTextFollows() {
-  if (surroundings_.application) surroundings_.application->ownTextFollows();
+  if (surroundings_.application) surroundings_.application->boundary().ownTextFollows();
 }
 
 }  // namespace quorvane::field

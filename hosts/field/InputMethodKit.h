@@ -9,6 +9,8 @@ namespace quorvane::field {
 
 class InputMethodKit : public quorvane::InputMethodKit {
  public:
+  explicit InputMethodKit(Journal* journal = nullptr) { surroundings_.journal = journal; }
+
   /// Until then a panel has nobody to serve. Before 10.14 a panel takes the arrow keys of its form
   /// that the controller declined; from then on they go to the document.
   void connect(TextApplication& application, std::function<std::span<const NSRect>()> screens,
@@ -27,7 +29,7 @@ class InputMethodKit : public quorvane::InputMethodKit {
   /// The latest one made; null where there is none.
   [[nodiscard]] CandidatesPanel* panel() const { return surroundings_.panel; }
 
- protected:
+ private:
   PanelSurroundings surroundings_;
 };
 

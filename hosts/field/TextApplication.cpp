@@ -1,14 +1,12 @@
 #include "hosts/field/TextApplication.h"
 
-#include <exception>
+#include <algorithm>
 #include <utility>
 
 #include "hosts/keyboard/SpecialKeys.h"
 
 namespace quorvane::field {
 namespace {
-
-constexpr std::size_t kErrorsKept = 100;
 
 std::u16string toUtf16(char32_t character) {
   if (character < 0x10000) return {static_cast<char16_t>(character)};
@@ -43,80 +41,50 @@ std::uint32_t carbonKind(const NSEvent& event, const Delivery& how) {
 
 }  // namespace
 
-/// One event on its way through the controller. Events may be nested; what a nested one changed is
-/// its own affair.
+/// One event on its way, from the controller to the document.
 struct TextApplication::Progress {
-  Progress(TextApplication& owner, Document& target)
-      : application(owner),
-        document(target),
-        outer(owner.progress_),
-        changesBefore(target.clientChanges()),
-        outerChangesBefore(outer ? outer->document.clientChanges() : 0) {
-    owner.progress_ = this;
-  }
-  ~Progress() {
-    application.progress_ = outer;
-    if (outer) outer->nestedChanges += outer->document.clientChanges() - outerChangesBefore;
-  }
+  explicit Progress(TextApplication& owner)
+      : application(owner), outer(std::exchange(owner.progress_, this)) {}
+  ~Progress() { application.progress_ = outer; }
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  [[nodiscard]] bool changed() const {
-    return document.clientChanges() - changesBefore > nestedChanges;
-  }
-  void ownTextFollows() {
-    changesBefore = document.clientChanges();
-    nestedChanges = 0;
-  }
-
   TextApplication& application;
-  Document& document;
   Progress* outer;
-  std::uint64_t changesBefore;
-  std::uint64_t outerChangesBefore;
-  std::uint64_t nestedChanges = 0;
   std::vector<std::string> calls;
 };
 
-std::string_view describe(Outcome outcome) {
-  switch (outcome) {
-    case Outcome::Consumed:
-      return "consumed";
-    case Outcome::PassedOn:
-      return "passed on";
-    case Outcome::PassedAfterError:
-      return "passed on after an error";
-    case Outcome::ConsumedAfterError:
-      break;
-  }
-  return "consumed after an error";
-}
-
 TextApplication::TextApplication(Clock& clock, LogSink& log, EventQueue& queue)
-    : clock_(clock), log_(log), queue_(queue) {}
+    : clock_(clock), queue_(queue), boundary_(log) {}
 
 void TextApplication::setController(IMKInputController* controller) {
-  controller_ = controller;
+  boundary_.setController(controller);
   askRecognizedEvents();
 }
 
 void TextApplication::callController(const std::function<void(IMKInputController&)>& call) {
-  if (controller_) guarded([&] { call(*controller_); });
+  boundary_.call(call);
   deliverPosted();
 }
 
 Document& TextApplication::addDocument() {
   Document& document = *documents_.emplace_back(std::make_unique<Document>(clipboard_));
-  document.observer = [this, &document](const ClientCall& call) { noteClientCall(document, call); };
+  Client& client = *clients_.emplace_back(std::make_unique<Client>(document));
+  client.observer = [this](const ClientCall& call) { noteClientCall(call); };
   return document;
+}
+
+Client& TextApplication::clientOf(const Document& document) const {
+  const auto found = std::ranges::find(documents_, &document, &std::unique_ptr<Document>::get);
+  return *clients_.at(static_cast<std::size_t>(found - documents_.begin()));
 }
 
 void TextApplication::focus(Document* document) {
   if (document == focused_) return;
   Document* const old = std::exchange(focused_, document);
-  if (old && controller_) guarded([&] { controller_->deactivateServer(old); });
+  if (old) boundary_.call([&](auto& controller) { controller.deactivateServer(&clientOf(*old)); });
   if (old) old->unmark();
-  if (document && controller_) guarded([&] { controller_->activateServer(document); });
+  if (document) boundary_.call([&](auto& it) { it.activateServer(&clientOf(*document)); });
   askRecognizedEvents();
   deliverPosted();
 }
@@ -166,7 +134,7 @@ void TextApplication::deliverPosted() {
     handle(*event, delivery, true);
   }
   if (queue_.size() == 0) return;
-  recordError("too many posted events: " + std::to_string(queue_.size()) + " dropped");
+  boundary_.recordError("too many posted events: " + std::to_string(queue_.size()) + " dropped");
   queue_.clear();
 }
 
@@ -175,8 +143,8 @@ Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool 
   if (!document) return Outcome::PassedOn;
   modifiers_ = keyboard::classicModifiers(event.modifierFlags);
   if (!posted) noteHeldKey(event);
-  Progress progress(*this, *document);
-  const Outcome outcome = offer(event, how, progress);
+  Progress progress(*this);
+  const Outcome outcome = offer(event, how, clientOf(*document));
   if (outcome == Outcome::PassedOn || outcome == Outcome::PassedAfterError) {
     passOn(event, *document);
   }
@@ -195,19 +163,12 @@ void TextApplication::noteHeldKey(const NSEvent& event) {
       static_cast<std::uint8_t>(down ? heldKeys_[byte] | bit : heldKeys_[byte] & ~bit);
 }
 
-Outcome TextApplication::offer(NSEvent event, const Delivery& how, Progress& progress) {
+Outcome TextApplication::offer(NSEvent event, const Delivery& how, Client& client) {
   const bool wanted = (recognizedEvents_ >> static_cast<std::uint32_t>(event.type) & 1) != 0;
-  if (!controller_ || !wanted) return Outcome::PassedOn;
+  if (!wanted) return Outcome::PassedOn;
   const CarbonEvent carbon = carbonEvent(event, how);
   if (how.withEventRef && !event.eventRef) event.eventRef = &carbon;
-  bool consumed = false;
-  if (guarded([&] {
-        consumed = controller_->handleEvent(event, &progress.document) ||
-                   (takeDeclined && takeDeclined(event));
-      })) {
-    return consumed ? Outcome::Consumed : Outcome::PassedOn;
-  }
-  return progress.changed() ? Outcome::ConsumedAfterError : Outcome::PassedAfterError;
+  return boundary_.offer(event, client);
 }
 
 void TextApplication::passOn(const NSEvent& event, Document& document) {
@@ -215,11 +176,7 @@ void TextApplication::passOn(const NSEvent& event, Document& document) {
   document.applyKey(event);
   if (event.type == NSEventType::LeftMouseDown && clickIndex_) document.select({*clickIndex_, 0});
   const bool ended = marked && !document.markedRange();
-  if (ended && controller_) guarded([&] { controller_->commitComposition(nullptr); });
-}
-
-void TextApplication::ownTextFollows() {
-  if (progress_) progress_->ownTextFollows();
+  if (ended) boundary_.call([](auto& controller) { controller.commitComposition(nullptr); });
 }
 
 CarbonEvent TextApplication::carbonEvent(const NSEvent& event, const Delivery& how) {
@@ -239,34 +196,17 @@ CarbonEvent TextApplication::carbonEvent(const NSEvent& event, const Delivery& h
   return carbon;
 }
 
-template <class Call>
-bool TextApplication::guarded(const Call& call) {
-  try {
-    call();
-    return true;
-  } catch (const std::exception& error) {
-    recordError(std::string("the input method threw: ") + error.what());
-  } catch (...) {
-    recordError("the input method threw something unknown");
-  }
-  return false;
-}
-
 void TextApplication::askRecognizedEvents() {
   recognizedEvents_ = 0;
-  if (!controller_ || !focused_) return;
-  guarded([&] { recognizedEvents_ = controller_->recognizedEvents(focused_); });
+  if (!focused_) return;
+  boundary_.call([&](auto& controller) {
+    recognizedEvents_ = controller.recognizedEvents(&clientOf(*focused_));
+  });
 }
 
-void TextApplication::noteClientCall(const Document& document, const ClientCall& call) {
+void TextApplication::noteClientCall(const ClientCall& call) {
   if (trace && progress_) progress_->calls.push_back(describe(call));
-  if (onClientCall) onClientCall(document, call);
-}
-
-void TextApplication::recordError(std::string message) {
-  if (log_.enabled) log_.writeLine("* * * " + message);
-  if (errors_.size() == kErrorsKept) errors_.erase(errors_.begin());
-  errors_.push_back(std::move(message));
+  if (onClientCall) onClientCall(call);
 }
 
 }  // namespace quorvane::field

@@ -12,17 +12,11 @@
 #include <vector>
 
 #include "hosts/field/Document.h"
+#include "hosts/field/EventBoundary.h"
 #include "hosts/field/EventQueue.h"
 #include "platform/Clock.h"
-#include "platform/LogSink.h"
 
 namespace quorvane::field {
-
-/// What became of an event. The last two: the controller threw, and the document had not, or had
-/// already, been given the event's own text by a client call.
-enum class Outcome { Consumed, PassedOn, PassedAfterError, ConsumedAfterError };
-
-std::string_view describe(Outcome outcome);
 
 struct Delivery {
   bool withEventRef = true;      ///< false: a host without Carbon records
@@ -50,7 +44,7 @@ class TextApplication {
 
   /// Null: nobody handles events, all of them are passed on. Not owned.
   void setController(IMKInputController* controller);
-  [[nodiscard]] IMKInputController* controller() const { return controller_; }
+  [[nodiscard]] IMKInputController* controller() const { return boundary_.controller(); }
   /// A call that the host makes outside an event. What it throws is recorded; what it posts is
   /// delivered. Nothing happens without a controller.
   void callController(const std::function<void(IMKInputController&)>& call);
@@ -58,8 +52,11 @@ class TextApplication {
   /// Lives as long as the application, also when closed. The first one gets no focus by itself.
   Document& addDocument();
   [[nodiscard]] std::span<const std::unique_ptr<Document>> documents() const { return documents_; }
+  /// What the controller gets for this document.
+  [[nodiscard]] Client& clientOf(const Document& document) const;
   /// Null where nothing has the focus.
   [[nodiscard]] Document* focused() const { return focused_; }
+  [[nodiscard]] Client* focusedClient() const { return focused_ ? &clientOf(*focused_) : nullptr; }
   /// Deactivates the old document, whose marked text then becomes plain text, activates the new
   /// one, and delivers what was posted by that. Null takes the focus away. Nothing happens where
   /// the document has it already.
@@ -84,8 +81,7 @@ class TextApplication {
   /// Delivers what was posted outside any event, by a message for instance.
   void deliverPosted();
   [[nodiscard]] bool delivering() const { return progress_ != nullptr; }
-  /// What the document has been given so far isn't the text of the event under way.
-  void ownTextFollows();
+  [[nodiscard]] EventBoundary& boundary() { return boundary_; }
 
   [[nodiscard]] Clipboard& clipboard() { return *clipboard_; }
   /// Modifiers of the latest event in the classic mask.
@@ -93,43 +89,35 @@ class TextApplication {
   /// The keys that are down, posted ones aside.
   [[nodiscard]] const KeyMap& heldKeys() const { return heldKeys_; }
   /// What went wrong: exceptions of the controller and floods of posted events; the latest hundred.
-  [[nodiscard]] const std::vector<std::string>& errors() const { return errors_; }
+  [[nodiscard]] const std::vector<std::string>& errors() const { return boundary_.errors(); }
 
   Delivery delivery;  ///< for every event that isn't delivered with its own
-  /// Offered what the controller declined, before the document; true: taken. What it throws counts
-  /// as thrown by the controller.
-  std::function<bool(const NSEvent&)> takeDeclined;
   std::function<void(const EventReport&)> trace;
   /// Told of each client call on any document just before it is carried out.
-  std::function<void(const Document&, const ClientCall&)> onClientCall;
+  std::function<void(const ClientCall&)> onClientCall;
 
  private:
   struct Progress;
-  /// Runs a call of the controller. False where it threw; that is recorded then.
-  template <class Call>
-  bool guarded(const Call& call);
-  void noteClientCall(const Document& document, const ClientCall& call);
+  void noteClientCall(const ClientCall& call);
   void askRecognizedEvents();
   [[nodiscard]] CarbonEvent carbonEvent(const NSEvent& event, const Delivery& how);
   Outcome handle(const NSEvent& event, const Delivery& how, bool posted);
   void noteHeldKey(const NSEvent& event);
-  Outcome offer(NSEvent event, const Delivery& how, Progress& progress);
+  Outcome offer(NSEvent event, const Delivery& how, Client& client);
   void passOn(const NSEvent& event, Document& document);
-  void recordError(std::string message);
 
   Clock& clock_;
-  LogSink& log_;
   EventQueue& queue_;
-  IMKInputController* controller_ = nullptr;
+  EventBoundary boundary_;
   std::shared_ptr<Clipboard> clipboard_ = std::make_shared<Clipboard>();
   std::vector<std::unique_ptr<Document>> documents_;
+  std::vector<std::unique_ptr<Client>> clients_;  ///< of the documents, in their order
   Document* focused_ = nullptr;
   std::uint32_t recognizedEvents_ = 0;
   std::uint32_t modifiers_ = 0;
   KeyMap heldKeys_{};
   std::optional<std::uint64_t> clickIndex_;  ///< while a click is under way
   Progress* progress_ = nullptr;             ///< the innermost event being handled
-  std::vector<std::string> errors_;
 };
 
 }  // namespace quorvane::field

@@ -198,22 +198,30 @@ OSStatus Translator::UCKeyTranslate(std::span<const std::uint8_t> keyLayout,
                                     std::uint32_t modifierKeyState, std::uint32_t keyboardType,
                                     std::uint32_t keyTranslateOptions, std::uint32_t& deadKeyState,
                                     std::span<char16_t> unicodeString, std::size_t& actualLength) {
+  const std::size_t line = record(journal_, "UCKeyTranslate ", virtualKeyCode, " action ",
+                                  keyAction, " modifiers ", modifierKeyState);
+  const auto done = [&](OSStatus status) { return recordResult(journal_, line, status); };
   actualLength = 0;
   const auto layout = layoutIn(keyLayout, keyboardType & 0xFF);
-  if (!layout) return kParamErr;
+  if (!layout) return done(kParamErr);
   const std::uint16_t output = outputOf(*layout, virtualKeyCode, modifierKeyState);
   // A key without a character, such as a modifier, leaves a waiting dead key in place.
-  if (keyAction == kUCKeyActionUp || isNone(output)) return noErr;
+  if (keyAction == kUCKeyActionUp || isNone(output)) return done(noErr);
   Typed result = typed(*layout, output, deadKeyState);
   if (keyAction == kUCKeyActionDisplay || (keyTranslateOptions & kUCKeyTranslateNoDeadKeysMask)) {
     result.text += terminatorOf(*layout, result.state);
     result.state = 0;
   }
-  if (result.text.size() > unicodeString.size()) return kUCOutputBufferTooSmall;
+  if (result.text.size() > unicodeString.size()) return done(kUCOutputBufferTooSmall);
   std::ranges::copy(result.text, unicodeString.begin());
   actualLength = result.text.size();
   deadKeyState = result.state;
-  return noErr;
+  return done(noErr);
+}
+
+std::uint32_t Translator::LMGetKbdType() {
+  if (journal_) journal_->count();
+  return kKeyboardType;
 }
 
 }  // namespace quorvane::keyboard

@@ -2,48 +2,13 @@
 
 namespace quorvane::memory {
 
-void MemoryAnnotationWindow::orderFront() {
-  journal_.call("NSPanel orderFront");
-  AnnotationWindow::orderFront();
-}
-
-void MemoryAnnotationWindow::setLevel(std::int64_t level) {
-  journal_.call("NSPanel setLevel ", level);
-  AnnotationWindow::setLevel(level);
-}
-
-void MemoryAnnotationWindow::setCollectionBehavior(std::uint64_t behavior) {
-  journal_.call("NSPanel setCollectionBehavior ", behavior);
-  AnnotationWindow::setCollectionBehavior(behavior);
-}
-
-void MemoryAnnotationWindow::setStyleMask(std::uint64_t mask) {
-  journal_.call("NSPanel setStyleMask ", mask);
-  AnnotationWindow::setStyleMask(mask);
-}
-
-void MemoryAnnotationWindow::setFrameTopLeftPoint(NSPoint point) {
-  journal_.call("NSPanel setFrameTopLeftPoint ", point.x, " ", point.y);
-  AnnotationWindow::setFrameTopLeftPoint(point);
-}
-
-void MemoryAnnotationWindow::setAlphaValue(double value) {
-  journal_.call("NSPanel setAlphaValue ", value);
-  AnnotationWindow::setAlphaValue(value);
-}
-
-void MemoryAnnotationWindow::setStringValue(const std::u16string& text) {
-  journal_.call("NSTextField setStringValue");
-  AnnotationWindow::setStringValue(text);
-}
-
 bool MemoryApplication::respondsToBeginActivity() {
   journal_.call("respondsToBeginActivity");
   return hasBeginActivity;
 }
 
 void MemoryApplication::beginActivityWithOptions(std::uint64_t options, std::string_view reason) {
-  journal_.call("beginActivityWithOptions ", Hex{options}, " \"", reason, "\"");
+  journal_.call("beginActivityWithOptions ", Journal::Hex{options}, " \"", reason, "\"");
 }
 
 std::string MemoryApplication::bundleIdentifier() {

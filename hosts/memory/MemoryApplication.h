@@ -8,32 +8,15 @@
 #include <string>
 
 #include "hosts/field/AnnotationWindow.h"
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/Application.h"
 #include "platform/UserDefaults.h"
 
 namespace quorvane::memory {
 
-class MemoryAnnotationWindow final : public field::AnnotationWindow {
- public:
-  explicit MemoryAnnotationWindow(MemoryJournal& journal) : journal_(journal) {}
-
-  void orderFront() override;
-  void setLevel(std::int64_t level) override;
-  void setCollectionBehavior(std::uint64_t behavior) override;
-  void setStyleMask(std::uint64_t mask) override;
-  void setFrameTopLeftPoint(NSPoint point) override;
-  void setAlphaValue(double value) override;
-  void setStringValue(const std::u16string& text) override;
-
- private:
-  MemoryJournal& journal_;
-};
-
 class MemoryApplication : public Application {
  public:
-  explicit MemoryApplication(MemoryJournal& journal)
-      : annotationWindow(journal), journal_(journal) {}
+  explicit MemoryApplication(Journal& journal) : annotationWindow(&journal), journal_(journal) {}
 
   bool respondsToBeginActivity() override;
   void beginActivityWithOptions(std::uint64_t options, std::string_view reason) override;
@@ -54,19 +37,19 @@ class MemoryApplication : public Application {
   double appKitVersion = 1894;
   NSOperatingSystemVersion systemVersion{10, 15};
   /// What the nib "AnnotationWindow" holds.
-  MemoryAnnotationWindow annotationWindow;
+  field::AnnotationWindow annotationWindow;
   /// What the run loop does inside `run`; without it `run` returns at once.
   std::function<void()> whileRunning;
   /// Of the first call of `exit`.
   std::optional<int> exitStatus;
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 class MemoryUserDefaults : public UserDefaults {
  public:
-  explicit MemoryUserDefaults(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryUserDefaults(Journal& journal) : journal_(journal) {}
 
   void setBool(bool value, std::string_view key) override;
   bool boolForKey(std::string_view key) override;
@@ -74,7 +57,7 @@ class MemoryUserDefaults : public UserDefaults {
   std::map<std::string, bool, std::less<>> values;
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 }  // namespace quorvane::memory

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/Clock.h"
 
 namespace quorvane::memory {
@@ -18,7 +18,7 @@ inline constexpr std::uint64_t kNanosecondsPerTick = 16'666'667;
 
 class MemoryClock : public Clock {
  public:
-  explicit MemoryClock(MemoryJournal& journal) : journal_(journal), quiet_(*this) {}
+  explicit MemoryClock(Journal& journal) : journal_(journal), quiet_(*this) {}
   MemoryClock(const MemoryClock&) = delete;
   MemoryClock& operator=(const MemoryClock&) = delete;
 
@@ -64,7 +64,7 @@ class MemoryClock : public Clock {
   static bool isBefore(const Due& a, const Due& b);
   bool runNextDue(std::uint64_t until);
 
-  MemoryJournal& journal_;
+  Journal& journal_;
   Quiet quiet_;
   std::uint64_t now_ = 1'000'000'000;
   std::uint64_t scheduled_ = 0;

@@ -4,7 +4,7 @@
 #include <deque>
 #include <string>
 
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/Console.h"
 #include "platform/LogSink.h"
 
@@ -21,7 +21,7 @@ class MemoryLogSink : public LogSink {
 
 class MemoryConsole : public Console {
  public:
-  explicit MemoryConsole(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryConsole(Journal& journal) : journal_(journal) {}
 
   void print(std::string_view line) override;
 
@@ -29,7 +29,7 @@ class MemoryConsole : public Console {
   std::size_t limit = 10000;
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 }  // namespace quorvane::memory

@@ -7,10 +7,10 @@ constexpr std::int32_t kIOReturnNotOpen = -536870195;
 
 std::string describeKey(std::string_view kind, const CGEvent& event) {
   std::string line(kind);
-  appendPiece(line, event.virtualKey);
+  Journal::append(line, event.virtualKey);
   if (event.flags != 0) {
     line += " flags ";
-    appendPiece(line, Hex{event.flags});
+    Journal::append(line, Journal::Hex{event.flags});
   }
   return line;
 }
@@ -38,7 +38,7 @@ std::string_view describe(const CGEventSource* source) {
 
 bool MemoryCarbonEvents::CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
                                      CarbonEvent& event) {
-  const std::size_t line = journal_.call("CreateEvent ", Code{eventClass}, " ", kind);
+  const std::size_t line = journal_.call("CreateEvent ", Journal::Code{eventClass}, " ", kind);
   if (createEventFails) return journal_.result(line, false);
   event = CarbonEvent{};
   event.eventClass = eventClass;
@@ -100,7 +100,7 @@ NSPoint MemoryEventPosting::CGEventGetLocation(const CGEvent* event) {
 }
 
 void MemoryEventPosting::CGEventSetFlags(CGEvent* event, std::uint64_t flags) {
-  journal_.call("CGEventSetFlags ", Hex{flags});
+  journal_.call("CGEventSetFlags ", Journal::Hex{flags});
   queue_.CGEventSetFlags(event, flags);
 }
 
@@ -136,7 +136,7 @@ std::int32_t MemoryEventPosting::IOHIDPostEvent(std::uint32_t connection, std::u
                                                 const NXKeyEventData& data, std::uint32_t version,
                                                 std::uint32_t flags, std::uint32_t options) {
   if (type == NX_FLAGSCHANGED) {
-    journal_.call("IOHIDPostEvent flagsChanged ", Hex{flags});
+    journal_.call("IOHIDPostEvent flagsChanged ", Journal::Hex{flags});
   } else {
     const std::string_view kind = type == NX_KEYDOWN ? "keyDown" : "keyUp";
     const bool special = data.origCharSet == 0xFFFF && data.charSet == 0xFFFF;

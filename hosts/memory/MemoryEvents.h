@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "hosts/field/EventQueue.h"
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/CarbonEvents.h"
 #include "platform/EventPosting.h"
 
@@ -14,7 +14,7 @@ namespace quorvane::memory {
 
 class MemoryCarbonEvents : public CarbonEvents {
  public:
-  explicit MemoryCarbonEvents(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryCarbonEvents(Journal& journal) : journal_(journal) {}
 
   bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
                    CarbonEvent& event) override;
@@ -30,13 +30,13 @@ class MemoryCarbonEvents : public CarbonEvents {
   std::function<KeyMap()> heldKeys = [] { return KeyMap{}; };
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 /// The release of an event or of a source has its line too.
 class MemoryEventPosting : public EventPosting {
  public:
-  MemoryEventPosting(MemoryJournal& journal, field::EventQueue& queue)
+  MemoryEventPosting(Journal& journal, field::EventQueue& queue)
       : journal_(journal), queue_(queue) {}
 
   CGEventSourceRef CGEventSourceCreate(std::int32_t stateID) override;
@@ -64,7 +64,7 @@ class MemoryEventPosting : public EventPosting {
   template <class Made>
   std::shared_ptr<Made> noted(std::shared_ptr<Made> made, std::string_view name);
 
-  MemoryJournal& journal_;
+  Journal& journal_;
   field::EventQueue& queue_;
 };
 

@@ -21,7 +21,7 @@ MemoryHost::MemoryHost() {
       text, [this] { return std::span<const NSRect>(screens.frames); },
       [this] { return application.systemVersion; });
   messagePorts.whileWaiting = [this] { processes.deliverNotifications(); };
-  text.onClientCall = [this](const field::Document&, const field::ClientCall& call) {
+  text.onClientCall = [this](const field::ClientCall& call) {
     if (journal.recording()) {
       journal.call(field::describe(call));
     } else {

@@ -4,14 +4,15 @@
 
 #include "hosts/field/TextApplication.h"
 #include "hosts/icu/IcuCharacterSets.h"
+#include "hosts/journal/Journal.h"
 #include "hosts/json/SimdjsonSerialization.h"
+#include "hosts/keyboard/Translate.h"
 #include "hosts/memory/MemoryApplication.h"
 #include "hosts/memory/MemoryClock.h"
 #include "hosts/memory/MemoryConsole.h"
 #include "hosts/memory/MemoryEvents.h"
 #include "hosts/memory/MemoryFiles.h"
 #include "hosts/memory/MemoryInputMethodKit.h"
-#include "hosts/memory/MemoryJournal.h"
 #include "hosts/memory/MemoryMainApplication.h"
 #include "hosts/memory/MemoryMessagePorts.h"
 #include "hosts/memory/MemoryProcesses.h"
@@ -19,7 +20,6 @@
 #include "hosts/memory/MemorySharedMemory.h"
 #include "hosts/memory/MemorySpellChecker.h"
 #include "hosts/memory/MemoryTextServices.h"
-#include "hosts/memory/MemoryUnicodeUtilities.h"
 #include "hosts/script/DuktapeScriptHost.h"
 #include "platform/Platform.h"
 
@@ -41,7 +41,7 @@ class MemoryHost {
   /// From now on the keyboard has this layout; null: none.
   void useLayout(const keyboard::LayoutData& layout);
 
-  MemoryJournal journal;
+  Journal journal;
   MemoryClock clock{journal};
   MemoryConsole console{journal};
   MemoryLogSink log;
@@ -53,7 +53,7 @@ class MemoryHost {
   DuktapeScriptHost scriptHost;
   MemorySpellChecker spellChecker{journal};
   IcuCharacterSets characterSets;
-  MemoryInputMethodKit inputMethodKit{journal};
+  MemoryInputMethodKit inputMethodKit{&journal};
   MemoryProcesses processes{journal};
   MemorySharedMemory sharedMemory{journal};
   MemoryMessagePorts messagePorts{journal, clock};
@@ -62,7 +62,7 @@ class MemoryHost {
   MemoryTextEncoding textEncoding{journal};
   MemoryTextInputSources textInputSources{journal};
   MemoryTextServicesManager textServicesManager{journal};
-  MemoryUnicodeUtilities unicodeUtilities{journal};
+  keyboard::Translator unicodeUtilities{&journal};
   field::EventQueue queue;
   MemoryEventPosting eventPosting{journal, queue};
   MemoryCarbonEvents carbonEvents{journal};

@@ -52,7 +52,7 @@ struct MemoryMessagePorts::Reply {
   CFData data;
 };
 
-MemoryMessagePorts::MemoryMessagePorts(MemoryJournal& journal, MemoryClock& clock)
+MemoryMessagePorts::MemoryMessagePorts(Journal& journal, MemoryClock& clock)
     : journal_(journal), clock_(clock) {}
 
 MemoryMessagePorts::~MemoryMessagePorts() = default;
@@ -105,7 +105,7 @@ std::int32_t MemoryMessagePorts::CFMessagePortSendRequest(CFMessagePort& remote,
   auto* const port = dynamic_cast<RemotePort*>(&remote);
   const std::string_view name = port ? std::string_view(port->name) : "a local port";
   const std::size_t line = journal_.call("CFMessagePortSendRequest ", name, " ",
-                                         Code{static_cast<FourCharCode>(messageId)}, " ",
+                                         Journal::Code{static_cast<FourCharCode>(messageId)}, " ",
                                          data.size(), reply ? " bytes, waiting" : " bytes");
   if (!port) return journal_.result(line, kCFMessagePortIsInvalid);
   const SentMessage message{port->name, messageId, {data.begin(), data.end()}, reply != nullptr};

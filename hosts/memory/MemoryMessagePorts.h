@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "hosts/journal/Journal.h"
 #include "hosts/memory/MemoryClock.h"
-#include "hosts/memory/MemoryJournal.h"
 #include "platform/MessagePorts.h"
 
 namespace quorvane::memory {
@@ -34,7 +34,7 @@ struct SentMessage {
 
 class MemoryMessagePorts : public MessagePorts, public RunLoop {
  public:
-  MemoryMessagePorts(MemoryJournal& journal, MemoryClock& clock);
+  MemoryMessagePorts(Journal& journal, MemoryClock& clock);
   ~MemoryMessagePorts() override;
 
   std::shared_ptr<CFMessagePort> CFMessagePortCreateLocal(std::string_view name,
@@ -110,7 +110,7 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
                           CFData* reply);
   void remember(const SentMessage& message);
 
-  MemoryJournal& journal_;
+  Journal& journal_;
   MemoryClock& clock_;
   Loop loop_;
   std::map<std::string, std::weak_ptr<LocalPort>, std::less<>> locals_;

@@ -42,7 +42,7 @@ class MemoryProcesses::ObserverRegistration : public Registration {
   std::shared_ptr<Observed> mine_;
 };
 
-MemoryProcesses::MemoryProcesses(MemoryJournal& journal) : journal_(journal) {
+MemoryProcesses::MemoryProcesses(Journal& journal) : journal_(journal) {
   processes_.push_back({self(), 4242, "QuorvaneInput", "QVIM"_4cc, "APPL"_4cc, 0,
                         "com.tallowmere.inputmethod.Quorvane", false});
   processes_.push_back(

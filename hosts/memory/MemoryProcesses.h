@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/ProcessManager.h"
 #include "platform/Workspace.h"
 
@@ -33,7 +33,7 @@ enum class Notice { Queued, Missed };
 /// in front (serial number {1, 8193}, pid 4243, signature "WRTR", "com.example.writer").
 class MemoryProcesses : public ProcessManager, public Workspace {
  public:
-  explicit MemoryProcesses(MemoryJournal& journal);
+  explicit MemoryProcesses(Journal& journal);
 
   OSStatus GetCurrentProcess(ProcessSerialNumber& psn) override;
   OSStatus GetFrontProcess(ProcessSerialNumber& psn) override;
@@ -97,7 +97,7 @@ class MemoryProcesses : public ProcessManager, public Workspace {
   [[nodiscard]] const MemoryProcess* lookUp(const ProcessSerialNumber& psn) const;
   [[nodiscard]] NSRunningApplication describe(const MemoryProcess& process) const;
 
-  MemoryJournal& journal_;
+  Journal& journal_;
   std::vector<MemoryProcess> processes_;
   ProcessSerialNumber front_;
   std::uint32_t nextSerial_ = 8194;

@@ -33,7 +33,7 @@ void MemoryResources::UseResFile(std::int32_t refNum) {
 }
 
 Handle MemoryResources::Get1Resource(FourCharCode type, std::int16_t id) {
-  const std::size_t line = journal_.call("Get1Resource ", Code{type}, " ", id);
+  const std::size_t line = journal_.call("Get1Resource ", Journal::Code{type}, " ", id);
   const auto found = bundle.find({type, id});
   if (open_ == 0 || current_ != open_ || found == bundle.end()) {
     journal_.result(line, std::string_view("null"));

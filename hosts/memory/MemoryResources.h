@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/ResourceManager.h"
 
 namespace quorvane::memory {
@@ -13,7 +13,7 @@ class MemoryResources : public ResourceManager {
  public:
   static constexpr std::int32_t kApplicationFile = 1;  ///< current at the start; has no resources
 
-  explicit MemoryResources(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryResources(Journal& journal) : journal_(journal) {}
 
   std::int32_t CFBundleOpenBundleResourceMap(std::string_view bundleIdentifier) override;
   void CFBundleCloseBundleResourceMap(std::string_view bundleIdentifier,
@@ -29,7 +29,7 @@ class MemoryResources : public ResourceManager {
   std::map<std::pair<FourCharCode, std::int16_t>, std::vector<std::uint8_t>> bundle;
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
   std::int32_t current_ = kApplicationFile;
   std::int32_t open_ = 0;
   /// The same handle for the same resource while its file is open and it isn't detached.

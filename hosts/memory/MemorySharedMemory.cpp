@@ -60,7 +60,7 @@ MemorySharedMemory::~MemorySharedMemory() {
 }
 
 int MemorySharedMemory::shmget(std::uint32_t key, std::size_t size, int flags) {
-  const std::size_t line = journal_.call("shmget ", key, " ", size, " ", Octal{flags});
+  const std::size_t line = journal_.call("shmget ", key, " ", size, " ", Journal::Octal{flags});
   const auto perform = [&]() -> int {
     const std::optional<int> id = find(key);
     if (!id) {
@@ -75,7 +75,7 @@ int MemorySharedMemory::shmget(std::uint32_t key, std::size_t size, int flags) {
 }
 
 void* MemorySharedMemory::shmat(int id, const void* /*address*/, int flags) {
-  const std::size_t line = journal_.call("shmat ", id, " ", Octal{flags});
+  const std::size_t line = journal_.call("shmat ", id, " ", Journal::Octal{flags});
   Segment* const found = segment(id);
   AttachFailure failure = AttachFailure::None;
   if (found) {

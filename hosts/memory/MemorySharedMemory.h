@@ -10,7 +10,7 @@
 #include <span>
 #include <vector>
 
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/SharedMemory.h"
 
 namespace quorvane::memory {
@@ -32,7 +32,7 @@ struct SegmentOptions {
 /// the address sanitizer on, memory that isn't attached is poisoned.
 class MemorySharedMemory : public SharedMemory {
  public:
-  explicit MemorySharedMemory(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemorySharedMemory(Journal& journal) : journal_(journal) {}
   ~MemorySharedMemory() override;
 
   int shmget(std::uint32_t key, std::size_t size, int flags) override;
@@ -79,7 +79,7 @@ class MemorySharedMemory : public SharedMemory {
   std::map<int, Segment>::iterator attachedAt(const void* address);
   void release(std::map<int, Segment>::iterator where);
 
-  MemoryJournal& journal_;
+  Journal& journal_;
   std::map<int, Segment> segments_;
   std::map<std::uint32_t, AttachFailure> attachFailures_;
   int nextId_ = 1;

@@ -3,14 +3,14 @@
 
 #include <map>
 
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/SpellChecker.h"
 
 namespace quorvane::memory {
 
 class MemorySpellChecker : public SpellChecker {
  public:
-  explicit MemorySpellChecker(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemorySpellChecker(Journal& journal) : journal_(journal) {}
 
   std::vector<std::u16string> guessesForWordRange(NSRange range, const std::u16string& text,
                                                   std::string_view language,
@@ -19,7 +19,7 @@ class MemorySpellChecker : public SpellChecker {
   std::map<std::u16string, std::vector<std::u16string>> guesses;  ///< by word, English ones
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 }  // namespace quorvane::memory

@@ -17,7 +17,8 @@ std::uint64_t MemoryTextServicesManager::TSMGetActiveDocument() {
 
 OSStatus MemoryTextServicesManager::TSMGetDocumentProperty(std::uint64_t document, FourCharCode tag,
                                                            std::uint32_t& value) {
-  const std::size_t line = journal_.call("TSMGetDocumentProperty ", document, " ", Code{tag});
+  const std::size_t line =
+      journal_.call("TSMGetDocumentProperty ", document, " ", Journal::Code{tag});
   const auto properties = documentProperties.find(document);
   if (properties == documentProperties.end()) return journal_.result(line, kPropertyNotFound);
   const auto property = properties->second.find(tag);
@@ -151,7 +152,7 @@ std::ptrdiff_t MemoryTextEncoding::TECConvertText(std::span<const std::uint8_t> 
 std::optional<std::u16string> MemoryTextEncoding::initWithData(std::span<const std::uint8_t> bytes,
                                                                NSStringEncoding encoding) {
   const std::size_t line = journal_.call("initWithData ", bytes.size(), " bytes, encoding ",
-                                         Hex{static_cast<std::uint32_t>(encoding)});
+                                         Journal::Hex{static_cast<std::uint32_t>(encoding)});
   std::optional<std::u16string> text;
   if (!decodeFails) text = encoding_.initWithData(bytes, encoding);
   if (!text) journal_.result(line, std::string_view("null"));

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "hosts/icu/IcuTextEncoding.h"
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 #include "platform/Screens.h"
 #include "platform/TextInputSources.h"
 #include "platform/TextServicesManager.h"
@@ -15,7 +15,7 @@ namespace quorvane::memory {
 
 class MemoryTextServicesManager : public TextServicesManager {
  public:
-  explicit MemoryTextServicesManager(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryTextServicesManager(Journal& journal) : journal_(journal) {}
 
   std::uint64_t TSMGetActiveDocument() override;
   OSStatus TSMGetDocumentProperty(std::uint64_t document, FourCharCode tag,
@@ -29,12 +29,12 @@ class MemoryTextServicesManager : public TextServicesManager {
   std::map<std::uint64_t, std::uint64_t> windowProperties;
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 class MemoryTextInputSources : public TextInputSources {
  public:
-  explicit MemoryTextInputSources(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryTextInputSources(Journal& journal) : journal_(journal) {}
 
   OSStatus TISRegisterInputSource(const std::string& path) override;
   std::vector<TISInputSourceRef> TISCreateInputSourceList(bool includeAllInstalled) override;
@@ -52,12 +52,12 @@ class MemoryTextInputSources : public TextInputSources {
 
  private:
   OSStatus known(const TISInputSource& source) const;
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 class MemoryScreens : public Screens {
  public:
-  explicit MemoryScreens(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryScreens(Journal& journal) : journal_(journal) {}
 
   std::span<const NSRect> screens() override;
   NSRect mainScreen() override;
@@ -75,12 +75,12 @@ class MemoryScreens : public Screens {
   std::int16_t menuBarHeight = 22;
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
 };
 
 class MemoryTextEncoding : public TextEncoding {
  public:
-  explicit MemoryTextEncoding(MemoryJournal& journal) : journal_(journal) {}
+  explicit MemoryTextEncoding(Journal& journal) : journal_(journal) {}
 
   std::ptrdiff_t TECConvertText(std::span<const std::uint8_t> roman, std::uint8_t* out,
                                 std::size_t capacity) override;
@@ -91,7 +91,7 @@ class MemoryTextEncoding : public TextEncoding {
   bool decodeFails = false;
 
  private:
-  MemoryJournal& journal_;
+  Journal& journal_;
   IcuTextEncoding encoding_;
 };
 

@@ -8,6 +8,7 @@
 #include "src/base/Text.h"
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/NSScreen_PointConversion.h"
+#include "tests/support/EveryCall.h"
 #include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {
@@ -18,7 +19,7 @@ struct Completing : test::StartedInputMethod {
 
   bool press(std::u16string characters, std::uint16_t keyCode = 0) {
     return controller.handleEvent(
-        {NSEventType::KeyDown, 0, keyCode, std::move(characters), nullptr}, &document);
+        {NSEventType::KeyDown, 0, keyCode, std::move(characters), nullptr}, &client);
   }
 };
 
@@ -104,21 +105,20 @@ TEST(Controller, EveryLetterStaysWhicheverGateClosesAndWhenever) {
                           field<27, 1, 0>,
                           field<19, 100, 0>};
   for (std::size_t gate = 0; gate < std::size(kGates); ++gate) {
-    bool closed = true;
-    for (std::uint64_t call = 1 + gate; closed; call += std::size(kGates)) {
-      closed = false;
-      Completing method;
-      method.host.journal.beforeCall(call, [&] {
-        closed = true;
-        kGates[gate](method, false);
-      });
-      for (std::size_t i = 0; i < kText.size(); ++i) {
-        if (i == call % kText.size()) kGates[gate](method, true);
-        method.host.runPending();
-        method.type(kText.substr(i, 1));
-      }
-      ASSERT_EQ(toUtf8(method.document.text()), kText) << "gate " << gate << ", call " << call;
-    }
+    SCOPED_TRACE("gate " + std::to_string(gate));
+    test::atEveryCall(
+        1 + gate, std::size(kGates), [] { return std::make_unique<Completing>(); },
+        [&](Completing& method, std::uint64_t) { kGates[gate](method, false); },
+        [&](Completing& method, std::uint64_t call) {
+          for (std::size_t i = 0; i < kText.size(); ++i) {
+            if (i == call % kText.size()) kGates[gate](method, true);
+            method.host.runPending();
+            method.type(kText.substr(i, 1));
+          }
+        },
+        [&](Completing& method, std::uint64_t) {
+          EXPECT_EQ(toUtf8(method.document.text()), kText);
+        });
   }
 }
 

@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "hosts/marisa/SavedWordList.h"
-#include "tests/desktop/RunningProgram.h"
+#include "tests/support/RunningProgram.h"
 
 namespace quorvane::tests {
 namespace {

@@ -7,7 +7,7 @@
 
 #include <fstream>
 
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane::desktop {
 namespace {
@@ -172,8 +172,8 @@ TEST(DesktopApplication, ExitLeavesNothingBehindAndFlushesTheLog) {
   if (child == 0) {
     auto configuration = stage.configuration();
     configuration.logDescriptor = writer.get();
-    field::EventQueue posting;
-    DesktopHost host(configuration, posting);
+    field::FieldParts nowhere;
+    DesktopHost host(configuration, nowhere.forPlatform());
     const Platform platform = host.platform();
     const auto owner = host.processRegistry().announce({"Q", "QVPX"_4cc, "APPL"_4cc, ""});
     const auto port = platform.messagePorts.CFMessagePortCreateLocal("port", nullptr);

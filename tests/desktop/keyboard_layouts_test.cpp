@@ -11,7 +11,7 @@
 #include "platform/AppKitEvents.h"
 #include "src/base/Process.h"
 #include "src/keys/AsciiToKeyCode.h"
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "hosts/desktop/MessageFraming.h"
 #include "hosts/desktop/PacketSocket.h"
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane::desktop {
 namespace {

@@ -5,7 +5,7 @@
 #include <csignal>
 #include <fstream>
 
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane::desktop {
 namespace {

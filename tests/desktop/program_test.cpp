@@ -10,8 +10,8 @@
 
 #include "hosts/desktop/PacketSocket.h"
 #include "hosts/desktop/RuntimeFolder.h"
-#include "tests/desktop/DesktopStage.h"
-#include "tests/desktop/RunningProgram.h"
+#include "tests/support/DesktopStage.h"
+#include "tests/support/RunningProgram.h"
 
 namespace quorvane::tests {
 namespace {

@@ -12,7 +12,7 @@
 #include <sstream>
 
 #include "hosts/marisa/SavedWordList.h"
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane::tests {
 namespace {

@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <fstream>
 
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane::desktop {
 namespace {

@@ -60,7 +60,6 @@ TEST(Document, RangesOutsideTheTextChangeNothing) {
     document.insertText(u"XX", range);
     document.setMarkedText(u"YY", {0, 0}, range);
     EXPECT_EQ(shown(document), u"the c{a|t}") << range.location << ' ' << range.length;
-    EXPECT_EQ(document.clientCalls(), 3U);
     EXPECT_EQ(document.clientChanges(), 1U);
   }
   Document document;
@@ -132,7 +131,6 @@ TEST(Document, PassedKeys) {
     document.select(each.selection);
     document.applyKey(each.event);
     EXPECT_EQ(shown(document), each.after) << testing::PrintToString(std::u16string(each.name));
-    EXPECT_EQ(document.clientCalls(), 0U);
   }
 }
 

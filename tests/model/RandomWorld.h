@@ -251,7 +251,8 @@ class RandomWorld : private IMKInputController {
 
   [[nodiscard]] std::size_t indexOf(const IMKTextInput* client) const {
     const auto all = host_.text.documents();
-    const auto found = std::ranges::find(all, client, [](const auto& one) { return one.get(); });
+    const auto found =
+        std::ranges::find(all, client, [&](const auto& one) { return &host_.text.clientOf(*one); });
     return static_cast<std::size_t>(found - all.begin());
   }
 

@@ -85,8 +85,7 @@ TEST(Allocation, AKeyTakesNoneWithoutTheMainApplication) {
         CarbonEvent record{kEventClassKeyboard, kEventRawKeyDown, 9, std::uint8_t{0}, 0U, 0U, {}};
         if (type == NSEventType::KeyUp) record.kind = kEventRawKeyUp;
         const NSEvent event{type, 0, 0, {character}, &record};
-        EXPECT_EQ(allocationsOf([&] { method.controller.handleEvent(event, &method.document); }),
-                  0u)
+        EXPECT_EQ(allocationsOf([&] { method.controller.handleEvent(event, &method.client); }), 0u)
             << "character " << static_cast<std::uint32_t>(character);
       }
     }

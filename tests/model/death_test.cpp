@@ -7,6 +7,7 @@
 #include <array>
 
 #include "src/bridge/QBIMMessageSend.h"
+#include "tests/support/EveryCall.h"
 #include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {
@@ -60,34 +61,24 @@ struct Death {
   SegmentFate fate;
   Notice notice;
   bool noticeDelivered;  ///< before the next key
-  std::uint64_t call;    ///< the platform call of the step that it comes before; 0: it doesn't
 };
 
-class DeathTest {
+class DeathTest : public StartedInputMethod {
  public:
-  explicit DeathTest(const Death& death) : death_(death) {
-    method_.type(death.step.before);
-    record_ = method_.host.mainApplication.segment(880);
-    const std::uint64_t before = method_.host.journal.calls();
-    method_.host.journal.beforeCall(
-        death_.call, [this] { method_.host.mainApplication.vanish(death_.notice, death_.fate); });
-    death_.step.run(method_);
-    calls_ = method_.host.journal.calls() - before;
-    method_.host.journal.beforeCall(0, {});
-    document_ = death_.step.document;
+  explicit DeathTest(const Death& death) : death_(death), expected_(death.step.document) {
+    type(death.step.before);
+    record_ = host.mainApplication.segment(880);
   }
 
-  [[nodiscard]] std::uint64_t calls() const { return calls_; }
-
   void check() {
-    EXPECT_FALSE(method_.host.mainApplication.running());
+    EXPECT_FALSE(host.mainApplication.running());
     expectDocument("at the step");
     expectNothingLocked("after the step");
-    if (death_.noticeDelivered) method_.host.runPending();
+    if (death_.noticeDelivered) host.runPending();
     typeBoth("w");
     expectNothingLocked("after the next key");
-    method_.host.mainApplication.launch();
-    method_.host.runPending();
+    host.mainApplication.launch();
+    host.runPending();
     typeBoth("q");
     typeBoth(" ");
     expectNothingLocked("after a restart");
@@ -97,17 +88,17 @@ class DeathTest {
  private:
   void typeBoth(const char* text) {
     for (const char* at = text; *at; ++at) {
-      typeOne(method_, static_cast<char16_t>(*at));
-      document_ += static_cast<char16_t>(*at);
+      typeOne(*this, static_cast<char16_t>(*at));
+      expected_ += static_cast<char16_t>(*at);
     }
     expectDocument(text);
   }
-  void expectDocument(const char* when) { EXPECT_EQ(method_.document.text(), document_) << when; }
+  void expectDocument(const char* when) { EXPECT_EQ(document.text(), expected_) << when; }
 
   void expectNothingLocked(const char* when) {
-    const auto& controller = method_.process.state<ControllerState>();
-    const auto& commit = method_.process.state<CommitState>();
-    const auto& send = method_.process.state<MessageSendState>();
+    const auto& controller = process.state<ControllerState>();
+    const auto& commit = process.state<CommitState>();
+    const auto& send = process.state<MessageSendState>();
     EXPECT_EQ(controller.handleEvent_BUSY, 0u) << when;
     EXPECT_EQ(send.TOOLCALLBUSY, 0) << when;
     EXPECT_EQ(send.AEITEM_Process_active, 0) << when;
@@ -115,52 +106,55 @@ class DeathTest {
     EXPECT_EQ(commit.ORIGINALREPLACE, 0u) << when;
     EXPECT_EQ(field(16), 0u) << when;
     EXPECT_EQ(field(22), 0u) << when;
-    EXPECT_FALSE(method_.host.text.delivering()) << when;
-    EXPECT_TRUE(method_.host.text.errors().empty()) << when;
-    EXPECT_LE(method_.host.sharedMemory.totalAttachments(), 1u) << when;
+    EXPECT_FALSE(host.text.delivering()) << when;
+    EXPECT_TRUE(host.text.errors().empty()) << when;
+    EXPECT_LE(host.sharedMemory.totalAttachments(), 1u) << when;
   }
   /// 0 where the record is gone.
   [[nodiscard]] std::uint32_t field(std::size_t i) const {
-    return method_.host.sharedMemory.readWord(record_, 68 + 4 * i);
+    return host.sharedMemory.readWord(record_, 68 + 4 * i);
   }
 
   void expectScansAgain() {
-    const auto& main = method_.host.mainApplication;
+    const auto& main = host.mainApplication;
     const std::uint64_t answered = main.answered();
     typeBoth("ok.");
     EXPECT_EQ(main.answered(), answered + 1);
-    EXPECT_EQ(main.published().text, method_.sessionText());
-    EXPECT_TRUE(method_.sessionText().ends_with(" ok.")) << method_.sessionText();
+    EXPECT_EQ(main.published().text, sessionText());
+    EXPECT_TRUE(sessionText().ends_with(" ok.")) << sessionText();
   }
 
   Death death_;
-  StartedInputMethod method_;
-  std::u16string document_;
+  std::u16string expected_;
   int record_ = 0;
-  std::uint64_t calls_ = 0;
 };
 
 class DeathAtEveryStep : public testing::TestWithParam<std::size_t> {};
 
 TEST_P(DeathAtEveryStep, TheKeyPassesAndTypingGoesOn) {
   const Step& step = kSteps.at(GetParam());
-  const std::uint64_t calls = DeathTest({step, SegmentFate::Kept, Notice::Queued, true, 0}).calls();
-  ASSERT_GT(calls, 5u);
+  std::uint64_t deaths = 0;
   for (const SegmentFate fate : {SegmentFate::Removed, SegmentFate::Kept}) {
     for (const auto& [notice, delivered] :
          {std::pair(Notice::Queued, true), std::pair(Notice::Queued, false),
           std::pair(Notice::Missed, false)}) {
-      for (std::uint64_t call = 1; call <= calls; ++call) {
-        SCOPED_TRACE(std::string(step.name) + ", before call " + std::to_string(call) +
-                     (fate == SegmentFate::Kept ? ", segments kept" : ", segments removed") +
-                     (notice == Notice::Missed ? ", no notice"
-                      : delivered              ? ""
-                                               : ", late notice"));
-        DeathTest({step, fate, notice, delivered, call}).check();
-        if (testing::Test::HasFailure()) return;
-      }
+      SCOPED_TRACE(std::string(step.name) +
+                   (fate == SegmentFate::Kept ? ", segments kept" : ", segments removed") +
+                   (notice == Notice::Missed ? ", no notice"
+                    : delivered              ? ""
+                                             : ", late notice"));
+      const Death death{step, fate, notice, delivered};
+      test::atEveryCall(
+          1, 1, [&] { return std::make_unique<DeathTest>(death); },
+          [&](DeathTest& test, std::uint64_t) { test.host.mainApplication.vanish(notice, fate); },
+          [&](DeathTest& test, std::uint64_t) { step.run(test); },
+          [&](DeathTest& test, std::uint64_t) {
+            test.check();
+            ++deaths;
+          });
     }
   }
+  EXPECT_GT(deaths, 30u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Steps, DeathAtEveryStep, testing::Range<std::size_t>(0, kSteps.size()));

@@ -89,20 +89,19 @@ TEST(ScenarioLanguage, EachKindOfExpectationCanFail) {
         "expect no more client calls",
         "expect 2 sent messages \"*\"",
         "expect log line \"nobody logs this\"",
-        "message 202 number 1 text \"x\" \n expect no more posted events\n expect still running\n"
-        "expect no more console lines",
+        "fix 1 to \"x\": no more posted events, still running, no more console lines",
         "expect panel \"[a]\"",
         "expect annotation \"x\" at 0 0",
         "expect passed on after an error",
         "expect start failed \"*\"",
-        "begin again \n completion stage ; type \"he\" \n expect panel hidden",
-        "at client call \"selectedRange\" do: forget",
-        "before platform call 9999 do: forget",
+        "begin again, completion stage \n type \"he\": panel hidden",
+        "at client call \"selectedRange\" do: start",
+        "before platform call 9999 do: start",
         "begin again \n completion stage \n press key code 105 giving \"\"",
         "begin again \n data file \"google_227800_words.bin\" is missing \n start"}) {
     EXPECT_EQ(
         replay(std::string(
-                   "usual stage\nscan takes 1 ticks\nfocus note ; focus letter\ntype \"ab \"\n") +
+                   "usual stage\nscan takes 1 ticks\nfocus note\nfocus letter\ntype \"ab \"\n") +
                line)
             .result,
         kDiffers)
@@ -116,7 +115,7 @@ TEST(ScenarioLanguage, WhatCantBeReadOrCarriedOutIsABadStatement) {
         "type \"\\q\"", "expect session mood is 1", "application ghost quits", "nonsense fails",
         "scan takes 1 ticks and does: expect happiness", "expect next dance \"x\"",
         "expect session byte 4000 is 0", "caret rectangle 1 2 3", "completion with luck",
-        "begin again ; pick \"a\"", "type \"a\" ; type b",
+        "begin again, pick \"a\"", "type \"a\", type b", "type \"a\":", "type \"a\": type \"b\"",
         // Numbers and bytes that nothing has, or nobody can mean.
         "field 55 becomes 0", "field -1 becomes 0", "field 1 becomes 0x100000000",
         "field 1 becomes 0x-1", "expect field 55 is 0", "status 8 becomes 0", "expect entry 8 is 0",
@@ -127,7 +126,7 @@ TEST(ScenarioLanguage, WhatCantBeReadOrCarriedOutIsABadStatement) {
         "clock step -1 microseconds", "type \"a\" 0 times", "press a 1000001 times",
         "press key code 65536 giving \"a\"", "wait -1 ticks", "wait nan seconds", "wait inf ticks",
         "scan takes -1 ticks", "expect 2 to 1 ticks passed", "select 0 to 1",
-        "before platform call 0 do: forget", "commit Roman byte 256 replacing 0",
+        "before platform call 0 do: start", "commit Roman byte 256 replacing 0",
         "program types 65536", "window is asked about a click at 32768 0", "type \"\\d{256}\"",
         "type \"\xC3(\"", "type \"a\"b",
         // Words that stand for nothing there.
@@ -135,8 +134,8 @@ TEST(ScenarioLanguage, WhatCantBeReadOrCarriedOutIsABadStatement) {
         "expect default \"showtranslation\" is unset", "input source \"a\" selectible",
         "data file \"phonx.js\" is missing", "expect document lettr \"|\"",
         "expect some writing styles", "at client call \"*\" do: begin again",
-        "at client call \"a\" do: forget \n at client call \"a\" do: forget", "system version 106",
-        "completion with space", "begin again ; field 1 becomes 0"}) {
+        "at client call \"a\" do: start \n at client call \"a\" do: start", "system version 106",
+        "completion with space", "begin again, field 1 becomes 0"}) {
     EXPECT_EQ(replay(std::string("usual stage\n") + line).result, kUnreadable) << line;
   }
   std::ostringstream out;

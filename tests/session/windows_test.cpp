@@ -6,6 +6,7 @@
 #include "src/session/QBIM_IMK_WindowCancel.h"
 #include "src/session/QBIM_IMK_WindowClick.h"
 #include "src/session/QBIM_IMK_WindowKeys.h"
+#include "tests/support/EveryCall.h"
 #include "tools/support/StartedInputMethod.h"
 
 namespace quorvane {
@@ -94,25 +95,21 @@ TEST(Windows, SessionsThatGoDuringAKeyStayUntilItsEnd) {
 // Wherever the world changes, nothing stays locked, and typing goes on.
 TEST(Windows, SessionsAndMainApplicationMayGoAtEveryCall) {
   for (const char16_t key : u"1\t\"a\x1b") {
-    std::uint64_t calls = 1;
-    for (std::uint64_t n = 1; n <= calls; ++n) {
-      SCOPED_TRACE(std::string("key ") + static_cast<char>(key) + ", call " + std::to_string(n));
-      Popup popup;
-      auto& journal = popup.host.journal;
-      const std::uint64_t before = journal.calls();
-      journal.beforeCall(n, [&] {
-        popup.disposeOfEverySession();
-        if (n % 2 == 0) popup.main.vanish();
-      });
-      popup.keyDown(key);
-      calls = journal.calls() - before;
-      journal.beforeCall(0, {});
-      const std::u16string text = popup.document.text();
-      popup.keyDown(u'5');
-      ASSERT_EQ(popup.document.text(), text + u'5');
-      ASSERT_EQ(popup.sessions.users + popup.process.state<WindowKeysState>().NORECURSION, 0u);
-      ASSERT_TRUE(popup.host.text.errors().empty());
-    }
+    SCOPED_TRACE(std::string("key ") + static_cast<char>(key));
+    test::atEveryCall(
+        1, 1, [] { return std::make_unique<Popup>(); },
+        [](Popup& popup, std::uint64_t call) {
+          popup.disposeOfEverySession();
+          if (call % 2 == 0) popup.main.vanish();
+        },
+        [&](Popup& popup, std::uint64_t) { popup.keyDown(key); },
+        [](Popup& popup, std::uint64_t) {
+          const std::u16string text = popup.document.text();
+          popup.keyDown(u'5');
+          EXPECT_EQ(popup.document.text(), text + u'5');
+          EXPECT_EQ(popup.sessions.users + popup.process.state<WindowKeysState>().NORECURSION, 0u);
+          EXPECT_TRUE(popup.host.text.errors().empty());
+        });
   }
 }
 

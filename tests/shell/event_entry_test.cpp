@@ -29,8 +29,8 @@ struct EventEntry : testing::Test {
   }
   /// The client's next call that begins so throws.
   void throwAt(std::string start) {
-    method.host.text.onClientCall = [this, start = std::move(start)](
-                                        const auto&, const field::ClientCall& call) {
+    method.host.text.onClientCall = [this,
+                                     start = std::move(start)](const field::ClientCall& call) {
       if (!describe(call).starts_with(start)) return;
       method.host.text.onClientCall = {};
       throw std::runtime_error("the client is out of order");
@@ -99,15 +99,16 @@ TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
 
 TEST_F(EventEntry, AnEventWithinAnotherCommitsAndLooksUpBeforeItIsTurnedAway) {
   auto& other = method.host.text.addDocument();
-  method.host.text.onClientCall = [&](const auto&, const auto&) {
+  method.host.text.onClientCall = [&](const auto&) {
     method.host.text.onClientCall = {};
     commit().stringbuffer = u"-";
-    EXPECT_FALSE(
-        method.controller.handleEvent({NSEventType::KeyDown, 0, 0, u"b", nullptr}, &other));
+    EXPECT_FALSE(method.controller.handleEvent({NSEventType::KeyDown, 0, 0, u"b", nullptr},
+                                               &method.host.text.clientOf(other)));
   };
   EXPECT_EQ(keyDown(u'a'), Outcome::PassedOn);
   EXPECT_EQ(other.text(), u"-");
-  EXPECT_EQ(method.session().clientID, static_cast<std::uint32_t>(identityOf(&other)));
+  EXPECT_EQ(method.session().clientID,
+            static_cast<std::uint32_t>(identityOf(&method.host.text.clientOf(other))));
 }
 
 TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
@@ -116,12 +117,12 @@ TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
   commit().stringbuffer = u"-";
   controller.commitComposition(nullptr);
   EXPECT_TRUE(commit().stringbuffer);
-  EXPECT_EQ(commit().commit_sender, &method.document);
+  EXPECT_EQ(commit().commit_sender, &method.client);
   state().INITED_FLAG = 0;
-  controller.commitComposition(&method.document);
+  controller.commitComposition(&method.client);
   EXPECT_EQ(method.document.text(), u"a");
   state().INITED_FLAG = 1;
-  controller.commitComposition(&method.document);
+  controller.commitComposition(&method.client);
   EXPECT_EQ(method.document.text(), u"a-");
 }
 

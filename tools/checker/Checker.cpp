@@ -5,7 +5,7 @@
 #include <iostream>
 #include <stdexcept>
 
-#include "hosts/field/EventQueue.h"
+#include "hosts/field/FieldParts.h"
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
 
@@ -255,8 +255,8 @@ bool Checker::somebodyTypes() {
 void runChecker(const CheckerOptions& options) {
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.ownProcess = checkerAnnouncement();
-  field::EventQueue noKeys;  // the stand-in presses none
-  desktop::DesktopHost host(configuration, noKeys);
+  field::FieldParts nowhere;  // the stand-in presses none
+  desktop::DesktopHost host(configuration, nowhere.forPlatform());
   host.log().showPrivate = options.showText;
   // From here on such a signal waits for the loop, so that it can't leave anything behind.
   const auto end = [&host] { host.runLoop().quit(); };

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "hosts/desktop/DesktopHost.h"
-#include "hosts/field/EventQueue.h"
+#include "hosts/field/FieldParts.h"
 #include "src/base/BigEndian.h"
 #include "tools/checker/Checker.h"
 #include "tools/checker/InputMethods.h"
@@ -59,8 +59,8 @@ std::array<std::uint8_t, 4> bigEndianBytes(std::int32_t number) {
 void requestPaste(Paste paste, std::int32_t pid) {
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.ownProcess = checkerAnnouncement();
-  field::EventQueue noKeys;
-  desktop::DesktopHost host(configuration, noKeys);
+  field::FieldParts nowhere;
+  desktop::DesktopHost host(configuration, nowhere.forPlatform());
   Platform platform = host.platform();
   const AttachedToolRecord tool(platform.sharedMemory);
   const auto port = platform.messagePorts.CFMessagePortCreateRemote(

@@ -1,8 +1,6 @@
 // Statements that act: the start, keys and focus, messages, time, the main application's coming and
 // going, and commands that no key reaches.
 
-#include <limits>
-
 #include "src/bridge/ToolCalls.h"
 #include "src/session/QBIM_IMK_CharFix.h"
 #include "src/session/QuorvaneInputController.h"
@@ -19,7 +17,6 @@ void startWith(World& world, const Arguments& is) {
   world.start(arguments);
 }
 void beginAgain(World& /*world*/, const Arguments& /*is*/) {}
-void forget(World& world, const Arguments& /*is*/) { forgetRecords(world); }
 
 // Keys.
 
@@ -45,22 +42,9 @@ void pressAndRelease(World& world, const Keystroke& stroke, const field::Deliver
   world.outcomes.pop_back();
 }
 
-void typeTimes(World& world, const Literal& text, std::int64_t times) {
-  world.outcomes.clear();
-  for (std::int64_t i = 0; i < times; ++i) {
-    for (const char32_t character : text) pressAndRelease(world, {character, 0});
-  }
-}
-void type(World& world, const Arguments& is) { typeTimes(world, is[0].text, 1); }
-void typeOften(World& world, const Arguments& is) { typeTimes(world, is[0].text, is[1].number); }
-
 void press(World& world, const Arguments& is) {
   world.outcomes.clear();
-  pressAndRelease(world, is[0].key);
-}
-void pressOften(World& world, const Arguments& is) {
-  world.outcomes.clear();
-  for (std::int64_t i = 0; i < is[1].number; ++i) pressAndRelease(world, is[0].key);
+  for (const Keystroke& stroke : is[0].keys) pressAndRelease(world, stroke);
 }
 void pressWithoutRecord(World& world, const Arguments& is) {
   world.outcomes.clear();
@@ -84,12 +68,19 @@ void keyRepeat(World& world, const Arguments& is) {
   deliverOne(world, NSEventType::KeyDown, is[0].key, true);
 }
 void keyUp(World& world, const Arguments& is) { deliverOne(world, NSEventType::KeyUp, is[0].key); }
-void modifiers(World& world, const Arguments& is) {
-  world.outcomes.clear();
+void changeModifiers(World& world, std::uint32_t flags) {
   NSEvent event;
   event.type = NSEventType::FlagsChanged;
-  event.modifierFlags = is[0].key.modifierFlags;
+  event.modifierFlags = flags;
   world.deliver(event);
+}
+void modifiers(World& world, const Arguments& is) {
+  world.outcomes.clear();
+  changeModifiers(world, is[0].key.modifierFlags);
+}
+void tap(World& world, const Arguments& is) {
+  modifiers(world, is);
+  changeModifiers(world, 0);
 }
 void click(World& world, const Arguments& is) {
   world.outcomes = {world.host.text.click(static_cast<std::uint64_t>(is[0].number))};
@@ -107,11 +98,11 @@ void leave(World& world, const Arguments& /*is*/) {
   world.settle();
 }
 void activate(World& world, const Arguments& is) {
-  world.controller.activateServer(&world.document(is[0].word));
+  world.controller.activateServer(&world.host.text.clientOf(world.document(is[0].word)));
   world.settle();
 }
 void deactivate(World& world, const Arguments& is) {
-  world.controller.deactivateServer(&world.document(is[0].word));
+  world.controller.deactivateServer(&world.host.text.clientOf(world.document(is[0].word)));
   world.settle();
 }
 void closeDocument(World& world, const Arguments& is) { world.document(is[0].word).close(); }
@@ -121,11 +112,13 @@ void endController(World& world, const Arguments& /*is*/) {
 
 // Messages to the own port.
 
-void post(World& world, std::uint32_t id, std::optional<CFData> data) {
-  const bool served =
-      world.host.mainApplication.sendMessage(static_cast<std::int32_t>(id), std::move(data));
+void sent(World& world, bool served) {
   if (!served) world.expect(false, "a message port of the input method", "none");
   world.settle();
+}
+void post(World& world, std::uint32_t id, std::optional<CFData> data) {
+  auto& application = world.host.mainApplication;
+  sent(world, application.sendMessage(static_cast<std::int32_t>(id), std::move(data)));
 }
 void message(World& world, const Arguments& is) { post(world, is[0].u32(), std::nullopt); }
 void messageWithBytes(World& world, const Arguments& is) { post(world, is[0].u32(), is[1].bytes); }
@@ -134,16 +127,19 @@ void messageWithNumber(World& world, const Arguments& is) {
   for (int shift = 24; shift >= 0; shift -= 8) {
     data.push_back(static_cast<std::uint8_t>(is[1].u32() >> shift));
   }
-  if (is.size() > 2) {
-    const std::string text = toBytes(is[2].text);
-    data.insert(data.end(), text.begin(), text.end());
-  }
   post(world, is[0].u32(), std::move(data));
+}
+void fix(World& world, const Arguments& is) {
+  sent(world, world.host.mainApplication.sendFix(is[0].u32(), toBytes(is[1].text)));
 }
 void correctText(World& world, const Arguments& is) {
   const std::string text = toBytes(is[0].text);
   if (text.size() > kSessionTextSize) throw BadStatement("a text record holds no such text");
   world.records().writeCorrectedText(text);
+}
+void replaceText(World& world, const Arguments& is) {
+  correctText(world, is);
+  post(world, "Updt"_4cc, std::nullopt);
 }
 
 // Time.
@@ -241,17 +237,15 @@ constexpr Pattern kPatterns[] = {
     {"start with TEXT", startWith},
     {"start with TEXT TEXT", startWith},
     {"begin again", beginAgain},
-    {"forget", forget},
-    {"type TEXT", type},
-    {"type TEXT COUNT times", typeOften},
-    {"press KEY", press},
-    {"press KEY COUNT times", pressOften},
+    {"type KEYS", press},
+    {"press KEYS", press},
     {"press KEY without an event record", pressWithoutRecord},
     {"press key code CODE giving TEXT", pressKeyCode},
     {"key down KEY", keyDown},
     {"key repeat KEY", keyRepeat},
     {"key up KEY", keyUp},
     {"modifiers MODIFIERS", modifiers},
+    {"tap MODIFIERS", tap},
     {"click at PLACE", click},
     {"focus NAME", focus},
     {"leave the document", leave},
@@ -261,9 +255,10 @@ constexpr Pattern kPatterns[] = {
     {"controller ends", endController},
     {"message NUMBER", message},
     {"message NUMBER number NUMBER", messageWithNumber},
-    {"message NUMBER number NUMBER text TEXT", messageWithNumber},
+    {"fix NUMBER to TEXT", fix},
     {"message NUMBER bytes BYTES", messageWithBytes},
     {"main application writes TEXT", correctText},
+    {"main application replaces the text by TEXT", replaceText},
     {"wait TIME ticks", waitTicks},
     {"wait TIME seconds", waitSeconds},
     {"main application starts", appStarts},

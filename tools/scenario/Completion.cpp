@@ -121,7 +121,7 @@ void expectNoAnnotation(World& world, const Arguments& /*is*/) {
   world.expectEqual("hidden", show(world.host.application.annotationWindow));
 }
 
-constexpr Pattern kPatterns[] = {
+constexpr Pattern kStagePatterns[] = {
     {"words TEXT", setWords},
     {"word TEXT means TEXT", setMeaning},
     {"word TEXT is pronounced TEXT", setPronunciation},
@@ -131,6 +131,9 @@ constexpr Pattern kPatterns[] = {
     {"data file TEXT is missing", removeFile},
     {"data file TEXT holds TEXT", writeFile},
     {"completion with NAME", setSwitch},
+};
+
+constexpr Pattern kPatterns[] = {
     {"pick TEXT", pick},
     {"completion is cancelled", cancelCompletion},
     {"completion is switched off", switchOffCompletion},
@@ -142,6 +145,7 @@ constexpr Pattern kPatterns[] = {
 
 }  // namespace
 
+std::span<const Pattern> completionStagePatterns() { return kStagePatterns; }
 std::span<const Pattern> completionPatterns() { return kPatterns; }
 
 }  // namespace quorvane::scenario

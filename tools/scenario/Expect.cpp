@@ -268,10 +268,12 @@ std::size_t find(const Unread& record, const std::string& pattern) {
 
 void expectNext(World& world, const Arguments& is) {
   const Unread record = unread(world, is[0]);
-  const std::string pattern = toBytes(is[1].text);
-  const bool holds = record.at < record.lines.size() && matches(pattern, record.lines[record.at]);
-  world.expect(holds, pattern, show(record));
-  if (record.at < record.lines.size()) ++record.at;
+  for (const Literal& text : is[1].texts) {
+    const std::string pattern = toBytes(text);
+    const bool holds = record.at < record.lines.size() && matches(pattern, record.lines[record.at]);
+    world.expect(holds, pattern, show(record));
+    if (record.at < record.lines.size()) ++record.at;
+  }
 }
 void expectLater(World& world, const Arguments& is) {
   const Unread record = unread(world, is[0]);
@@ -335,7 +337,7 @@ constexpr Pattern kPatterns[] = {
     {"expect NAME in front", expectFront},
     {"expect NAME writing styles", expectWritingStyles},
     {"expect TIME to TIME ticks passed", expectTicks},
-    {"expect next RECORD TEXT", expectNext},
+    {"expect next RECORD TEXTS", expectNext},
     {"expect no more RECORD", expectNoMore},
     {"expect no RECORD TEXT", expectNone},
     {"expect NUMBER RECORD TEXT", expectTimes},

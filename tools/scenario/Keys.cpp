@@ -72,7 +72,7 @@ constexpr std::array<Cancel, 6> kCancels{{
      }},
     {"document-window",
      [](World& world) {
-       const std::uint64_t client = identityOf(&world.focused());
+       const std::uint64_t client = identityOf(&world.host.text.clientOf(world.focused()));
        return std::int64_t{BIMCheckandClose_DocWindowSession(world.process, client)};
      }},
     {"interactive-window",
@@ -98,7 +98,8 @@ void askAboutClick(World& world, const Arguments& is) {
   world.answer = BIMCancelMousePtWindowSession(world.process, point) ? 1 : 0;
   world.settle();
 }
-void testClick(World& world, const Arguments& /*is*/) {
+void testClick(World& world, const Arguments& is) {
+  world.host.screens.mouse = {is[0].measure, is[1].measure};
   world.answer = Get_MouseDown_Cancel(world.process);
 }
 void expectAnswer(World& world, const Arguments& is) {
@@ -115,7 +116,7 @@ constexpr Pattern kPatterns[] = {
     {"program moves the mouse", moveMouseByProgram},
     {"cancel NAME", cancelWindow},
     {"window is asked about a click at COORDINATE COORDINATE", askAboutClick},
-    {"click is tested", testClick},
+    {"click is tested at MEASURE MEASURE", testClick},
     {"expect answer NUMBER", expectAnswer},
 };
 

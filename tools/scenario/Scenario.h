@@ -1,5 +1,5 @@
 #pragma once
-// Scenario files: plain text, a statement a line, run on the memory host. The statements are
+// Scenario files: plain text, an act a line, run on the memory host. The statements are
 // described in docs/scenarios.md.
 
 #include <iosfwd>

@@ -141,8 +141,8 @@ void moveMouse(World& world, const Arguments& is) {
 void giveFirstSession(World& world, const Arguments& is) {
   BIMSessionRec* head = world.process.state<SessionState>().gSessionHandleStart;
   if (head == nullptr) throw BadStatement("there is no session yet");
-  head->clientID = static_cast<std::uint32_t>(
-      reinterpret_cast<std::uintptr_t>(static_cast<IMKTextInput*>(&world.document(is[0].word))));
+  const field::Client& client = world.host.text.clientOf(world.document(is[0].word));
+  head->clientID = static_cast<std::uint32_t>(identityOf(&client));
 }
 void startApplication(World& world, const Arguments& is) {
   memory::MemoryProcess process;

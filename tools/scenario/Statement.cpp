@@ -34,8 +34,10 @@ constexpr std::array<NumberKind, 10> kNumberKinds{{
 }};
 constexpr std::array<std::int64_t, 5> kSegments{880, 893, 896, 897, 899};
 constexpr double kLargestMeasure = 1e6;
+constexpr std::size_t kMostKeys = 1'000'000;
 
-std::optional<std::vector<Statement>> parseStatements(Words words, const Line& line);
+std::optional<std::vector<Statement>> parseList(Words words, const Line& line,
+                                                std::string_view lead);
 
 // A function for each word in capitals: takes its words off `rest`; false: they are of another
 // kind.
@@ -50,6 +52,55 @@ template <class Parsed, class Value>
 bool store(const std::optional<Parsed>& parsed, Value& value) {
   if (parsed) value = *parsed;
   return parsed.has_value();
+}
+
+const NumberKind* findNumberKind(std::string_view name) {
+  const auto* found = std::ranges::find(kNumberKinds, name, &NumberKind::name);
+  return found == kNumberKinds.end() ? nullptr : found;
+}
+
+bool takeNumber(const NumberKind& kind, const Line& line, Argument& argument) {
+  if (!store(parseNumber(argument.word), argument.number)) return false;
+  const bool known =
+      kind.name != "SEGMENT" || std::ranges::find(kSegments, argument.number) != kSegments.end();
+  if (known && argument.number >= kind.from && argument.number <= kind.to) return true;
+  const std::string objection = "\n  " + argument.word + " is no " + std::string(kind.name);
+  if (line.objections.find(objection) == std::string::npos) line.objections += objection;
+  return false;
+}
+
+bool takeKeystrokes(const Word& word, std::vector<Keystroke>& keys) {
+  for (const char32_t character : word.literal) keys.push_back({character, 0});
+  if (word.quoted) return true;
+  return store(parseKeystroke(word.text), keys.emplace_back()) && keys.back().character != 0;
+}
+
+// `"th" down 2 times`.
+bool takeKeys(Words& rest, const Line& line, Argument& argument) {
+  for (std::size_t i = 0; i < rest.size(); ++i) {
+    std::vector<Keystroke> item;
+    if (!takeKeystrokes(rest[i], item)) return false;
+    Argument times;
+    times.number = 1;
+    if (i + 2 < rest.size() && rest[i + 2].text == "times") {
+      times.word = rest[i + 1].text;
+      if (!takeNumber(*findNumberKind("COUNT"), line, times)) return false;
+      i += 2;
+    }
+    if (static_cast<std::size_t>(times.number) * item.size() > kMostKeys) return false;
+    for (; times.number > 0; --times.number) {
+      std::ranges::copy(item, std::back_inserter(argument.keys));
+    }
+  }
+  rest = rest.last(1);
+  return true;
+}
+
+bool takeTexts(Words& rest, Argument& argument) {
+  if (!std::ranges::all_of(rest, &Word::quoted)) return false;
+  for (const Word& word : rest) argument.texts.push_back(word.literal);
+  rest = rest.last(1);
+  return true;
 }
 
 bool takeBytes(Words& rest, Argument& argument) {
@@ -70,27 +121,12 @@ bool takeRecord(Words& rest, Argument& argument) {
 }
 
 bool takeStatements(Words& rest, const Line& line, Argument& argument) {
-  auto statements = parseStatements(rest, line);
+  auto statements = parseList(rest, line, {});
   if (!statements) return false;
   if (std::ranges::any_of(*statements, beginsAgain)) return false;
   argument.statements = std::move(*statements);
   rest = rest.last(1);
   return true;
-}
-
-const NumberKind* findNumberKind(std::string_view name) {
-  const auto* found = std::ranges::find(kNumberKinds, name, &NumberKind::name);
-  return found == kNumberKinds.end() ? nullptr : found;
-}
-
-bool takeNumber(const NumberKind& kind, const Line& line, Argument& argument) {
-  if (!store(parseNumber(argument.word), argument.number)) return false;
-  const bool known =
-      kind.name != "SEGMENT" || std::ranges::find(kSegments, argument.number) != kSegments.end();
-  if (known && argument.number >= kind.from && argument.number <= kind.to) return true;
-  const std::string objection = "\n  " + argument.word + " is no " + std::string(kind.name);
-  if (line.objections.find(objection) == std::string::npos) line.objections += objection;
-  return false;
 }
 
 bool takeMeasure(double least, Argument& argument) {
@@ -107,6 +143,8 @@ bool takePlaceholder(std::string_view kind, Words& rest, const Line& line, Argum
   const Word& word = rest.front();
   argument.word = word.text;
   if (kind == "TEXT") return takeText(rest, argument);
+  if (kind == "TEXTS") return takeTexts(rest, argument);
+  if (kind == "KEYS") return takeKeys(rest, line, argument);
   if (word.quoted) return false;
   if (const NumberKind* number = findNumberKind(kind)) return takeNumber(*number, line, argument);
   if (kind == "HEX") return store(parseHex(word.text), argument.number);
@@ -124,6 +162,11 @@ bool isPlaceholder(std::string_view word) {
   return std::all_of(word.begin(), word.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
 }
 
+bool standsFor(const Word& word, std::string_view expected) {
+  if (word.quoted) return false;
+  return expected.ends_with(':') ? word.text + word.mark == expected : word.text == expected;
+}
+
 std::optional<Arguments> match(std::string_view pattern, Words rest, const Line& line) {
   Arguments arguments;
   while (!pattern.empty()) {
@@ -133,7 +176,7 @@ std::optional<Arguments> match(std::string_view pattern, Words rest, const Line&
     if (rest.empty()) return std::nullopt;
     if (isPlaceholder(expected)) {
       if (!takePlaceholder(expected, rest, line, arguments.emplace_back())) return std::nullopt;
-    } else if (rest.front().quoted || rest.front().text != expected) {
+    } else if (!standsFor(rest.front(), expected)) {
       return std::nullopt;
     }
     rest = rest.subspan(1);
@@ -141,27 +184,65 @@ std::optional<Arguments> match(std::string_view pattern, Words rest, const Line&
   return rest.empty() ? std::optional(std::move(arguments)) : std::nullopt;
 }
 
-std::optional<Statement> parseOne(Words words, const Line& line) {
+/// Whether what follows is the statements that this word announces.
+bool announces(const Word& word) { return standsFor(word, "do:") || standsFor(word, "does:"); }
+
+constexpr std::string_view kExpect = "expect ";
+
+std::optional<Statement> parseOne(Words words, const Line& line, std::string_view lead = {}) {
   for (const Pattern* pattern : allPatterns()) {
-    if (auto arguments = match(pattern->words, words, line)) {
-      return Statement{pattern, std::move(*arguments), line.number, std::string(line.source)};
+    if (!pattern->words.starts_with(lead)) continue;
+    if (auto arguments = match(pattern->words.substr(lead.size()), words, line)) {
+      return Statement{.pattern = pattern,
+                       .arguments = std::move(*arguments),
+                       .line = line.number,
+                       .source = std::string(line.source)};
     }
   }
   return std::nullopt;
 }
 
-std::optional<std::vector<Statement>> parseStatements(Words words, const Line& line) {
+// Divided by `,`. Those that another statement announces are its own, up to the end.
+std::optional<std::vector<Statement>> parseList(Words words, const Line& line,
+                                                std::string_view lead = {}) {
   std::vector<Statement> statements;
   while (!words.empty()) {
-    const auto isEnd = [](const Word& word) { return !word.quoted && word.text == ";"; };
-    const auto end = std::find_if(words.begin(), words.end(), isEnd);
-    const auto count = static_cast<std::size_t>(std::distance(words.begin(), end));
-    auto statement = parseOne(words.first(count), line);
+    std::size_t count = 0;
+    while (count < words.size() && words[count].mark != ',' && !announces(words[count])) ++count;
+    count = count == words.size() || announces(words[count]) ? words.size() : count + 1;
+    auto statement = parseOne(words.first(count), line, lead);
     if (!statement) return std::nullopt;
     statements.push_back(std::move(*statement));
-    words = words.subspan(std::min(count + 1, words.size()));
+    words = words.subspan(count);
   }
   return statements;
+}
+
+bool isOneOf(const Statement& statement, std::span<const Pattern> patterns) {
+  return std::ranges::any_of(patterns, [&](const Pattern& it) { return &it == statement.pattern; });
+}
+
+bool setsTheStage(const Statement& statement) {
+  return isOneOf(statement, stagePatterns()) || isOneOf(statement, completionStagePatterns()) ||
+         beginsAgain(statement);
+}
+
+// One act with its expectations, or what sets the stage.
+std::optional<std::vector<Statement>> parseAct(Words words, const Line& line) {
+  const auto ends = [](const Word& word) { return word.mark == ':' || announces(word); };
+  const auto end = std::ranges::find_if(words, ends);
+  if (end == words.end() || announces(*end)) {
+    auto stage = parseList(words, line);
+    const bool fits = stage && (stage->size() == 1 || std::ranges::all_of(*stage, setsTheStage));
+    return fits ? std::move(stage) : std::nullopt;
+  }
+  const auto count = static_cast<std::size_t>(std::distance(words.begin(), end)) + 1;
+  auto act = parseOne(words.first(count), line);
+  auto expectations = parseList(words.subspan(count), line, kExpect);
+  if (!act || !expectations) return std::nullopt;
+  act->watched = true;
+  expectations->insert(expectations->begin(), std::move(*act));
+  return expectations;
 }
 
 // What the writer may have meant: the patterns that begin with the same word.
@@ -179,8 +260,8 @@ std::string suggestions(std::string_view firstWord) {
 
 std::vector<const Pattern*> allPatterns() {
   std::vector<const Pattern*> patterns;
-  for (const auto table :
-       {stagePatterns(), actPatterns(), expectPatterns(), completionPatterns(), keyPatterns()}) {
+  for (const auto table : {stagePatterns(), completionStagePatterns(), actPatterns(),
+                           expectPatterns(), completionPatterns(), keyPatterns()}) {
     for (const Pattern& pattern : table) patterns.push_back(&pattern);
   }
   return patterns;
@@ -193,9 +274,10 @@ std::vector<Statement> parseLine(std::string_view source, std::size_t line) {
   if (words.empty()) return {};
   std::string objections;
   const Line whole{source, line, objections};
-  // A statement that holds statements has the rest of its line.
-  if (auto statement = parseOne(words, whole)) return {std::move(*statement)};
-  if (auto statements = parseStatements(words, whole)) return std::move(*statements);
+  const bool expecting = standsFor(words.front(), "expect");
+  auto statements =
+      expecting ? parseList(Words(words).subspan(1), whole, kExpect) : parseAct(words, whole);
+  if (statements && !statements->empty() && words.back().mark == 0) return std::move(*statements);
   throw BadStatement("no such statement" + objections + suggestions(words.front().text));
 }
 

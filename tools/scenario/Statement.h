@@ -22,6 +22,8 @@ struct Argument {
   std::int64_t number = 0;            ///< NUMBER and its kinds, HEX
   double measure = 0;                 ///< MEASURE, TIME
   Keystroke key;                      ///< KEY, MODIFIERS
+  std::vector<Keystroke> keys;        ///< KEYS
+  std::vector<Literal> texts;         ///< TEXTS
   std::vector<std::uint8_t> bytes;    ///< BYTES
   std::vector<Statement> statements;  ///< STATEMENTS
 
@@ -31,7 +33,7 @@ using Arguments = std::vector<Argument>;
 
 /// Words in small letters stand for themselves. Those in capitals stand for
 ///   TEXT "..."   HEX   NAME any word   KEY a keystroke   MODIFIERS those of one   RECORD two words
-///   BYTES hexadecimal to the end   STATEMENTS to the end, divided by `;`
+///   KEYS keystrokes and texts to the end   TEXTS   BYTES hexadecimal   STATEMENTS to the end
 ///   MEASURE a number with a fraction   TIME one that isn't negative   NUMBER a whole one
 ///   FIELD, ENTRY, BIT, BYTE, CODE, COORDINATE, PLACE, COUNT, SEGMENT whole ones with their bounds
 struct Pattern {
@@ -42,6 +44,7 @@ struct Pattern {
 struct Statement {
   const Pattern* pattern = nullptr;
   Arguments arguments;
+  bool watched = false;  ///< its expectations stand behind it: the records begin with it
   std::size_t line = 0;
   std::string source;
 };
@@ -49,6 +52,7 @@ struct Statement {
 std::span<const Pattern> stagePatterns();
 std::span<const Pattern> actPatterns();
 std::span<const Pattern> expectPatterns();
+std::span<const Pattern> completionStagePatterns();
 std::span<const Pattern> completionPatterns();
 std::span<const Pattern> keyPatterns();
 /// Every pattern there is, in the order in which they are tried.
@@ -57,7 +61,8 @@ std::vector<const Pattern*> allPatterns();
 /// `begin again`: what follows plays in a new world.
 bool beginsAgain(const Statement& statement);
 
-/// The statements of a line, divided by `;`. Throws BadStatement.
+/// An act and, behind its `:`, what is expected of it; or what sets the stage; or `expect` and
+/// expectations. `,` stands between several. Throws BadStatement.
 std::vector<Statement> parseLine(std::string_view source, std::size_t line);
 
 }  // namespace quorvane::scenario

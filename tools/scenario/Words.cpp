@@ -11,7 +11,7 @@ namespace quorvane::scenario {
 namespace {
 
 constexpr std::string_view kSpaces = " \t\r";
-constexpr std::string_view kWordEnds = " \t\r;";
+constexpr std::string_view kMarks = ",:";
 
 char32_t rawByte(std::uint32_t byte) { return byte < 0x80 ? byte : kRawByte + byte; }
 
@@ -83,9 +83,6 @@ Word takeQuoted(std::string_view& rest) {
   }
   if (rest.empty()) throw BadStatement("a text has no closing quote");
   rest.remove_prefix(1);
-  if (!rest.empty() && kWordEnds.find(rest.front()) == std::string_view::npos) {
-    throw BadStatement("something follows a text without a space");
-  }
   word.text = describe(word.literal);
   return word;
 }
@@ -95,13 +92,24 @@ Word takePlain(std::string_view& rest) {
   if (rest.front() == '\'') {  // a four-character code may hold spaces
     const std::size_t end = rest.find('\'', 1);
     length = end == std::string_view::npos ? rest.size() : end + 1;
-  } else if (rest.front() != ';') {
-    length = std::min(rest.find_first_of(kWordEnds), rest.size());
+  } else {
+    length = std::min(rest.find_first_of(kSpaces), rest.size());
+    if (length > 1 && kMarks.find(rest[length - 1]) != std::string_view::npos) --length;
   }
   Word word;
   word.text = std::string(rest.substr(0, length));
   rest.remove_prefix(length);
   return word;
+}
+
+void takeMark(std::string_view& rest, Word& word) {
+  if (!rest.empty() && kMarks.find(rest.front()) != std::string_view::npos) {
+    word.mark = rest.front();
+    rest.remove_prefix(1);
+  }
+  if (!rest.empty() && kSpaces.find(rest.front()) == std::string_view::npos) {
+    throw BadStatement("something follows " + word.text + " without a space");
+  }
 }
 
 struct NamedKey {
@@ -163,6 +171,7 @@ std::vector<Word> splitWords(std::string_view line) {
     line.remove_prefix(std::min(line.find_first_not_of(kSpaces), line.size()));
     if (line.empty() || line.front() == '#') return words;
     words.push_back(line.front() == '"' ? takeQuoted(line) : takePlain(line));
+    takeMark(line, words.back());
   }
 }
 

@@ -26,9 +26,10 @@ struct Word {
   std::string text;     ///< as it stands in the line, without the quotes of a quoted one
   Literal literal;      ///< of a quoted word
   bool quoted = false;  ///< "..."
+  char mark = 0;        ///< the `,` or `:` behind it
 };
 
-/// Splits at spaces, up to a `#`. A `;` is a word. Throws BadStatement.
+/// Splits at spaces, up to a `#`. Throws BadStatement.
 std::vector<Word> splitWords(std::string_view line);
 
 /// Decimal with an optional minus, 0x and hexadecimal, or a four-character code, 'QVPX'.

@@ -71,9 +71,9 @@ World::World() {
   host.log.limit = kRecordLimit;
   host.console.limit = kRecordLimit;
   host.text.setController(&controller);
-  host.text.onClientCall = [this, recorded = host.text.onClientCall](
-                               const field::Document& called, const field::ClientCall& call) {
-    if (recorded) recorded(called, call);
+  host.text.onClientCall = [this,
+                            recorded = host.text.onClientCall](const field::ClientCall& call) {
+    if (recorded) recorded(call);
     noteClientCall(call);
   };
   applications["editor"] = memory::MemoryProcesses::editor();
@@ -90,6 +90,7 @@ void World::run(const Statement& statement) {
   const auto keep = [&](std::vector<Failure>& where, const std::exception& error) {
     where.push_back({statement.line, statement.source, "", error.what()});
   };
+  if (statement.watched) forgetRecords(*this);
   try {
     statement.pattern->handler(*this, statement.arguments);
   } catch (const BadStatement& error) {
@@ -204,8 +205,8 @@ ProcessSerialNumber World::application(const std::string& name) {
 }
 
 BIMSessionRec* World::sessionOf(const std::string& documentName) {
-  const auto id = static_cast<std::uint32_t>(
-      reinterpret_cast<std::uintptr_t>(static_cast<IMKTextInput*>(&knownDocument(documentName))));
+  const field::Client& client = host.text.clientOf(knownDocument(documentName));
+  const auto id = static_cast<std::uint32_t>(identityOf(&client));
   BIMSessionRec* session = process.state<SessionState>().gSessionHandleStart;
   while (session != nullptr && session->clientID != id) session = session->next;
   return session;

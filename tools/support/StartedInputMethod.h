@@ -46,6 +46,7 @@ struct StartedInputMethod {
   Process process{host.platform()};
   InputController controller{process};
   field::Document& document = host.text.addDocument();
+  field::Client& client = host.text.clientOf(document);
 };
 
 }  // namespace quorvane::test

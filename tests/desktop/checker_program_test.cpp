@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 #include "tools/checker/PopupList.h"
 
 namespace quorvane::tests {

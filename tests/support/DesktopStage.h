@@ -6,7 +6,8 @@
 #include <set>
 
 #include "hosts/desktop/DesktopHost.h"
-#include "tests/desktop/RunningProgram.h"
+#include "hosts/field/FieldParts.h"
+#include "tests/support/RunningProgram.h"
 
 namespace quorvane::tests {
 
@@ -40,7 +41,7 @@ class DesktopStage {
 
  private:
   OwnFolder folder_;
-  field::EventQueue posting_;  ///< whatever is posted stays in it
+  field::FieldParts field_;  ///< whatever is posted stays in it
   desktop::DesktopConfiguration configuration_;
   std::unique_ptr<desktop::DesktopHost> host_;
 };

@@ -3,7 +3,7 @@
 #include "hosts/field/TextApplication.h"
 #include "platform/CarbonEvents.h"
 
-namespace quorvane::desktop {
+namespace quorvane::field {
 
 class CarbonEvents final : public quorvane::CarbonEvents {
  public:
@@ -14,10 +14,10 @@ class CarbonEvents final : public quorvane::CarbonEvents {
   bool CheckEventQueueForUserCancel() override { return false; }
 
   /// Whose keys are asked about; until then none is held. It outlives the last question.
-  void connect(const field::TextApplication& application) { application_ = &application; }
+  void connect(const TextApplication& application) { application_ = &application; }
 
  private:
-  const field::TextApplication* application_ = nullptr;
+  const TextApplication* application_ = nullptr;
 };
 
-}  // namespace quorvane::desktop
+}  // namespace quorvane::field

@@ -1,4 +1,4 @@
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,7 +24,7 @@ DesktopStage::DesktopStage() {
 }
 
 void DesktopStage::openHost() {
-  host_ = std::make_unique<desktop::DesktopHost>(configuration_, posting_);
+  host_ = std::make_unique<desktop::DesktopHost>(configuration_, field_.forPlatform());
 }
 
 Child::Child(const std::function<void()>& work) {

@@ -1,6 +1,6 @@
-#include "hosts/desktop/CarbonEvents.h"
+#include "hosts/field/CarbonEvents.h"
 
-namespace quorvane::desktop {
+namespace quorvane::field {
 
 bool CarbonEvents::CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
                                CarbonEvent& event) {
@@ -19,4 +19,4 @@ void CarbonEvents::GetKeys(KeyMap& keys) {
   keys = application_ != nullptr ? application_->heldKeys() : KeyMap{};
 }
 
-}  // namespace quorvane::desktop
+}  // namespace quorvane::field

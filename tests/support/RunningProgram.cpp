@@ -1,4 +1,4 @@
-#include "tests/desktop/RunningProgram.h"
+#include "tests/support/RunningProgram.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>

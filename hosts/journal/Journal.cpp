@@ -1,4 +1,4 @@
-#include "hosts/memory/MemoryJournal.h"
+#include "hosts/journal/Journal.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <iterator>
 #include <utility>
 
-namespace quorvane::memory {
+namespace quorvane {
 namespace {
 
 template <class... Numbers>
@@ -18,42 +18,40 @@ void appendFormatted(std::string& line, const char* format, Numbers... numbers) 
 
 }  // namespace
 
-void appendPiece(std::string& line, std::string_view text) { line += text; }
-
-void appendPiece(std::string& line, Hex number) {
+void Journal::append(std::string& line, Hex number) {
   appendFormatted(line, "0x%llx", static_cast<unsigned long long>(number.value));
 }
 
-void appendPiece(std::string& line, Octal number) {
+void Journal::append(std::string& line, Octal number) {
   appendFormatted(line, "%#o", static_cast<unsigned>(number.value));
 }
 
-void appendPiece(std::string& line, Code code) {
+void Journal::append(std::string& line, Code code) {
   std::string characters;
   for (int shift = 24; shift >= 0; shift -= 8) {
     const auto byte = static_cast<unsigned char>(code.value >> shift);
-    if (byte < 0x20 || byte > 0x7E) return appendPiece(line, code.value);
+    if (byte < 0x20 || byte > 0x7E) return append(line, code.value);
     characters += static_cast<char>(byte);
   }
   line += characters;
 }
 
-void appendPiece(std::string& line, double number) { appendFormatted(line, "%g", number); }
+void Journal::append(std::string& line, double number) { appendFormatted(line, "%g", number); }
 
-void appendPiece(std::string& line, const ProcessSerialNumber& psn) {
-  appendPiece(line, psn.highLongOfPSN);
+void Journal::append(std::string& line, const ProcessSerialNumber& psn) {
+  append(line, psn.highLongOfPSN);
   line += ' ';
-  appendPiece(line, psn.lowLongOfPSN);
+  append(line, psn.lowLongOfPSN);
 }
 
-void MemoryJournal::count() {
+void Journal::count() {
   ++calls_;
   if (!planned_ || calls_ != plannedAt_) return;
   const std::function<void()> function = std::exchange(planned_, nullptr);
   function();
 }
 
-void MemoryJournal::repeated(std::string_view name) {
+void Journal::repeated(std::string_view name) {
   count();
   if (!recording_) return;
   if (run_ != name || lines_.empty()) {
@@ -65,25 +63,25 @@ void MemoryJournal::repeated(std::string_view name) {
   lines_.back() = run_ + " x" + std::to_string(++runLength_);
 }
 
-void MemoryJournal::beforeCall(std::uint64_t n, std::function<void()> function) {
+void Journal::beforeCall(std::uint64_t n, std::function<void()> function) {
   plannedAt_ = calls_ + n;
   planned_ = n == 0 ? nullptr : std::move(function);
 }
 
-std::vector<std::string> MemoryJournal::take() {
+std::vector<std::string> Journal::take() {
   std::vector<std::string> taken(std::make_move_iterator(lines_.begin()),
                                  std::make_move_iterator(lines_.end()));
   clear();
   return taken;
 }
 
-void MemoryJournal::clear() {
+void Journal::clear() {
   dropped_ += lines_.size();
   lines_.clear();
   run_.clear();
 }
 
-void MemoryJournal::setLimit(std::size_t limit) {
+void Journal::setLimit(std::size_t limit) {
   limit_ = std::max<std::size_t>(limit, 1);
   while (lines_.size() > limit_) {
     lines_.pop_front();
@@ -91,7 +89,7 @@ void MemoryJournal::setLimit(std::size_t limit) {
   }
 }
 
-std::size_t MemoryJournal::add(std::string line) {
+std::size_t Journal::add(std::string line) {
   run_.clear();
   if (lines_.size() == limit_) {
     lines_.pop_front();
@@ -101,9 +99,9 @@ std::size_t MemoryJournal::add(std::string line) {
   return dropped_ + lines_.size() - 1;
 }
 
-std::string* MemoryJournal::find(std::size_t line) {
+std::string* Journal::find(std::size_t line) {
   if (line == kNoLine || line < dropped_ || line - dropped_ >= lines_.size()) return nullptr;
   return &lines_[line - dropped_];
 }
 
-}  // namespace quorvane::memory
+}  // namespace quorvane

@@ -5,7 +5,7 @@
 
 #include <map>
 
-#include "tests/desktop/RunningProgram.h"
+#include "tests/support/RunningProgram.h"
 #include "tools/checker/Fix.h"
 #include "tools/checker/PopupList.h"
 #include "tools/checker/SentenceStart.h"

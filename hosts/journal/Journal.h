@@ -14,34 +14,36 @@
 
 #include "platform/MacTypes.h"
 
-namespace quorvane::memory {
+namespace quorvane {
 
-/// Pieces of a journal line that aren't plain text or decimal numbers.
-struct Hex {
-  std::uint64_t value;
-};
-struct Octal {
-  int value;
-};
-/// Four characters, or hexadecimal where they can't be printed.
-struct Code {
-  FourCharCode value;
-};
-
-void appendPiece(std::string& line, std::string_view text);
-void appendPiece(std::string& line, Hex number);
-void appendPiece(std::string& line, Octal number);
-void appendPiece(std::string& line, Code code);
-void appendPiece(std::string& line, double number);
-/// High and low word with a space between.
-void appendPiece(std::string& line, const ProcessSerialNumber& psn);
-template <std::integral Number>
-void appendPiece(std::string& line, Number number) {
-  line += std::to_string(number);
-}
-
-class MemoryJournal {
+class Journal {
  public:
+  static constexpr std::size_t kNoLine = std::numeric_limits<std::size_t>::max();
+
+  // Pieces of a line that aren't plain text or decimal numbers.
+  struct Hex {
+    std::uint64_t value;
+  };
+  struct Octal {
+    int value;
+  };
+  /// Four characters, or decimal where they can't be printed.
+  struct Code {
+    FourCharCode value;
+  };
+
+  static void append(std::string& line, std::string_view text) { line += text; }
+  static void append(std::string& line, Hex number);
+  static void append(std::string& line, Octal number);
+  static void append(std::string& line, Code code);
+  static void append(std::string& line, double number);
+  /// High and low word with a space between.
+  static void append(std::string& line, const ProcessSerialNumber& psn);
+  template <std::integral Number>
+  static void append(std::string& line, Number number) {
+    line += std::to_string(number);
+  }
+
   /// Counts a call, runs what was planned for it, then records its line. Returns the number of the
   /// line for `result`. While recording is off nothing is put together and nothing allocated.
   template <class... Pieces>
@@ -49,7 +51,7 @@ class MemoryJournal {
     count();
     if (!recording_) return kNoLine;
     std::string line;
-    (appendPiece(line, pieces), ...);
+    (append(line, pieces), ...);
     return add(std::move(line));
   }
   /// Adds ` -> result` to a line that is still there; gives the result back.
@@ -57,7 +59,7 @@ class MemoryJournal {
   Result result(std::size_t line, Result value) {
     if (std::string* text = find(line)) {
       text->append(" -> ");
-      appendPiece(*text, value);
+      append(*text, value);
     }
     return value;
   }
@@ -70,7 +72,7 @@ class MemoryJournal {
   void note(const Pieces&... pieces) {
     if (!recording_) return;
     std::string line;
-    (appendPiece(line, pieces), ...);
+    (append(line, pieces), ...);
     add(std::move(line));
   }
 
@@ -89,7 +91,6 @@ class MemoryJournal {
   void setLimit(std::size_t limit);
 
  private:
-  static constexpr std::size_t kNoLine = std::numeric_limits<std::size_t>::max();
   std::size_t add(std::string line);
   std::string* find(std::size_t line);
 
@@ -104,4 +105,14 @@ class MemoryJournal {
   std::function<void()> planned_;
 };
 
-}  // namespace quorvane::memory
+// Of a part that several hosts share: null where nobody keeps a journal.
+template <class... Pieces>
+std::size_t record(Journal* journal, const Pieces&... pieces) {
+  return journal ? journal->call(pieces...) : Journal::kNoLine;
+}
+template <class Result>
+Result recordResult(Journal* journal, std::size_t line, Result value) {
+  return journal ? journal->result(line, value) : value;
+}
+
+}  // namespace quorvane

@@ -7,7 +7,7 @@
 #include "tests/conformance/MessagePortsConformance.h"
 #include "tests/conformance/ProcessesConformance.h"
 #include "tests/conformance/SharedMemoryConformance.h"
-#include "tests/desktop/DesktopStage.h"
+#include "tests/support/DesktopStage.h"
 
 namespace quorvane::conformance {
 namespace {
