@@ -145,6 +145,26 @@ TEST(DesktopRunLoop, ATimerRepeatsUntilItsOwnerGoes) {
   EXPECT_EQ(calls, 13);
 }
 
+TEST(DesktopRunLoop, WhatIsAlwaysReadyHoldsNeitherTimersNorOthers) {
+  tests::DesktopStage stage;
+  RunLoop& loop = stage.host().runLoop();
+  const Pipe pipe = openPipe();
+  ASSERT_EQ(write(pipe.writer.get(), "x", 1), 1);
+  std::array<int, 3> calls{};
+  const auto watchReady = [&](const Descriptor& descriptor, std::size_t i) {
+    return loop.watch(descriptor.get(), i == 1 ? G_IO_OUT : G_IO_IN,
+                      [&calls, i](GIOCondition) { ++calls[i]; });
+  };
+  const Descriptor file(
+      open("/dev/null", O_RDONLY | O_CLOEXEC));  // a set of descriptors refuses it
+  const auto reader = watchReady(pipe.reader, 0);
+  const auto writer = watchReady(pipe.writer, 1);
+  const auto third = watchReady(file, 2);
+  const auto timer = loop.addTimer(0.02, 0, [&] { loop.quit(); });
+  loop.run();
+  for (const int count : calls) EXPECT_GT(count, 2);
+}
+
 TEST(DesktopRunLoop, WhatIsDelayedRunsOnceAlsoWhereItThrows) {
   tests::DesktopStage stage;
   RunLoop& loop = stage.host().runLoop();

@@ -50,7 +50,9 @@ TEST_F(RealData, CommonWordsStandFirst) {
       {"rec", "received record recent records recently receive recognize recognized recorded"},
       {"beau", "beautiful beauty beautifully beauties beau beaucoup beaumont beaux beauteous"},
       {"do", "do down does doing done door doctor dog"},
-      {"s", "so she see some should said"}};
+      {"s", "so she see some should said"},
+      {"jan", "january jane janet"},
+      {"wed", "wedding wednesday"}};
   for (const auto& [prefix, words] : tops)
     EXPECT_EQ(top(prefix, static_cast<std::size_t>(std::ranges::count(words, ' ')) + 1), words);
 }
@@ -63,7 +65,7 @@ TEST_F(RealData, HasWordsAndNoMisspellings) {
       227800);
   std::istringstream present(
       "the because receive accommodate beautiful went tv cafe colour "
-      "smartphone organise monday london");
+      "smartphone organise monday london uk usa pc cd hiv");
   std::istringstream absent(
       "thier recieve teh definately alot occured seperate accomodate untill "
       "beleive");
@@ -72,6 +74,12 @@ TEST_F(RealData, HasWordsAndNoMisspellings) {
   for (std::string word; absent >> word;) EXPECT_NE(table[word].error(), simdjson::SUCCESS) << word;
   EXPECT_EQ(ipa("accommodate"), "əˈkɑːməˌdeɪt");
   EXPECT_EQ(ipa("dr"), "ˈdɑːktər");
+  // Our own, where the first sense of the source is an odd one.
+  for (const auto& [word, gloss] :
+       std::map<std::string_view, std::string_view>{{"now", "adv. at this moment"},
+                                                    {"just", "adv. only"},
+                                                    {"paris", "the capital of France"}})
+    EXPECT_EQ(std::string_view(table[word]["translation"].at(0)), gloss);
 }
 
 }  // namespace
