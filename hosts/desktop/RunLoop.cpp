@@ -68,10 +68,6 @@ std::function<bool(GIOCondition)> alwaysAgain(std::function<void(GIOCondition)> 
   };
 }
 
-struct LoopRelease {
-  void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
-};
-
 RunLoop::Milliseconds millisecondsOf(double seconds) {
   constexpr double kLongest = 60.0 * 60 * 24;
   const auto milliseconds = std::ceil(std::clamp(seconds, 0.0, kLongest) * 1000);
@@ -88,10 +84,15 @@ int millisecondsUntil(RunLoop::Deadline deadline) {
 }  // namespace
 
 RunLoop::RunLoop(quorvane::LogSink& log, GMainContext* context)
-    : log_(log), context_(g_main_context_ref(context)), polled_(16) {}
+    : log_(log), context_(g_main_context_ref(context)), polled_(16) {
+  descriptorsWatch_ = watchByGLib(descriptors_->descriptor(), G_IO_IN, [this](GIOCondition) {
+    handleDescriptor(&DescriptorSet::handleOne);
+  });
+}
 
 RunLoop::~RunLoop() {
   removeAllSources();
+  descriptorsWatch_.reset();
   g_main_context_unref(context_);
 }
 
@@ -139,6 +140,13 @@ std::unique_ptr<Registration> RunLoop::addTimer(Milliseconds interval, std::func
 
 std::unique_ptr<Registration> RunLoop::watch(int descriptor, GIOCondition condition,
                                              std::function<void(GIOCondition)> handler) {
+  auto watch = descriptors_->add(descriptor, condition, handler);
+  return watch != nullptr ? std::move(watch)
+                          : watchByGLib(descriptor, condition, std::move(handler));
+}
+
+std::unique_ptr<Registration> RunLoop::watchByGLib(int descriptor, GIOCondition condition,
+                                                   std::function<void(GIOCondition)> handler) {
   GSource* source = g_unix_fd_source_new(descriptor, condition);
   g_source_set_can_recurse(source, TRUE);
   auto function = reinterpret_cast<void (*)()>(descriptorReady);
@@ -153,14 +161,29 @@ std::unique_ptr<Registration> RunLoop::onSignal(int number, std::function<void()
 }
 
 void RunLoop::run() {
-  const std::unique_ptr<GMainLoop, LoopRelease> loop(g_main_loop_new(context_, FALSE));
-  running_.push_back(loop.get());
-  g_main_loop_run(loop.get());
+  bool over = false;
+  running_.push_back(&over);
+  while (!over) {
+    handled_ = false;
+    g_main_context_iteration(context_, TRUE);
+    while (!over && handled_) handleDescriptor(&DescriptorSet::handleOneSoon);
+  }
   running_.pop_back();
 }
 
 void RunLoop::quit() {
-  if (!running_.empty()) g_main_loop_quit(running_.back());
+  if (!running_.empty()) *running_.back() = true;
+}
+
+void RunLoop::handleDescriptor(bool (DescriptorSet::*handleOne)()) {
+  handled_ = true;
+  try {
+    handled_ = (*descriptors_.*handleOne)();
+  } catch (const std::exception& failure) {
+    logFailure(log_, failure.what());
+  } catch (...) {
+    logFailure(log_, "unknown");
+  }
 }
 
 void RunLoop::runFor(Milliseconds duration) {
@@ -191,10 +214,7 @@ RunLoop::Turn RunLoop::turn(Deadline deadline, int descriptor) {
   poll(reinterpret_cast<pollfd*>(polled_.data()), sources.size() + 1, wait);
   const bool readable = polled_.front().revents != 0;
   bool ready = timeout == 0;
-  for (GPollFD& source : sources) {
-    if (source.fd == descriptor) source.revents = 0;
-    ready = ready || source.revents != 0;
-  }
+  for (const GPollFD& source : sources) ready = ready || source.revents != 0;
   if (readable && !ready) return {false, true, left <= 0};
   const bool handled = g_main_context_check(context_, priority, sources.data(),
                                             static_cast<int>(sources.size())) != 0;

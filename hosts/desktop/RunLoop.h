@@ -11,6 +11,7 @@
 #include <span>
 #include <vector>
 
+#include "hosts/desktop/DescriptorSet.h"
 #include "platform/LogSink.h"
 #include "platform/RunLoop.h"
 
@@ -70,7 +71,9 @@ class RunLoop final : public quorvane::RunLoop {
   /// a peer sends elsewhere and then here is met in this order. A watch of `descriptor` rests.
   template <class Condition>
   bool runUntilReadable(int descriptor, Condition isOver, Deadline deadline) {
+    if (!isOver() && descriptors_->isAloneReadySoon(descriptor)) return true;
     const Ownership ownership(context_);
+    const auto rest = descriptors_->rest(descriptor);
     for (int behind = 0; !isOver();) {
       const Turn turn = this->turn(deadline, descriptor);
       if (turn.readable && (!turn.handled || turn.late || ++behind == kMostTurns)) return true;
@@ -109,14 +112,22 @@ class RunLoop final : public quorvane::RunLoop {
   /// A source that is always ready holds nobody longer.
   static constexpr int kMostTurns = 10'000;
 
+  /// GLib's cycle costs more than a message: what comes soon after another is met without it, while
+  /// timers, signals and other threads wait.
+  void handleDescriptor(bool (DescriptorSet::*handleOne)());
   /// Waits for something to handle, and handles it.
   Turn turn(Deadline deadline, int descriptor = kNoDescriptor);
   std::span<GPollFD> queryDescriptors(int priority, int& timeout);
+  std::unique_ptr<Registration> watchByGLib(int descriptor, GIOCondition condition,
+                                            std::function<void(GIOCondition)> handler);
 
   quorvane::LogSink& log_;
   GMainContext* context_;
   Current current_;
-  std::vector<GMainLoop*> running_;
+  std::shared_ptr<DescriptorSet> descriptors_ = std::make_shared<DescriptorSet>();
+  std::unique_ptr<Registration> descriptorsWatch_;
+  std::vector<bool*> running_;   ///< innermost last: is it over?
+  bool handled_ = false;         ///< a descriptor, just now
   std::vector<GPollFD> polled_;  ///< first the one that is asked for, then GLib's own
   std::vector<std::shared_ptr<CFRunLoopSource>> sources_;
   std::list<std::unique_ptr<Registration>> delayed_;
