@@ -1,18 +1,5 @@
 #include "fuzz/Target.h"
 
-#include <cstdio>
-#include <cstdlib>
-
-namespace quorvane::fuzz {
-
-void require(bool holds, std::string_view law) {
-  if (holds) return;
-  std::fprintf(stderr, "law broken: %.*s\n", static_cast<int>(law.size()), law.data());
-  std::abort();
-}
-
-}  // namespace quorvane::fuzz
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   quorvane::fuzz::run({data, size});
   return 0;

@@ -2,10 +2,10 @@
 // any id and payload, before and after it has met a client.
 
 #include "fuzz/Target.h"
-#include "fuzz/World.h"
 #include "hosts/desktop/MessageFraming.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/QBIMMessageReceive.h"
+#include "tests/support/World.h"
 
 namespace quorvane::fuzz {
 namespace {

@@ -2,10 +2,10 @@
 // session that is being typed into; and the main application's reader on the same bytes.
 
 #include "fuzz/Target.h"
-#include "fuzz/World.h"
 #include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_Sessions.h"
+#include "tests/support/World.h"
 #include "tools/checker/TextRecord.h"
 
 namespace quorvane::fuzz {

@@ -2,13 +2,13 @@
 // application, other processes and the system do anything at any moment.
 
 #include "fuzz/Target.h"
-#include "fuzz/World.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/session/QBIM_IMK_CharFix.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
+#include "tests/support/World.h"
 
 namespace quorvane::fuzz {
 namespace {

@@ -10,12 +10,12 @@
 
 #include "apps/desk/CheckerWindow.h"
 #include "platform/UserDefaults.h"
+#include "src/base/VirtualKeys.h"
 #include "src/completion/AnnotationWinController.h"
 
 namespace quorvane::desk {
 namespace {
 
-constexpr std::uint16_t kShiftKey = 56;
 constexpr std::string_view kShowTranslation = "showTranslation";
 
 /// None where no log was asked for: what is written then is lost.
@@ -111,7 +111,7 @@ void DeskSession::obey(const DeskKey& key) {
 
 void DeskSession::tapShift() {
   for (const std::uint32_t flags : {NSEventModifierFlagShift, std::uint32_t{0}}) {
-    system_.textApplication().deliver({NSEventType::FlagsChanged, flags, kShiftKey, {}, nullptr});
+    system_.textApplication().deliver({NSEventType::FlagsChanged, flags, kVK_Shift, {}, nullptr});
   }
 }
 

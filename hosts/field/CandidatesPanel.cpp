@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "src/base/VirtualKeys.h"
+
 namespace quorvane::field {
 namespace {
-
-constexpr std::uint16_t kLeftArrow = 123, kRightArrow = 124, kDownArrow = 125, kUpArrow = 126;
 
 double widthOf(const std::u16string& candidate) {
   return static_cast<double>(candidate.size() + CandidatesPanel::kPadding) *
@@ -107,9 +107,9 @@ bool CandidatesPanel::takeKey(const NSEvent& event) {
   const bool plainKey =
       event.type == NSEventType::KeyDown && (event.modifierFlags & kModifiers) == 0;
   if (!visible_ || !plainKey) return false;
-  if (event.keyCode == (isColumn() ? kDownArrow : kRightArrow)) {
+  if (event.keyCode == (isColumn() ? kVK_DownArrow : kVK_RightArrow)) {
     stepForward();
-  } else if (event.keyCode == (isColumn() ? kUpArrow : kLeftArrow)) {
+  } else if (event.keyCode == (isColumn() ? kVK_UpArrow : kVK_LeftArrow)) {
     stepBack();
   } else {
     return false;

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "hosts/keyboard/SpecialKeys.h"
+#include "src/base/Modifiers.h"
 
 namespace quorvane::field {
 namespace {
@@ -70,7 +70,7 @@ void EventQueue::CGEventPost(std::uint32_t /*tap*/, const CGEvent* event) { push
 void EventQueue::push(const CGEvent* event) {
   if (event == nullptr) return;
   if (event->type != CGEventType::KeyDown && event->type != CGEventType::KeyUp) return;
-  if (const std::uint32_t modifier = keyboard::modifierFlagOf(event->virtualKey); modifier != 0) {
+  if (const std::uint32_t modifier = modifierFlagOf(event->virtualKey); modifier != 0) {
     return events_.push_back(modifierChange(*event, modifier));
   }
   const auto flags = static_cast<std::uint32_t>(event->flags);

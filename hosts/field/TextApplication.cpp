@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "hosts/keyboard/SpecialKeys.h"
+#include "src/base/Modifiers.h"
 
 namespace quorvane::field {
 namespace {
@@ -141,7 +141,7 @@ void TextApplication::deliverPosted() {
 Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool posted) {
   Document* const document = focused_;
   if (!document) return Outcome::PassedOn;
-  modifiers_ = keyboard::classicModifiers(event.modifierFlags);
+  modifiers_ = classicModifiers(event.modifierFlags);
   if (!posted) noteHeldKey(event);
   Progress progress(*this);
   const Outcome outcome = offer(event, how, clientOf(*document));
@@ -153,7 +153,7 @@ Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool 
 }
 
 void TextApplication::noteHeldKey(const NSEvent& event) {
-  const std::uint32_t modifier = keyboard::modifierFlagOf(event.keyCode);
+  const std::uint32_t modifier = modifierFlagOf(event.keyCode);
   const bool down = event.type == NSEventType::FlagsChanged ? (event.modifierFlags & modifier) != 0
                                                             : event.type == NSEventType::KeyDown;
   const std::size_t byte = event.keyCode >> 3;
@@ -183,7 +183,7 @@ CarbonEvent TextApplication::carbonEvent(const NSEvent& event, const Delivery& h
   CarbonEvent carbon;
   carbon.kind = carbonKind(event, how);
   carbon.time = how.time ? *how.time : clock_.GetCurrentEventTime();
-  carbon.kmod = keyboard::classicModifiers(event.modifierFlags);
+  carbon.kmod = classicModifiers(event.modifierFlags);
   if (isMouse(event.type)) {
     carbon.eventClass = kEventClassMouse;
     carbon.mloc = HIPoint{};

@@ -4,23 +4,10 @@
 
 #include "hosts/keyboard/SpecialKeys.h"
 #include "hosts/keyboard/Translate.h"
+#include "src/base/Modifiers.h"
 
 namespace quorvane::keyboard {
 namespace {
-
-struct ModifierBits {
-  std::uint32_t flag;
-  std::uint32_t classic;
-};
-
-constexpr std::array<ModifierBits, 6> kModifiers{{
-    {NSEventModifierFlagCommand, cmdKey},
-    {NSEventModifierFlagShift, shiftKey},
-    {NSEventModifierFlagCapsLock, alphaLock},
-    {NSEventModifierFlagOption, optionKey},
-    {NSEventModifierFlagControl, controlKey},
-    {NSEventModifierFlagFunction, kEventKeyModifierFnMask},
-}};
 
 std::uint32_t modifierKeyState(std::uint32_t modifierFlags) {
   return (classicModifiers(modifierFlags) >> 8) & 0xFF;
@@ -80,14 +67,6 @@ void Keyboard::readLayout() {
       if (character) keys_.emplace(*character, Key{keyCode, shift, option, false});
     }
   }
-}
-
-std::uint32_t classicModifiers(std::uint32_t modifierFlags) {
-  std::uint32_t mask = 0;
-  for (const ModifierBits& modifier : kModifiers) {
-    if (modifierFlags & modifier.flag) mask |= modifier.classic;
-  }
-  return mask;
 }
 
 }  // namespace quorvane::keyboard

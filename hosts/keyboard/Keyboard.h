@@ -39,7 +39,4 @@ class Keyboard {
   std::map<char32_t, Key> keys_;
 };
 
-/// NSEvent modifier flags as the classic event modifier bits of 'kmod'.
-std::uint32_t classicModifiers(std::uint32_t modifierFlags);
-
 }  // namespace quorvane::keyboard

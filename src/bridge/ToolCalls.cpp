@@ -26,12 +26,10 @@ std::uint64_t Tick_Count(Process& process) {
 void Set_AEToolEventSelectStruct(Process& process, AEToolEventSelectStruct* record,
                                  std::uint32_t cmd) {
   if (record != nullptr) return describe(process, *record, cmd);
-  AEToolEventSelectStruct* shared = GetAEToolEventSelectRecordPtr(process);
+  const LastCommandRecord shared(process);
   Log(process, "***** Shared AEToolEventSelectStruct");
   // Without a record the command goes on without its description.
-  if (shared == nullptr) return;
-  describe(process, *shared, cmd);
-  CloseAEToolEventSelectRecordPtr(process, shared);
+  if (shared) describe(process, *shared.address(), cmd);
 }
 
 std::int32_t CallQuorvaneToolCommand(Process& process, std::uint32_t cmd, bool update) {

@@ -17,8 +17,6 @@
 
 namespace quorvane {
 
-inline constexpr std::uint32_t kSentenceScanBit = 16;
-
 /// Sixtieths of a second.
 std::uint64_t Tick_Count(Process& process);
 /// What Tick_Count makes of a clock that counts nanoseconds.

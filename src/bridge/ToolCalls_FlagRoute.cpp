@@ -10,24 +10,6 @@
 namespace quorvane {
 namespace {
 
-struct CommandBit {
-  std::uint32_t cmd;
-  std::uint32_t bit;
-};
-constexpr std::array<CommandBit, 23> kCommandBits{
-    {{2, 22},     {6, 23},     {7, 24},     {17, 4},     {35, 31},    {100, 2},
-     {104, 0},    {121, 29},   {16383, 3},  {16390, 20}, {17100, 13}, {17101, 14},
-     {17102, 15}, {17110, 16}, {17111, 17}, {17140, 5},  {17141, 6},  {17142, 7},
-     {17145, 9},  {17146, 10}, {17147, 11}, {17149, 12}, {65534, 19}}};
-constexpr std::array<CommandBit, 3> kWaitingCommandBits{
-    {{87, kSentenceScanBit}, {108, 17}, {16390, 19}}};
-
-constexpr std::uint32_t kCloseWindow = 104;
-constexpr std::uint32_t kShowHideWindow = 100;
-constexpr std::uint32_t kDictionarySettings = 16383;
-constexpr std::uint32_t kSentenceScan = 87;
-constexpr CommandBit kWritingStyleList{8, 28};
-
 constexpr std::uint32_t kWaitingBusyBit = 1;
 
 // A wait spins: the clock is read once in so many rounds, the awaited bit tested in every other
@@ -95,11 +77,12 @@ void waitForRequest(Process& process, const ToolRec& record, std::uint32_t bit) 
 }
 
 std::optional<MenuBuffer> copyMenuBuffer(Process& process) {
-  const std::uint8_t* record = GetAEToolMenuSelectRecordPtr(process);
-  if (record == nullptr) return std::nullopt;
+  const MenuBufferRecord record(process);
+  if (!record) return std::nullopt;
   MenuBuffer copy;
-  std::memcpy(copy.data(), record, copy.size());
-  const bool hasData = std::any_of(copy.begin(), copy.begin() + 4, [](auto b) { return b != 0; });
+  std::memcpy(copy.data(), record.address(), copy.size());
+  const auto* count = copy.begin() + kMenuCountOffset;
+  const bool hasData = std::any_of(count, count + 4, [](auto b) { return b != 0; });
   return hasData ? std::optional(copy) : std::nullopt;
 }
 
@@ -112,7 +95,7 @@ void Do_BIM_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cm
 }
 
 void Do_Check_ToolCRecPtr_USEFLAGS2(Process& process, std::uint32_t bit, std::uint32_t cmd) {
-  if (cmd == kShowHideWindow || cmd == kCloseWindow) WakeUpQuorvaneProcess(process);
+  if (cmd == kShowHideWindowCommand || cmd == kCloseWindowCommand) WakeUpQuorvaneProcess(process);
   Set_AEToolEventSelectStruct(process, nullptr, cmd);
   const ToolRec record(process);
   if (!record) {
@@ -128,19 +111,19 @@ void Do_Check_ToolCRecPtr_USEFLAGS2(Process& process, std::uint32_t bit, std::ui
 }
 
 void Do_BIMCancelWindowSession(Process& process) {
-  do_CallDirectQorvToolCommandAppEvent(process, 0, kCloseWindow);
+  do_CallDirectQorvToolCommandAppEvent(process, 0, kCloseWindowCommand);
 }
 
 void Do_BIMCancelPopupWindowSession(Process& process) {
-  do_CallDirectQorvToolCommandAppEvent(process, 1, kCloseWindow);
+  do_CallDirectQorvToolCommandAppEvent(process, 1, kCloseWindowCommand);
 }
 
 void Do_BIMShowHideWindowSession(Process& process) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kShowHideWindow);
+  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kShowHideWindowCommand);
 }
 
 void Do_UpdateDictionarySettings(Process& process) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kDictionarySettings);
+  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kDictionarySettingsCommand);
 }
 
 std::int32_t Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(Process& process, std::uint32_t cmd) {
@@ -173,7 +156,7 @@ bool Do_checktypingSentScan(Process& process) {
   const FieldBit asked(record, ToolCRecPtr_ScanFlags, kSentenceScanBit);
   const FieldBit busy(record, ToolCRecPtr_unusedx2, kSentenceScanBit);
   WakeUpQuorvaneProcess(process);
-  Set_AEToolEventSelectStruct(process, nullptr, kSentenceScan);
+  Set_AEToolEventSelectStruct(process, nullptr, kScanSentenceCommand);
   const std::uint64_t start = Tick_Count(process);
   const bool answered =
       spinUntilClear(process, record, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start);
@@ -183,9 +166,8 @@ bool Do_checktypingSentScan(Process& process) {
 
 std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Process& process, std::uint32_t /*ignored*/) {
   Log(process, "do_New_Get_Qorv_Menu_Handle");
-  do_CallDirectQorvToolCommandAppEventWait(process, kWritingStyleList.bit, kWritingStyleList.cmd);
+  do_CallDirectQorvToolCommandAppEventWait(process, kWritingStylesBit.bit, kWritingStylesBit.cmd);
   auto buffer = copyMenuBuffer(process);
-  CloseAEToolMenuSelectRecordPtr(process, nullptr);
   Log(process, "do_New_Get_Qorv_Menu_Handle DONE");
   return buffer;
 }

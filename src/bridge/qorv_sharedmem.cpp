@@ -11,23 +11,12 @@ namespace {
 
 constexpr int kPermissions = 0666;
 
-struct Segment {
-  std::uint32_t key;
-  std::size_t size;
-};
-constexpr std::array<Segment, 5> kSegments{{{kToolCRecKey, 376},
-                                            {kInteractiveTextKey, 384},
-                                            {kToolEventKey, 408},
-                                            {kMenuBufferKey, 384},
-                                            {kSpellRecordKey, 708}}};
-
 constexpr int kNoSuchSegment = 2;      // ENOENT
 constexpr int kPermissionDenied = 13;  // EACCES
 
 std::size_t sizeOf(std::uint32_t key) {
-  const auto* found = std::find_if(kSegments.begin(), kSegments.end(),
-                                   [&](const Segment& segment) { return segment.key == key; });
-  return found == kSegments.end() ? 0 : found->size;
+  const auto* found = std::ranges::find(kSharedSegments, key, &SharedSegment::key);
+  return found == kSharedSegments.end() ? 0 : found->size;
 }
 
 // The block where it holds `size` bytes, else null. A block that is too small is detached again.
@@ -118,16 +107,12 @@ std::uint8_t* Get_OPENGlobalToolCRecPtr(Process& process) {
   return process.state<SharedMemoryState>().OPENGlobalToolCRecPtr;
 }
 
-InteractiveTextRecord::InteractiveTextRecord(Process& process)
-    : process_(process), address_(attach(process, kInteractiveTextKey, kInteractiveTextSize)) {}
-
-InteractiveTextRecord::~InteractiveTextRecord() {
-  if (address_ != nullptr) process_.platform().sharedMemory.shmdt(address_);
+std::uint8_t* GetInteractiveTextRecordPtr(Process& process) {
+  return attach(process, kInteractiveTextKey, kInteractiveTextSize);
 }
 
-std::span<std::uint8_t> InteractiveTextRecord::bytes() const {
-  if (address_ == nullptr) return {};
-  return {address_, kInteractiveTextSize};
+void CloseInteractiveTextRecordPtr(Process& process, const void* address) {
+  process.platform().sharedMemory.shmdt(address);
 }
 
 AEToolEventSelectStruct* GetAEToolEventSelectRecordPtr(Process& process) {

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <span>
+#include <utility>
 
 #include "src/base/Process.h"
 #include "src/bridge/SharedLayout.h"
@@ -52,51 +53,9 @@ enum class FieldGroup : std::size_t {
   InteractiveScan = kInteractiveScanOffset,
 };
 
-/// GetToolCRecPtr and CloseToolRecPtr as a scope, and the only way to the words of the record.
-///
-/// Without an attachment, or with an index outside the record, an accessor touches nothing and
-/// gives 0: so also where a command to a window has detached the record meanwhile. `put`, `setBit`
-/// and `clearBit` give the word as it lies in the record, big-endian. Bits count from 0; setting
-/// and clearing one is a read and a write, not atomic.
-class ToolRec {
- public:
-  explicit ToolRec(Process& process) : process_(process), address_(GetToolCRecPtr(process)) {}
-  ~ToolRec() { CloseToolRecPtr(process_, address_); }
-  ToolRec(const ToolRec&) = delete;
-  ToolRec& operator=(const ToolRec&) = delete;
-
-  explicit operator bool() const { return address_ != nullptr; }
-
-  std::uint32_t get(std::uint32_t i, FieldGroup group = FieldGroup::Fields) const;
-  std::uint32_t put(std::uint32_t i, std::uint32_t value,
-                    FieldGroup group = FieldGroup::Fields) const;
-  std::uint32_t setBit(std::uint32_t i, std::uint32_t bit,
-                       FieldGroup group = FieldGroup::Fields) const;
-  std::uint32_t clearBit(std::uint32_t i, std::uint32_t bit,
-                         FieldGroup group = FieldGroup::Fields) const;
-
- private:
-  Process& process_;
-  std::uint8_t* address_;
-};
-
-/// The interactive text record, attached for one use.
-class InteractiveTextRecord {
- public:
-  explicit InteractiveTextRecord(Process& process);
-  ~InteractiveTextRecord();
-  InteractiveTextRecord(const InteractiveTextRecord&) = delete;
-  InteractiveTextRecord& operator=(const InteractiveTextRecord&) = delete;
-
-  explicit operator bool() const { return address_ != nullptr; }
-  /// The kInteractiveTextSize bytes of the record. The other process may be writing them.
-  [[nodiscard]] std::span<std::uint8_t> bytes() const;
-
- private:
-  Process& process_;
-  std::uint8_t* address_;
-};
-
+/// The interactive text record, or null. What can't hold a whole record is none.
+std::uint8_t* GetInteractiveTextRecordPtr(Process& process);
+void CloseInteractiveTextRecordPtr(Process& process, const void* address);
 /// Segment 896 for one use; null where there is none.
 AEToolEventSelectStruct* GetAEToolEventSelectRecordPtr(Process& process);
 AEToolEventSelectStruct* Get_ToolCRecPtAEToolEventRecordPtr(Process& process);
@@ -105,6 +64,66 @@ void CloseAEToolEventSelectRecordPtr(Process& process, const void* ignored);
 /// Segment 897, kMenuBufferSize bytes, for one use; null where there is none.
 std::uint8_t* GetAEToolMenuSelectRecordPtr(Process& process);
 void CloseAEToolMenuSelectRecordPtr(Process& process, const void* ignored);
+
+/// A segment for as long as this lives: attached at the beginning, let go at the end. False where
+/// there is none that holds its record.
+template <auto Attach, auto Detach>
+class Attachment {
+ public:
+  using Record = decltype(Attach(std::declval<Process&>()));
+
+  explicit Attachment(Process& process) : process_(process), address_(Attach(process)) {}
+  ~Attachment() {
+    if (address_ != nullptr) Detach(process_, address_);
+  }
+  Attachment(const Attachment&) = delete;
+  Attachment& operator=(const Attachment&) = delete;
+
+  explicit operator bool() const { return address_ != nullptr; }
+  /// The other process may be writing there.
+  [[nodiscard]] Record address() const { return address_; }
+  [[nodiscard]] Process& process() const { return process_; }
+
+ private:
+  Process& process_;
+  Record address_;
+};
+
+using LastCommandRecord =
+    Attachment<GetAEToolEventSelectRecordPtr, CloseAEToolEventSelectRecordPtr>;
+using MenuBufferRecord = Attachment<GetAEToolMenuSelectRecordPtr, CloseAEToolMenuSelectRecordPtr>;
+
+class InteractiveTextRecord
+    : public Attachment<GetInteractiveTextRecordPtr, CloseInteractiveTextRecordPtr> {
+ public:
+  using Attachment::Attachment;
+  /// All kInteractiveTextSize of them.
+  [[nodiscard]] std::span<std::uint8_t> bytes() const {
+    if (!*this) return {};
+    return {address(), kInteractiveTextSize};
+  }
+};
+
+/// The tool record, which stays attached behind this: see above. The only way to its words.
+///
+/// Without an attachment, or with an index outside the record, an accessor touches nothing and
+/// gives 0: so also where a command to a window has detached the record meanwhile. `put`, `setBit`
+/// and `clearBit` give the word as it lies in the record, big-endian. Bits count from 0; setting
+/// and clearing one is a read and a write, not atomic.
+class ToolRec : public Attachment<GetToolCRecPtr, CloseToolRecPtr> {
+ public:
+  using Attachment::Attachment;
+
+  std::uint32_t get(std::uint32_t i, FieldGroup group = FieldGroup::Fields) const;
+  std::uint32_t put(std::uint32_t i, std::uint32_t value,
+                    FieldGroup group = FieldGroup::Fields) const;
+  std::uint32_t setBit(std::uint32_t i, std::uint32_t bit,
+                       FieldGroup group = FieldGroup::Fields) const;
+  std::uint32_t clearBit(std::uint32_t i, std::uint32_t bit,
+                         FieldGroup group = FieldGroup::Fields) const;
+  /// What is attached now; empty: nothing.
+  [[nodiscard]] std::span<std::uint8_t> bytes() const;
+};
 
 /// The creating attach: a cleared block, null, or the kShmFailed of a failing attach. The segment's
 /// id stays in `shmid[slot]`.

@@ -27,12 +27,12 @@ std::uint32_t maskOf(std::uint32_t bit) { return bit < 32 ? std::uint32_t{1} << 
 }  // namespace
 
 std::uint32_t ToolRec::get(std::uint32_t i, FieldGroup group) const {
-  const SharedWord* word = wordAt(process_, group, i);
+  const SharedWord* word = wordAt(process(), group, i);
   return word == nullptr ? 0 : swapped(*word);
 }
 
 std::uint32_t ToolRec::put(std::uint32_t i, std::uint32_t value, FieldGroup group) const {
-  SharedWord* word = wordAt(process_, group, i);
+  SharedWord* word = wordAt(process(), group, i);
   if (word == nullptr) return 0;
   const std::uint32_t stored = swapped(value);
   *word = stored;
@@ -45,6 +45,12 @@ std::uint32_t ToolRec::setBit(std::uint32_t i, std::uint32_t bit, FieldGroup gro
 
 std::uint32_t ToolRec::clearBit(std::uint32_t i, std::uint32_t bit, FieldGroup group) const {
   return put(i, get(i, group) & ~maskOf(bit), group);
+}
+
+std::span<std::uint8_t> ToolRec::bytes() const {
+  std::uint8_t* record = Get_OPENGlobalToolCRecPtr(process());
+  if (record == nullptr) return {};
+  return {record, kToolCRecSize};
 }
 
 std::uint32_t BTST_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i,

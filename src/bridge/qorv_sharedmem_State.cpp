@@ -20,8 +20,8 @@ bool isClient(const ProcessInfoRec& info) {
          info.processType == kApplicationType && info.processSignature != kQuorvaneSignature;
 }
 
-void publishClientName(Process& process, std::uint8_t* record) {
-  std::uint8_t* published = record + ToolCRecPtr_ClientName;
+void publishClientName(Process& process, std::span<std::uint8_t> record) {
+  std::uint8_t* published = record.subspan(ToolCRecPtr_ClientName).data();
   published[0] = 0;
   Str255 name{};
   ProcessInfoRec info;
@@ -110,7 +110,7 @@ std::int32_t Is_Quorvane_AppReady(Process& process) {
 
 void Wake_PHP_SharedMemProcess(Process& process) {
   const ToolRec record(process);
-  if (record && Get_OPENGlobalToolCRecPtr(process)[ToolCRecPtr_WakeFlag] != 0) {
+  if (record && record.bytes()[ToolCRecPtr_WakeFlag] != 0) {
     WakeUpQuorvaneProcess(process);
   }
 }
@@ -119,7 +119,7 @@ std::uint32_t CheckCurrentCheckStatus(Process& process, bool update) {
   const ToolRec record(process);
   if (!record) return 0;
   const std::uint32_t running = record.get(ToolCRecPtr_CheckRunning);
-  if (running == 0 && update) publishClientName(process, Get_OPENGlobalToolCRecPtr(process));
+  if (running == 0 && update) publishClientName(process, record.bytes());
   return running;
 }
 

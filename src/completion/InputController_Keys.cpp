@@ -4,22 +4,12 @@
 #include <limits>
 
 #include "src/base/Log.h"
+#include "src/base/VirtualKeys.h"
 #include "src/completion/InputController.h"
 #include "src/completion/LowByteCharacter.h"
 
 namespace quorvane {
 namespace {
-
-enum VirtualKey : std::uint16_t {
-  kReturn = 36,
-  kSpace = 49,
-  kDelete = 51,
-  kEscape = 53,
-  kLeftArrow = 123,
-  kRightArrow = 124,
-  kDownArrow = 125,
-  kUpArrow = 126,
-};
 
 enum class Text { None, Some, Any };
 
@@ -33,10 +23,10 @@ struct PanelMove {
   std::int64_t step;
 };
 constexpr std::array<PanelMove, 4> kPanelMoves{{
-    {IMKCandidatePanelType::SingleColumnScrolling, kDownArrow, &IMKCandidates::moveDown, 1},
-    {IMKCandidatePanelType::SingleColumnScrolling, kUpArrow, &IMKCandidates::moveUp, -1},
-    {IMKCandidatePanelType::SingleRowStepping, kRightArrow, &IMKCandidates::moveRight, 0},
-    {IMKCandidatePanelType::SingleRowStepping, kLeftArrow, &IMKCandidates::moveLeft, 0},
+    {IMKCandidatePanelType::SingleColumnScrolling, kVK_DownArrow, &IMKCandidates::moveDown, 1},
+    {IMKCandidatePanelType::SingleColumnScrolling, kVK_UpArrow, &IMKCandidates::moveUp, -1},
+    {IMKCandidatePanelType::SingleRowStepping, kVK_RightArrow, &IMKCandidates::moveRight, 0},
+    {IMKCandidatePanelType::SingleRowStepping, kVK_LeftArrow, &IMKCandidates::moveLeft, 0},
 }};
 
 bool isDigit(Process& process, const LowByteCharacter& character) {
@@ -69,18 +59,18 @@ struct InputController::KeyRow {
 };
 
 const std::array<InputController::KeyRow, 7> InputController::kKeyRows{{
-    {kDelete, Text::Some, &InputController::deleteLetter},
-    {kDelete, Text::None, &InputController::passOn},
-    {kReturn, Text::None, &InputController::passOn},
-    {kSpace, Text::None, &InputController::passOn},
-    {kReturn, Text::Some, &InputController::commitByReturn},
-    {kSpace, Text::Some, &InputController::commitBySpace},
-    {kEscape, Text::Any, &InputController::keepWord},
+    {kVK_Delete, Text::Some, &InputController::deleteLetter},
+    {kVK_Delete, Text::None, &InputController::passOn},
+    {kVK_Return, Text::None, &InputController::passOn},
+    {kVK_Space, Text::None, &InputController::passOn},
+    {kVK_Return, Text::Some, &InputController::commitByReturn},
+    {kVK_Space, Text::Some, &InputController::commitBySpace},
+    {kVK_Escape, Text::Any, &InputController::keepWord},
 }};
 
 bool InputController::onKeyEvent(const NSEvent& event, IMKTextInput* client) {
   const bool composing = !_originalBuffer.empty();
-  _keyText = event.keyCode == kEscape ? std::u16string{} : event.characters;
+  _keyText = event.keyCode == kVK_Escape ? std::u16string{} : event.characters;
   const bool consumed = useKey(event, client);
   _keyText.clear();
   if (composing && !consumed) losePlaceInSession();

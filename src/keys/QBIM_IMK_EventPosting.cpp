@@ -1,8 +1,7 @@
 #include "src/keys/QBIM_IMK_EventPosting.h"
 
-#include <array>
-
 #include "src/base/Log.h"
+#include "src/base/Modifiers.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/keys/AsciiToKeyCode.h"
@@ -11,21 +10,9 @@
 namespace quorvane {
 namespace {
 
-constexpr std::uint16_t kLeftCommand = 55;
-constexpr std::uint16_t kLeftShift = 56;
 constexpr std::uint16_t kAsciiEnd = 0x80;
 constexpr std::uint32_t kPauseAfterPost = 10;  // microseconds, as all waits here
 constexpr std::uint32_t kPauseAroundCommand = 100;
-
-struct FlagRow {
-  std::uint32_t modifier;
-  std::uint64_t flag;
-};
-constexpr std::array<FlagRow, 5> kFlags{{{alphaLock, 0x10000},
-                                         {shiftKey, 0x20000},
-                                         {controlKey, 0x40000},
-                                         {cmdKey, 0x100000},
-                                         {optionKey, 0x80000}}};
 
 /// Both switches hold for the whole process, so that each event turns them around itself.
 class LocalEventsInhibited {
@@ -56,8 +43,8 @@ void postKey(EventPosting& posting, const ProcessSerialNumber& psn, std::uint16_
 }
 
 void pressCommandInSession(EventPosting& posting) {
-  CGEventRef down = posting.CGEventCreateKeyboardEvent(nullptr, kLeftCommand, true);
-  CGEventRef up = posting.CGEventCreateKeyboardEvent(nullptr, kLeftCommand, false);
+  CGEventRef down = posting.CGEventCreateKeyboardEvent(nullptr, kVK_Command, true);
+  CGEventRef up = posting.CGEventCreateKeyboardEvent(nullptr, kVK_Command, false);
   posting.CGEventPost(kCGHIDEventTap, down.get());
   posting.CGEventPost(kCGHIDEventTap, up.get());
   down.reset();
@@ -66,13 +53,7 @@ void pressCommandInSession(EventPosting& posting) {
 
 }  // namespace
 
-std::uint64_t eventFlags(std::uint16_t modifierWord) {
-  std::uint64_t flags = 0;
-  for (const FlagRow& row : kFlags) {
-    if ((modifierWord & row.modifier) != 0) flags |= row.flag;
-  }
-  return flags;
-}
+std::uint64_t eventFlags(std::uint16_t modifierWord) { return flagsOfModifiers(modifierWord); }
 
 void setEventFlags(EventPosting& posting, CGEvent* event, std::uint16_t modifierWord) {
   const std::uint64_t flags = eventFlags(modifierWord);
@@ -173,7 +154,7 @@ void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Process& process, std::uint32_t /*c
   posting.CGEnableEventStateCombining(false);
   {
     const LocalEventsInhibited inhibited(posting);
-    HID_PressRelease_VirtualKey(process, kLeftCommand);
+    HID_PressRelease_VirtualKey(process, kVK_Command);
     pressCommandInSession(posting);
   }
   clock.usleep(kPauseAroundCommand);
@@ -186,7 +167,7 @@ std::int32_t IsKeyDown(Process& process, std::uint16_t keyCode) {
   return byte < keys.size() ? (keys[byte] >> (keyCode & 7)) & 1 : 0;
 }
 
-std::int32_t IsShiftKeyDown(Process& process) { return IsKeyDown(process, kLeftShift); }
+std::int32_t IsShiftKeyDown(Process& process) { return IsKeyDown(process, kVK_Shift); }
 
 void Post_MouseMovedEvent(Process& process) {
   EventPosting& posting = process.platform().eventPosting;

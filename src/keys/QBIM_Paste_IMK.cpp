@@ -16,8 +16,6 @@ constexpr std::uint16_t kPasteKey = 9;  // where V lies on a US keyboard
 constexpr std::uint16_t kPasteWord = cmdKey;
 constexpr std::uint16_t kSpecialPasteWord = cmdKey | shiftKey | optionKey;
 constexpr std::uint32_t kPauseAfterPost = 20;  // microseconds
-constexpr std::uint32_t kStatusSignature = 5;
-constexpr std::uint32_t kStatusProcessType = 6;
 
 // One of the chord's events. Unlike that of the event route it has no source and turns no switches.
 void Do_POST_CGEVENT(Process& process, CGEventSource* /*source*/, const ProcessSerialNumber& psn,
@@ -35,8 +33,8 @@ void Do_POST_CGEVENT(Process& process, CGEventSource* /*source*/, const ProcessS
 bool findSignature(Process& process, const ToolRec& record, FourCharCode signature,
                    ProcessSerialNumber& psn, ProcessInfoRec& info) {
   if (signature == 0) return false;
-  const ProcessEntry entry{record.get(kStatusProcessType, FieldGroup::QorvStatus), signature,
-                           process.state<PasteState>().ToolCRecPtr_QORVSTATUS_returnPid};
+  const ProcessEntry entry{record.get(QorvStatus_PasteProcessType, FieldGroup::QorvStatus),
+                           signature, process.state<PasteState>().ToolCRecPtr_QORVSTATUS_returnPid};
   return FINDAPPPROCESS(process, psn, info, {&entry, 1}) != 0;
 }
 
@@ -83,7 +81,7 @@ std::uint32_t GetEventProcessSerial(Process& process, ProcessSerialNumber& psn, 
     Log(process, "ERR GetProcessForPID ", status);
   }
   ProcessInfoRec info;
-  const FourCharCode named = record.get(kStatusSignature, FieldGroup::QorvStatus);
+  const FourCharCode named = record.get(QorvStatus_PasteSignature, FieldGroup::QorvStatus);
   if (findSignature(process, record, named, found, info) ||
       findSignature(process, record, GetCurrentFrontApplication(record), found, info)) {
     psn = found;

@@ -1,19 +1,19 @@
 #include "src/keys/qorvHIDkeys.h"
 
-#include <array>
+#include "src/base/Modifiers.h"
 
 namespace quorvane {
 namespace {
 
-constexpr std::uint32_t kFirstModifierKey = 55;
-// Left command, left shift, caps lock, left option, left control.
-constexpr std::array<std::uint32_t, 5> kDeviceMasks{0x100000, 0x20000, 0x10000, 0x80000, 0x40000};
 constexpr std::uint32_t kEventVersion = 2;
 constexpr std::uint16_t kNoCharacterSet = 0xFFFF;
 
+// Of the left-hand keys only.
 std::uint32_t deviceMask(std::uint32_t keyCode) {
-  const std::uint32_t index = keyCode - kFirstModifierKey;
-  return index < kDeviceMasks.size() ? kDeviceMasks[index] : 0;
+  for (const Modifier& each : kModifierTable) {
+    if (each.key != 0 && each.key == keyCode) return each.flag;
+  }
+  return 0;
 }
 
 void postKey(Process& process, std::uint32_t connection, const NXKeyEventData& data, bool keyUp) {

@@ -14,12 +14,6 @@ namespace quorvane {
 
 namespace {
 
-constexpr std::uint32_t kRestoreClipboard = 16390;
-
-constexpr std::uint32_t kRestoreArmed = 1;
-
-constexpr std::uint32_t kRestoreDue = 2;
-
 // Backspace, left arrow and the clipboard's own letters.
 constexpr std::string_view kClipboardKeys =
     "\x08\x1c"
@@ -60,7 +54,7 @@ void putField(Process& process, std::uint32_t field, std::uint32_t value) {
 
 void orderRestore(Process& process, BIMSessionRec* session, bool textChanged) {
   putField(process, ToolCRecPtr_ClipState, 0);
-  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kRestoreClipboard);
+  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kRestoreClipboardCommand);
   if (!textChanged) return;
   putField(process, ToolCRecPtr_BufferChanged, 0);
   putField(process, ToolCRecPtr_ClipState, 0);

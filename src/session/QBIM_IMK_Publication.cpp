@@ -12,19 +12,13 @@
 namespace quorvane {
 namespace {
 
-// Entries of the INTERACTIVESCANPTR and QORVSTATUS groups.
-constexpr std::uint32_t kChangeCode = 4;
-constexpr std::uint32_t kSentenceStartEntry = 5;
-constexpr std::uint32_t kScanPosition = 7;
-constexpr std::uint32_t kAppFlagsCopy = 1;
-
 void publishMarks(Process& process, const ToolRec& record, const BIMSessionRec& session) {
   const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   record.put(ToolCRecPtr_SessionKind, session.documentTag);
-  record.put(kChangeCode, session.editState, FieldGroup::InteractiveScan);
-  record.put(kScanPosition, session.scanMark7, FieldGroup::InteractiveScan);
+  record.put(InteractiveScan_ChangeCode, session.editState, FieldGroup::InteractiveScan);
+  record.put(InteractiveScan_Position, session.scanMark7, FieldGroup::InteractiveScan);
   record.put(ToolCRecPtr_SessionMark, session.appMark30);
-  record.put(kAppFlagsCopy, flags, FieldGroup::QorvStatus);
+  record.put(QorvStatus_AppFlags, flags, FieldGroup::QorvStatus);
   record.put(ToolCRecPtr_AppFlagStatus, flags);
   record.put(ToolCRecPtr_SessionHandle, session.handle);
 }
@@ -104,13 +98,14 @@ bool takeChanges(Process& process, BIMSessionRec* session) {
     ToolRec record(process);
     if (!record) return false;
     if (record.get(ToolCRecPtr_ScanPositionValid) != 0) {
-      session->scanMark7 = record.get(kScanPosition, FieldGroup::InteractiveScan);
+      session->scanMark7 = record.get(InteractiveScan_Position, FieldGroup::InteractiveScan);
     }
     if ((session->sentenceFlags & kSentenceStart) == 0) {
-      session->sentenceFlags = record.get(kSentenceStartEntry, FieldGroup::InteractiveScan);
+      session->sentenceFlags =
+          record.get(InteractiveScan_SentenceStart, FieldGroup::InteractiveScan);
     }
     session->appMark32 = record.get(ToolCRecPtr_SuggestionState);
-    session->editState = record.get(kChangeCode, FieldGroup::InteractiveScan);
+    session->editState = record.get(InteractiveScan_ChangeCode, FieldGroup::InteractiveScan);
     session->appMark30 = record.get(ToolCRecPtr_SessionMark);
     textChanged = record.get(ToolCRecPtr_BufferChanged) != 0;
     if (textChanged) record.put(ToolCRecPtr_BufferChanged, 0);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "src/base/Process.h"
+#include "src/bridge/SharedLayout.h"
 
 namespace quorvane {
 
@@ -17,14 +18,6 @@ using SessionText = std::array<std::uint8_t, kSessionTextSize + 1>;
 /// Of each byte: it stands for a typed character beyond ASCII, as the first byte of its UTF-8 form,
 /// and isn't to be read as Mac OS Roman.
 using SessionMarks = std::array<bool, kSessionTextSize + 1>;
-
-/// What `editState` and entry 4 of the INTERACTIVESCANPTR group say.
-inline constexpr std::uint32_t kEditCursorMovedLeft = 1;  ///< set by OR
-inline constexpr std::uint32_t kEditOverflow = 2;
-inline constexpr std::uint32_t kEditCancelled = 3;
-
-/// `sentenceFlags`: the next letter begins a sentence.
-inline constexpr std::uint32_t kSentenceStart = 1;
 
 struct BIMSessionRec {
   BIMSessionRec* next = nullptr;

@@ -6,10 +6,6 @@
 
 namespace quorvane {
 
-inline constexpr std::uint32_t kSmartQuotes = 1;
-inline constexpr std::uint32_t kSmartDashes = 2;
-inline constexpr std::uint32_t kSentenceCapitals = 4;
-
 /// 1: the key is consumed, its replacement on the way. `keyByte` is rewritten where one applies.
 /// `event` isn't used.
 std::int32_t Check_SmartQuotes(Process& process, EventRef event, BIMSessionRec* session,

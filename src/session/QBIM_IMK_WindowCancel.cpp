@@ -9,9 +9,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::uint32_t kCloseDocumentWindow = 104;
-constexpr std::uint32_t kClosePopup = 105;
-
 std::uint32_t openWindow(Process& process) {
   const ToolRec record(process);
   return record.get(ToolCRecPtr_isDocWindowOpen);
@@ -53,7 +50,7 @@ void Cancel_Iteractive_Window(Process& process) {
   const std::uint32_t window = openWindow(process);
   if (window == kNoWindow) return;
   Do_BIMCancelInteractive_WindowSession(
-      process, window == kPopupWindow ? kClosePopup : kCloseDocumentWindow);
+      process, window == kPopupWindow ? kClosePopupCommand : kCloseWindowCommand);
 }
 
 std::int32_t CHECK_InteractiveWindow_Cancel(Process& process) {

@@ -6,9 +6,6 @@
 
 namespace quorvane {
 
-inline constexpr std::uint32_t kNoWindow = 0;
-inline constexpr std::uint32_t kPopupWindow = 1;
-
 /// As the fields stand: nobody's window is that of a front application without a signature.
 bool isWindowOfFront(Process& process, const ToolRec& record);
 /// True: a window is up, whether or not it was cancelled from here.

@@ -29,8 +29,6 @@ QDPoint cornerOf(std::uint32_t field) {
   return {static_cast<std::int16_t>(field & 0xFFFF), static_cast<std::int16_t>(field >> 16)};
 }
 
-constexpr std::uint32_t kJudgeClick = 108;
-
 constexpr std::int32_t kNoSession = 0;
 
 constexpr std::int32_t kNoWindowWasUp = 1;
@@ -90,7 +88,7 @@ bool BIMCancelMousePtWindowSession(Process& process, QDPoint point) {
     Store_mouseclick_Position_Point(process, point.v, point.h);
     if (!ours) return false;
   }
-  if (Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, kJudgeClick) != 0) return true;
+  if (Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, kJudgeClickCommand) != 0) return true;
   if (isPointCleared(process)) BIMCancelandClose_WindowSession(process);
   return true;
 }

@@ -14,10 +14,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::uint32_t kChooseSuggestion = 101;
-constexpr std::uint32_t kModifiersInWindow = 102;
-constexpr std::uint32_t kNavigatePopup = 106;
-
 constexpr std::uint32_t kPopupTakesNoKeys = 0x400;  // of field 7
 
 bool isDigit(std::uint8_t keyByte) { return keyByte >= '0' && keyByte <= '9'; }
@@ -53,7 +49,7 @@ bool wasDelivered(CommandOutcome outcome) {
 }
 
 bool navigate(Process& process, std::uint8_t keyByte) {
-  return wasDelivered(SendToolCommandAndWait(process, kNavigatePopup)) &&
+  return wasDelivered(SendToolCommandAndWait(process, kNavigatePopupCommand)) &&
          answerTo(process, keyByte) == 0;
 }
 
@@ -92,7 +88,7 @@ std::int32_t Get_Control_KeyPress(Process& process) {
   auto& asking = process.state<WindowKeysState>().NORECURSION;
   if (asking != 0 || !popupTakesKeys(process) || isQUORVANEAPP_FRONT(process) != 0) return 0;
   const FlagGuard guard(asking);
-  if (!wasDelivered(SendToolCommandAndWait(process, kChooseSuggestion))) return 0;
+  if (!wasDelivered(SendToolCommandAndWait(process, kChooseSuggestionCommand))) return 0;
   const std::uint32_t answer = answerTo(process, 0);
   if (answer == 0) return 0;
   Log(process, "popupwindowchar ", PrivateNumber{answer});
@@ -105,7 +101,7 @@ std::int32_t Check_InteractiveWindowKeys2(Process& process, std::uint32_t mask) 
   putField(process, ToolCRecPtr_PopupChar, mask != 0 ? 1 : 0);
   if (!documentWindowIsOpen(process)) return 0;
   const FlagGuard guard(telling);
-  CallDirectQorvToolCommandAppEvent(process, kModifiersInWindow);
+  CallDirectQorvToolCommandAppEvent(process, kWindowModifiersCommand);
   return 1;
 }
 

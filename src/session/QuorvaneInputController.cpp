@@ -1,10 +1,10 @@
 #include "src/session/QuorvaneInputController.h"
 
-#include <array>
 #include <utility>
 
 #include "src/base/KeyBytes.h"
 #include "src/base/Log.h"
+#include "src/base/Modifiers.h"
 #include "src/base/Text.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
@@ -19,34 +19,13 @@
 namespace quorvane {
 namespace {
 
-struct ModifierRow {
-  std::uint32_t flag;
-  std::uint32_t mask;
-  bool onKeyPath;
-};
 // A shifted letter counts as a plain key: shift is left out of the key path.
-constexpr std::array<ModifierRow, 5> kModifiers{{
-    {NSEventModifierFlagControl, controlKey, true},
-    {NSEventModifierFlagOption, optionKey, true},
-    {NSEventModifierFlagCommand, cmdKey, true},
-    {NSEventModifierFlagCapsLock, alphaLock, true},
-    {NSEventModifierFlagShift, shiftKey, false},
-}};
-
-std::uint32_t keyPathMask(std::uint32_t modifierFlags) {
-  std::uint32_t mask = 0;
-  for (const auto& row : kModifiers) {
-    if (row.onKeyPath && (modifierFlags & row.flag) != 0) mask |= row.mask;
-  }
-  return mask;
+std::uint32_t keyPathMask(std::uint32_t flags) {
+  return classicModifiers(flags & ~(NSEventModifierFlagShift | NSEventModifierFlagFunction));
 }
 
-std::uint32_t flagsChangedMask(std::uint32_t modifierFlags) {
-  std::uint32_t mask = 0;
-  for (const auto& row : kModifiers) {
-    if ((modifierFlags & row.flag) != 0) mask |= row.mask;
-  }
-  return mask;
+std::uint32_t flagsChangedMask(std::uint32_t flags) {
+  return classicModifiers(flags & ~NSEventModifierFlagFunction);
 }
 
 // The client's keys are its own: the tool isn't busy and the main application doesn't take input.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "src/base/VirtualKeys.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/qorvHIDkeys.h"
 #include "src/session/FixGuard.h"
@@ -13,7 +14,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::uint32_t kLeftShiftKey = 56;
 constexpr NSRange kNoRange{NSNotFound, NSNotFound};
 
 bool standBefore(const NSRange& selected, std::uint32_t count) {
@@ -98,9 +98,9 @@ void park(Process& process, const std::u16string& text, std::uint32_t replaceLen
   auto& state = process.state<CommitState>();
   state.ORIGINALREPLACE = replaceLength;
   state.stringbuffer = text;
-  HID_PressRelease_VirtualKey(process, kLeftShiftKey);
+  HID_PressRelease_VirtualKey(process, kVK_Shift);
   process.platform().clock.usleep(20);
-  HID_PressRelease_VirtualKey(process, kLeftShiftKey);
+  HID_PressRelease_VirtualKey(process, kVK_Shift);
 }
 
 }  // namespace
@@ -132,7 +132,7 @@ void Do_commit_to_composition(Process& process, const std::uint8_t* bytes, std::
   state.ORIGINALREPLACE = originalReplace;
   state.stringbufferHandle.assign(bytes, bytes + length);
   state.stringbufferHandle.push_back(0);
-  HID_PressRelease_VirtualKey(process, kLeftShiftKey);
+  HID_PressRelease_VirtualKey(process, kVK_Shift);
 }
 
 void WakeUpFront(Process& process) {

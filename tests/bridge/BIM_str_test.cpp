@@ -32,7 +32,18 @@ TEST(BIMStr, BoundedCopyLosesTheTerminatorOfAStringThatFillsIt) {
     dst.bytes.fill('#');
     EXPECT_EQ(strngcpylow(dst.data(), bytesOf("aBc"), n), result) << n;
     EXPECT_EQ(dst.raw(4), raw) << n;
+    dst.bytes.fill('#');
+    EXPECT_EQ(strngcpy(dst.data(), bytesOf("abc"), n), result) << n;
+    EXPECT_EQ(dst.raw(4), raw) << n;
   }
+}
+
+TEST(BIMStr, WhatIsAppendedTakesThePlaceOfTheTerminator) {
+  Buffer dst;
+  EXPECT_EQ(strngcat(dst.data(), bytesOf("")), 0u);
+  EXPECT_EQ(strngcat(dst.data(), bytesOf("ab")), 2u);
+  EXPECT_EQ(strngcat(dst.data(), bytesOf("c")), 3u);
+  EXPECT_EQ(dst.raw(5), std::string("abc\0#", 5));
 }
 
 TEST(BIMStr, EndingsAreTakenOff) {
@@ -98,6 +109,13 @@ TEST(BIMStr, BytesAreUnsigned) {
   EXPECT_EQ(CMPBLOCK("\xFF", "\x01", 1), 1);
   EXPECT_EQ(mklower(256 + 'A'), 'A');
   EXPECT_EQ(STRLSCHR(bytesOf("zab"), 'a'), 0);  // unsorted: the search ends at the z
+  std::string vowels, closing;
+  for (int byte = 0; byte < 256; ++byte) {
+    if (Vowelchk(static_cast<std::uint8_t>(byte)) != 0) vowels += static_cast<char>(byte);
+    if (Clslook1(static_cast<std::uint8_t>(byte)) != 0) closing += static_cast<char>(byte);
+  }
+  EXPECT_EQ(vowels, "aeiouy");
+  EXPECT_EQ(closing, "\")*/:]}\xD2\xD3");
 }
 
 using StringList = BridgeTest;

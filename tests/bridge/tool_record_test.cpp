@@ -107,6 +107,16 @@ TEST_F(ToolRecord, WhatIsLeftOfAMainApplicationIsLetGo) {
   EXPECT_EQ(is_SETMENUFLAG(process), 1u);
 }
 
+TEST_F(ToolRecord, AWishForMenusIsTakenBackByWhoHeedsIt) {
+  launch();
+  app.setField(21, 0x1000F);
+  EXPECT_EQ(Get_IMK_updateMenus(process, 0x6), 1);
+  EXPECT_EQ(Get_InputMethod_UpdateMenus(process, 0x6), 1);
+  EXPECT_EQ(app.field(21), 0x10009u);
+  EXPECT_EQ(Get_InputMethod_UpdateMenus(process, 0x10006), 0);
+  EXPECT_EQ(app.field(21), 0x10009u);
+}
+
 TEST_F(ToolRecord, TheClientNameIsCappedAndOnlyAClientHasOne) {
   launch();
   memory::MemoryProcess& self = *host.processes.find(memory::MemoryProcesses::self());

@@ -9,7 +9,7 @@
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/NSScreen_PointConversion.h"
 #include "tests/support/EveryCall.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {

@@ -215,6 +215,13 @@ TEST(Desk, PopupWithSuggestions) {
 
 TEST(Desk, ACrashGivesTheTerminalBack) {
   Desk desk("--smart");
+  for (const char* label :
+       {" document", "what the input method knows", "last event", "session text, cursor 0 of 0",
+        "published record, cursor 0 of 0", "key \"", "main application: runs", "window: none",
+        "messages: none", "calls on the document: none",
+        " F2 annotation   F3 tap of Shift   Ctrl-Q quit"}) {
+    EXPECT_TRUE(desk.shows(label)) << label << desk.screen();
+  }
   desk.keys("'i \"account\" '");
   EXPECT_TRUE(desk.line(0, "I \u201Caccount\u201D")) << desk.screen();
   desk.signal(SIGQUIT);

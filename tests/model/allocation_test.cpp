@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "src/session/QBIM_IMK_TextBuffer.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "src/bridge/QBIMMessageSend.h"
 #include "tests/support/EveryCall.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {
@@ -96,10 +96,10 @@ class DeathTest : public StartedInputMethod {
   void expectDocument(const char* when) { EXPECT_EQ(document.text(), expected_) << when; }
 
   void expectNothingLocked(const char* when) {
-    const auto& controller = process.state<ControllerState>();
+    const auto& events = process.state<ControllerState>();
     const auto& commit = process.state<CommitState>();
     const auto& send = process.state<MessageSendState>();
-    EXPECT_EQ(controller.handleEvent_BUSY, 0u) << when;
+    EXPECT_EQ(events.handleEvent_BUSY, 0u) << when;
     EXPECT_EQ(send.TOOLCALLBUSY, 0) << when;
     EXPECT_EQ(send.AEITEM_Process_active, 0) << when;
     EXPECT_FALSE(commit.stringbuffer) << when;

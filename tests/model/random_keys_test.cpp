@@ -8,8 +8,8 @@
 #include <iostream>
 
 #include "fuzz/Target.h"
-#include "fuzz/Typing.h"
-#include "tests/model/RandomWorld.h"
+#include "tests/support/RandomWorld.h"
+#include "tests/support/Typing.h"
 
 namespace quorvane::model {
 namespace {

@@ -7,7 +7,7 @@
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {

@@ -7,7 +7,7 @@
 #include "src/session/QBIM_IMK_WindowClick.h"
 #include "src/session/QBIM_IMK_WindowKeys.h"
 #include "tests/support/EveryCall.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {

@@ -8,7 +8,7 @@
 #include "src/session/QBIM_IMK_KeyTime.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
 #include "src/session/QBIM_IMK_TextBuffer.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {

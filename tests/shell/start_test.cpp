@@ -8,7 +8,7 @@
 #include "src/session/QuorvaneInputController_TextPosition.h"
 #include "src/shell/QBIM_IMK_Start.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane {
 namespace {

@@ -10,7 +10,8 @@
 
 #include "hosts/field/Document.h"
 #include "hosts/keyboard/Keyboard.h"
-#include "tests/model/SessionModel.h"
+#include "src/base/Modifiers.h"
+#include "tests/support/SessionModel.h"
 
 namespace quorvane::model {
 
@@ -93,7 +94,7 @@ struct InputMethodModel {
     const std::uint8_t key = SessionModel::leadByte(event.characters);
     const bool flagsChanged = event.type == NSEventType::FlagsChanged;
     const std::uint32_t mask =
-        keyboard::classicModifiers(event.modifierFlags) & ~(flagsChanged ? kFunction : 0);
+        classicModifiers(event.modifierFlags) & ~(flagsChanged ? kFunction : 0);
     if (!flagsChanged && (mask & kCommand) != 0 && key == 9) return false;
     if (flagsChanged ? documentWindowTakes(mask) : documentWindowTakes(key, mask)) return true;
     const bool separate = nanoseconds > std::exchange(lastKey_, nanoseconds) + 500'000'000;

@@ -1,4 +1,4 @@
-#include "fuzz/Typing.h"
+#include "tests/support/Typing.h"
 
 #include <algorithm>
 #include <array>
@@ -6,11 +6,11 @@
 #include <string_view>
 #include <utility>
 
-#include "fuzz/Target.h"
-#include "fuzz/World.h"
 #include "src/base/Text.h"
 #include "src/bridge/SharedLayout.h"
 #include "src/session/CurrentAppFlags.h"
+#include "tests/support/Law.h"
+#include "tests/support/World.h"
 
 namespace quorvane::fuzz {
 namespace {

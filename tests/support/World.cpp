@@ -1,9 +1,10 @@
-#include "fuzz/World.h"
+#include "tests/support/World.h"
 
 #include <string>
 #include <string_view>
 
 #include "src/session/CurrentAppFlags.h"
+#include "tests/support/RandomKeys.h"
 
 namespace quorvane::fuzz {
 namespace {
@@ -205,30 +206,8 @@ void replaceSegment(Subject& subject, std::uint32_t key, Input& input) {
 void press(Subject& subject, Input& input) { subject.press(keyEvent(input)); }
 
 NSEvent keyEvent(Input& input) {
-  constexpr std::array<char16_t, 32> kCharacters{
-      'a', 'e', 't', 'Z', '1', ' ', ' ', '.', '?', '!', ',', '\'', '"', 13,  9,   8,
-      28,  29,  30,  31,  11,  12,  1,   4,   27,  3,   127, 0xE9, 'x', 'y', '-', 0x2019};
-  constexpr std::array<std::uint32_t, 8> kModifiers{0,
-                                                    0,
-                                                    NSEventModifierFlagShift,
-                                                    NSEventModifierFlagCommand,
-                                                    NSEventModifierFlagControl,
-                                                    NSEventModifierFlagOption,
-                                                    NSEventModifierFlagFunction,
-                                                    NSEventModifierFlagCapsLock};
-  NSEvent event;
-  const std::uint8_t choice = input.byte();
-  if (choice < 0xC0) {
-    event.characters.assign(1, kCharacters[choice % kCharacters.size()]);
-    event.modifierFlags = choice < 0x80 ? 0 : kModifiers[input.below(kModifiers.size())];
-    return event;
-  }
-  event.modifierFlags = input.word();
-  event.keyCode = input.half();
-  for (std::size_t left = input.below(4); left > 0; --left) {
-    event.characters.push_back(static_cast<char16_t>(input.half()));
-  }
-  return event;
+  model::Random random(input);
+  return model::randomKey(random, model::Habit::Anything);
 }
 
 }  // namespace quorvane::fuzz

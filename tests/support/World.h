@@ -3,8 +3,8 @@
 // main application, other processes, the system. One action is a byte that names it and its
 // arguments.
 
-#include "fuzz/Input.h"
-#include "fuzz/Subject.h"
+#include "tests/support/Input.h"
+#include "tests/support/Subject.h"
 
 namespace quorvane::fuzz {
 

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <sstream>
 
-#include "tests/model/RandomMainApplication.h"
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/RandomMainApplication.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane::model {
 
@@ -171,7 +171,7 @@ class RandomWorld : private IMKInputController {
     const NSEvent& event = report.event;
     checkOrder(event, report.posted ? model_.posted : expected_);
     if (!report.posted) checkNonePosted();
-    model_.begin(indexOf(host_.text.focused()));
+    model_.begin(indexOf(host_.text.focusedClient()));
     const bool seen =
         isKey(event) && (report.posted || withEventRef_ || event.type == NSEventType::FlagsChanged);
     const bool taken = seen && model_.takes(event, began_);

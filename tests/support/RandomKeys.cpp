@@ -1,4 +1,4 @@
-#include "tests/model/RandomKeys.h"
+#include "tests/support/RandomKeys.h"
 
 #include <array>
 #include <string_view>
@@ -48,9 +48,23 @@ std::uint32_t randomModifiers(Random& random, Habit habit) {
   return flags;
 }
 
+NSEvent oddKey(Random& random) {
+  NSEvent event;
+  event.modifierFlags = random.word();
+  event.keyCode = static_cast<std::uint16_t>(random.below(0x10000));
+  for (std::uint32_t left = random.below(4); left > 0; --left) {
+    event.characters += static_cast<char16_t>(random.below(0x10000));
+  }
+  return event;
+}
+
 }  // namespace
 
 NSEvent randomKey(Random& random, Habit habit) {
+  if (habit == Habit::Anything) {
+    if (random.chance(250)) return oddKey(random);
+    habit = Habit::Mixed;
+  }
   NSEvent event;
   event.keyCode = static_cast<std::uint16_t>(random.below(130));
   event.modifierFlags = randomModifiers(random, habit);

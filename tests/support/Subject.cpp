@@ -1,13 +1,13 @@
-#include "fuzz/Subject.h"
+#include "tests/support/Subject.h"
 
 #include <algorithm>
 #include <string_view>
 #include <utility>
 
-#include "fuzz/Target.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/shell/QBIM_IMK_Start.h"
+#include "tests/support/Law.h"
 
 namespace quorvane::fuzz {
 namespace {

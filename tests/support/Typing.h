@@ -6,7 +6,7 @@
 // Whatever others put into a document can be told from what was typed: fixes keep the letters that
 // they replace and add marks, and the word list has nothing longer than a letter but by marks.
 
-#include "fuzz/Input.h"
+#include "tests/support/Input.h"
 
 namespace quorvane::fuzz {
 

@@ -5,8 +5,8 @@
 
 #include "hosts/memory/MemoryHost.h"
 #include "src/base/Text.h"
-#include "tests/model/InputMethodModel.h"
-#include "tests/model/RandomKeys.h"
+#include "tests/support/InputMethodModel.h"
+#include "tests/support/RandomKeys.h"
 
 namespace quorvane::model {
 

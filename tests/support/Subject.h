@@ -11,7 +11,7 @@
 #include <optional>
 #include <string>
 
-#include "tools/support/StartedInputMethod.h"
+#include "tests/support/StartedInputMethod.h"
 
 namespace quorvane::fuzz {
 
