@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "hosts/desktop/DesktopHost.h"
-#include "hosts/field/EventQueue.h"
+#include "hosts/field/FieldParts.h"
 #include "hosts/keyboard/StandardLayouts.h"
 #include "tools/checker/Spelling.h"
 #include "tools/corrections/Corrector.h"
@@ -23,7 +23,7 @@ constexpr std::array<std::string_view, 6> kRuleNames{"none",  "known", "nothing"
 class Bench {
  public:
   Bench()
-      : host_(desktop::DesktopConfiguration::fromEnvironment(), noKeys_),
+      : host_(desktop::DesktopConfiguration::fromEnvironment(), nowhere_.forPlatform()),
         platform_(host_.platform()) {
     corrector_ = Corrector::open(platform_);
     if (!corrector_) throw std::runtime_error("no word data: run scripts/word_data");
@@ -37,7 +37,7 @@ class Bench {
   }
 
  private:
-  field::EventQueue noKeys_;
+  field::FieldParts nowhere_;
   desktop::DesktopHost host_;
   Platform platform_;
   std::unique_ptr<Corrector> corrector_;
