@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tools/checker/ForeignText.h"
 #include "tools/checker/OfferedSuggestions.h"
 
 namespace quorvane::checker {
@@ -32,6 +33,7 @@ std::string capitalised(std::string word) {
 }
 
 Writing writingOf(const TypedWord& word) {
+  if (word.joined) return Writing::Joined;
   if (!isCapital(word.spelt.front())) return Writing::Small;
   return word.opensSentence ? Writing::CapitalAtStart : Writing::Capital;
 }
@@ -100,6 +102,7 @@ std::optional<std::string> Corrections::replacement(const TypedWord& word) {
     takenBack_.learn(small(word.spelt), small(last->replacement));
     return std::nullopt;
   }
+  if (endsInForeignText(word.before)) return std::nullopt;
   auto replacement = sureReplacement(word);
   if (replacement) last_ = Made{word, *replacement};
   return replacement;

@@ -59,6 +59,7 @@ std::optional<Ended> endedWordOf(const Typing& typing) {
   return Ended{*word,
                {spelling(text.subspan(word->start, word->end - word->start)),
                 word->opensSentence,
+                word->joined,
                 typing.session,
                 {before.begin(), before.end()}}};
 }

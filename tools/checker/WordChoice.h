@@ -13,6 +13,7 @@ namespace quorvane::checker {
 struct TypedWord {
   std::string spelt;  ///< ASCII with straight apostrophes
   bool opensSentence = false;
+  bool joined = false;  ///< behind a hyphen
   SessionKey session{};
   std::vector<std::uint8_t> before{};  ///< what stands before it, as far back as the text goes
 };

@@ -85,7 +85,7 @@ std::optional<Word> endedWord(const TextRecord& record) {
   if (opened) ++start;
   if (closed) --end;
   if (start >= end || !isOrdinary(record, text.subspan(start, end - start))) return std::nullopt;
-  return Word{start, end, opensSentence(text.first(start))};
+  return Word{start, end, opensSentence(text.first(start)), start > 0 && text[start - 1] == '-'};
 }
 
 std::string spelling(Bytes word) {

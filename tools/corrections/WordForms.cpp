@@ -23,6 +23,11 @@ constexpr std::array<std::string_view, 58> kEndings{
     "ic",   "ical",  "ically", "ability", "ization", "isation", "n't",   "'ll",   "'ve",  "'d",
     "'s",   "'re",   "ship",   "hood",    "dom",     "ment",    "ments", "ible"};
 
+/// Of nouns and verbs.
+constexpr std::array<std::string_view, 10> kInflections{"",   "s",  "d",   "r",  "ed",
+                                                        "er", "es", "ing", "rs", "ers"};
+constexpr std::size_t kShortestStem = 4;
+
 constexpr float kAttested = 2.2F;
 constexpr float kCommon = 5.7F;
 constexpr float kVeryCommon = 6.9F;
@@ -79,6 +84,15 @@ bool isInflected(const WordIndex& index, std::string_view word, std::string_view
   return inflected;
 }
 
+bool isInflection(std::string_view ending) {
+  return std::ranges::find(kInflections, ending) != kInflections.end();
+}
+
+std::size_t sharedLetters(std::string_view one, std::string_view other) {
+  const auto end = std::ranges::mismatch(one, other).in1;
+  return static_cast<std::size_t>(end - one.begin());
+}
+
 }  // namespace
 
 bool isKnown(const WordIndex& index, std::string_view word) {
@@ -88,6 +102,29 @@ bool isKnown(const WordIndex& index, std::string_view word) {
 
 bool isMadeOfKnown(const WordIndex& index, std::string_view word, std::string_view candidate) {
   return isInflected(index, word, candidate) || isPrefixed(index, word) || isCompound(index, word);
+}
+
+/// The last shared letter may be the e of one ending.
+bool differInEnding(std::string_view one, std::string_view other) {
+  const std::size_t shared = sharedLetters(one, other);
+  for (std::size_t stem = shared; stem + 1 >= shared && stem >= kShortestStem; --stem) {
+    if (isInflection(one.substr(stem)) && isInflection(other.substr(stem))) return true;
+  }
+  return false;
+}
+
+bool endsForeign(std::string_view word, std::string_view candidate) {
+  constexpr std::size_t kEnd = 3;
+  const auto withoutS = [](std::string_view text) {
+    return text.ends_with('s') ? text.substr(0, text.size() - 1) : text;
+  };
+  const std::string_view stem = withoutS(word);
+  const std::string_view other = withoutS(candidate);
+  if (stem.empty() || std::string_view("aio").find(stem.back()) == std::string_view::npos) {
+    return false;
+  }
+  return other.substr(other.size() - std::min(kEnd, other.size())).find(stem.back()) ==
+         std::string_view::npos;
 }
 
 }  // namespace quorvane::corrections

@@ -17,4 +17,10 @@ bool isKnown(const WordIndex& index, std::string_view word);
 /// "occurred" is for "occured".
 bool isMadeOfKnown(const WordIndex& index, std::string_view word, std::string_view candidate);
 
+/// Nothing but their endings tells one from the other: "virtualize", "virtualized".
+bool differInEnding(std::string_view one, std::string_view other);
+
+/// Ends in a vowel that ends few English words, where the candidate has none: "minutos", "minutes".
+bool endsForeign(std::string_view word, std::string_view candidate);
+
 }  // namespace quorvane::corrections

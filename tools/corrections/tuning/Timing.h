@@ -1,0 +1,17 @@
+#pragma once
+// What the decision costs.
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tools/corrections/Decision.h"
+
+namespace quorvane::corrections {
+
+/// Prints how long `judge` takes for a word, each word once, and how much of the index is in memory
+/// afterwards.
+void tellCosts(const std::vector<std::string>& words,
+               const std::function<void(const std::string&)>& judge);
+
+}  // namespace quorvane::corrections
