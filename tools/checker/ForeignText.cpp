@@ -12,12 +12,11 @@ namespace {
 constexpr int kWords = 4;
 /// In the order of their bytes. None of them is an English word.
 constexpr std::array<std::string_view, 56> kLittleWords{
-    "ao",   "aos", "auf",  "avec", "cette", "dans", "das",  "de",   "degli", "dei",
-    "del",  "dem", "der",  "des",  "di",    "dos",  "du",   "ein",  "eine",  "einer",
-    "el",   "em",  "est",  "et",   "gli",   "il",   "ist",  "je",   "la",    "las",
-    "le",   "les", "los",  "mais", "mit",   "mon",  "muy",  "nao",  "nicht", "nous",
-    "os",   "ou",  "para", "por",  "pour",  "que",  "qui",  "sich", "sur",   "uma",
-    "un",   "una", "und",  "une",  "von",   "zum"};
+    "ao",  "aos", "auf",   "avec", "cette", "dans", "das",  "de",    "degli", "dei",  "del", "dem",
+    "der", "des", "di",    "dos",  "du",    "ein",  "eine", "einer", "el",    "em",   "est", "et",
+    "gli", "il",  "ist",   "je",   "la",    "las",  "le",   "les",   "los",   "mais", "mit", "mon",
+    "muy", "nao", "nicht", "nous", "os",    "ou",   "para", "por",   "pour",  "que",  "qui", "sich",
+    "sur", "uma", "un",    "una",  "und",   "une",  "von",  "zum"};
 static_assert(std::ranges::is_sorted(kLittleWords));
 
 bool isAscii(std::uint8_t byte) { return byte < 128; }

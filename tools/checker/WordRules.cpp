@@ -40,8 +40,9 @@ std::size_t beginOfEnd(Bytes text) {
   return last > 0 && isDashOfHyphens(text[last - 1], text[last]) ? last - 1 : last;
 }
 
-/// What glues a word to the one before it in addresses, paths, names of files and sums.
-bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`", byte); }
+/// What glues a word to the one before it in addresses, paths, names of files and sums, and in
+/// "[p]eople".
+bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`)]}", byte); }
 
 bool isOrdinary(const TextRecord& record, Bytes word) {
   const auto ordinary = [&](std::uint8_t byte) {

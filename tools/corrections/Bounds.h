@@ -37,7 +37,6 @@ inline constexpr std::array<BoundsRow, 8> kBounds{{
 
 /// On top, by how it is written, as `Writing` counts: with the capital that begins a sentence, with
 /// one in mid-sentence, which is rather a name's, or behind a hyphen, as parts of names are.
-inline constexpr std::array<Bounds, 4> kForWriting{
-    {{0, 0}, {1.5F, 1.75F}, {4, 3.5F}, {3, 3}}};
+inline constexpr std::array<Bounds, 4> kForWriting{{{0, 0}, {1.5F, 1.75F}, {4, 3.5F}, {3, 3}}};
 
 }  // namespace quorvane::corrections
