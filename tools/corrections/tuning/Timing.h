@@ -14,4 +14,8 @@ namespace quorvane::corrections {
 void tellCosts(const std::vector<std::string>& words,
                const std::function<void(const std::string&)>& judge);
 
+/// Adds as many words as `count`: of random bytes and letters, and mixtures of those that are
+/// there.
+void addRandomWords(std::vector<std::string>& words, std::size_t count);
+
 }  // namespace quorvane::corrections

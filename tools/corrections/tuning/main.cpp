@@ -79,7 +79,8 @@ void judgeText(Bench& bench, const std::filesystem::path& file) {
 }
 
 /// The words typed of pairs, and those of texts.
-void timeWords(Bench& bench, const std::string& pairs, const std::vector<std::string>& texts) {
+void timeWords(Bench& bench, const std::string& pairs, const std::vector<std::string>& texts,
+               std::size_t random) {
   std::vector<std::string> words;
   if (!pairs.empty()) {
     for (const Pair& pair : parsePairs(fileText(pairs))) words.push_back(pair.typed);
@@ -87,6 +88,7 @@ void timeWords(Bench& bench, const std::string& pairs, const std::vector<std::st
   for (const std::string& text : texts) {
     for (const auto& [word, count] : readWords(fileText(text)).checked) words.push_back(word.word);
   }
+  addRandomWords(words, random);
   tellCosts(words, [&bench](const std::string& word) { bench.judge(word, Writing::Small); });
 }
 
@@ -98,7 +100,9 @@ int run(int argc, char** argv) {
   CLI::App& learn = *options.add_subcommand("learn", "Prints weights learned from pairs");
   learn.add_option("PAIRS", pairs, "Lines typed<TAB>meant")->required();
   CLI::App& judge = *options.add_subcommand("judge", "Prints a line for each word in question");
+  std::size_t random = 0;
   CLI::App& time = *options.add_subcommand("time", "Prints what the decision costs");
+  time.add_option("--random", random, "So many words more, random ones and mixtures");
   for (CLI::App* const command : {&judge, &time}) {
     command->add_option("--pairs", pairs, "Lines typed<TAB>meant");
     command->add_option("TEXT", texts, "Files of text");
@@ -114,7 +118,7 @@ int run(int argc, char** argv) {
   }
   Bench bench;
   if (time.parsed()) {
-    timeWords(bench, pairs, texts);
+    timeWords(bench, pairs, texts, random);
     return 0;
   }
   if (!pairs.empty()) judgePairs(bench, pairs);
