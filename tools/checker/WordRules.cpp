@@ -42,7 +42,7 @@ std::size_t beginOfEnd(Bytes text) {
 
 /// What glues a word to the one before it in addresses, paths, names of files and sums, and in
 /// "[p]eople".
-bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`)]}", byte); }
+bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`)]}:", byte); }
 
 bool isOrdinary(const TextRecord& record, Bytes word) {
   const auto ordinary = [&](std::uint8_t byte) {

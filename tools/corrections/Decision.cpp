@@ -116,8 +116,9 @@ bool Decision::isItself(std::string_view word, const Judgement& judgement,
                         const Accepts& accepts) const {
   const std::string& best = judgement.ranked.front().word;
   if (judgement.doubtful && differInEnding(word, best)) return true;
-  if (endsForeign(word, best)) return true;
-  return !isInDictionaries(best, accepts) && !isMadeOfKnown(index_, best, {});
+  if (!isDoubling(word, best) && isRegularForm(index_, word)) return true;
+  if (endsForeign(word, best) || differInSpelling(word, best)) return true;
+  return !isInDictionaries(best, accepts) && !isWholeWord(index_, best);
 }
 
 Judgement Decision::judge(std::string_view word, Writing writing, const Accepts& accepts) const {

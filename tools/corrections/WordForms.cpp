@@ -26,6 +26,7 @@ constexpr std::array<std::string_view, 58> kEndings{
 /// Of nouns and verbs.
 constexpr std::array<std::string_view, 10> kInflections{"",   "s",  "d",   "r",  "ed",
                                                         "er", "es", "ing", "rs", "ers"};
+constexpr std::array<std::string_view, 5> kRegularEndings{"s", "ed", "ing", "er", "ers"};
 constexpr std::size_t kShortestStem = 4;
 
 constexpr float kAttested = 2.2F;
@@ -49,8 +50,8 @@ bool isPrefixed(const WordIndex& index, std::string_view word) {
 }
 
 /// Short parts are to be very common: nearly any letters can be cut into rare words of three.
-bool isCompound(const WordIndex& index, std::string_view word) {
-  for (std::size_t cut = kShortestPart; cut + kShortestPart <= word.size(); ++cut) {
+bool isCompound(const WordIndex& index, std::string_view word, std::size_t shortest) {
+  for (std::size_t cut = shortest; cut + shortest <= word.size(); ++cut) {
     const bool longer = cut >= kLongerPart && cut + kLongerPart <= word.size();
     const float common = longer ? kCommon : kVeryCommon;
     if (isAtLeast(index, word.substr(0, cut), common) &&
@@ -84,6 +85,12 @@ bool isInflected(const WordIndex& index, std::string_view word, std::string_view
   return inflected;
 }
 
+/// Takes "es" in place of "s".
+bool hisses(std::string_view stem) {
+  constexpr std::string_view kHissing = "hsxz";
+  return stem.empty() || kHissing.find(stem.back()) != std::string_view::npos;
+}
+
 bool isInflection(std::string_view ending) {
   return std::ranges::find(kInflections, ending) != kInflections.end();
 }
@@ -101,7 +108,27 @@ bool isKnown(const WordIndex& index, std::string_view word) {
 }
 
 bool isMadeOfKnown(const WordIndex& index, std::string_view word, std::string_view candidate) {
-  return isInflected(index, word, candidate) || isPrefixed(index, word) || isCompound(index, word);
+  return isInflected(index, word, candidate) || isPrefixed(index, word) ||
+         isCompound(index, word, kShortestPart);
+}
+
+bool isWholeWord(const WordIndex& index, std::string_view word) {
+  return isInflected(index, word, {}) || isPrefixed(index, word) ||
+         isCompound(index, word, kLongerPart);
+}
+
+bool isRegularForm(const WordIndex& index, std::string_view word) {
+  const auto isVeryCommon = [&index](const std::string& base) {
+    return base.size() >= kShortestStem && isAtLeast(index, base, kVeryCommon);
+  };
+  for (const std::string_view ending : kRegularEndings) {
+    if (!word.ends_with(ending)) continue;
+    const std::string stem(word.substr(0, word.size() - ending.size()));
+    const bool takesIt = ending == "s" ? !hisses(stem) : !stem.ends_with('e');
+    if (takesIt && isVeryCommon(stem)) return true;
+    if (ending != "s" && isVeryCommon(stem + 'e')) return true;
+  }
+  return false;
 }
 
 /// The last shared letter may be the e of one ending.
@@ -111,6 +138,11 @@ bool differInEnding(std::string_view one, std::string_view other) {
     if (isInflection(one.substr(stem)) && isInflection(other.substr(stem))) return true;
   }
   return false;
+}
+
+bool differInSpelling(std::string_view one, std::string_view other) {
+  const auto same = [](char a, char b) { return a == b || (a == 's' && b == 'z'); };
+  return std::ranges::equal(one, other, same) || std::ranges::equal(other, one, same);
 }
 
 bool endsForeign(std::string_view word, std::string_view candidate) {
