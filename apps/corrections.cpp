@@ -56,6 +56,7 @@ void addSwitchCommands(CLI::App& command, Run& run) {
     run = printSwitches;
   });
   std::vector<std::string> names;
+  names.reserve(checker::kCorrectionSwitches.size());
   for (const auto& one : checker::kCorrectionSwitches) names.emplace_back(one.name);
   for (const bool on : {true, false}) {
     CLI::App* const turn =
