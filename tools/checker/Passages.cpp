@@ -12,10 +12,8 @@ namespace {
 
 /// What stands before the pronoun, and hardly before a variable.
 constexpr auto kBeforeI = std::to_array<std::string_view>(
-    {"although", "and",   "because", "but",   "can",   "could",  "did",    "do",     "dunno",
-     "hope",     "how",   "if",      "may",   "maybe", "might",  "shall",  "should", "since",
-     "so",       "than",  "that",    "then",  "think", "though", "unless", "until",  "what",
-     "when",     "where", "whether", "which", "while", "who",    "why",    "would",  "yes"});
+    {"although", "and", "because", "but", "could", "did", "dunno", "hope", "maybe", "shall",
+     "should", "so", "than", "that", "think", "though", "would", "yes"});
 constexpr auto kAfterI = std::to_array<std::string_view>(
     {"actually",  "agree",   "already",  "also",     "always",  "am",    "believe",    "can",
      "can't",     "could",   "couldn't", "did",      "didn't",  "do",    "don't",      "expect",
