@@ -10,6 +10,7 @@ struct TypeOptions {
   SystemOptions system{.switches = 0x11833};
   std::chrono::milliseconds delay{0};  ///< behind each key, spent in the run loop
   bool trace = false;
+  bool times = false;  ///< tell how long word ends took
 };
 
 }  // namespace quorvane

@@ -16,6 +16,8 @@ constexpr milliseconds kQuietLimit{200};
 /// The keyboard knows one return key, and a line feed comes of it.
 char32_t keyFor(char32_t character) { return character == U'\n' ? U'\r' : character; }
 
+bool endsWord(char32_t character) { return character == U' ' || character == U'\n'; }
+
 }  // namespace
 
 TypeSession::TypeSession(const TypeOptions& options)
@@ -56,7 +58,8 @@ void TypeSession::typeAll(std::u32string_view text) {
 }
 
 void TypeSession::typeOne(char32_t character) {
-  system_.textApplication().type(keyFor(character));
+  const auto type = [&] { system_.textApplication().type(keyFor(character)); };
+  endsWord(character) ? wordEnds_.measure(type) : type();
   system_.settle();
   if (delay_.count() == 0) return;
   pause();

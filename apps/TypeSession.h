@@ -10,6 +10,7 @@
 #include "apps/RunningSystem.h"
 #include "apps/TypeOptions.h"
 #include "apps/TypeTrace.h"
+#include "tools/support/Times.h"
 
 namespace quorvane {
 
@@ -23,6 +24,9 @@ class TypeSession {
   /// The document is complete when it returns.
   void run(std::u32string_view text);
   [[nodiscard]] const std::u16string& document() { return system_.document().text(); }
+  /// Of white space keys, each from its press until it has gone to the document: the answer of the
+  /// main application lies in between.
+  [[nodiscard]] const Times& wordEnds() const { return wordEnds_; }
   /// `told` comes before the end of the process that a message has asked for.
   void onQuit(std::function<void()> told) { system_.beforeExit = std::move(told); }
   /// The signal that asked for an early end; 0: none.
@@ -39,6 +43,7 @@ class TypeSession {
   TypeTrace trace_;
   RunningSystem system_;
   std::uint64_t packets_ = 0;  ///< received so far
+  Times wordEnds_;
 };
 
 }  // namespace quorvane

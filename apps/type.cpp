@@ -52,6 +52,7 @@ Typed typeInto(const TypeOptions& options, std::u32string_view text) {
   TypeSession session(options);
   session.onQuit([&session] { endByMessage(session.document()); });
   session.run(text);
+  if (options.times) std::cerr << "word ends: " << session.wordEnds().summary() << '\n';
   return {toUtf8(session.document()), session.signal()};
 }
 
@@ -92,6 +93,7 @@ void addTypeCommand(CLI::App& app, Run& run) {
       ->option_text("MS (0 to 60000)");
   command->add_flag("--trace", options->trace,
                     "Tell each key's outcome, each client call and each packet, with their text");
+  command->add_flag("--times", options->times, "Tell how long the keys took that end words");
   command->add_flag("--log", *log, "Show the log on standard error");
   command->add_flag("--show-private", options->system.showPrivate, "Show typed text in the log");
   command->callback([&run, options, delay, log] {

@@ -120,7 +120,8 @@ TEST(CorrectionsDecision, SureOrSilent) {
   const EditCost cost = costOn(keyboard::usLayout());
   const Decision decision(index, cost);
   const Accepts accepts = [](const std::string& word) {
-    return word == "Harris" || (word != "harris" && word != "wich" && word != "Wich");
+    const bool unknown = word == "bidden" || word == "Bidden";
+    return word == "Harris" || (word != "harris" && word != "wich" && word != "Wich" && !unknown);
   };
   struct Row {
     std::string typed;
@@ -128,6 +129,12 @@ TEST(CorrectionsDecision, SureOrSilent) {
     Rule rule;
     std::string best;
   };
+  std::mt19937 random(22);
+  for (int i = 0; i < 3000; ++i) {
+    std::string any(random() % 30, ' ');
+    for (char& c : any) c = static_cast<char>(i % 2 == 0 ? random() : 'a' + random() % 26);
+    EXPECT_NE(decision.judge(any, Writing::Small, accepts).rule, Rule::Sure) << any;
+  }
   for (const Row& row : {
            Row{"recieve", Writing::Small, Rule::Sure, "receive"},
            Row{"recieve", Writing::Capital, Rule::Sure, "receive"},
@@ -136,6 +143,11 @@ TEST(CorrectionsDecision, SureOrSilent) {
            Row{"occured", Writing::Small, Rule::Sure, "occurred"},
            Row{"occurs", Writing::Small, Rule::BelowFloor, "occur"},
            Row{"lockfile", Writing::Small, Rule::Nothing, ""},
+           Row{"profilo", Writing::Small, Rule::Itself, "profile"},
+           Row{"profiler", Writing::Small, Rule::Itself, "profile"},
+           Row{"biddden", Writing::Small, Rule::Itself, "bidden"},
+           Row{"hiden", Writing::Small, Rule::Sure, "hidden"},
+           Row{"hiden", Writing::Joined, Rule::BelowFloor, "hidden"},
            Row{"harrris", Writing::Small, Rule::Nothing, ""},
            Row{"dont", Writing::Small, Rule::Sure, "don't"},
            Row{"wich", Writing::Small, Rule::Sure, "which"},

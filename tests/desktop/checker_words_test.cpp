@@ -7,6 +7,7 @@
 
 #include "tests/support/RunningProgram.h"
 #include "tools/checker/Fix.h"
+#include "tools/checker/Passages.h"
 #include "tools/checker/PopupList.h"
 #include "tools/checker/SentenceStart.h"
 #include "tools/checker/Spelling.h"
@@ -46,7 +47,7 @@ TEST(CheckerWordRules, WhichWordIsChecked) {
       {"teh-", "-"},          {"te2h ", "-"},          {"TEH ", "-"},       {"Teh ", "Teh"},
       {"'teh' ", "teh"},      {"'tis ", "-"},          {"goin' ", "-"},     {"www.teh ", "-"},
       {"well-teh ", "teh"},   {"\xC3teh ", "-"},       {"", "-"},           {"te\xD5h ", "te\xD5h"},
-      {"\xD2teh\xD3", "teh"}, {"\xD4teh\xD5 ", "teh"}, {"teh-\xD1", "teh"},
+      {"\xD2teh\xD3", "teh"}, {"\xD4teh\xD5 ", "teh"}, {"teh-\xD1", "teh"}, {"[p]teh ", "-"},
   };
   for (const auto& [text, word] : rows) EXPECT_EQ(wordOf(typed(text)), word) << text;
   TextRecord other = typed("teh ");
@@ -133,6 +134,32 @@ TEST(CheckerFix, OffersWhatADictionaryHasOnceEachAsTheWordIsWritten) {
   EXPECT_EQ(offers[0].text, "Tech ");
   EXPECT_EQ(offers[1].text, "The ");
   EXPECT_EQ(findOffers({typed("qwx ")}, choice).size(), 9U);
+}
+
+class PassagesAlone : public ScriptedChoice {
+ public:
+  std::optional<Passage> passage(const TypedWord& word) override {
+    return passages_.endingIn(word);
+  }
+
+ private:
+  Passages passages_{{}, [](std::string_view word) { return word == "apple"; }};
+};
+
+TEST(CheckerFix, APassageIsOfferedWhereItIsNotCertain) {
+  PassagesAlone choice;
+  const std::pair<std::string, std::string> rows[] = {
+      {"on the the ", "the "},    {"No no ", ""},
+      {"on an lock ", "a lock "}, {"it could of ", "could have "},
+      {"of course ", ""},         {"plan A apple ", "An apple "},
+      {"the\rthe ", ""}};
+  for (const auto& [text, offered] : rows) {
+    const auto offers = findOffers({typed(text)}, choice);
+    EXPECT_EQ(offers.empty() ? "" : offers.front().text, offered) << text;
+    EXPECT_FALSE(findFix({typed(text)}, choice)) << text;
+  }
+  EXPECT_EQ(findFix({typed("on a apple ")}, choice)->text, "an apple ");
+  EXPECT_FALSE(findFix({typed("on a apple "), 4}, choice)) << "begins before what is vouched for";
 }
 
 TEST(CheckerSpelling, AThousandMistakesLeaveNothingBehind) {

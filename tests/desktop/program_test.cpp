@@ -132,8 +132,8 @@ TEST(Type, WhatStandsBehindACaretThatHasMovedIsLeftAlone) {
 TEST(Corrections, SureOrSilent) {
   const OwnFolder folder;
   const std::string left =
-      "The quantized flyer of the licensors, says Hoare to Ayn, is his theatre "
-      "programme. ";
+      "The quantized flyer of the licensors, says Hoare to Ayn, is his util of "
+      "theatre programme. ";
   RunningProgram type(
       folder,
       {.arguments = {"type"},

@@ -32,7 +32,7 @@ struct Pace {
   std::uint64_t quietNanoseconds;  ///< up to so long after the last sign of work
   Ticker::Microseconds interval;
 };
-constexpr std::array kPaces{Pace{1'000'000'000, Ticker::Microseconds(250)},
+constexpr std::array kPaces{Pace{1'000'000'000, Ticker::Microseconds(200)},
                             Pace{2'000'000'000, Ticker::Microseconds(1000)},
                             Pace{UINT64_MAX, Ticker::Microseconds(10'000)}};
 
@@ -166,13 +166,18 @@ void Checker::trySpelling() {
 
 /// Word data is English. The trial loads what a first word in question would have to wait for.
 void Checker::loadCorrections(const std::filesystem::path& configDirectory) {
+  Platform& platform = process_.platform();
   std::unique_ptr<corrections::Corrector> corrector;
-  if (isEnglish(options_.dictionary)) corrector = corrections::Corrector::open(process_.platform());
+  if (isEnglish(options_.dictionary)) corrector = corrections::Corrector::open(platform);
   if (corrector == nullptr) {
     std::cerr << "quorvane checker: no word data for " << options_.dictionary
               << " (scripts/word_data makes that for English): nothing is corrected by itself\n";
+  } else if (!corrections::Corrector::indexIsKept(platform)) {
+    std::cerr << "quorvane checker: the index of words can't be written to "
+              << platform.fileManager.cachesDirectory() << ": each start makes it anew\n";
   }
   corrections_.emplace(*spelling_, std::move(corrector), TakenBack(configDirectory, host_.log()),
+                       readCorrectionSwitches(configDirectory, host_.log()),
                        [this] { return host_.keyboardLayout(); });
   corrections_->offers({.spelt = "recieve"});
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tools/checker/ForeignText.h"
 #include "tools/checker/OfferedSuggestions.h"
 
 namespace quorvane::checker {
@@ -32,6 +33,7 @@ std::string capitalised(std::string word) {
 }
 
 Writing writingOf(const TypedWord& word) {
+  if (word.joined) return Writing::Joined;
   if (!isCapital(word.spelt.front())) return Writing::Small;
   return word.opensSentence ? Writing::CapitalAtStart : Writing::Capital;
 }
@@ -40,16 +42,25 @@ bool samePlace(const TypedWord& one, const TypedWord& other) {
   return one.session == other.session && one.before == other.before;
 }
 
+/// Somewhere before it, with the same text up to there.
+bool isOnTheWayTo(const TypedWord& place, const TypedWord& word) {
+  return place.session == word.session && word.before.size() < place.before.size() &&
+         std::ranges::equal(word.before, std::span(place.before).first(word.before.size()));
+}
+
 /// "i'm", "i've" and their like: no other word begins so.
 bool isSmallI(const std::string& word) { return word.size() > 2 && word.starts_with("i'"); }
 
 }  // namespace
 
 Corrections::Corrections(Spelling& dictionary, std::unique_ptr<corrections::Corrector> corrector,
-                         TakenBack takenBack, std::function<keyboard::LayoutData()> layout)
+                         TakenBack takenBack, const CorrectionSwitches& switches,
+                         std::function<keyboard::LayoutData()> layout)
     : dictionary_(dictionary),
       corrector_(std::move(corrector)),
       takenBack_(std::move(takenBack)),
+      switches_(switches),
+      passages_(switches, [this](auto word) { return corrector_->beginsWithVowel(word); }),
       layout_(std::move(layout)) {}
 
 void Corrections::followKeyboard() {
@@ -81,7 +92,10 @@ bool Corrections::isMeant(const std::string& spelt) const {
 
 std::optional<std::string> Corrections::sureReplacement(const TypedWord& word) {
   const std::string spelt = small(word.spelt);
-  if (isSmallI(word.spelt) && exists(capitalised(spelt))) return capitalised(spelt);
+  if (switches_.smallI && isSmallI(word.spelt) && exists(capitalised(spelt))) {
+    return capitalised(spelt);
+  }
+  if (!switches_.words) return std::nullopt;
   const corrections::Judgement judgement = judge(word);
   if (judgement.rule <= Rule::Known) return std::nullopt;
   if (judgement.rule != Rule::Sure || exists(word.spelt)) {
@@ -95,14 +109,32 @@ std::optional<std::string> Corrections::sureReplacement(const TypedWord& word) {
 
 std::optional<std::string> Corrections::replacement(const TypedWord& word) {
   if (!corrector_) return std::nullopt;
-  const auto last = std::exchange(last_, std::nullopt);
-  if (last && last->word.spelt == word.spelt && samePlace(last->word, word)) {
-    takenBack_.learn(small(word.spelt), small(last->replacement));
+  undone_.reset();
+  if (last_ && !isOnTheWayTo(last_->word, word)) {
+    if (last_->word.spelt == word.spelt && samePlace(last_->word, word)) undone_ = last_;
+    last_.reset();
+  }
+  if (undone_ && undone_->typed == word.spelt) {
+    takenBack_.learn(small(word.spelt), small(undone_->replacement));
     return std::nullopt;
   }
+  if (endsInForeignText(word.before)) return std::nullopt;
   auto replacement = sureReplacement(word);
-  if (replacement) last_ = Made{word, *replacement};
+  if (replacement) last_ = Made{word, word.spelt, *replacement};
   return replacement;
+}
+
+/// The popup asks for it, too, where nothing has been made that could be undone.
+std::optional<Passage> Corrections::passage(const TypedWord& word) {
+  if (!corrector_ || endsInForeignText(word.before)) return std::nullopt;
+  auto passage = passages_.endingIn(word);
+  if (!passage) return std::nullopt;
+  const std::string typed = small(passage->typed);
+  const std::string meant = small(passage->meant);
+  if (undone_ && undone_->typed == passage->typed) takenBack_.learn(typed, meant);
+  if (takenBack_.refuses(typed, meant)) return std::nullopt;
+  if (passage->certain) last_ = Made{word, passage->typed, passage->meant};
+  return passage;
 }
 
 /// Candidates and guesses by one score, the guesses as the dictionary writes them.

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "hosts/keyboard/LayoutWriter.h"
+#include "tools/checker/Passages.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/TakenBack.h"
 #include "tools/checker/WordChoice.h"
@@ -20,16 +21,19 @@ class Corrections final : public WordChoice {
   /// `corrector` null: nothing is corrected, and offers come as the dictionary has them. `layout`
   /// is asked at each word in question, so that a switch of keyboards takes effect at once.
   Corrections(Spelling& dictionary, std::unique_ptr<corrections::Corrector> corrector,
-              TakenBack takenBack, std::function<keyboard::LayoutData()> layout);
+              TakenBack takenBack, const CorrectionSwitches& switches,
+              std::function<keyboard::LayoutData()> layout);
 
   /// A word that comes back at once where one was replaced is taken back, and learned.
   std::optional<std::string> replacement(const TypedWord& word) override;
+  std::optional<Passage> passage(const TypedWord& word) override;
   void notMade() override { last_.reset(); }
   std::vector<std::string> offers(const TypedWord& word) override;
 
  private:
   struct Made {
     TypedWord word;
+    std::string typed;  ///< the word, or a passage that ends in it
     std::string replacement;
   };
 
@@ -46,9 +50,12 @@ class Corrections final : public WordChoice {
   Spelling& dictionary_;
   std::unique_ptr<corrections::Corrector> corrector_;
   TakenBack takenBack_;
+  CorrectionSwitches switches_;
+  Passages passages_;
   std::function<keyboard::LayoutData()> layout_;
   keyboard::LayoutData followed_;
   std::optional<Made> last_;
+  std::optional<Made> undone_;       ///< was `last_`, and the word just typed stands there again
   std::map<std::string, int> left_;  ///< unknown words that stayed as they were typed
 };
 

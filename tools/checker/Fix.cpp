@@ -59,8 +59,16 @@ std::optional<Ended> endedWordOf(const Typing& typing) {
   return Ended{*word,
                {spelling(text.subspan(word->start, word->end - word->start)),
                 word->opensSentence,
+                word->joined,
                 typing.session,
-                {before.begin(), before.end()}}};
+                {before.begin(), before.end()},
+                typing.record.key}};
+}
+
+std::optional<Fix> passageFix(const Typing& typing, const Ended& word, const Passage& passage) {
+  if (passage.start < typing.vouchedFrom) return std::nullopt;
+  return makeFix(typing.record, {.start = passage.start, .end = word.place.end}, passage.typed,
+                 passage.meant);
 }
 
 }  // namespace
@@ -68,9 +76,12 @@ std::optional<Ended> endedWordOf(const Typing& typing) {
 std::optional<Fix> findFix(const Typing& typing, WordChoice& choice) {
   const auto word = endedWordOf(typing);
   if (!word) return std::nullopt;
-  auto replacement = choice.replacement(word->typed);
-  if (!replacement) return std::nullopt;
-  return makeFix(typing.record, word->place, word->typed.spelt, std::move(*replacement));
+  if (auto replacement = choice.replacement(word->typed)) {
+    return makeFix(typing.record, word->place, word->typed.spelt, std::move(*replacement));
+  }
+  const auto passage = choice.passage(word->typed);
+  if (!passage || !passage->certain) return std::nullopt;
+  return passageFix(typing, *word, *passage);
 }
 
 std::vector<Fix> findOffers(const Typing& typing, WordChoice& choice) {
@@ -82,6 +93,10 @@ std::vector<Fix> findOffers(const Typing& typing, WordChoice& choice) {
     if (!isPopupLine(suggestion)) continue;
     auto fix = makeFix(typing.record, word->place, word->typed.spelt, std::move(suggestion));
     if (fix) offers.push_back(std::move(*fix));
+  }
+  if (!offers.empty()) return offers;
+  if (const auto passage = choice.passage(word->typed); passage && isPopupLine(passage->typed)) {
+    if (auto fix = passageFix(typing, *word, *passage)) offers.push_back(std::move(*fix));
   }
   return offers;
 }

@@ -13,6 +13,13 @@ constexpr std::uint32_t kForGood = 2;
 /// Whoever takes back more than this wants no corrections.
 constexpr std::size_t kMostEntries = 1000;
 
+/// A word, or several with a blank between them.
+bool isPassage(std::string_view text) {
+  const std::size_t blank = text.find(' ');
+  if (blank == std::string_view::npos) return corrections::isWord(text);
+  return corrections::isWord(text.substr(0, blank)) && isPassage(text.substr(blank + 1));
+}
+
 }  // namespace
 
 TakenBack::Entry TakenBack::entryFor(const std::string& typed) const {
@@ -29,7 +36,7 @@ bool TakenBack::refuses(const std::string& typed, const std::string& replacement
 }
 
 void TakenBack::learn(const std::string& typed, const std::string& replacement) {
-  if (!corrections::isWord(typed)) return;
+  if (!isPassage(typed)) return;
   thisSession_.emplace(typed, replacement);
   const Entry before = entryFor(typed);
   if (before.times == 0 && file_.groups().size() >= kMostEntries) return;
@@ -43,7 +50,7 @@ std::vector<TakenBack::Entry> TakenBack::entries() const {
   std::vector<Entry> entries;
   for (const std::string& group : file_.groups()) {
     Entry entry = entryFor(group);
-    if (corrections::isWord(group) && corrections::isWord(entry.replacement)) {
+    if (isPassage(group) && isPassage(entry.replacement)) {
       entries.push_back(std::move(entry));
     }
   }

@@ -1,7 +1,7 @@
 #pragma once
 // What the user has taken back: corrections not to be made again. Once is for this session, twice
-// for good. A settings file of the user's own holds a group for each word, and nothing else of what
-// was typed:
+// for good. A settings file of the user's own holds a group for each word or passage, and nothing
+// else of what was typed:
 //
 //     [teh]
 //     replacement=the

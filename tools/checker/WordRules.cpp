@@ -40,8 +40,9 @@ std::size_t beginOfEnd(Bytes text) {
   return last > 0 && isDashOfHyphens(text[last - 1], text[last]) ? last - 1 : last;
 }
 
-/// What glues a word to the one before it in addresses, paths, names of files and sums.
-bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`", byte); }
+/// What glues a word to the one before it in addresses, paths, names of files and sums, and in
+/// "[p]eople".
+bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`)]}:", byte); }
 
 bool isOrdinary(const TextRecord& record, Bytes word) {
   const auto ordinary = [&](std::uint8_t byte) {
@@ -85,7 +86,7 @@ std::optional<Word> endedWord(const TextRecord& record) {
   if (opened) ++start;
   if (closed) --end;
   if (start >= end || !isOrdinary(record, text.subspan(start, end - start))) return std::nullopt;
-  return Word{start, end, opensSentence(text.first(start))};
+  return Word{start, end, opensSentence(text.first(start)), start > 0 && text[start - 1] == '-'};
 }
 
 std::string spelling(Bytes word) {

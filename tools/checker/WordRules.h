@@ -20,6 +20,7 @@ struct Word {
   std::size_t start = 0;
   std::size_t end = 0;
   bool opensSentence = false;
+  bool joined = false;  ///< behind a hyphen
 };
 
 /// The word that the key just typed has ended, where its spelling is our concern. A word stays

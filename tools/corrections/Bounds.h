@@ -27,17 +27,16 @@ struct BoundsRow {
 inline constexpr std::array<BoundsRow, 8> kBounds{{
     {2, {99, 99}, {99, 99}},
     {3, {4.6F, 2.25F}, {5.5F, 2.5F}},
-    {4, {3.3F, 2.5F}, {3.6F, 2.5F}},
-    {5, {1.05F, 2}, {0.8F, 3}},
-    {6, {-0.7F, 2.9F}, {1.5F, 3.25F}},
-    {7, {-1.9F, 1.75F}, {-0.65F, 2.5F}},
-    {9, {-3.3F, 2.25F}, {-1.6F, 1.75F}},
-    {24, {-7, 2.4F}, {-4.1F, 2.5F}},
+    {4, {3.3F, 1.75F}, {3.6F, 3}},
+    {5, {1, 2}, {0.8F, 3}},
+    {6, {-0.6F, 2.75F}, {1.5F, 3.25F}},
+    {7, {-2, 1.75F}, {-0.6F, 1.75F}},
+    {9, {-3.2F, 1.5F}, {-1.6F, 1.75F}},
+    {24, {-6.8F, 1.75F}, {-3.4F, 2.5F}},
 }};
 
-/// On top, where a capital in mid-sentence says that it is rather a name.
-inline constexpr Bounds kForName{3.0F, 3.0F};
-/// On top, where a sentence begins with the capital.
-inline constexpr Bounds kForCapital{1.0F, 0.5F};
+/// On top, by how it is written, as `Writing` counts: with the capital that begins a sentence, with
+/// one in mid-sentence, which is rather a name's, or behind a hyphen, as parts of names are.
+inline constexpr std::array<Bounds, 4> kForWriting{{{0, 0}, {1.5F, 1.75F}, {4, 3.5F}, {3, 3}}};
 
 }  // namespace quorvane::corrections

@@ -1,5 +1,6 @@
 #include "tools/corrections/Corrector.h"
 
+#include <map>
 #include <sstream>
 #include <stdexcept>
 
@@ -21,13 +22,31 @@ EditWeights ownWeights() {
   return *weights;
 }
 
-void addTable(FrequencyTable& words, std::string_view table) {
+using Frequencies = std::map<std::string, std::int32_t, std::less<>>;
+
+void addTable(Frequencies& frequencies, std::string_view table) {
   std::istringstream lines{std::string(table)};
   for (std::string line; std::getline(lines, line);) {
     const std::size_t space = line.find(' ');
     if (line.starts_with('#') || space == std::string::npos) continue;
-    words.words.add(line.substr(0, space));
-    words.frequencies.push_back(intValue(std::string_view(line).substr(space)));
+    frequencies[line.substr(0, space)] = intValue(std::string_view(line).substr(space));
+  }
+}
+
+/// What the word data says of a word besides its frequency stays.
+void addOwnWords(FrequencyTable& words) {
+  Frequencies own;
+  addTable(own, kTechnicalWordsTable);
+  addTable(own, kContractionsTable);
+  for (std::uint32_t i = 0; i < words.words.size(); ++i) {
+    const auto found = own.find(words.words[i]);
+    if (found == own.end()) continue;
+    words.frequencies[i] = found->second;
+    own.erase(found);
+  }
+  for (const auto& [word, frequency] : own) {
+    words.words.add(word);
+    words.frequencies.push_back(frequency);
   }
 }
 
@@ -37,8 +56,7 @@ Made<NewWordIndex> makeIndex(Platform& platform, const std::string& json) {
   const auto error = platform.jsonSerialization.JSONObjectWithStream(json, reader);
   if (error) words = {};
   const bool sound = !error && words.words.size() >= kFewestWords;
-  addTable(words, kTechnicalWordsTable);
-  addTable(words, kContractionsTable);
+  addOwnWords(words);
   return {NewWordIndex(words), sound};
 }
 
@@ -61,6 +79,12 @@ std::unique_ptr<Corrector> Corrector::open(Platform& platform) {
   return std::unique_ptr<Corrector>(new Corrector(std::move(index)));
 }
 
+bool Corrector::indexIsKept(Platform& platform) {
+  FileManager& files = platform.fileManager;
+  return files.dataWithContentsOfMappedFile(files.cachesDirectory() + "/corrections.snapshot") !=
+         nullptr;
+}
+
 void Corrector::setNeighbours(const KeyNeighbours& neighbours) {
   cost_ = EditCost(weights_, neighbours);
 }
@@ -73,6 +97,10 @@ Judgement Corrector::judge(std::string_view word, Writing writing, const Accepts
 float Corrector::score(std::string_view candidate, std::string_view typed) {
   return index_.ask(
       [&](const WordIndex& index) { return Decision(index, cost_).score(candidate, typed); });
+}
+
+std::optional<bool> Corrector::beginsWithVowel(std::string_view word) {
+  return index_.ask([word](const WordIndex& index) { return index.beginsWithVowel(word); });
 }
 
 }  // namespace quorvane::corrections

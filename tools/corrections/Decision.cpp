@@ -58,8 +58,7 @@ Bounds operator+(const Bounds& one, const Bounds& other) {
 Bounds boundsFor(std::size_t letters, bool doubtful, Writing writing) {
   const auto* const row = std::ranges::lower_bound(kBounds, letters, {}, &BoundsRow::mostLetters);
   const Bounds bounds = doubtful ? row->doubtful : row->plain;
-  if (writing == Writing::Small) return bounds;
-  return bounds + (writing == Writing::Capital ? kForName : kForCapital);
+  return bounds + kForWriting[static_cast<std::size_t>(writing)];
 }
 
 Rule ruleOf(const Judgement& judgement) {
@@ -111,6 +110,17 @@ bool Decision::isDoubtful(std::string_view word, std::string_view best) const {
          isMadeOfKnown(index_, word, best);
 }
 
+/// A form of the best or of a word beside it, a word of another language, or written for one that
+/// only programs know: none of these is a slip.
+bool Decision::isItself(std::string_view word, const Judgement& judgement,
+                        const Accepts& accepts) const {
+  const std::string& best = judgement.ranked.front().word;
+  if (judgement.doubtful && differInEnding(word, best)) return true;
+  if (!isDoubling(word, best) && isRegularForm(index_, word)) return true;
+  if (endsForeign(word, best) || differInSpelling(word, best)) return true;
+  return !isInDictionaries(best, accepts) && !isWholeWord(index_, best);
+}
+
 Judgement Decision::judge(std::string_view word, Writing writing, const Accepts& accepts) const {
   Judgement judgement;
   if (!isWord(word)) {
@@ -125,6 +135,9 @@ Judgement Decision::judge(std::string_view word, Writing writing, const Accepts&
     judgement.doubtful = isDoubtful(word, judgement.ranked.front().word);
     judgement.needed = boundsFor(word.size(), judgement.doubtful, writing);
     judgement.rule = ruleOf(judgement);
+    if (judgement.rule == Rule::Sure && isItself(word, judgement, accepts)) {
+      judgement.rule = Rule::Itself;
+    }
   }
   return judgement;
 }

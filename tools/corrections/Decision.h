@@ -18,8 +18,8 @@ struct Candidate {
   float score = 0;
 };
 
-/// How the word stands in its text.
-enum class Writing { Small, CapitalAtStart, Capital };
+/// How the word stands in its text. Joined: behind a hyphen.
+enum class Writing { Small, CapitalAtStart, Capital, Joined };
 
 enum class Rule {
   NotAWord,    ///< none of ours: too short, too long, or of other characters
@@ -27,6 +27,7 @@ enum class Rule {
   Nothing,     ///< no word is near
   BelowFloor,  ///< the best is too unlikely
   NarrowLead,  ///< the second is too likely as well
+  Itself,      ///< rather another form, a foreign word or a name of programmers, see `isItself`
   Sure
 };
 
@@ -59,6 +60,8 @@ class Decision {
   [[nodiscard]] std::vector<Candidate> rank(std::string_view word, const Accepts& accepts) const;
   [[nodiscard]] bool exists(std::string_view word, const Accepts& accepts) const;
   [[nodiscard]] bool isDoubtful(std::string_view word, std::string_view best) const;
+  [[nodiscard]] bool isItself(std::string_view word, const Judgement& judgement,
+                              const Accepts& accepts) const;
 
   const WordIndex& index_;
   const EditCost& cost_;

@@ -28,16 +28,14 @@ Letters lettersOf(std::string_view word) {
 }  // namespace
 
 struct EditCost::Step {
-  Cost cost = kFar;
-  std::uint8_t meantBack = 0;
-  std::uint8_t typedBack = 0;
+  Cost cost;
+  std::uint8_t meantBack;
+  std::uint8_t typedBack;
 };
 
 struct EditCost::Table {
   Letters meant;
   Letters typed;
-  std::size_t meantSize = 0;
-  std::size_t typedSize = 0;
   std::array<std::array<Step, kLongestWord + 1>, kLongestWord + 1> steps;
 };
 
@@ -47,15 +45,15 @@ EditCost::EditCost(const EditWeights& weights, const KeyNeighbours& neighbours)
   for (Letter x = 0; x < kLetters; ++x) {
     for (Letter y = 0; y < kLetters; ++y) {
       if (neighbours.areNear(x, y)) changed[x][y] = either(changed[x][y], weights.nearChange);
+      nearExtra_[x][y] = either(costs_.of(Slip::Extra)[x][y], weights.nearExtra);
     }
   }
 }
 
 /// A finger that hits two keys hits the one beside the letter before or behind.
 Cost EditCost::extra(Letter before, Letter behind, Letter typed) const {
-  const Cost cost = costs_.of(Slip::Extra)[before][typed];
   const bool near = neighbours_.areNear(before, typed) || neighbours_.areNear(behind, typed);
-  return near ? either(cost, costs_.nearExtra) : cost;
+  return (near ? nearExtra_ : costs_.of(Slip::Extra))[before][typed];
 }
 
 /// `i` letters meant have become `j` letters typed.
@@ -63,6 +61,7 @@ void EditCost::step(Table& table, std::size_t i, std::size_t j) const {
   const Letters& meant = table.meant;
   const Letters& typed = table.typed;
   Step& best = table.steps[i][j];
+  best = {kFar, 0, 0};
   const auto offer = [&](std::uint8_t meantBack, std::uint8_t typedBack, Cost cost) {
     cost += table.steps[i - meantBack][j - typedBack].cost;
     if (cost < best.cost) best = {cost, meantBack, typedBack};
@@ -81,8 +80,10 @@ void EditCost::step(Table& table, std::size_t i, std::size_t j) const {
 }
 
 EditCost::Table EditCost::fill(std::string_view meant, std::string_view typed) const {
-  Table table{lettersOf(meant), lettersOf(typed), meant.size(), typed.size(), {}};
-  table.steps[0][0].cost = 0;
+  Table table;  // most of it is never used
+  table.meant = lettersOf(meant);
+  table.typed = lettersOf(typed);
+  table.steps[0][0] = {0, 0, 0};
   for (std::size_t i = 0; i <= meant.size(); ++i) {
     for (std::size_t j = 0; j <= typed.size(); ++j) {
       if (i + j > 0) step(table, i, j);
@@ -117,29 +118,46 @@ std::vector<SlipAt> EditCost::slips(std::string_view meant, std::string_view typ
   return found;
 }
 
+namespace {
+
+using Row = std::array<std::uint8_t, kLongestWord + 2>;
+
+/// Row `i` of the table of slips, as far as it lies near the diagonal, and its least number.
+std::size_t fillRow(std::array<Row, 3>& rows, std::string_view one, std::string_view other,
+                    std::size_t i, std::size_t limit) {
+  const auto far = static_cast<std::uint8_t>(limit + 1);
+  Row& row = rows[i % 3];
+  const Row& before = rows[(i + 2) % 3];
+  const Row& before2 = rows[(i + 1) % 3];
+  const std::size_t first = i > limit ? i - limit : 1;
+  const std::size_t last = std::min(other.size(), i + limit);
+  std::uint8_t least = row[first - 1] = i <= limit ? static_cast<std::uint8_t>(i) : far;
+  for (std::size_t j = first; j <= last; ++j) {
+    const bool differ = one[i - 1] != other[j - 1];
+    auto slips = std::min<int>({before[j] + 1, row[j - 1] + 1, before[j - 1] + int{differ}});
+    if (i > 1 && j > 1 && one[i - 1] == other[j - 2] && one[i - 2] == other[j - 1]) {
+      slips = std::min(slips, before2[j - 2] + 1);
+    }
+    row[j] = std::min(static_cast<std::uint8_t>(slips), far);
+    least = std::min(least, row[j]);
+  }
+  row[last + 1] = far;
+  return least;
+}
+
+}  // namespace
+
 std::size_t slipsBetween(std::string_view one, std::string_view other, std::size_t limit) {
-  using Row = std::array<std::size_t, kLongestWord + 1>;
   if (std::max(one.size(), other.size()) > kLongestWord) return limit + 1;
   if (one.size() > other.size() + limit || other.size() > one.size() + limit) return limit + 1;
-  Row before2{};
-  Row before{};
-  Row row{};
-  for (std::size_t j = 0; j <= other.size(); ++j) row[j] = j;
-  for (std::size_t i = 1; i <= one.size(); ++i) {
-    before2 = before;
-    before = row;
-    std::size_t least = row[0] = i;
-    for (std::size_t j = 1; j <= other.size(); ++j) {
-      row[j] =
-          std::min({before[j] + 1, row[j - 1] + 1, before[j - 1] + (one[i - 1] != other[j - 1])});
-      if (i > 1 && j > 1 && one[i - 1] == other[j - 2] && one[i - 2] == other[j - 1]) {
-        row[j] = std::min(row[j], before2[j - 2] + 1);
-      }
-      least = std::min(least, row[j]);
-    }
-    if (least > limit) return limit + 1;
+  std::array<Row, 3> rows;
+  for (std::size_t j = 0; j < rows[0].size(); ++j) {
+    rows[0][j] = static_cast<std::uint8_t>(std::min(j, limit + 1));
   }
-  return std::min(row[other.size()], limit + 1);
+  for (std::size_t i = 1; i <= one.size(); ++i) {
+    if (fillRow(rows, one, other, i, limit) > limit) return limit + 1;
+  }
+  return rows[one.size() % 3][other.size()];
 }
 
 }  // namespace quorvane::corrections

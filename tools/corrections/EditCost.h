@@ -35,7 +35,8 @@ class EditCost {
   void step(Table& table, std::size_t i, std::size_t j) const;
   [[nodiscard]] Cost extra(Letter before, Letter behind, Letter typed) const;
 
-  EditWeights costs_;  ///< neighbours included
+  EditWeights costs_;    ///< neighbours included
+  PairCosts nearExtra_;  ///< with a neighbour beside it
   KeyNeighbours neighbours_;
 };
 

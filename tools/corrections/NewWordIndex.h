@@ -26,7 +26,8 @@ class NewWordIndex {
   TextPile words_;
   std::vector<std::uint8_t> frequencies_;
   std::vector<std::uint32_t> buckets_;
-  std::vector<std::uint32_t> entries_;
+  std::vector<PackedEntry> entries_;
+  std::vector<FirstSound> sounds_;
 };
 
 }  // namespace quorvane::corrections

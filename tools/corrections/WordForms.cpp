@@ -23,6 +23,12 @@ constexpr std::array<std::string_view, 58> kEndings{
     "ic",   "ical",  "ically", "ability", "ization", "isation", "n't",   "'ll",   "'ve",  "'d",
     "'s",   "'re",   "ship",   "hood",    "dom",     "ment",    "ments", "ible"};
 
+/// Of nouns and verbs.
+constexpr std::array<std::string_view, 10> kInflections{"",   "s",  "d",   "r",  "ed",
+                                                        "er", "es", "ing", "rs", "ers"};
+constexpr std::array<std::string_view, 5> kRegularEndings{"s", "ed", "ing", "er", "ers"};
+constexpr std::size_t kShortestStem = 4;
+
 constexpr float kAttested = 2.2F;
 constexpr float kCommon = 5.7F;
 constexpr float kVeryCommon = 6.9F;
@@ -44,8 +50,8 @@ bool isPrefixed(const WordIndex& index, std::string_view word) {
 }
 
 /// Short parts are to be very common: nearly any letters can be cut into rare words of three.
-bool isCompound(const WordIndex& index, std::string_view word) {
-  for (std::size_t cut = kShortestPart; cut + kShortestPart <= word.size(); ++cut) {
+bool isCompound(const WordIndex& index, std::string_view word, std::size_t shortest) {
+  for (std::size_t cut = shortest; cut + shortest <= word.size(); ++cut) {
     const bool longer = cut >= kLongerPart && cut + kLongerPart <= word.size();
     const float common = longer ? kCommon : kVeryCommon;
     if (isAtLeast(index, word.substr(0, cut), common) &&
@@ -79,6 +85,21 @@ bool isInflected(const WordIndex& index, std::string_view word, std::string_view
   return inflected;
 }
 
+/// Takes "es" in place of "s".
+bool hisses(std::string_view stem) {
+  constexpr std::string_view kHissing = "hsxz";
+  return stem.empty() || kHissing.find(stem.back()) != std::string_view::npos;
+}
+
+bool isInflection(std::string_view ending) {
+  return std::ranges::find(kInflections, ending) != kInflections.end();
+}
+
+std::size_t sharedLetters(std::string_view one, std::string_view other) {
+  const auto end = std::ranges::mismatch(one, other).in1;
+  return static_cast<std::size_t>(end - one.begin());
+}
+
 }  // namespace
 
 bool isKnown(const WordIndex& index, std::string_view word) {
@@ -87,7 +108,55 @@ bool isKnown(const WordIndex& index, std::string_view word) {
 }
 
 bool isMadeOfKnown(const WordIndex& index, std::string_view word, std::string_view candidate) {
-  return isInflected(index, word, candidate) || isPrefixed(index, word) || isCompound(index, word);
+  return isInflected(index, word, candidate) || isPrefixed(index, word) ||
+         isCompound(index, word, kShortestPart);
+}
+
+bool isWholeWord(const WordIndex& index, std::string_view word) {
+  return isInflected(index, word, {}) || isPrefixed(index, word) ||
+         isCompound(index, word, kLongerPart);
+}
+
+bool isRegularForm(const WordIndex& index, std::string_view word) {
+  const auto isVeryCommon = [&index](const std::string& base) {
+    return base.size() >= kShortestStem && isAtLeast(index, base, kVeryCommon);
+  };
+  for (const std::string_view ending : kRegularEndings) {
+    if (!word.ends_with(ending)) continue;
+    const std::string stem(word.substr(0, word.size() - ending.size()));
+    const bool takesIt = ending == "s" ? !hisses(stem) : !stem.ends_with('e');
+    if (takesIt && isVeryCommon(stem)) return true;
+    if (ending != "s" && isVeryCommon(stem + 'e')) return true;
+  }
+  return false;
+}
+
+/// The last shared letter may be the e of one ending.
+bool differInEnding(std::string_view one, std::string_view other) {
+  const std::size_t shared = sharedLetters(one, other);
+  for (std::size_t stem = shared; stem + 1 >= shared && stem >= kShortestStem; --stem) {
+    if (isInflection(one.substr(stem)) && isInflection(other.substr(stem))) return true;
+  }
+  return false;
+}
+
+bool differInSpelling(std::string_view one, std::string_view other) {
+  const auto same = [](char a, char b) { return a == b || (a == 's' && b == 'z'); };
+  return std::ranges::equal(one, other, same) || std::ranges::equal(other, one, same);
+}
+
+bool endsForeign(std::string_view word, std::string_view candidate) {
+  constexpr std::size_t kEnd = 3;
+  const auto withoutS = [](std::string_view text) {
+    return text.ends_with('s') ? text.substr(0, text.size() - 1) : text;
+  };
+  const std::string_view stem = withoutS(word);
+  const std::string_view other = withoutS(candidate);
+  if (stem.empty() || std::string_view("aio").find(stem.back()) == std::string_view::npos) {
+    return false;
+  }
+  return other.substr(other.size() - std::min(kEnd, other.size())).find(stem.back()) ==
+         std::string_view::npos;
 }
 
 }  // namespace quorvane::corrections

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "src/completion/Snapshot.h"
+#include "tools/corrections/WordIndex_Layout.h"
 
 namespace quorvane::corrections {
 
@@ -21,6 +22,9 @@ class WordIndex {
   /// The natural logarithm of its frequency. Empty for an unknown word.
   [[nodiscard]] std::optional<float> logFrequency(std::string_view word) const;
 
+  /// Whether its first sound is a vowel. Empty where that isn't known.
+  [[nodiscard]] std::optional<bool> beginsWithVowel(std::string_view word) const;
+
   struct Entry {
     std::string_view word;  ///< lives as long as the index
     float logFrequency = 0;
@@ -30,11 +34,15 @@ class WordIndex {
   [[nodiscard]] std::vector<Entry> near(std::string_view typed) const;
 
  private:
+  [[nodiscard]] std::vector<std::uint32_t> candidates(std::string_view typed,
+                                                      std::size_t slips) const;
+
   std::unique_ptr<const Snapshot> snapshot_;
   TextArray words_;
   Numbers<std::uint8_t> frequencies_;
   Numbers<std::uint32_t> buckets_;
-  Numbers<std::uint32_t> entries_;
+  Numbers<PackedEntry> entries_;
+  Numbers<FirstSound> sounds_;
 };
 
 }  // namespace quorvane::corrections

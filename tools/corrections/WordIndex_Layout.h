@@ -9,17 +9,21 @@
 #include <string_view>
 
 #include "platform/MacTypes.h"
+#include "tools/corrections/Alphabet.h"
 
 namespace quorvane::corrections {
 
-inline constexpr FourCharCode kWordIndex = "Cor1"_4cc;
+inline constexpr FourCharCode kWordIndex = "Cor3"_4cc;
 
 enum WordIndexSection : std::size_t {
   kWords = 1,        ///< texts: two sections, in the order of their bytes
   kFrequencies = 3,  ///< 8 bits for each word, see below
   kBuckets = 4,      ///< 32 bits for each bucket and the end: where its entries begin
-  kEntries = 5,      ///< 32 bits each: a word that leaves behind what hashes to this bucket
+  kEntries = 5,      ///< 24 bits each: a word that leaves behind what hashes to this bucket
+  kSounds = 6,       ///< a byte for each word, see `FirstSound`
 };
+
+enum class FirstSound : std::uint8_t { Unknown, Consonant, Vowel };
 
 /// What is left of a word's beginning when up to two letters are taken out leads to the word.
 inline constexpr std::size_t kPrefix = 7;
@@ -35,6 +39,21 @@ inline std::uint8_t packedFrequency(double frequency) {
 inline float logFrequency(std::uint8_t packed) {
   return packed == 0 ? 0 : static_cast<float>(packed - 1) / kFrequencySteps;
 }
+
+/// Number and size of a word.
+using PackedEntry = std::array<std::uint8_t, 3>;
+inline constexpr std::size_t kMostIndexed = std::size_t{1} << 19;
+
+constexpr PackedEntry packedEntry(std::uint32_t word, std::size_t size) {
+  const auto bits = word << 5U | static_cast<std::uint32_t>(size);
+  return {static_cast<std::uint8_t>(bits >> 16U), static_cast<std::uint8_t>(bits >> 8U),
+          static_cast<std::uint8_t>(bits)};
+}
+constexpr std::uint32_t wordIn(PackedEntry entry) {
+  return std::uint32_t{entry[0]} << 11U | std::uint32_t{entry[1]} << 3U | entry[2] >> 5U;
+}
+constexpr std::size_t sizeIn(PackedEntry entry) { return entry[2] & 31U; }
+static_assert(kLongestWord < 32);
 
 constexpr std::size_t bucketOf(std::string_view remains) {
   std::uint32_t hash = 2166136261;

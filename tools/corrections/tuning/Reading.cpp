@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "tools/checker/ForeignText.h"
 #include "tools/checker/WordRules.h"
 
 namespace quorvane::corrections {
@@ -18,14 +19,15 @@ bool isInWord(std::uint8_t byte) { return byte >= 128 || byte == '\'' || std::is
 
 void addWord(Reading& reading, const checker::TextRecord& record) {
   const auto word = checker::endedWord(record);
-  if (!word) return;
   const auto bytes = std::span<const std::uint8_t>(record.text);
+  if (!word || checker::endsInForeignText(bytes.first(word->start))) return;
   TextWord found{checker::spelling(bytes.subspan(word->start, word->end - word->start))};
   char& first = found.word.front();
   if (first >= 'A' && first <= 'Z') {
     first = static_cast<char>(first - 'A' + 'a');
     found.writing = word->opensSentence ? Writing::CapitalAtStart : Writing::Capital;
   }
+  if (word->joined) found.writing = Writing::Joined;
   ++reading.checked[found];
 }
 

@@ -11,13 +11,14 @@
 #include "tools/corrections/Corrector.h"
 #include "tools/corrections/tuning/Learning.h"
 #include "tools/corrections/tuning/Reading.h"
+#include "tools/corrections/tuning/Timing.h"
 
 namespace quorvane::corrections {
 
 namespace {
 
-constexpr std::array<std::string_view, 6> kRuleNames{"none",  "known", "nothing",
-                                                     "floor", "lead",  "sure"};
+constexpr std::array<std::string_view, 7> kRuleNames{"none", "known",  "nothing", "floor",
+                                                     "lead", "itself", "sure"};
 
 /// The corrector in its surroundings, as the stand-in has it.
 class Bench {
@@ -77,6 +78,20 @@ void judgeText(Bench& bench, const std::filesystem::path& file) {
   }
 }
 
+/// The words typed of pairs, and those of texts.
+void timeWords(Bench& bench, const std::string& pairs, const std::vector<std::string>& texts,
+               std::size_t random) {
+  std::vector<std::string> words;
+  if (!pairs.empty()) {
+    for (const Pair& pair : parsePairs(fileText(pairs))) words.push_back(pair.typed);
+  }
+  for (const std::string& text : texts) {
+    for (const auto& [word, count] : readWords(fileText(text)).checked) words.push_back(word.word);
+  }
+  addRandomWords(words, random);
+  tellCosts(words, [&bench](const std::string& word) { bench.judge(word, Writing::Small); });
+}
+
 int run(int argc, char** argv) {
   CLI::App options("Learns and shows what corrections are made of.");
   options.require_subcommand(1);
@@ -85,8 +100,13 @@ int run(int argc, char** argv) {
   CLI::App& learn = *options.add_subcommand("learn", "Prints weights learned from pairs");
   learn.add_option("PAIRS", pairs, "Lines typed<TAB>meant")->required();
   CLI::App& judge = *options.add_subcommand("judge", "Prints a line for each word in question");
-  judge.add_option("--pairs", pairs, "Lines typed<TAB>meant");
-  judge.add_option("TEXT", texts, "Files of text");
+  std::size_t random = 0;
+  CLI::App& time = *options.add_subcommand("time", "Prints what the decision costs");
+  time.add_option("--random", random, "So many words more, random ones and mixtures");
+  for (CLI::App* const command : {&judge, &time}) {
+    command->add_option("--pairs", pairs, "Lines typed<TAB>meant");
+    command->add_option("TEXT", texts, "Files of text");
+  }
   try {
     options.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -97,6 +117,10 @@ int run(int argc, char** argv) {
     return 0;
   }
   Bench bench;
+  if (time.parsed()) {
+    timeWords(bench, pairs, texts, random);
+    return 0;
+  }
   if (!pairs.empty()) judgePairs(bench, pairs);
   for (const std::string& text : texts) judgeText(bench, text);
   return 0;
