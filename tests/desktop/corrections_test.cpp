@@ -5,8 +5,8 @@
 #include <csignal>
 #include <fstream>
 
-#include "tests/desktop/DesktopStage.h"
-#include "tests/desktop/RunningProgram.h"
+#include "tests/support/DesktopStage.h"
+#include "tests/support/RunningProgram.h"
 
 namespace quorvane::tests {
 namespace {
