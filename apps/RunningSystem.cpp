@@ -57,16 +57,16 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       sharedMemory_(host_.platform().sharedMemory),
       application_(
           host_.application(), [this] { begin(); }, [this] { exiting(); }),
-      process_(platform()),
-      controller_(process_),
+      instance_(platform()),
+      controller_(instance_),
       textApplication_(host_.platform().clock, host_.log(), field_.events),
       document_(textApplication_.addDocument()) {
   host_.log().enabled = options.logDescriptor.has_value();
   host_.log().showPrivate = options.showPrivate;
-  process_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = options.switches;
-  process_.state<MainState>().GlobalAutoCompleteFlags = {std::uint8_t{options.withSpace},
-                                                         std::uint8_t{options.vertical},
-                                                         std::uint8_t{options.shiftToggle}};
+  instance_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = options.switches;
+  instance_.state<MainState>().GlobalAutoCompleteFlags = {std::uint8_t{options.withSpace},
+                                                          std::uint8_t{options.vertical},
+                                                          std::uint8_t{options.shiftToggle}};
   connectKeyboard();
   field_.connect(textApplication_, host_.screens(), host_.application());
   textApplication_.setController(&controller_);
@@ -131,7 +131,7 @@ void RunningSystem::run(std::function<void()> body) {
   if (standIn_) awaitStandIn();
   if (signal_ != 0) return;
   if (standsAside()) return standAside();
-  if (InputMethodMain(process_, {}) != 0) {
+  if (InputMethodMain(instance_, {}) != 0) {
     throw std::runtime_error("the input method doesn't start; try again with --log");
   }
 }
@@ -149,11 +149,11 @@ void RunningSystem::awaitStandIn() {
     host_.runLoop().runFor(kTurn);
   }
   standIn_->stopListening();
-  if (Is_Quorvane_AppReady(process_) == 0) {
+  if (Is_Quorvane_AppReady(instance_) == 0) {
     std::cerr << "quorvane: the stand-in main application has no dictionary; typing goes on"
                  " unchecked\n";
   }
-  MasterCloseToolRecPtr(process_);
+  MasterCloseToolRecPtr(instance_);
 }
 
 void RunningSystem::standAside() {

@@ -17,7 +17,7 @@
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/FieldParts.h"
 #include "hosts/field/TextApplication.h"
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/completion/InputController.h"
 
 namespace quorvane {
@@ -38,7 +38,7 @@ class RunningSystem {
   void settle();
 
   [[nodiscard]] desktop::DesktopHost& host() { return host_; }
-  [[nodiscard]] Process& process() { return process_; }
+  [[nodiscard]] Instance& instance() { return instance_; }
   [[nodiscard]] InputController& controller() { return controller_; }
   [[nodiscard]] field::FieldParts& field() { return field_; }
   [[nodiscard]] field::TextApplication& textApplication() { return textApplication_; }
@@ -81,7 +81,7 @@ class RunningSystem {
   ObservedMessagePorts messagePorts_;
   ObservedSharedMemory sharedMemory_;
   OwnApplication application_;
-  Process process_;
+  Instance instance_;
   InputController controller_;
   field::TextApplication textApplication_;
   field::Document& document_;

@@ -10,7 +10,7 @@
 #include "apps/Utf8Input.h"
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/FieldParts.h"
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/base/Text.h"
 #include "src/completion/ConversionEngine.h"
 
@@ -24,8 +24,8 @@ std::string listsFor(const Prefixes& prefixes, bool log) {
   desktop::DesktopHost host(desktop::DesktopConfiguration::fromEnvironment(),
                             nowhere.forPlatform());
   host.log().enabled = log;
-  Process process(host.platform());
-  ConversionEngine& engine = ConversionEngine::sharedEngine(process);
+  Instance instance(host.platform());
+  ConversionEngine& engine = ConversionEngine::sharedEngine(instance);
   std::string lists;
   for (const std::u16string& prefix : prefixes) {
     if (&prefix != &prefixes.front()) lists += '\n';

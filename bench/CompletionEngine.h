@@ -27,11 +27,11 @@ class Engine {
   Engine() { host_.log().enabled = false; }
 
   ConversionEngine& restart() {
-    process_.emplace(host_.platform());
-    return ConversionEngine::sharedEngine(*process_);
+    instance_.emplace(host_.platform());
+    return ConversionEngine::sharedEngine(*instance_);
   }
   ConversionEngine& get() {
-    return process_ ? ConversionEngine::sharedEngine(*process_) : restart();
+    return instance_ ? ConversionEngine::sharedEngine(*instance_) : restart();
   }
   Platform platform() { return host_.platform(); }
   void removeSnapshots() {
@@ -42,7 +42,7 @@ class Engine {
   field::FieldParts nowhere_;
   desktop::DesktopHost host_{desktop::DesktopConfiguration::fromEnvironment(),
                              nowhere_.forPlatform()};
-  std::optional<Process> process_;
+  std::optional<Instance> instance_;
 };
 
 /// The one engine of all benchmarks.

@@ -77,13 +77,13 @@ void serveAsMainApplication() {
   configuration.ownProcess = {"Quorvane", "QVPX"_4cc, "APPL"_4cc, "com.tallowmere.quorvane"};
   desktop::DesktopHost host(configuration, nowhere.forPlatform());
   host.log().enabled = false;
-  Process process(host.platform());
+  Instance instance(host.platform());
   std::uint32_t slot = 0;
   for (const auto& [key, size] : kSegments) {
-    void* block = GETSAFEMEMBLOCK(process, key, size, slot++);
+    void* block = GETSAFEMEMBLOCK(instance, key, size, slot++);
     if (key == kToolCRecKey) writeInteractiveMode(block);
   }
-  MessagePorts& ports = process.platform().messagePorts;
+  MessagePorts& ports = instance.platform().messagePorts;
   const auto port = ports.CFMessagePortCreateLocal(
       kBasicAppPortName, [](std::int32_t, const CFData*) { return std::nullopt; });
   CFRunLoop& loop = *host.runLoop().CFRunLoopGetCurrent();

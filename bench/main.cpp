@@ -58,14 +58,14 @@ class InputMethod {
       host_.runLoop().quit();
       return false;
     });
-    InputMethodMain(process_, {});
-    process_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = kSwitches;
+    InputMethodMain(instance_, {});
+    instance_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = kSwitches;
     host_.runLoop().runPending();
   }
 
   /// Waits until the main application has come, or gone.
   void awaitMainApplication(bool running) {
-    while ((IsQUORVANEAPPRUNNING(process_) != 0) != running) {
+    while ((IsQUORVANEAPPRUNNING(instance_) != 0) != running) {
       host_.runLoop().runFor(std::chrono::milliseconds(5));
     }
   }
@@ -75,14 +75,14 @@ class InputMethod {
     controller_.handleEvent(event_, &client_);
   }
   void startWord() {
-    if (BIMSessionRec* session = BIMGetActiveSession(process_); session != nullptr) {
+    if (BIMSessionRec* session = BIMGetActiveSession(instance_); session != nullptr) {
       session->cursor = 0;
       session->length = 0;
       session->editState = 0;
     }
   }
   void setLog(bool on) { host_.log().enabled = on; }
-  Process& process() { return process_; }
+  Instance& instance() { return instance_; }
 
  private:
   static desktop::DesktopConfiguration configuration() {
@@ -94,8 +94,8 @@ class InputMethod {
 
   field::FieldParts nowhere_;
   desktop::DesktopHost host_{configuration(), nowhere_.forPlatform()};
-  Process process_{host_.platform()};
-  InputController controller_{process_};
+  Instance instance_{host_.platform()};
+  InputController controller_{instance_};
   QuietClient client_;
   CarbonEvent carbon_{kEventClassKeyboard, kEventRawKeyDown, 1.0, 'a', 0, 0, {}};
   NSEvent event_{NSEventType::KeyDown, 0, 0, u"a", &carbon_};
@@ -168,9 +168,9 @@ void bareEcho(benchmark::State& state) {
 }
 
 void messageWithReply(benchmark::State& state) {
-  Process& process = world().inputMethod->process();
+  Instance& instance = world().inputMethod->instance();
   for (auto step : state) {
-    if (BIM_SendMessageToUIServerWithReply(process, 2, "BNCH"_4cc, nullptr) != 0) std::abort();
+    if (BIM_SendMessageToUIServerWithReply(instance, 2, "BNCH"_4cc, nullptr) != 0) std::abort();
   }
 }
 

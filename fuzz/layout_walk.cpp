@@ -11,10 +11,10 @@ namespace {
 /// Before the layout.
 constexpr std::size_t kQuestions = 32;
 
-void findCharacter(Process& process, Bytes layout, std::int8_t character) {
+void findCharacter(Instance& instance, Bytes layout, std::int8_t character) {
   std::int32_t shift = 0;
   std::int32_t option = 0;
-  const std::uint32_t key = keyCodeForCharWithLayout(process, character, layout, shift, option);
+  const std::uint32_t key = keyCodeForCharWithLayout(instance, character, layout, shift, option);
   require(key <= kNoKeyCode, "a key code has 16 bits");
   require(shift >> 1 == 0 && option >> 1 == 0, "an answer is yes or no");
   if (key == kNoKeyCode) {
@@ -37,9 +37,9 @@ void translate(UnicodeUtilities& utilities, Bytes layout, Input& input) {
   require(status != noErr || length <= room.size(), "what is typed fits");
 }
 
-void askForString(memory::MemoryHost& host, Process& process, Bytes layout, Input& input) {
+void askForString(memory::MemoryHost& host, Instance& instance, Bytes layout, Input& input) {
   host.useLayout(std::make_shared<const std::vector<std::uint8_t>>(copyOf(layout)));
-  const auto text = createStringForKey(process, input.half());
+  const auto text = createStringForKey(instance, input.half());
   require(text && text->size() == 1, "a key's string has one unit");
 }
 
@@ -47,15 +47,15 @@ void askForString(memory::MemoryHost& host, Process& process, Bytes layout, Inpu
 
 void run(Bytes bytes) {
   static memory::MemoryHost host;  // nothing of a question stays in it but the layout
-  static Process process{host.platform()};
+  static Instance instance{host.platform()};
   host.journal.setRecording(false);
   const std::size_t questions = std::min(bytes.size(), kQuestions);
   Input input(bytes.first(questions));
   // A copy of its own, so that one byte too far is seen.
   const auto layout = copyOf(bytes.subspan(questions));
-  findCharacter(process, layout, static_cast<std::int8_t>(input.byte()));
+  findCharacter(instance, layout, static_cast<std::int8_t>(input.byte()));
   translate(host.unicodeUtilities, layout, input);
-  askForString(host, process, layout, input);
+  askForString(host, instance, layout, input);
 }
 
 }  // namespace quorvane::fuzz

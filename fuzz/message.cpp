@@ -40,7 +40,7 @@ void handle(Subject& subject, const desktop::Request& request, std::uint8_t way)
     subject.host.runPending();
     return;
   }
-  const auto reply = BIMMessagePortCallBack(subject.process, request.messageId,
+  const auto reply = BIMMessagePortCallBack(subject.instance, request.messageId,
                                             (way & kWithoutData) != 0 ? nullptr : &data);
   require(!reply, "the port never replies");
 }

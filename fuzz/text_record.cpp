@@ -21,7 +21,7 @@ std::vector<std::uint8_t> textSegment(Subject& subject) {
 void write(Subject& subject, std::size_t at, Bytes bytes) {
   subject.host.sharedMemory.write(segment(subject, kTextRecord), at, bytes);
 }
-BIMSessionRec* active(Subject& subject) { return BIMGetActiveSession(subject.process); }
+BIMSessionRec* active(Subject& subject) { return BIMGetActiveSession(subject.instance); }
 
 bool holdsText(const BIMSessionRec& session, const checker::TextRecord& record) {
   return session.cursor == record.text.size() && session.length == record.length &&
@@ -32,7 +32,7 @@ bool holdsText(const BIMSessionRec& session, const checker::TextRecord& record) 
 void takeOver(Subject& subject, Input& /*input*/) {
   BIMSessionRec* session = active(subject);
   subject.host.journal.beforeCall(0, {});
-  const bool taken = CheckEditReplacements(subject.process, session) != 0;
+  const bool taken = CheckEditReplacements(subject.instance, session) != 0;
   const auto bytes = textSegment(subject);
   const auto record = checker::decodeTextRecord(bytes);
   if (taken && bytes.size() >= checker::kTextRecordSize) {
@@ -53,7 +53,7 @@ void takeOver(Subject& subject, Input& /*input*/) {
 void publish(Subject& subject, Input& input) {
   BIMSessionRec* session = active(subject);
   subject.host.journal.beforeCall(0, {});
-  if (Set_InteractiveSession(subject.process, session, input.byte()) == 0) return;
+  if (Set_InteractiveSession(subject.instance, session, input.byte()) == 0) return;
   const auto bytes = textSegment(subject);
   if (bytes.size() < checker::kTextRecordSize) return;
   const auto record = checker::decodeTextRecord(bytes);
@@ -61,7 +61,7 @@ void publish(Subject& subject, Input& input) {
 }
 
 void refresh(Subject& subject, Input& input) {
-  Check_Update_Document_Session_Buffer(subject.process, input.flag() ? active(subject) : nullptr);
+  Check_Update_Document_Session_Buffer(subject.instance, input.flag() ? active(subject) : nullptr);
 }
 void writeAnywhere(Subject& subject, Input& input) {
   const std::size_t at = input.half() % 500;

@@ -95,7 +95,7 @@ std::uint32_t commandOf(Input& input) {
 }
 template <auto route>
 void ask(Subject& subject, Input& input) {
-  route(subject.process, commandOf(input));
+  route(subject.instance, commandOf(input));
 }
 constexpr Step askByFlag = ask<Do_BIM_CallDirectQorvToolCommandAppEvent>;
 constexpr Step askByFlagAndWait = ask<Do_BIM_CallDirectQorvToolCommandAppEvent_Wait>;
@@ -103,33 +103,33 @@ constexpr Step askByMessage = ask<CallDirectQorvToolCommandAppEvent>;
 constexpr Step askAndWait = ask<CallDirectQorvToolCommandAppEventWait>;
 void openingRoute(Subject& subject, Input& input) {
   const std::uint32_t command = commandOf(input);
-  CallQuorvaneToolCommand(subject.process, command, input.flag());
+  CallQuorvaneToolCommand(subject.instance, command, input.flag());
 }
 void askForMenu(Subject& subject, Input& input) {
   if (input.flag()) {
-    do_New_Get_Qorv_Menu_Handle(subject.process, 0);
+    do_New_Get_Qorv_Menu_Handle(subject.instance, 0);
   } else {
-    GetQorvSubMenuHandle(subject.process);
+    GetQorvSubMenuHandle(subject.instance);
   }
 }
 
 void claimNextKey(Subject& subject, Input& /*input*/) {
-  subject.process.state<ControllerState>().KEYED_INITED_FLAG = 1;
+  subject.instance.state<ControllerState>().KEYED_INITED_FLAG = 1;
 }
 void keepHouse(Subject& subject, Input& input) {
   switch (input.below(5)) {
     case 0:
-      return Check_App_HouseKeeping(subject.process);
+      return Check_App_HouseKeeping(subject.instance);
     case 1:
-      return DeleteAllQorvSessionHandleID(subject.process);
+      return DeleteAllQorvSessionHandleID(subject.instance);
     case 2:
-      return Get_QuorvaneInputController(subject.process).dealloc();
+      return Get_QuorvaneInputController(subject.instance).dealloc();
     case 3:
-      CheckCurrentCheckStatus(subject.process, input.flag());
+      CheckCurrentCheckStatus(subject.instance, input.flag());
       return;
     default:
-      ISOPENTOOLREC(subject.process);
-      Wake_PHP_SharedMemProcess(subject.process);
+      ISOPENTOOLREC(subject.instance);
+      Wake_PHP_SharedMemProcess(subject.instance);
   }
 }
 void changeDocumentKind(Subject& subject, Input& input) {
@@ -146,21 +146,21 @@ void moveCaret(Subject& subject, Input& input) {
 }
 
 void askState(Subject& subject, Input& input) {
-  Process& process = subject.process;
-  Get_IMK_updateMenus(process, input.number());
-  Get_InputMethod_UpdateMenus(process, input.number());
-  Is_Quorvane_AppReady(process);
-  Get_ToolCRecPtr_unusedx2(process);
-  GET_ONE_TOOLCRECPTR_QORVSTATUS(process, input.number());
-  Get_Reset_Quorvane_App_Input(process);
+  Instance& instance = subject.instance;
+  Get_IMK_updateMenus(instance, input.number());
+  Get_InputMethod_UpdateMenus(instance, input.number());
+  Is_Quorvane_AppReady(instance);
+  Get_ToolCRecPtr_unusedx2(instance);
+  GET_ONE_TOOLCRECPTR_QORVSTATUS(instance, input.number());
+  Get_Reset_Quorvane_App_Input(instance);
 }
 void fixOneself(Subject& subject, Input& input) {
   const bool parked = input.flag();
   const std::uint8_t byte = input.byte();
   if (parked) {
-    DO_Fix_Commit_Composition(subject.process, BIMGetActiveSession(subject.process), byte);
+    DO_Fix_Commit_Composition(subject.instance, BIMGetActiveSession(subject.instance), byte);
   } else {
-    Send_Char_Fix(subject.process, &byte, input.number());
+    Send_Char_Fix(subject.instance, &byte, input.number());
   }
 }
 

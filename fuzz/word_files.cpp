@@ -19,8 +19,8 @@ constexpr std::size_t kMostCandidates = 51;
 constexpr std::size_t kLongestInput = 1 << 20;
 
 Words answers(memory::MemoryHost& host) {
-  Process process(host.platform());
-  ConversionEngine& engine = ConversionEngine::sharedEngine(process);
+  Instance instance(host.platform());
+  ConversionEngine& engine = ConversionEngine::sharedEngine(instance);
   Words all;
   for (const auto* const typed : {u"t", u"TH", u"zzzz"}) {
     const Words list = engine.getCandidates(typed);

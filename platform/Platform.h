@@ -1,6 +1,6 @@
 #pragma once
 // Everything that the logic asks for, gathered by `main` or by a test. All references outlive the
-// Process that is made with them.
+// Instance that is made with them.
 
 #include "platform/Application.h"
 #include "platform/Bundle.h"

@@ -23,7 +23,7 @@ NSPoint cornerIn(std::uint32_t packed) {
 }  // namespace
 
 CheckerWindow lookAtCheckerWindow(RunningSystem& system) {
-  if (IsQUORVANEAPPRUNNING(system.process()) == 0) return {};
+  if (IsQUORVANEAPPRUNNING(system.instance()) == 0) return {};
   const Segment segment(system.host().platform().sharedMemory, kToolSegment);
   const checker::ToolRecord record(segment.words());
   CheckerWindow window{record.get(At::WindowOpen), {}};

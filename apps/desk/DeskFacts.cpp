@@ -82,7 +82,7 @@ std::vector<Fact> DeskFacts::all(std::uint32_t windowState) {
 }
 
 Fact DeskFacts::sessionText() {
-  const BIMSessionRec* const session = system_.process().state<SessionState>().gActiveSession;
+  const BIMSessionRec* const session = system_.instance().state<SessionState>().gActiveSession;
   if (session == nullptr || session->sessionText == nullptr) return {"session text: none", {}};
   std::u16string text = readable({session->sessionText->data(), session->length});
   text.insert(session->cursor, 1, kCursor);
@@ -101,7 +101,7 @@ Fact DeskFacts::publishedRecord() {
 
 Fact DeskFacts::mainApplication(std::uint32_t windowState) {
   if (system_.standsAside()) return {"another input method has it", {u"every key passes"}};
-  const bool runs = IsQUORVANEAPPRUNNING(system_.process()) != 0;
+  const bool runs = IsQUORVANEAPPRUNNING(system_.instance()) != 0;
   if (runs) return {"main application: runs", {nameOf(windowState)}};
   return {system_.standIn() == nullptr ? "main application: none" : "main application: has ended",
           {}};

@@ -116,7 +116,7 @@ void DeskSession::tapShift() {
 }
 
 void DeskSession::toggleAnnotation() {
-  UserDefaults& defaults = system_.process().platform().userDefaults;
+  UserDefaults& defaults = system_.instance().platform().userDefaults;
   defaults.setBool(!defaults.boolForKey(kShowTranslation), kShowTranslation);
 }
 
@@ -134,7 +134,7 @@ void DeskSession::placeWindows() {
   if (panel == nullptr) return;
   panel->place();
   if (system_.field().annotationWindow.alpha() == 0) return;
-  AnnotationWinController::sharedController(system_.process())
+  AnnotationWinController::sharedController(system_.instance())
       ->showWindow(system_.controller().calculatePositionOfTranslationWindow());
 }
 

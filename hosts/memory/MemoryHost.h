@@ -1,6 +1,6 @@
 #pragma once
 // The whole platform in memory, deterministic: what tests, scenarios and fuzzers stand the input
-// method on. Each test makes its own; it outlives the Process made on it.
+// method on. Each test makes its own; it outlives the Instance made on it.
 
 #include "hosts/field/TextApplication.h"
 #include "hosts/icu/IcuCharacterSets.h"

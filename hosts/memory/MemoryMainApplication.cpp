@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane::memory {
 namespace {

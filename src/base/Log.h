@@ -7,7 +7,7 @@
 #include <concepts>
 #include <string_view>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -47,8 +47,8 @@ class LogLine {
 
 /// Log(process, "* * frontPID ", pid);
 template <class... Pieces>
-void Log(Process& process, const Pieces&... pieces) {
-  LogSink& sink = process.platform().log;
+void Log(Instance& instance, const Pieces&... pieces) {
+  LogSink& sink = instance.platform().log;
   if (!sink.enabled) return;
   LogLine line(sink.showPrivate);
   (line.add(pieces), ...);

@@ -32,9 +32,9 @@ std::uint16_t versionOf(double appKitVersion) {
 
 }  // namespace
 
-std::uint16_t Get_OS_MAC_VERSION(Process& process) {
-  auto& cached = process.state<OSVersionState>().OS_MAC_VERSION;
-  if (cached == 0) cached = versionOf(process.platform().application.NSAppKitVersionNumber());
+std::uint16_t Get_OS_MAC_VERSION(Instance& instance) {
+  auto& cached = instance.state<OSVersionState>().OS_MAC_VERSION;
+  if (cached == 0) cached = versionOf(instance.platform().application.NSAppKitVersionNumber());
   return cached;
 }
 

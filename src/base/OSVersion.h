@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -12,6 +12,6 @@ struct OSVersionState {
 };
 
 /// 106 to 109, then 1010 to 1015. Worked out once from the AppKit version.
-std::uint16_t Get_OS_MAC_VERSION(Process& process);
+std::uint16_t Get_OS_MAC_VERSION(Instance& instance);
 
 }  // namespace quorvane

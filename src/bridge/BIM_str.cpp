@@ -164,11 +164,11 @@ std::int32_t Singular(std::uint8_t* word) {
   return kept < length ? -1 : 0;
 }
 
-std::optional<CFData> Convert_ASCIITo_Unicode(Process& process, const std::uint8_t* text,
+std::optional<CFData> Convert_ASCIITo_Unicode(Instance& instance, const std::uint8_t* text,
                                               std::uint32_t length) {
   CFData block(std::size_t{4} * length);
   const std::ptrdiff_t written =
-      process.platform().textEncoding.TECConvertText({text, length}, block.data(), block.size());
+      instance.platform().textEncoding.TECConvertText({text, length}, block.data(), block.size());
   if (written < 0 || static_cast<std::size_t>(written) > block.size()) return std::nullopt;
   block.resize(static_cast<std::size_t>(written));
   return block;

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -33,7 +33,7 @@ Handle CopyHandleToNewHandle(const Handle& h);
 /// Null without memory.
 Handle CopyPtrToNewHandle(const void* ptr, std::uint32_t n);
 /// Unlocks it, detaches it from its resource, frees it. Nothing for a null handle or content.
-void Disposblock(Process& process, const Handle& h);
+void Disposblock(Instance& instance, const Handle& h);
 
 // --- Pascal strings ------------------------------------------------------------------------------
 
@@ -97,17 +97,17 @@ std::int32_t hextostr(std::uint64_t value, std::int32_t size, std::uint8_t* buf)
 
 /// The `index`-th Pascal string, from 1, of resource 'QSTR' `id`; 0 or less gives the first. Empty
 /// where there is none.
-std::optional<Str255> Get1IndString(Process& process, std::int16_t id, std::int32_t index);
+std::optional<Str255> Get1IndString(Instance& instance, std::int16_t id, std::int32_t index);
 /// Pascal and C copy of it, up to 256 bytes; the length. Empty on failure.
-std::uint32_t RDPSTRG(Process& process, std::uint8_t* dst, std::int16_t id, std::int32_t index);
-std::uint32_t RDCSTRG(Process& process, std::uint8_t* dst, std::int16_t id, std::int32_t index);
+std::uint32_t RDPSTRG(Instance& instance, std::uint8_t* dst, std::int16_t id, std::int32_t index);
+std::uint32_t RDCSTRG(Instance& instance, std::uint8_t* dst, std::int16_t id, std::int32_t index);
 
 // --- Text ----------------------------------------------------------------------------------------
 
 /// Takes a plural or possessive ending off, in place. -1 if the word was cut.
 std::int32_t Singular(std::uint8_t* word);
 /// Mac OS Roman to UTF-16, little-endian. Empty where it can't be converted.
-std::optional<CFData> Convert_ASCIITo_Unicode(Process& process, const std::uint8_t* text,
+std::optional<CFData> Convert_ASCIITo_Unicode(Instance& instance, const std::uint8_t* text,
                                               std::uint32_t length);
 
 }  // namespace quorvane

@@ -63,16 +63,16 @@ Handle CopyPtrToNewHandle(const void* ptr, std::uint32_t n) {
   return newHandle(static_cast<const std::uint8_t*>(ptr), n);
 }
 
-void Disposblock(Process& process, const Handle& h) {
+void Disposblock(Instance& instance, const Handle& h) {
   if (!h || !h->hasContent) return;
   h->locked = false;
-  if (h->isResource) process.platform().resourceManager.DetachResource(h);
+  if (h->isResource) instance.platform().resourceManager.DetachResource(h);
   h->content = {};
   h->hasContent = false;
 }
 
-std::optional<Str255> Get1IndString(Process& process, std::int16_t id, std::int32_t index) {
-  const Handle list = process.platform().resourceManager.Get1Resource(kStringList, id);
+std::optional<Str255> Get1IndString(Instance& instance, std::int16_t id, std::int32_t index) {
+  const Handle list = instance.platform().resourceManager.Get1Resource(kStringList, id);
   if (!list || !list->hasContent) return std::nullopt;
   const std::uint8_t* found = stringInList(list->content, index);
   if (found == nullptr) return std::nullopt;
@@ -81,15 +81,15 @@ std::optional<Str255> Get1IndString(Process& process, std::int16_t id, std::int3
   return result;
 }
 
-std::uint32_t RDPSTRG(Process& process, std::uint8_t* dst, std::int16_t id, std::int32_t index) {
+std::uint32_t RDPSTRG(Instance& instance, std::uint8_t* dst, std::int16_t id, std::int32_t index) {
   dst[0] = 0;
-  if (const auto found = Get1IndString(process, id, index)) Pstrcpy(dst, found->data());
+  if (const auto found = Get1IndString(instance, id, index)) Pstrcpy(dst, found->data());
   return dst[0];
 }
 
-std::uint32_t RDCSTRG(Process& process, std::uint8_t* dst, std::int16_t id, std::int32_t index) {
+std::uint32_t RDCSTRG(Instance& instance, std::uint8_t* dst, std::int16_t id, std::int32_t index) {
   dst[0] = 0;
-  const auto found = Get1IndString(process, id, index);
+  const auto found = Get1IndString(instance, id, index);
   if (!found) return 0;
   PtoCstrCpy(dst, found->data());
   return (*found)[0];

@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::uint16_t kFirstWithRunningApplications = 107;
 
-const NSRunningApplication* runningQuorvane(Process& process) {
-  for (const auto& application : process.platform().workspace.runningApplications()) {
+const NSRunningApplication* runningQuorvane(Instance& instance) {
+  for (const auto& application : instance.platform().workspace.runningApplications()) {
     if (application.bundleIdentifier == kQuorvaneBundleIdentifier) return &application;
   }
   return nullptr;
@@ -17,42 +17,42 @@ const NSRunningApplication* runningQuorvane(Process& process) {
 
 }  // namespace
 
-std::int32_t IsQUORVANEAPPRUNNING(Process& process) {
-  if (isKnown(process.state<PresenceState>().quorvane_psn)) return 1;
-  if (Get_OS_MAC_VERSION(process) < kFirstWithRunningApplications) return 0;
-  return runningQuorvane(process) != nullptr ? 1 : 0;
+std::int32_t IsQUORVANEAPPRUNNING(Instance& instance) {
+  if (isKnown(instance.state<PresenceState>().quorvane_psn)) return 1;
+  if (Get_OS_MAC_VERSION(instance) < kFirstWithRunningApplications) return 0;
+  return runningQuorvane(instance) != nullptr ? 1 : 0;
 }
 
-std::int32_t get_quorvane_pid(Process& process) {
-  auto& pid = process.state<PresenceState>().quorvane_pid;
+std::int32_t get_quorvane_pid(Instance& instance) {
+  auto& pid = instance.state<PresenceState>().quorvane_pid;
   if (pid != 0) return pid;
-  const NSRunningApplication* application = runningQuorvane(process);
+  const NSRunningApplication* application = runningQuorvane(instance);
   if (application == nullptr) return 0;
   pid = application->processIdentifier;
-  Log(process, "* * quorvane_pid ", pid);
+  Log(instance, "* * quorvane_pid ", pid);
   return pid;
 }
 
-std::int32_t isQUORVANEAPP_FRONT(Process& process) {
-  return get_quorvane_pid(process) == get_frontapp_pid(process) ? 1 : 0;
+std::int32_t isQUORVANEAPP_FRONT(Instance& instance) {
+  return get_quorvane_pid(instance) == get_frontapp_pid(instance) ? 1 : 0;
 }
 
-std::int32_t isQUORVANEFRONTAPP(Process& process) { return isQUORVANEAPP_FRONT(process); }
+std::int32_t isQUORVANEFRONTAPP(Instance& instance) { return isQUORVANEAPP_FRONT(instance); }
 
-std::int32_t get_frontapp_pid(Process& process) {
-  return process.state<PresenceState>().front_app_pid;
+std::int32_t get_frontapp_pid(Instance& instance) {
+  return instance.state<PresenceState>().front_app_pid;
 }
 
-FourCharCode FRONTPROCESSSIGNATURE(Process& process) {
-  auto& presence = process.state<PresenceState>();
+FourCharCode FRONTPROCESSSIGNATURE(Instance& instance) {
+  auto& presence = instance.state<PresenceState>();
   if (presence.frontapp_signature != 0) return presence.frontapp_signature;
-  ProcessManager& manager = process.platform().processManager;
+  ProcessManager& manager = instance.platform().processManager;
   if (manager.GetFrontProcess(presence.frontPSN) != noErr) return 0;
   ProcessInfoRec info;
   if (manager.GetProcessInformation(presence.frontPSN, info) != noErr) return 0;
   return info.processSignature;
 }
 
-FourCharCode GetCurrentAppSignature(Process& process) { return FRONTPROCESSSIGNATURE(process); }
+FourCharCode GetCurrentAppSignature(Instance& instance) { return FRONTPROCESSSIGNATURE(instance); }
 
 }  // namespace quorvane

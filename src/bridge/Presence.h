@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -27,15 +27,15 @@ struct PresenceState {
 
 /// 1 where the serial number is known or, from 10.7 on, a running application has the bundle
 /// identifier.
-std::int32_t IsQUORVANEAPPRUNNING(Process& process);
+std::int32_t IsQUORVANEAPPRUNNING(Instance& instance);
 /// 0 where it isn't running. Found once, then kept.
-std::int32_t get_quorvane_pid(Process& process);
+std::int32_t get_quorvane_pid(Instance& instance);
 /// 1 where the main application is in front, and also where neither is known.
-std::int32_t isQUORVANEAPP_FRONT(Process& process);
-std::int32_t isQUORVANEFRONTAPP(Process& process);
-std::int32_t get_frontapp_pid(Process& process);
+std::int32_t isQUORVANEAPP_FRONT(Instance& instance);
+std::int32_t isQUORVANEFRONTAPP(Instance& instance);
+std::int32_t get_frontapp_pid(Instance& instance);
 /// Signature of the front application; 0 where it can't be had.
-FourCharCode FRONTPROCESSSIGNATURE(Process& process);
-FourCharCode GetCurrentAppSignature(Process& process);
+FourCharCode FRONTPROCESSSIGNATURE(Instance& instance);
+FourCharCode GetCurrentAppSignature(Instance& instance);
 
 }  // namespace quorvane

@@ -1,13 +1,13 @@
 #pragma once
 // Every process in turn. It ends even where the list changes all the time and never does.
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
 class ProcessWalk {
  public:
-  explicit ProcessWalk(Process& process) : manager_(process.platform().processManager) {}
+  explicit ProcessWalk(Instance& instance) : manager_(instance.platform().processManager) {}
 
   /// False: there are no more. `psn`, which begins as no process, becomes the next one.
   bool next(ProcessSerialNumber& psn) {

@@ -19,132 +19,132 @@ std::int32_t idOf(const NSRunningApplication* application) {
   return application == nullptr ? 0 : application->processIdentifier;
 }
 
-std::int32_t activeApplicationID(Process& process) {
-  const auto running = process.platform().workspace.runningApplications();
+std::int32_t activeApplicationID(Instance& instance) {
+  const auto running = instance.platform().workspace.runningApplications();
   const auto active = std::find_if(running.begin(), running.end(),
                                    [](const auto& application) { return application.isActive; });
   return active == running.end() ? 0 : active->processIdentifier;
 }
 
-bool hasSignature(Process& process, FourCharCode signature, const ProcessSerialNumber& psn) {
+bool hasSignature(Instance& instance, FourCharCode signature, const ProcessSerialNumber& psn) {
   ProcessInfoRec info;
-  Set_InfoRec_ProcessInfoRec(process, info);
-  return process.platform().processManager.GetProcessInformation(psn, info) == noErr &&
+  Set_InfoRec_ProcessInfoRec(instance, info);
+  return instance.platform().processManager.GetProcessInformation(psn, info) == noErr &&
          info.processSignature == signature;
 }
 
-bool takeKnown(Process& process) {
-  auto& state = process.state<LaunchServerState>();
+bool takeKnown(Instance& instance) {
+  auto& state = instance.state<LaunchServerState>();
   state.Quorvaneprocess = kNoProcess;
   state.qorvpid = 0;
-  return get_quorvane_psn(process, state.Quorvaneprocess, &state.qorvpid) != 0;
+  return get_quorvane_psn(instance, state.Quorvaneprocess, &state.qorvpid) != 0;
 }
 
-bool findBySignature(Process& process) {
-  auto& state = process.state<LaunchServerState>();
-  return Get_SPECIFIED_PROCESS(process, kQuorvaneSignature, state.Quorvaneprocess,
+bool findBySignature(Instance& instance) {
+  auto& state = instance.state<LaunchServerState>();
+  return Get_SPECIFIED_PROCESS(instance, kQuorvaneSignature, state.Quorvaneprocess,
                                &state.qorvpid) != 0;
 }
 
 }  // namespace
 
-std::int32_t get_quorvane_psn(Process& process, ProcessSerialNumber& out, std::int32_t* pidOut) {
-  const auto& presence = process.state<PresenceState>();
+std::int32_t get_quorvane_psn(Instance& instance, ProcessSerialNumber& out, std::int32_t* pidOut) {
+  const auto& presence = instance.state<PresenceState>();
   if (!isKnown(presence.quorvane_psn)) return 0;
   out = presence.quorvane_psn;
   if (pidOut != nullptr) *pidOut = presence.quorvane_pid;
   return 1;
 }
 
-std::int32_t set_quorvane_psn(Process& process, const ProcessSerialNumber& psn,
+std::int32_t set_quorvane_psn(Instance& instance, const ProcessSerialNumber& psn,
                               const std::int32_t* pid) {
-  auto& presence = process.state<PresenceState>();
+  auto& presence = instance.state<PresenceState>();
   presence.quorvane_psn = psn;
   if (pid != nullptr) presence.quorvane_pid = *pid;
   return 0;
 }
 
-std::int32_t Init_GetQUORVANEPROCESS(Process& process) {
-  if (takeKnown(process)) return 1;
-  if (!findBySignature(process)) return 0;
-  const auto& state = process.state<LaunchServerState>();
-  set_quorvane_psn(process, state.Quorvaneprocess, &state.qorvpid);
+std::int32_t Init_GetQUORVANEPROCESS(Instance& instance) {
+  if (takeKnown(instance)) return 1;
+  if (!findBySignature(instance)) return 0;
+  const auto& state = instance.state<LaunchServerState>();
+  set_quorvane_psn(instance, state.Quorvaneprocess, &state.qorvpid);
   return 1;
 }
 
-std::int32_t GetQUORVANEPROCESS(Process& process) {
-  return takeKnown(process) || findBySignature(process) ? 1 : 0;
+std::int32_t GetQUORVANEPROCESS(Instance& instance) {
+  return takeKnown(instance) || findBySignature(instance) ? 1 : 0;
 }
 
-std::int32_t GetQORVPROCESSRUNNING(Process& process, ProcessSerialNumber* out) {
+std::int32_t GetQORVPROCESSRUNNING(Instance& instance, ProcessSerialNumber* out) {
   ProcessSerialNumber psn;
-  if (get_quorvane_psn(process, psn, nullptr) == 0) {
-    if (Init_GetQUORVANEPROCESS(process) == 0) return 0;
-    psn = process.state<LaunchServerState>().Quorvaneprocess;
+  if (get_quorvane_psn(instance, psn, nullptr) == 0) {
+    if (Init_GetQUORVANEPROCESS(instance) == 0) return 0;
+    psn = instance.state<LaunchServerState>().Quorvaneprocess;
   }
   if (out != nullptr) *out = psn;
   return 1;
 }
 
-OSStatus WakeUpQuorvaneProcess(Process& process) {
+OSStatus WakeUpQuorvaneProcess(Instance& instance) {
   ProcessSerialNumber psn;
-  if (get_quorvane_psn(process, psn, nullptr) == 0) return noErr;
-  return process.platform().processManager.WakeUpProcess(psn);
+  if (get_quorvane_psn(instance, psn, nullptr) == 0) return noErr;
+  return instance.platform().processManager.WakeUpProcess(psn);
 }
 
-std::uint8_t Is_QUORVANE_APP_RUNNING(Process& process) {
-  return static_cast<std::uint8_t>(IsQUORVANEAPPRUNNING(process));
+std::uint8_t Is_QUORVANE_APP_RUNNING(Instance& instance) {
+  return static_cast<std::uint8_t>(IsQUORVANEAPPRUNNING(instance));
 }
 
-void Set_Quorvane_Is_Active(Process& process, std::int32_t active) {
-  Init_GetQUORVANEPROCESS(process);
-  process.state<LaunchServerState>().QORVMARPP_IS_RUNNING = active;
+void Set_Quorvane_Is_Active(Instance& instance, std::int32_t active) {
+  Init_GetQUORVANEPROCESS(instance);
+  instance.state<LaunchServerState>().QORVMARPP_IS_RUNNING = active;
   if (active != 0) {
-    Wait_Install_DelegateOpenToolRecPtr(process);
+    Wait_Install_DelegateOpenToolRecPtr(instance);
   } else {
-    DelegateCloseToolRecPtr(process);
+    DelegateCloseToolRecPtr(instance);
   }
 }
 
-std::int32_t Get_SPECIFIED_PROCESS(Process& process, FourCharCode signature,
+std::int32_t Get_SPECIFIED_PROCESS(Instance& instance, FourCharCode signature,
                                    ProcessSerialNumber& psnInOut, std::int32_t* pidOut) {
-  if (Check_appsignature(process, signature, psnInOut) != 0) return 1;
+  if (Check_appsignature(instance, signature, psnInOut) != 0) return 1;
   if (psnInOut != kNoProcess) {
     psnInOut = kNoProcess;
     if (pidOut != nullptr) *pidOut = 0;
   }
   ProcessSerialNumber psn;
-  for (ProcessWalk walk(process); walk.next(psn);) {
-    if (!hasSignature(process, signature, psn)) continue;
+  for (ProcessWalk walk(instance); walk.next(psn);) {
+    if (!hasSignature(instance, signature, psn)) continue;
     psnInOut = psn;
-    if (pidOut != nullptr) process.platform().processManager.GetProcessPID(psn, *pidOut);
+    if (pidOut != nullptr) instance.platform().processManager.GetProcessPID(psn, *pidOut);
     return 1;
   }
   return 0;
 }
 
-std::int32_t Check_appsignature(Process& process, FourCharCode signature,
+std::int32_t Check_appsignature(Instance& instance, FourCharCode signature,
                                 const ProcessSerialNumber& psn) {
-  return psn != kNoProcess && hasSignature(process, signature, psn) ? 1 : 0;
+  return psn != kNoProcess && hasSignature(instance, signature, psn) ? 1 : 0;
 }
 
-void Set_InfoRec_ProcessInfoRec(Process& /*process*/, ProcessInfoRec& info) {
+void Set_InfoRec_ProcessInfoRec(Instance& /*process*/, ProcessInfoRec& info) {
   info.processInfoLength = kProcessInfoLength;
   info.processName = nullptr;
 }
 
-std::int32_t Get_FrontApp_AEToolEventSelectStruct(Process& process,
+std::int32_t Get_FrontApp_AEToolEventSelectStruct(Instance& instance,
                                                   AEToolEventSelectStruct& record) {
-  const bool ownsMenuBar = Get_OS_MAC_VERSION(process) >= kFirstWithMenuBarOwner;
+  const bool ownsMenuBar = Get_OS_MAC_VERSION(instance) >= kFirstWithMenuBarOwner;
   const std::int32_t pid = ownsMenuBar
-                               ? idOf(process.platform().workspace.menuBarOwningApplication())
-                               : activeApplicationID(process);
+                               ? idOf(instance.platform().workspace.menuBarOwningApplication())
+                               : activeApplicationID(instance);
   record.frontProcessID = static_cast<std::uint32_t>(pid);
   return pid;
 }
 
-std::int32_t isPencilMenuRunning(Process& process) {
-  const auto running = process.platform().workspace.runningApplications();
+std::int32_t isPencilMenuRunning(Instance& instance) {
+  const auto running = instance.platform().workspace.runningApplications();
   return std::any_of(running.begin(), running.end(),
                      [](const auto& application) {
                        return application.bundleIdentifier == kPencilMenuBundleIdentifier;
@@ -153,8 +153,8 @@ std::int32_t isPencilMenuRunning(Process& process) {
              : 0;
 }
 
-std::int32_t QuitQuorvaneMenulet(Process& process) {
-  return isPencilMenuRunning(process) != 0 ? BIMQuitMenulet(process) : 0;
+std::int32_t QuitQuorvaneMenulet(Instance& instance) {
+  return isPencilMenuRunning(instance) != 0 ? BIMQuitMenulet(instance) : 0;
 }
 
 }  // namespace quorvane

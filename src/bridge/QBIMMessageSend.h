@@ -6,7 +6,7 @@
 #include <memory>
 #include <string_view>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -25,23 +25,24 @@ struct MessageSendState {
 };
 
 /// Sends and doesn't wait. 0, kNoPort or kSendFailed.
-std::int32_t BIM_SendMessageToUIServer(Process& process, std::uint32_t cmd, FourCharCode signature);
+std::int32_t BIM_SendMessageToUIServer(Instance& instance, std::uint32_t cmd,
+                                       FourCharCode signature);
 /// Sends and waits for the reply, up to 1600 seconds, with the run loop running. 0,
 /// kNoPortWithReply or the result of the sending. `replyOut` may be null.
-std::int32_t BIM_SendMessageToUIServerWithReply(Process& process, std::uint32_t cmd,
+std::int32_t BIM_SendMessageToUIServerWithReply(Instance& instance, std::uint32_t cmd,
                                                 FourCharCode signature, CFData* replyOut);
 /// Sends and waits up to 10 seconds; the reply isn't looked at. 0, kNoPort or kSendFailed.
-std::int32_t BIMSendMessageToAppServerWithReply(Process& process, std::uint32_t id,
+std::int32_t BIMSendMessageToAppServerWithReply(Instance& instance, std::uint32_t id,
                                                 std::uint32_t ignored);
 /// Message 100 to the server port. The value isn't sent.
-std::int32_t BIMSendAppMessage(Process& process, std::uint32_t value);
-std::int32_t CallDirectQorvBIMSendAppMessage(Process& process, std::uint32_t value);
+std::int32_t BIMSendAppMessage(Instance& instance, std::uint32_t value);
+std::int32_t CallDirectQorvBIMSendAppMessage(Instance& instance, std::uint32_t value);
 
 /// 0, kNoPort, kSendFailed or the error of GetCurrentProcess.
-std::int32_t BIMSendMessageToMenuletServer(Process& process, std::uint32_t id);
+std::int32_t BIMSendMessageToMenuletServer(Instance& instance, std::uint32_t id);
 /// Asks the Pencil Menu to quit.
-std::int32_t BIMQuitMenulet(Process& process);
+std::int32_t BIMQuitMenulet(Instance& instance);
 
-std::uint8_t is_AEITEM_Process_active(Process& process);
+std::uint8_t is_AEITEM_Process_active(Instance& instance);
 
 }  // namespace quorvane

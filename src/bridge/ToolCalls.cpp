@@ -9,60 +9,60 @@
 namespace quorvane {
 namespace {
 
-void describe(Process& process, AEToolEventSelectStruct& record, std::uint32_t cmd) {
+void describe(Instance& instance, AEToolEventSelectStruct& record, std::uint32_t cmd) {
   record.commandID = cmd;
   record.zero = 0;
   record.frontProcessID = 0;
-  record.frontSignature = FRONTPROCESSSIGNATURE(process);
-  Get_FrontApp_AEToolEventSelectStruct(process, record);
+  record.frontSignature = FRONTPROCESSSIGNATURE(instance);
+  Get_FrontApp_AEToolEventSelectStruct(instance, record);
 }
 
 }  // namespace
 
-std::uint64_t Tick_Count(Process& process) {
-  return ticksFromAbsoluteTime(process.platform().clock.mach_absolute_time());
+std::uint64_t Tick_Count(Instance& instance) {
+  return ticksFromAbsoluteTime(instance.platform().clock.mach_absolute_time());
 }
 
-void Set_AEToolEventSelectStruct(Process& process, AEToolEventSelectStruct* record,
+void Set_AEToolEventSelectStruct(Instance& instance, AEToolEventSelectStruct* record,
                                  std::uint32_t cmd) {
-  if (record != nullptr) return describe(process, *record, cmd);
-  const LastCommandRecord shared(process);
-  Log(process, "***** Shared AEToolEventSelectStruct");
+  if (record != nullptr) return describe(instance, *record, cmd);
+  const LastCommandRecord shared(instance);
+  Log(instance, "***** Shared AEToolEventSelectStruct");
   // Without a record the command goes on without its description.
-  if (shared) describe(process, *shared.address(), cmd);
+  if (shared) describe(instance, *shared.address(), cmd);
 }
 
-std::int32_t CallQuorvaneToolCommand(Process& process, std::uint32_t cmd, bool update) {
-  if (CheckCurrentCheckStatus(process, update) != 0) return 0;
-  return QorvOpenApp(process, cmd);
+std::int32_t CallQuorvaneToolCommand(Instance& instance, std::uint32_t cmd, bool update) {
+  if (CheckCurrentCheckStatus(instance, update) != 0) return 0;
+  return QorvOpenApp(instance, cmd);
 }
 
-std::int32_t QorvOpenApp(Process& process, std::uint32_t cmd) {
-  return GetQORVPROCESSRUNNING(process, nullptr) != 0 ? CallQuorvaneApp(process, cmd) : 0;
+std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd) {
+  return GetQORVPROCESSRUNNING(instance, nullptr) != 0 ? CallQuorvaneApp(instance, cmd) : 0;
 }
 
-std::int32_t CallQuorvaneApp(Process& process, std::uint32_t cmd) {
+std::int32_t CallQuorvaneApp(Instance& instance, std::uint32_t cmd) {
   // Of the application in front before the switch.
-  const FourCharCode signature = FRONTPROCESSSIGNATURE(process);
-  if (SwitchApplication(process, kQuorvaneSignature) == 0) return 0;
-  return CallQorvToolCommandAppEvent(process, cmd, true, signature);
+  const FourCharCode signature = FRONTPROCESSSIGNATURE(instance);
+  if (SwitchApplication(instance, kQuorvaneSignature) == 0) return 0;
+  return CallQorvToolCommandAppEvent(instance, cmd, true, signature);
 }
 
-std::int32_t CallQorvToolCommandAppEvent(Process& process, std::uint32_t cmd, bool wait,
+std::int32_t CallQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd, bool wait,
                                          FourCharCode signature) {
-  MasterCloseToolRecPtr(process);
+  MasterCloseToolRecPtr(instance);
   if (wait) {
-    BIM_SendMessageToUIServerWithReply(process, cmd, signature, nullptr);
+    BIM_SendMessageToUIServerWithReply(instance, cmd, signature, nullptr);
   } else {
-    BIM_SendMessageToUIServer(process, cmd, signature);
+    BIM_SendMessageToUIServer(instance, cmd, signature);
   }
   return 0;
 }
 
-std::int32_t SwitchApplication(Process& process, FourCharCode signature) {
+std::int32_t SwitchApplication(Instance& instance, FourCharCode signature) {
   ProcessSerialNumber psn;
-  if (Get_SPECIFIED_PROCESS(process, signature, psn, nullptr) == 0) return 0;
-  return process.platform().processManager.SetFrontProcess(psn) == noErr ? 1 : 0;
+  if (Get_SPECIFIED_PROCESS(instance, signature, psn, nullptr) == 0) return 0;
+  return instance.platform().processManager.SetFrontProcess(psn) == noErr ? 1 : 0;
 }
 
 }  // namespace quorvane

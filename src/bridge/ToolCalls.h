@@ -12,13 +12,13 @@
 #include <array>
 #include <optional>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/bridge/SharedLayout.h"
 
 namespace quorvane {
 
 /// Sixtieths of a second.
-std::uint64_t Tick_Count(Process& process);
+std::uint64_t Tick_Count(Instance& instance);
 /// What Tick_Count makes of a clock that counts nanoseconds.
 constexpr std::uint64_t ticksFromAbsoluteTime(std::uint64_t t) {
   constexpr std::uint64_t kMultiplier = 0x80D9594E;
@@ -28,29 +28,29 @@ constexpr std::uint64_t ticksFromAbsoluteTime(std::uint64_t t) {
 // The flag route.
 
 /// Commands outside the table do nothing.
-void Do_BIM_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd);
-void Do_Check_ToolCRecPtr_USEFLAGS2(Process& process, std::uint32_t bit, std::uint32_t cmd);
-void Do_BIMCancelWindowSession(Process& process);
-void Do_BIMCancelPopupWindowSession(Process& process);
-void Do_BIMShowHideWindowSession(Process& process);
-void Do_UpdateDictionarySettings(Process& process);
+void Do_BIM_CallDirectQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd);
+void Do_Check_ToolCRecPtr_USEFLAGS2(Instance& instance, std::uint32_t bit, std::uint32_t cmd);
+void Do_BIMCancelWindowSession(Instance& instance);
+void Do_BIMCancelPopupWindowSession(Instance& instance);
+void Do_BIMShowHideWindowSession(Instance& instance);
+void Do_UpdateDictionarySettings(Instance& instance);
 
 // The flag route, waiting. Always 0; on a timeout the request bit stays set.
 
 /// 87, 108 and 16390; any other does nothing.
-std::int32_t Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(Process& process, std::uint32_t cmd);
-std::int32_t do_CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t bit,
+std::int32_t Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(Instance& instance, std::uint32_t cmd);
+std::int32_t do_CallDirectQorvToolCommandAppEventWait(Instance& instance, std::uint32_t bit,
                                                       std::uint32_t cmd);
-std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Process& process, std::uint32_t bit,
+std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Instance& instance, std::uint32_t bit,
                                                  std::uint32_t cmd);
 /// Has the sentence being typed scanned; waits up to 6 ticks. It stands in the key path. True: the
 /// main application has ended it.
-bool Do_checktypingSentScan(Process& process);
+bool Do_checktypingSentScan(Instance& instance);
 
 /// A copy of the menu buffer record.
 using MenuBuffer = std::array<std::uint8_t, kMenuBufferSize>;
 /// Asks for the writing-style list and waits. Empty where there is no data.
-std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Process& process, std::uint32_t ignored);
+std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Instance& instance, std::uint32_t ignored);
 
 // The message route.
 
@@ -61,33 +61,33 @@ enum class CommandOutcome {
   Answered
 };
 /// Sends the command and waits for the reply.
-CommandOutcome SendToolCommandAndWait(Process& process, std::uint32_t cmd);
+CommandOutcome SendToolCommandAndWait(Instance& instance, std::uint32_t cmd);
 
 // The same by the names that tell nothing of it. Always 0.
 
-std::int32_t CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd);
-std::int32_t CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t cmd);
-std::int32_t Do_BIMCancelInteractive_WindowSession(Process& process, std::uint32_t cmd);
+std::int32_t CallDirectQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd);
+std::int32_t CallDirectQorvToolCommandAppEventWait(Instance& instance, std::uint32_t cmd);
+std::int32_t Do_BIMCancelInteractive_WindowSession(Instance& instance, std::uint32_t cmd);
 
 /// Reply data of a command; empty where none came.
-std::optional<CFData> do_Get_Qorv_Menu_Handle(Process& process, std::uint32_t cmd);
-std::optional<CFData> GetQorvSubMenuHandle(Process& process);
-std::optional<CFData> GetQorvSubMenuHandleSelection(Process& process);
-std::optional<CFData> GetAutoTypeSubMenuHandle(Process& process);
-std::optional<CFData> GetAutoTypeFSSpec(Process& process);
+std::optional<CFData> do_Get_Qorv_Menu_Handle(Instance& instance, std::uint32_t cmd);
+std::optional<CFData> GetQorvSubMenuHandle(Instance& instance);
+std::optional<CFData> GetQorvSubMenuHandleSelection(Instance& instance);
+std::optional<CFData> GetAutoTypeSubMenuHandle(Instance& instance);
+std::optional<CFData> GetAutoTypeFSSpec(Instance& instance);
 
 // The opening route. Always 0, save SwitchApplication.
 
-std::int32_t CallQuorvaneToolCommand(Process& process, std::uint32_t cmd, bool update);
-std::int32_t QorvOpenApp(Process& process, std::uint32_t cmd);
-std::int32_t CallQuorvaneApp(Process& process, std::uint32_t cmd);
-std::int32_t CallQorvToolCommandAppEvent(Process& process, std::uint32_t cmd, bool wait,
+std::int32_t CallQuorvaneToolCommand(Instance& instance, std::uint32_t cmd, bool update);
+std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd);
+std::int32_t CallQuorvaneApp(Instance& instance, std::uint32_t cmd);
+std::int32_t CallQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd, bool wait,
                                          FourCharCode signature);
 /// Brings the first process with the signature to the front: 1.
-std::int32_t SwitchApplication(Process& process, FourCharCode signature);
+std::int32_t SwitchApplication(Instance& instance, FourCharCode signature);
 
 /// Describes the command to the main application. A null record means segment 896, for this once.
-void Set_AEToolEventSelectStruct(Process& process, AEToolEventSelectStruct* record,
+void Set_AEToolEventSelectStruct(Instance& instance, AEToolEventSelectStruct* record,
                                  std::uint32_t cmd);
 
 }  // namespace quorvane

@@ -23,7 +23,7 @@ struct Wait {
 
 // True where the other process cleared the bit in time. `now` stays 0 until the first reading, so
 // that the deadline can't end the wait before it.
-bool spinUntilClear(Process& process, const ToolRec& record, const Wait& wait,
+bool spinUntilClear(Instance& instance, const ToolRec& record, const Wait& wait,
                     std::uint64_t start) {
   const std::uint64_t deadline = start + wait.ticks;
   const std::uint32_t mask = std::uint32_t{1} << wait.bit;
@@ -32,7 +32,7 @@ bool spinUntilClear(Process& process, const ToolRec& record, const Wait& wait,
   while (now < deadline) {
     ++rounds;
     if (rounds > wait.roundsPerReading) {
-      now = Tick_Count(process);
+      now = Tick_Count(instance);
       rounds = 0;
     }
     if ((rounds & 2) != 0 && (record.get(wait.field) & mask) == 0) return true;
@@ -63,21 +63,22 @@ const CommandBit* find(std::span<const CommandBit> table, std::uint32_t cmd) {
   return found == table.end() ? nullptr : &*found;
 }
 
-void do_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t bit, std::uint32_t cmd) {
-  Do_Check_ToolCRecPtr_USEFLAGS2(process, bit, cmd);
+void do_CallDirectQorvToolCommandAppEvent(Instance& instance, std::uint32_t bit,
+                                          std::uint32_t cmd) {
+  Do_Check_ToolCRecPtr_USEFLAGS2(instance, bit, cmd);
 }
 
-void waitForRequest(Process& process, const ToolRec& record, std::uint32_t bit) {
+void waitForRequest(Instance& instance, const ToolRec& record, std::uint32_t bit) {
   record.setBit(ToolCRecPtr_USEFLAGS2, bit);
   const FieldBit busy(record, ToolCRecPtr_unusedx2, kWaitingBusyBit);
   const Wait wait{ToolCRecPtr_USEFLAGS2, bit, 120, 40};
-  if (!spinUntilClear(process, record, wait, Tick_Count(process))) {
-    Log(process, "***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT");
+  if (!spinUntilClear(instance, record, wait, Tick_Count(instance))) {
+    Log(instance, "***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT");
   }
 }
 
-std::optional<MenuBuffer> copyMenuBuffer(Process& process) {
-  const MenuBufferRecord record(process);
+std::optional<MenuBuffer> copyMenuBuffer(Instance& instance) {
+  const MenuBufferRecord record(instance);
   if (!record) return std::nullopt;
   MenuBuffer copy;
   std::memcpy(copy.data(), record.address(), copy.size());
@@ -88,87 +89,88 @@ std::optional<MenuBuffer> copyMenuBuffer(Process& process) {
 
 }  // namespace
 
-void Do_BIM_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd) {
+void Do_BIM_CallDirectQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd) {
   if (const CommandBit* row = find(kCommandBits, cmd)) {
-    do_CallDirectQorvToolCommandAppEvent(process, row->bit, cmd);
+    do_CallDirectQorvToolCommandAppEvent(instance, row->bit, cmd);
   }
 }
 
-void Do_Check_ToolCRecPtr_USEFLAGS2(Process& process, std::uint32_t bit, std::uint32_t cmd) {
-  if (cmd == kShowHideWindowCommand || cmd == kCloseWindowCommand) WakeUpQuorvaneProcess(process);
-  Set_AEToolEventSelectStruct(process, nullptr, cmd);
-  const ToolRec record(process);
+void Do_Check_ToolCRecPtr_USEFLAGS2(Instance& instance, std::uint32_t bit, std::uint32_t cmd) {
+  if (cmd == kShowHideWindowCommand || cmd == kCloseWindowCommand) WakeUpQuorvaneProcess(instance);
+  Set_AEToolEventSelectStruct(instance, nullptr, cmd);
+  const ToolRec record(instance);
   if (!record) {
-    Log(process, "No Shared Mem (Do_Check_ToolCRecPtr_USEFLAGS2)");
+    Log(instance, "No Shared Mem (Do_Check_ToolCRecPtr_USEFLAGS2)");
     return;
   }
-  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2 send, ", cmd);
+  Log(instance, "Do_Check_ToolCRecPtr_USEFLAGS2 send, ", cmd);
   const std::uint32_t requests = record.get(ToolCRecPtr_USEFLAGS2);
   if (bit < 32 && (requests >> bit & 1) == 0) {
     record.setBit(ToolCRecPtr_USEFLAGS2, bit);
   }
-  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2 done");
+  Log(instance, "Do_Check_ToolCRecPtr_USEFLAGS2 done");
 }
 
-void Do_BIMCancelWindowSession(Process& process) {
-  do_CallDirectQorvToolCommandAppEvent(process, 0, kCloseWindowCommand);
+void Do_BIMCancelWindowSession(Instance& instance) {
+  do_CallDirectQorvToolCommandAppEvent(instance, 0, kCloseWindowCommand);
 }
 
-void Do_BIMCancelPopupWindowSession(Process& process) {
-  do_CallDirectQorvToolCommandAppEvent(process, 1, kCloseWindowCommand);
+void Do_BIMCancelPopupWindowSession(Instance& instance) {
+  do_CallDirectQorvToolCommandAppEvent(instance, 1, kCloseWindowCommand);
 }
 
-void Do_BIMShowHideWindowSession(Process& process) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kShowHideWindowCommand);
+void Do_BIMShowHideWindowSession(Instance& instance) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent(instance, kShowHideWindowCommand);
 }
 
-void Do_UpdateDictionarySettings(Process& process) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kDictionarySettingsCommand);
+void Do_UpdateDictionarySettings(Instance& instance) {
+  Do_BIM_CallDirectQorvToolCommandAppEvent(instance, kDictionarySettingsCommand);
 }
 
-std::int32_t Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(Process& process, std::uint32_t cmd) {
+std::int32_t Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(Instance& instance, std::uint32_t cmd) {
   const CommandBit* row = find(kWaitingCommandBits, cmd);
-  return row == nullptr ? 0 : do_CallDirectQorvToolCommandAppEventWait(process, row->bit, cmd);
+  return row == nullptr ? 0 : do_CallDirectQorvToolCommandAppEventWait(instance, row->bit, cmd);
 }
 
-std::int32_t do_CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t bit,
+std::int32_t do_CallDirectQorvToolCommandAppEventWait(Instance& instance, std::uint32_t bit,
                                                       std::uint32_t cmd) {
-  return Do_Check_ToolCRecPtr_USEFLAGS2_Wait(process, bit, cmd);
+  return Do_Check_ToolCRecPtr_USEFLAGS2_Wait(instance, bit, cmd);
 }
 
-std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Process& process, std::uint32_t bit,
+std::int32_t Do_Check_ToolCRecPtr_USEFLAGS2_Wait(Instance& instance, std::uint32_t bit,
                                                  std::uint32_t cmd) {
-  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait send");
-  Set_AEToolEventSelectStruct(process, nullptr, cmd);
-  if (const ToolRec record(process); record && bit < 32) waitForRequest(process, record, bit);
-  Log(process, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait done");
+  Log(instance, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait send");
+  Set_AEToolEventSelectStruct(instance, nullptr, cmd);
+  if (const ToolRec record(instance); record && bit < 32) waitForRequest(instance, record, bit);
+  Log(instance, "Do_Check_ToolCRecPtr_USEFLAGS2_Wait done");
   return 0;
 }
 
-bool Do_checktypingSentScan(Process& process) {
-  Log(process, "Call Do_checktypingSentScan");
-  const ToolRec record(process);
+bool Do_checktypingSentScan(Instance& instance) {
+  Log(instance, "Call Do_checktypingSentScan");
+  const ToolRec record(instance);
   if (!record) {
-    Log(process, "Failed to open com bridge");
+    Log(instance, "Failed to open com bridge");
     return false;
   }
   record.setBit(ToolCRecPtr_USEFLAGS2, kSentenceScanBit);
   const FieldBit asked(record, ToolCRecPtr_ScanFlags, kSentenceScanBit);
   const FieldBit busy(record, ToolCRecPtr_unusedx2, kSentenceScanBit);
-  WakeUpQuorvaneProcess(process);
-  Set_AEToolEventSelectStruct(process, nullptr, kScanSentenceCommand);
-  const std::uint64_t start = Tick_Count(process);
+  WakeUpQuorvaneProcess(instance);
+  Set_AEToolEventSelectStruct(instance, nullptr, kScanSentenceCommand);
+  const std::uint64_t start = Tick_Count(instance);
   const bool answered =
-      spinUntilClear(process, record, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start);
-  if (answered) Log(process, "notfinished ticks ", Tick_Count(process) - start);
+      spinUntilClear(instance, record, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start);
+  if (answered) Log(instance, "notfinished ticks ", Tick_Count(instance) - start);
   return answered;
 }
 
-std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Process& process, std::uint32_t /*ignored*/) {
-  Log(process, "do_New_Get_Qorv_Menu_Handle");
-  do_CallDirectQorvToolCommandAppEventWait(process, kWritingStylesBit.bit, kWritingStylesBit.cmd);
-  auto buffer = copyMenuBuffer(process);
-  Log(process, "do_New_Get_Qorv_Menu_Handle DONE");
+std::optional<MenuBuffer> do_New_Get_Qorv_Menu_Handle(Instance& instance,
+                                                      std::uint32_t /*ignored*/) {
+  Log(instance, "do_New_Get_Qorv_Menu_Handle");
+  do_CallDirectQorvToolCommandAppEventWait(instance, kWritingStylesBit.bit, kWritingStylesBit.cmd);
+  auto buffer = copyMenuBuffer(instance);
+  Log(instance, "do_New_Get_Qorv_Menu_Handle DONE");
   return buffer;
 }
 

@@ -15,61 +15,64 @@ constexpr FourCharCode kUnknownSignature = "????"_4cc;
 /// of its sending.
 class MachPortBusy {
  public:
-  explicit MachPortBusy(Process& process) : process_(process) { SET_MACHPORT_BUSY(process, 1); }
-  ~MachPortBusy() { SET_MACHPORT_BUSY(process_, 0); }
+  explicit MachPortBusy(Instance& instance) : instance_(instance) {
+    SET_MACHPORT_BUSY(instance, 1);
+  }
+  ~MachPortBusy() { SET_MACHPORT_BUSY(instance_, 0); }
   MachPortBusy(const MachPortBusy&) = delete;
   MachPortBusy& operator=(const MachPortBusy&) = delete;
 
  private:
-  Process& process_;
+  Instance& instance_;
 };
 
-bool isToolCallBusy(Process& process) {
-  if (process.state<MessageSendState>().TOOLCALLBUSY == 0) return false;
-  Log(process, "*** IMK - TOOLCALLBUSY ***");
+bool isToolCallBusy(Instance& instance) {
+  if (instance.state<MessageSendState>().TOOLCALLBUSY == 0) return false;
+  Log(instance, "*** IMK - TOOLCALLBUSY ***");
   return true;
 }
 
-FourCharCode frontSignature(Process& process) {
-  const FourCharCode signature = FRONTPROCESSSIGNATURE(process);
-  if (signature == 0) Log(process, "IMK - Null process signature");
-  if (signature == kUnknownSignature) Log(process, "IMK - ???? process signature");
+FourCharCode frontSignature(Instance& instance) {
+  const FourCharCode signature = FRONTPROCESSSIGNATURE(instance);
+  if (signature == 0) Log(instance, "IMK - Null process signature");
+  if (signature == kUnknownSignature) Log(instance, "IMK - ???? process signature");
   return signature;
 }
 
-std::int32_t sendCommand(Process& process, std::uint32_t cmd, Mode mode, CFData* reply) {
-  auto& state = process.state<MessageSendState>();
-  const MachPortBusy machPort(process);
+std::int32_t sendCommand(Instance& instance, std::uint32_t cmd, Mode mode, CFData* reply) {
+  auto& state = instance.state<MessageSendState>();
+  const MachPortBusy machPort(instance);
   const FlagGuard active(state.AEITEM_Process_active);
-  MasterCloseToolRecPtr(process);
-  const FourCharCode signature = frontSignature(process);
+  MasterCloseToolRecPtr(instance);
+  const FourCharCode signature = frontSignature(instance);
   const FlagGuard busy(state.TOOLCALLBUSY);
   return mode == Mode::SendAndWait
-             ? BIM_SendMessageToUIServerWithReply(process, cmd, signature, reply)
-             : BIM_SendMessageToUIServer(process, cmd, signature);
+             ? BIM_SendMessageToUIServerWithReply(instance, cmd, signature, reply)
+             : BIM_SendMessageToUIServer(instance, cmd, signature);
 }
 
-bool isMachPortBusy(Process& process) {
-  if (IS_MACHPORT_BUSY(process) == 0) return false;
-  Log(process, "*** IMK - MACHPORT_BUSY ***");
+bool isMachPortBusy(Instance& instance) {
+  if (IS_MACHPORT_BUSY(instance) == 0) return false;
+  Log(instance, "*** IMK - MACHPORT_BUSY ***");
   return true;
 }
 
 /// The result of the sending; empty where a guard has dropped the command.
-std::optional<std::int32_t> sendUnlessBusy(Process& process, std::uint32_t cmd, Mode mode) {
-  if (isToolCallBusy(process) || isMachPortBusy(process)) return std::nullopt;
-  return sendCommand(process, cmd, mode, nullptr);
+std::optional<std::int32_t> sendUnlessBusy(Instance& instance, std::uint32_t cmd, Mode mode) {
+  if (isToolCallBusy(instance) || isMachPortBusy(instance)) return std::nullopt;
+  return sendCommand(instance, cmd, mode, nullptr);
 }
 
-std::int32_t do_CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd, Mode mode) {
-  sendUnlessBusy(process, cmd, mode);
+std::int32_t do_CallDirectQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd,
+                                                  Mode mode) {
+  sendUnlessBusy(instance, cmd, mode);
   return 0;
 }
 
 }  // namespace
 
-CommandOutcome SendToolCommandAndWait(Process& process, std::uint32_t cmd) {
-  const auto result = sendUnlessBusy(process, cmd, Mode::SendAndWait);
+CommandOutcome SendToolCommandAndWait(Instance& instance, std::uint32_t cmd) {
+  const auto result = sendUnlessBusy(instance, cmd, Mode::SendAndWait);
   if (!result) return CommandOutcome::Dropped;
   switch (*result) {
     case kCFMessagePortSuccess:
@@ -81,41 +84,41 @@ CommandOutcome SendToolCommandAndWait(Process& process, std::uint32_t cmd) {
   }
 }
 
-std::int32_t CallDirectQorvToolCommandAppEvent(Process& process, std::uint32_t cmd) {
-  return do_CallDirectQorvToolCommandAppEvent(process, cmd, Mode::Send);
+std::int32_t CallDirectQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd) {
+  return do_CallDirectQorvToolCommandAppEvent(instance, cmd, Mode::Send);
 }
 
-std::int32_t CallDirectQorvToolCommandAppEventWait(Process& process, std::uint32_t cmd) {
-  return do_CallDirectQorvToolCommandAppEvent(process, cmd, Mode::SendAndWait);
+std::int32_t CallDirectQorvToolCommandAppEventWait(Instance& instance, std::uint32_t cmd) {
+  return do_CallDirectQorvToolCommandAppEvent(instance, cmd, Mode::SendAndWait);
 }
 
-std::int32_t Do_BIMCancelInteractive_WindowSession(Process& process, std::uint32_t cmd) {
-  return CallDirectQorvToolCommandAppEvent(process, cmd);
+std::int32_t Do_BIMCancelInteractive_WindowSession(Instance& instance, std::uint32_t cmd) {
+  return CallDirectQorvToolCommandAppEvent(instance, cmd);
 }
 
 // Takes the port without asking whether the other side has it.
-std::optional<CFData> do_Get_Qorv_Menu_Handle(Process& process, std::uint32_t cmd) {
-  if (isToolCallBusy(process)) return std::nullopt;
+std::optional<CFData> do_Get_Qorv_Menu_Handle(Instance& instance, std::uint32_t cmd) {
+  if (isToolCallBusy(instance)) return std::nullopt;
   CFData reply;
-  const std::int32_t result = sendCommand(process, cmd, Mode::SendAndWait, &reply);
+  const std::int32_t result = sendCommand(instance, cmd, Mode::SendAndWait, &reply);
   if (result != 0 || reply.empty()) return std::nullopt;
   return reply;
 }
 
-std::optional<CFData> GetQorvSubMenuHandle(Process& process) {
-  return do_Get_Qorv_Menu_Handle(process, 8);
+std::optional<CFData> GetQorvSubMenuHandle(Instance& instance) {
+  return do_Get_Qorv_Menu_Handle(instance, 8);
 }
 
-std::optional<CFData> GetQorvSubMenuHandleSelection(Process& process) {
-  return do_Get_Qorv_Menu_Handle(process, 9);
+std::optional<CFData> GetQorvSubMenuHandleSelection(Instance& instance) {
+  return do_Get_Qorv_Menu_Handle(instance, 9);
 }
 
-std::optional<CFData> GetAutoTypeSubMenuHandle(Process& process) {
-  return do_Get_Qorv_Menu_Handle(process, 10);
+std::optional<CFData> GetAutoTypeSubMenuHandle(Instance& instance) {
+  return do_Get_Qorv_Menu_Handle(instance, 10);
 }
 
-std::optional<CFData> GetAutoTypeFSSpec(Process& process) {
-  return do_Get_Qorv_Menu_Handle(process, "pATF"_4cc);
+std::optional<CFData> GetAutoTypeFSSpec(Instance& instance) {
+  return do_Get_Qorv_Menu_Handle(instance, "pATF"_4cc);
 }
 
 }  // namespace quorvane

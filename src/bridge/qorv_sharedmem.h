@@ -10,7 +10,7 @@
 #include <span>
 #include <utility>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/bridge/SharedLayout.h"
 
 namespace quorvane {
@@ -28,22 +28,22 @@ struct SharedMemoryState {
 
 /// Null while the main application isn't running, without a system call or a log line, and null
 /// where the segment is missing. The kShmFailed of a failing attach is handed back as it is.
-void* GetSharedMemoryBlock(Process& process, std::uint32_t key);
+void* GetSharedMemoryBlock(Instance& instance, std::uint32_t key);
 
 /// The tool record, or null. What can't hold a whole record is no record.
-std::uint8_t* GetToolCRecPtr(Process& process);
+std::uint8_t* GetToolCRecPtr(Instance& instance);
 /// The partner of every GetToolCRecPtr. The attachment stays.
-void CloseToolRecPtr(Process& process, void* address);
+void CloseToolRecPtr(Instance& instance, void* address);
 /// Detaches, so that a main application that restarted is picked up at the next access.
-void MasterCloseToolRecPtr(Process& process);
-void DelegateCloseToolRecPtr(Process& process);
-void MasterOpenToolRecPtr(Process& process);
-void DelegateOpenToolRecPtr(Process& process);
-void Wait_Install_DelegateOpenToolRecPtr(Process& process);
+void MasterCloseToolRecPtr(Instance& instance);
+void DelegateCloseToolRecPtr(Instance& instance);
+void MasterOpenToolRecPtr(Instance& instance);
+void DelegateOpenToolRecPtr(Instance& instance);
+void Wait_Install_DelegateOpenToolRecPtr(Instance& instance);
 /// Detaches where the main application has gone. Always 0.
-std::int32_t ISOPENTOOLREC(Process& process);
+std::int32_t ISOPENTOOLREC(Instance& instance);
 /// The attachment without any check.
-std::uint8_t* Get_OPENGlobalToolCRecPtr(Process& process);
+std::uint8_t* Get_OPENGlobalToolCRecPtr(Instance& instance);
 
 /// The groups of big-endian words in the tool record.
 enum class FieldGroup : std::size_t {
@@ -54,27 +54,27 @@ enum class FieldGroup : std::size_t {
 };
 
 /// The interactive text record, or null. What can't hold a whole record is none.
-std::uint8_t* GetInteractiveTextRecordPtr(Process& process);
-void CloseInteractiveTextRecordPtr(Process& process, const void* address);
+std::uint8_t* GetInteractiveTextRecordPtr(Instance& instance);
+void CloseInteractiveTextRecordPtr(Instance& instance, const void* address);
 /// Segment 896 for one use; null where there is none.
-AEToolEventSelectStruct* GetAEToolEventSelectRecordPtr(Process& process);
-AEToolEventSelectStruct* Get_ToolCRecPtAEToolEventRecordPtr(Process& process);
+AEToolEventSelectStruct* GetAEToolEventSelectRecordPtr(Instance& instance);
+AEToolEventSelectStruct* Get_ToolCRecPtAEToolEventRecordPtr(Instance& instance);
 /// Detaches what was attached last. The global keeps its value.
-void CloseAEToolEventSelectRecordPtr(Process& process, const void* ignored);
+void CloseAEToolEventSelectRecordPtr(Instance& instance, const void* ignored);
 /// Segment 897, kMenuBufferSize bytes, for one use; null where there is none.
-std::uint8_t* GetAEToolMenuSelectRecordPtr(Process& process);
-void CloseAEToolMenuSelectRecordPtr(Process& process, const void* ignored);
+std::uint8_t* GetAEToolMenuSelectRecordPtr(Instance& instance);
+void CloseAEToolMenuSelectRecordPtr(Instance& instance, const void* ignored);
 
 /// A segment for as long as this lives: attached at the beginning, let go at the end. False where
 /// there is none that holds its record.
 template <auto Attach, auto Detach>
 class Attachment {
  public:
-  using Record = decltype(Attach(std::declval<Process&>()));
+  using Record = decltype(Attach(std::declval<Instance&>()));
 
-  explicit Attachment(Process& process) : process_(process), address_(Attach(process)) {}
+  explicit Attachment(Instance& instance) : instance_(instance), address_(Attach(instance)) {}
   ~Attachment() {
-    if (address_ != nullptr) Detach(process_, address_);
+    if (address_ != nullptr) Detach(instance_, address_);
   }
   Attachment(const Attachment&) = delete;
   Attachment& operator=(const Attachment&) = delete;
@@ -82,10 +82,10 @@ class Attachment {
   explicit operator bool() const { return address_ != nullptr; }
   /// The other process may be writing there.
   [[nodiscard]] Record address() const { return address_; }
-  [[nodiscard]] Process& process() const { return process_; }
+  [[nodiscard]] Instance& instance() const { return instance_; }
 
  private:
-  Process& process_;
+  Instance& instance_;
   Record address_;
 };
 
@@ -127,9 +127,9 @@ class ToolRec : public Attachment<GetToolCRecPtr, CloseToolRecPtr> {
 
 /// The creating attach: a cleared block, null, or the kShmFailed of a failing attach. The segment's
 /// id stays in `shmid[slot]`.
-void* GETSAFEMEMBLOCK(Process& process, std::uint32_t key, std::size_t size, std::uint32_t slot);
+void* GETSAFEMEMBLOCK(Instance& instance, std::uint32_t key, std::size_t size, std::uint32_t slot);
 /// 0 or -1.
-std::int32_t delete_segment(Process& process, int id);
+std::int32_t delete_segment(Instance& instance, int id);
 
 // --- Fields, by their given names ----------------------------------------------------------------
 
@@ -181,9 +181,9 @@ inline std::uint32_t BCLR_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, 
 std::uint32_t BTST_TOOLCRECPTR_INTERACTIVESCANPTR(const ToolRec& record, std::uint32_t i,
                                                   std::uint32_t bit);
 /// Despite its name, field `i` of the array, through a ToolRec of its own.
-std::uint32_t GET_ONE_TOOLCRECPTR_QORVSTATUS(Process& process, std::uint32_t i);
+std::uint32_t GET_ONE_TOOLCRECPTR_QORVSTATUS(Instance& instance, std::uint32_t i);
 
-std::uint32_t is_SETMENUFLAG(Process& process);
-void set_SETMENUFLAG(Process& process, std::uint32_t value);
+std::uint32_t is_SETMENUFLAG(Instance& instance);
+void set_SETMENUFLAG(Instance& instance, std::uint32_t value);
 
 }  // namespace quorvane

@@ -12,17 +12,17 @@ constexpr double kHideDelay = 0.01;  // seconds
 
 }  // namespace
 
-AnnotationWinController* AnnotationWinController::sharedController(Process& process) {
-  return process.state<AnnotationWinState>().sharedController;
+AnnotationWinController* AnnotationWinController::sharedController(Instance& instance) {
+  return instance.state<AnnotationWinState>().sharedController;
 }
 
 void AnnotationWinController::awakeFromNib() {
-  process_.state<AnnotationWinState>().sharedController = this;
+  instance_.state<AnnotationWinState>().sharedController = this;
   setWidth(kWidth);
-  Log(process_, "AnnotationWinController awakeFromNib");
+  Log(instance_, "AnnotationWinController awakeFromNib");
   hideWindow();
   preparePanel();
-  process_.platform().runLoop.performAfterDelay(
+  instance_.platform().runLoop.performAfterDelay(
       [this, alive = std::weak_ptr(alive_)] {
         if (!alive.expired()) hideWindow();
       },
@@ -33,7 +33,7 @@ void AnnotationWinController::preparePanel() {
   if (panel_ == nullptr) return;
   panel_->orderFront();
   // Above everything, the shields of full-screen applications included.
-  panel_->setLevel(std::int64_t{process_.platform().screens.CGShieldingWindowLevel()} + 1);
+  panel_->setLevel(std::int64_t{instance_.platform().screens.CGShieldingWindowLevel()} + 1);
   panel_->setCollectionBehavior(kCanJoinAllSpaces);
   panel_->setStyleMask(kBorderless);
 }
@@ -49,7 +49,7 @@ void AnnotationWinController::hideWindow() {
 }
 
 void AnnotationWinController::setAnnotation(const std::u16string& text) {
-  Log(process_, "setAnnotation ", Private{text});
+  Log(instance_, "setAnnotation ", Private{text});
   if (view_ != nullptr) view_->setStringValue(text);
 }
 

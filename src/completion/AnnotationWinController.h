@@ -5,16 +5,16 @@
 #include <memory>
 #include <string>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
 class AnnotationWinController {
  public:
-  explicit AnnotationWinController(Process& process) : process_(process) {}
+  explicit AnnotationWinController(Instance& instance) : instance_(instance) {}
 
   /// Null until the nib has woken.
-  static AnnotationWinController* sharedController(Process& process);
+  static AnnotationWinController* sharedController(Instance& instance);
   void awakeFromNib();
 
   /// `topLeft` in screen points.
@@ -37,7 +37,7 @@ class AnnotationWinController {
  private:
   void preparePanel();
 
-  Process& process_;
+  Instance& instance_;
   std::int32_t _width = 0;
   std::int32_t _height = 0;
   NSTextField* view_ = nullptr;

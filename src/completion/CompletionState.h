@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 

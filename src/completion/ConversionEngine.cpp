@@ -57,10 +57,10 @@ void removeDuplicates(std::vector<std::u16string>& list) {
 
 }  // namespace
 
-ConversionEngine& ConversionEngine::sharedEngine(Process& process) {
-  auto& shared = process.state<SharedEngineState>().engine;
+ConversionEngine& ConversionEngine::sharedEngine(Instance& instance) {
+  auto& shared = instance.state<SharedEngineState>().engine;
   if (shared == nullptr) {
-    auto engine = std::make_unique<ConversionEngine>(process);
+    auto engine = std::make_unique<ConversionEngine>(instance);
     engine->loadPreparedData();
     shared = std::move(engine);
   }
@@ -113,7 +113,7 @@ ConversionEngine::Words ConversionEngine::wordsByFrequency(const std::u16string&
 
 ConversionEngine::Words ConversionEngine::wordsStartsWith(const std::u16string& prefix) {
   Words words;
-  visitWords(process_.state<WordListState>(), queryOf(prefix),
+  visitWords(instance_.state<WordListState>(), queryOf(prefix),
              [&words](std::string_view word) { words.emplace_back(word.begin(), word.end()); });
   return words;
 }
@@ -144,7 +144,7 @@ std::int32_t ConversionEngine::frequencyOf(const std::u16string& word) {
 }
 
 std::u16string ConversionEngine::lowercaseString(const std::u16string& text) {
-  return process_.platform().characterSets.lowercaseString(text);
+  return instance_.platform().characterSets.lowercaseString(text);
 }
 
 }  // namespace quorvane

@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/completion/Cached.h"
 #include "src/completion/PhonexEncoder.h"
 #include "src/completion/PhonexTable.h"
@@ -28,9 +28,9 @@ class ConversionEngine {
   /// The one engine of the process, made and loaded by the first call. Throws std::runtime_error,
   /// whose message says what to do, where the word list is missing or broken. Every other file that
   /// is missing or malformed only leaves its part empty.
-  static ConversionEngine& sharedEngine(Process& process);
+  static ConversionEngine& sharedEngine(Instance& instance);
 
-  explicit ConversionEngine(Process& process) : process_(process) {}
+  explicit ConversionEngine(Instance& instance) : instance_(instance) {}
 
   /// The parts in the order of their loading.
   void loadPreparedData();
@@ -82,7 +82,7 @@ class ConversionEngine {
   std::u16string decoded(std::string_view utf8);
   std::u16string lowercaseString(const std::u16string& text);
 
-  Process& process_;
+  Instance& instance_;
   std::optional<Cached<WordTable>> wordsWithFrequencyAndTranslation;
   Substitutions substitutions;
   std::optional<Cached<PhonexTable>> phonexEncoded;

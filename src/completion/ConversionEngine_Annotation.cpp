@@ -43,7 +43,7 @@ TextList ConversionEngine::annotationOf(const std::u16string& word) {
 }
 
 std::u16string ConversionEngine::decoded(std::string_view utf8) {
-  return fromUtf8(process_.platform().textEncoding, utf8);
+  return fromUtf8(instance_.platform().textEncoding, utf8);
 }
 
 }  // namespace quorvane

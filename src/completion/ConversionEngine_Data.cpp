@@ -19,9 +19,10 @@ constexpr const char* kUserFile = "/.you_expand_me.json";
 constexpr std::uint64_t kLargestUserFile = std::uint64_t{4} << 20;
 
 /// Parses the file, events going to `handler`. With an error what it was told counts for nothing.
-std::optional<JSONError> deserializeJSON(Process& process, const Path& path, JSONHandler& handler) {
+std::optional<JSONError> deserializeJSON(Instance& instance, const Path& path,
+                                         JSONHandler& handler) {
   if (!path) return JSONError{JSONError::Kind::Missing, "", 0, 0};
-  return process.platform().jsonSerialization.JSONObjectWithStream(*path, handler);
+  return instance.platform().jsonSerialization.JSONObjectWithStream(*path, handler);
 }
 
 bool isSound(const std::optional<JSONError>& error) {
@@ -29,49 +30,49 @@ bool isSound(const std::optional<JSONError>& error) {
 }
 
 /// In bytes; no text in a file is longer.
-std::size_t sizeOf(Process& process, const Path& path) {
+std::size_t sizeOf(Instance& instance, const Path& path) {
   if (!path) return 0;
-  const auto attributes = process.platform().fileManager.attributesOfItemAtPath(*path);
+  const auto attributes = instance.platform().fileManager.attributesOfItemAtPath(*path);
   return attributes ? attributes->size : 0;
 }
 
-Path resource(Process& process, std::string_view name, std::string_view type) {
-  return process.platform().bundle.pathForResource(name, type);
+Path resource(Instance& instance, std::string_view name, std::string_view type) {
+  return instance.platform().bundle.pathForResource(name, type);
 }
 
-Made<NewWordTable> makeWordTable(Process& process, const Path& json) {
+Made<NewWordTable> makeWordTable(Instance& instance, const Path& json) {
   FrequencyTable frequencies;
-  frequencies.words.reserveBytes(sizeOf(process, json));
-  frequencies.annotations.reserveBytes(sizeOf(process, json));
+  frequencies.words.reserveBytes(sizeOf(instance, json));
+  frequencies.annotations.reserveBytes(sizeOf(instance, json));
   FrequencyTableReader reader(frequencies);
-  const auto error = deserializeJSON(process, json, reader);
+  const auto error = deserializeJSON(instance, json, reader);
   if (error) frequencies = {};
   TextPile list;
-  visitWords(process.state<WordListState>(), "",
+  visitWords(instance.state<WordListState>(), "",
              [&list](std::string_view word) { list.add(word); });
   return {NewWordTable(list, std::move(frequencies)), isSound(error)};
 }
 
-Made<PhonexGroups> makePhonexTable(Process& process, const Path& json) {
+Made<PhonexGroups> makePhonexTable(Instance& instance, const Path& json) {
   PhonexGroups groups;
   PhonexGroupsReader reader(groups);
-  const auto error = deserializeJSON(process, json, reader);
+  const auto error = deserializeJSON(instance, json, reader);
   if (error) groups = {};
   return {groups.sorted(), isSound(error)};
 }
 
 /// What is wrong with it, in one line.
-void complainOfUserFile(Process& process, const std::optional<JSONError>& error,
+void complainOfUserFile(Instance& instance, const std::optional<JSONError>& error,
                         const SubstitutionsReader& reader) {
   if (!error && reader.offender().empty()) {
-    Log(process, "* * ", kUserFile, " is no object of strings: no substitutions");
+    Log(instance, "* * ", kUserFile, " is no object of strings: no substitutions");
   } else if (!error) {
-    Log(process, "* * ", kUserFile, ": the value of \"", Private{reader.offender()},
+    Log(instance, "* * ", kUserFile, ": the value of \"", Private{reader.offender()},
         "\" is no string: no substitutions");
   } else if (error->line == 0) {
-    Log(process, "* * ", kUserFile, ": ", error->message, ": no substitutions");
+    Log(instance, "* * ", kUserFile, ": ", error->message, ": no substitutions");
   } else {
-    Log(process, "* * ", kUserFile, ", line ", error->line, ", column ", error->column, ": ",
+    Log(instance, "* * ", kUserFile, ", line ", error->line, ", column ", error->column, ": ",
         error->message, ": no substitutions");
   }
 }
@@ -87,49 +88,49 @@ void ConversionEngine::loadPreparedData() {
 }
 
 void ConversionEngine::loadTrie() {
-  auto& list = process_.state<WordListState>();
-  const Path path = resource(process_, "google_227800_words", "bin");
-  list.fileState = stateOfFile(process_.platform().fileManager, path);
-  loadWordList(list, process_.platform().fileManager, path);
+  auto& list = instance_.state<WordListState>();
+  const Path path = resource(instance_, "google_227800_words", "bin");
+  list.fileState = stateOfFile(instance_.platform().fileManager, path);
+  loadWordList(list, instance_.platform().fileManager, path);
 }
 
 Cached<WordTable> ConversionEngine::getWordsWithFrequencyAndTranslation() {
-  const Path json = resource(process_, "frequency_and_ipa", "json");
+  const Path json = resource(instance_, "frequency_and_ipa", "json");
   return throughSnapshot<WordTable>(
-      process_.platform().fileManager, "frequency_and_ipa",
-      process_.state<WordListState>().fileState +
-          stateOfFile(process_.platform().fileManager, json),
-      [&process = process_, json] { return makeWordTable(process, json); });
+      instance_.platform().fileManager, "frequency_and_ipa",
+      instance_.state<WordListState>().fileState +
+          stateOfFile(instance_.platform().fileManager, json),
+      [&instance = instance_, json] { return makeWordTable(instance, json); });
 }
 
 Cached<PhonexTable> ConversionEngine::getPhonexEncodedWords() {
-  const Path json = resource(process_, "phonex_encoded_words", "json");
+  const Path json = resource(instance_, "phonex_encoded_words", "json");
   return throughSnapshot<PhonexTable>(
-      process_.platform().fileManager, "phonex_encoded_words",
-      stateOfFile(process_.platform().fileManager, json),
-      [&process = process_, json] { return makePhonexTable(process, json); });
+      instance_.platform().fileManager, "phonex_encoded_words",
+      stateOfFile(instance_.platform().fileManager, json),
+      [&instance = instance_, json] { return makePhonexTable(instance, json); });
 }
 
 ConversionEngine::Substitutions ConversionEngine::getUserDefinedSubstitutions() {
-  FileManager& files = process_.platform().fileManager;
+  FileManager& files = instance_.platform().fileManager;
   const std::string path = files.NSHomeDirectory() + kUserFile;
   const auto attributes = files.attributesOfItemAtPath(path);
   if (!attributes) return {};
   if (attributes->size > kLargestUserFile) {
-    Log(process_, "* * ", kUserFile, " is larger than ", kLargestUserFile,
+    Log(instance_, "* * ", kUserFile, " is larger than ", kLargestUserFile,
         " bytes: no substitutions");
     return {};
   }
-  SubstitutionsReader reader(process_.platform().textEncoding);
-  const auto error = deserializeJSON(process_, path, reader);
+  SubstitutionsReader reader(instance_.platform().textEncoding);
+  const auto error = deserializeJSON(instance_, path, reader);
   if (!error && reader.isWellFormed()) return reader.takeSubstitutions();
-  complainOfUserFile(process_, error, reader);
+  complainOfUserFile(instance_, error, reader);
   return {};
 }
 
 PhonexEncoder ConversionEngine::getPhonexEncoder() {
-  const Path path = resource(process_, "phonex", "js");
-  Platform& platform = process_.platform();
+  const Path path = resource(instance_, "phonex", "js");
+  Platform& platform = instance_.platform();
   return {platform.scriptHost,
           path ? platform.fileManager.stringWithContentsOfFile(*path) : std::nullopt};
 }

@@ -22,7 +22,7 @@ bool isAscii(std::string_view text) {
 }  // namespace
 
 ConversionEngine::Words ConversionEngine::getSuggestionOfSpellChecker(const std::u16string& text) {
-  Words guesses = process_.platform().sharedSpellChecker.guessesForWordRange(
+  Words guesses = instance_.platform().sharedSpellChecker.guessesForWordRange(
       {0, text.size()}, text, kLanguage, kNoDocument);
   if (text.size() <= kLongestWithoutPhonex) return guesses;
   const auto ranked = sortByDamerauLevenshteinDistance(soundAlikesOf(text), text);

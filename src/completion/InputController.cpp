@@ -15,17 +15,17 @@ constexpr auto kFlagsChanged = static_cast<std::uint64_t>(NSEventType::FlagsChan
 
 }  // namespace
 
-InputController::InputController(Process& process)
-    : process_(process), words_(process.state<WordInProgressState>()) {}
+InputController::InputController(Instance& instance)
+    : instance_(instance), words_(instance.state<WordInProgressState>()) {}
 
 InputController::~InputController() {
   if (words_.latest == this) words_.latest = nullptr;
 }
 
 bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
-  process_.state<InputControllerState>().lastClient = client;
+  instance_.state<InputControllerState>().lastClient = client;
   words_.latest = this;
-  Log(process_, "handleEvent ", static_cast<std::uint32_t>(event.type));
+  Log(instance_, "handleEvent ", static_cast<std::uint32_t>(event.type));
   if (sessionTakes(event, client)) return true;
   if (!mayComplete()) return false;
   if (isRepeatedFlagsChange(event)) return true;
@@ -37,28 +37,28 @@ bool InputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
 // It writes into the document itself: a word whose gate has closed since the last event ends first.
 bool InputController::sessionTakes(const NSEvent& event, IMKTextInput* client) {
   words_.held = !_originalBuffer.empty() && mayComplete();
-  return do_handleEvent(process_, event, client);
+  return do_handleEvent(instance_, event, client);
 }
 
 // The gates see the current state at every event.
 bool InputController::mayComplete() {
-  const bool open = isSwitchedOn() && !givesWay() && IsQUORVANEAPPRUNNING(process_) != 0;
+  const bool open = isSwitchedOn() && !givesWay() && IsQUORVANEAPPRUNNING(instance_) != 0;
   if (!open) keepTyped();
   return open;
 }
 
 bool InputController::isSwitchedOn() const {
-  const bool on = (Get_InteractiveCheck_Status(process_) & kCompletionFlag) != 0;
-  if (!on) Log(process_, " ************* InteractiveAutoCompleteMask  NOTENABLED");
+  const bool on = (Get_InteractiveCheck_Status(instance_) & kCompletionFlag) != 0;
+  if (!on) Log(instance_, " ************* InteractiveAutoCompleteMask  NOTENABLED");
   return on;
 }
 
 bool InputController::givesWay() {
-  if (!do_AutoCompleteCancelWindow(process_)) return false;
+  if (!do_AutoCompleteCancelWindow(instance_)) return false;
   keepTyped();
   cancelComposition();
   reset();
-  Log(process_, " ************* do_AutoCompleteCancelWindow");
+  Log(instance_, " ************* do_AutoCompleteCancelWindow");
   return true;
 }
 
@@ -106,19 +106,19 @@ void InputController::remember(const NSEvent& event) {
 
 void InputController::activateServer(IMKTextInput* sender) {
   if (_annotationWin == nullptr) {
-    _annotationWin = AnnotationWinController::sharedController(process_);
+    _annotationWin = AnnotationWinController::sharedController(instance_);
   }
   _currentCandidateIndex = 1;
   _candidates.clear();
-  Log(process_, "activateServer ", static_cast<std::uint32_t>(identityOf(sender)));
-  do_activateServer1(process_, sender);
+  Log(instance_, "activateServer ", static_cast<std::uint32_t>(identityOf(sender)));
+  do_activateServer1(instance_, sender);
 }
 
 // Marked text isn't committed: the buffers are cleared, no more.
 void InputController::deactivateServer(IMKTextInput* sender) {
   reset();
-  Log(process_, "deactivateServer ", static_cast<std::uint32_t>(identityOf(sender)));
-  do_deactivateServer1(process_, sender);
+  Log(instance_, "deactivateServer ", static_cast<std::uint32_t>(identityOf(sender)));
+  do_deactivateServer1(instance_, sender);
 }
 
 std::uint32_t InputController::recognizedEvents(IMKTextInput* /*sender*/) {
@@ -126,17 +126,17 @@ std::uint32_t InputController::recognizedEvents(IMKTextInput* /*sender*/) {
 }
 
 bool InputController::isMojaveAndLaterSystem() const {
-  const auto version = process_.platform().application.operatingSystemVersion();
+  const auto version = instance_.platform().application.operatingSystemVersion();
   return version.majorVersion > 10 || (version.majorVersion == 10 && version.minorVersion > 13);
 }
 
 bool InputController::preference(std::string_view key) const {
-  UserDefaults* const defaults = process_.state<CompletionState>().preference;
+  UserDefaults* const defaults = instance_.state<CompletionState>().preference;
   return defaults != nullptr && defaults->boolForKey(key);
 }
 
 IMKCandidates* InputController::sharedCandidates() const {
-  return process_.state<CompletionState>().sharedCandidates.get();
+  return instance_.state<CompletionState>().sharedCandidates.get();
 }
 
 bool InputController::panelVisible() const {

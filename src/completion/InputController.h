@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/session/WordInProgress.h"
 
 namespace quorvane {
@@ -21,12 +21,12 @@ struct InputControllerState {
 
 class InputController : public IMKInputController, public WordInProgress {
  public:
-  explicit InputController(Process& process);
+  explicit InputController(Instance& instance);
   ~InputController() override;
   InputController(const InputController&) = delete;
   InputController& operator=(const InputController&) = delete;
   /// An instance of nobody's client, made on first use.
-  static InputController& sharedServer(Process& process);
+  static InputController& sharedServer(Instance& instance);
 
   // Events and focus.
   bool handleEvent(const NSEvent& event, IMKTextInput* client) override;
@@ -116,7 +116,7 @@ class InputController : public IMKInputController, public WordInProgress {
   [[nodiscard]] IMKCandidates* sharedCandidates() const;
   [[nodiscard]] bool panelVisible() const;
 
-  Process& process_;
+  Instance& instance_;
   WordInProgressState& words_;  ///< made before the controller, so it outlives it
   std::u16string _composedBuffer;
   std::u16string _originalBuffer;
@@ -133,16 +133,16 @@ class InputController : public IMKInputController, public WordInProgress {
 };
 
 /// The completion switch, 64 or 0: 0 also where interactive checking or the whole menu is off.
-std::uint32_t Get_InteractiveCheck_Status(Process& process);
+std::uint32_t Get_InteractiveCheck_Status(Instance& instance);
 /// True: a popup or a suspended state blocks completion.
-bool do_AutoCompleteCancelWindow(Process& process);
+bool do_AutoCompleteCancelWindow(Instance& instance);
 
 /// An instance of its own, for the functions below: its buffers are not those of the controller
 /// that a client talks to.
-InputController& get_InputController_ptr(Process& process);
-void CancelAutoCompleteSession(Process& process);
+InputController& get_InputController_ptr(Instance& instance);
+void CancelAutoCompleteSession(Instance& instance);
 /// The automatic completion has just been switched off: closes the panel if it shows.
-void Cancel_AutoCompleteSession_withoutspace(Process& process);
-IMKTextInput* Get_Last_Client(Process& process);
+void Cancel_AutoCompleteSession_withoutspace(Instance& instance);
+IMKTextInput* Get_Last_Client(Instance& instance);
 
 }  // namespace quorvane

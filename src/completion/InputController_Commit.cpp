@@ -23,7 +23,7 @@ void InputController::originalBufferAppend(const std::u16string& text, IMKTextIn
 
 // The typed part always looks exactly as typed, also where the word list has other capitals.
 void InputController::showPreeditString(const std::u16string& text) {
-  Platform& platform = process_.platform();
+  Platform& platform = instance_.platform();
   const auto attributes =
       platform.inputMethodKit.markForStyle(*this, kSelectedRawText, {0, text.size()});
   const NSRange end{text.size(), 0};
@@ -38,7 +38,7 @@ void InputController::showPreeditString(const std::u16string& text) {
 }
 
 void InputController::cancelComposition() {
-  process_.platform().inputMethodKit.cancelComposition(*this);
+  instance_.platform().inputMethodKit.cancelComposition(*this);
 }
 
 void InputController::commitComposition(IMKTextInput* sender) {
@@ -54,7 +54,7 @@ void InputController::commitComposition_withoutspace(IMKTextInput* sender) {
 void InputController::keepTyped() {
   if (_originalBuffer.empty()) return;
   insertAndReset(std::u16string(_originalBuffer), _currentClient);
-  process_.platform().inputMethodKit.ownTextFollows();
+  instance_.platform().inputMethodKit.ownTextFollows();
 }
 
 void InputController::do_CancelAutoCompleteSession() {
@@ -64,7 +64,7 @@ void InputController::do_CancelAutoCompleteSession() {
 }
 
 void InputController::do_Cancel_AutoCompleteSession_withoutspace() {
-  if (panelVisible()) commitComposition_withoutspace(Get_Last_Client(process_));
+  if (panelVisible()) commitComposition_withoutspace(Get_Last_Client(instance_));
 }
 
 void InputController::reset() {
@@ -91,7 +91,7 @@ bool InputController::takesSpace(const std::u16string& text) const {
   if (text.empty()) return false;
   const LowByteCharacter first(text, 0);
   const LowByteCharacter last(text, text.size() - 1);
-  return !process_.platform().characterSets.decimalDigitCharacterSet(first.widened()) &&
+  return !instance_.platform().characterSets.decimalDigitCharacterSet(first.widened()) &&
          last.value() != '\'';
 }
 
@@ -103,8 +103,8 @@ void InputController::insertAndReset(const std::u16string& text, IMKTextInput* s
 
 // It followed the keys, and the document goes another way.
 void InputController::losePlaceInSession() {
-  takeTextBack(process_);
-  losePlace(BIMGetActiveSession(process_));
+  takeTextBack(instance_);
+  losePlace(BIMGetActiveSession(instance_));
 }
 
 }  // namespace quorvane

@@ -29,12 +29,12 @@ constexpr std::array<PanelMove, 4> kPanelMoves{{
     {IMKCandidatePanelType::SingleRowStepping, kVK_LeftArrow, &IMKCandidates::moveLeft, 0},
 }};
 
-bool isDigit(Process& process, const LowByteCharacter& character) {
-  return process.platform().characterSets.decimalDigitCharacterSet(character.widened());
+bool isDigit(Instance& instance, const LowByteCharacter& character) {
+  return instance.platform().characterSets.decimalDigitCharacterSet(character.widened());
 }
 
-bool isMark(Process& process, const LowByteCharacter& character) {
-  CharacterSets& sets = process.platform().characterSets;
+bool isMark(Instance& instance, const LowByteCharacter& character) {
+  CharacterSets& sets = instance.platform().characterSets;
   return sets.punctuationCharacterSet(character.widened()) ||
          sets.symbolCharacterSet(character.widened());
 }
@@ -90,13 +90,13 @@ bool InputController::useKey(const NSEvent& event, IMKTextInput* client) {
     const auto consumed = arrowOrDigit(event, client);
     if (consumed) return *consumed;
   }
-  return text == Text::Some && isMark(process_, character) && commitWithCharacters(event, client);
+  return text == Text::Some && isMark(instance_, character) && commitWithCharacters(event, client);
 }
 
 std::optional<bool> InputController::arrowOrDigit(const NSEvent& event, IMKTextInput* client) {
   const bool visible = panelVisible();
   if (visible && moveInPanel(event.keyCode)) return false;
-  if (!isDigit(process_, LowByteCharacter(event.characters, 0))) return std::nullopt;
+  if (!isDigit(instance_, LowByteCharacter(event.characters, 0))) return std::nullopt;
   if (_originalBuffer.empty()) return commitWithCharacters(event, client);
   if (!visible) return std::nullopt;
   return selectByDigit(event, client);
@@ -109,13 +109,13 @@ bool InputController::deleteLetter(const NSEvent& /*event*/, IMKTextInput* clien
 }
 
 bool InputController::commitByReturn(const NSEvent& /*event*/, IMKTextInput* client) {
-  Log(process_, "commit by Return ", Private{_originalBuffer});
+  Log(instance_, "commit by Return ", Private{_originalBuffer});
   commitComposition(client);
   return true;
 }
 
 bool InputController::commitBySpace(const NSEvent& event, IMKTextInput* client) {
-  Log(process_, "commit by Space ", Private{_originalBuffer});
+  Log(instance_, "commit by Space ", Private{_originalBuffer});
   if (!preference("commitWordWithSpace")) appendToComposedBuffer(event.characters);
   commitComposition(client);
   return true;

@@ -17,12 +17,12 @@ constexpr double kGapBelowLine = 8;
 constexpr double kGapAboveLine = 3;
 
 // The main application's window gives way to the panel.
-void Hide_InteractiveWindow(Process& process) { Cancel_Iteractive_Window(process); }
+void Hide_InteractiveWindow(Instance& instance) { Cancel_Iteractive_Window(instance); }
 
 }  // namespace
 
 std::vector<std::u16string> InputController::candidates(IMKTextInput* /*sender*/) {
-  ConversionEngine* const engine = process_.state<CompletionState>().engine;
+  ConversionEngine* const engine = instance_.state<CompletionState>().engine;
   if (engine == nullptr) return {};
   _candidates = engine->getCandidates(_originalBuffer);
   return _candidates;
@@ -33,7 +33,7 @@ void InputController::_updateComposedBuffer(const NSAttributedString& candidate)
 }
 
 void InputController::candidateSelectionChanged(const NSAttributedString& candidate) {
-  Hide_InteractiveWindow(process_);
+  Hide_InteractiveWindow(instance_);
   _updateComposedBuffer(candidate);
   showPreeditString(candidate.string);
   _insertionIndex = static_cast<std::int64_t>(candidate.string.size());
@@ -46,7 +46,7 @@ void InputController::candidateSelected(const NSAttributedString& candidate) {
 }
 
 void InputController::showAnnotation(const NSAttributedString& candidate) {
-  ConversionEngine* const engine = process_.state<CompletionState>().engine;
+  ConversionEngine* const engine = instance_.state<CompletionState>().engine;
   if (engine == nullptr || _annotationWin == nullptr) return;
   const std::u16string annotation = engine->getAnnotation(candidate.string);
   if (annotation.empty()) return _annotationWin->hideWindow();
@@ -61,7 +61,7 @@ NSPoint InputController::calculatePositionOfTranslationWindow() {
   const NSRect panel = candidates != nullptr ? candidates->candidateFrame() : NSRect{};
   NSRect line;
   if (_currentClient != nullptr) _currentClient->attributesForCharacterIndex(0, line);
-  const auto screen = currentScreenForMouseLocation(process_);
+  const auto screen = currentScreenForMouseLocation(instance_);
   const NSPoint cursor =
       screen ? convertPointToScreenCoordinates(*screen, {line.x, line.y}) : NSPoint{};
   // Whole numbers, cut towards zero.

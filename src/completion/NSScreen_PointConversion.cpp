@@ -21,8 +21,8 @@ double throughFloat(double value) {
 
 }  // namespace
 
-std::optional<NSRect> currentScreenForMouseLocation(Process& process) {
-  Screens& platform = process.platform().screens;
+std::optional<NSRect> currentScreenForMouseLocation(Instance& instance) {
+  Screens& platform = instance.platform().screens;
   const NSPoint mouse = platform.mouseLocation();
   const auto screens = platform.screens();
   const auto found = std::find_if(screens.begin(), screens.end(), [&](const NSRect& screen) {

@@ -127,9 +127,9 @@ struct CurrentLayout {
   LayoutData data;
   std::string_view failure;
 };
-CurrentLayout currentLayout(Process& process) {
+CurrentLayout currentLayout(Instance& instance) {
   TISInputSourceRef source =
-      process.platform().textInputSources.TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
+      instance.platform().textInputSources.TISCopyCurrentASCIICapableKeyboardLayoutInputSource();
   if (!source) return {nullptr, "Could not find keyboard layout"};
   LayoutData data = source->kTISPropertyUnicodeKeyLayoutData;
   source.reset();
@@ -137,28 +137,28 @@ CurrentLayout currentLayout(Process& process) {
   return {std::move(data), {}};
 }
 
-std::uint32_t keyboardType(Process& process) {
-  return process.platform().unicodeUtilities.LMGetKbdType() & 0xFF;
+std::uint32_t keyboardType(Instance& instance) {
+  return instance.platform().unicodeUtilities.LMGetKbdType() & 0xFF;
 }
 
 }  // namespace
 
-std::uint16_t AsciiToKeyCode(Process& process, std::uint16_t character) {
+std::uint16_t AsciiToKeyCode(Instance& instance, std::uint16_t character) {
   std::int32_t shift = 0;
   std::int32_t option = 0;
   const std::uint32_t keyCode =
-      do_keyCodeForChar(process, static_cast<std::int8_t>(character), shift, option);
+      do_keyCodeForChar(instance, static_cast<std::int8_t>(character), shift, option);
   // On a known layout the code tells what is being typed.
-  Log(process, "thekey: ", PrivateNumber{keyCode});
+  Log(instance, "thekey: ", PrivateNumber{keyCode});
   return static_cast<std::uint16_t>(keyCode);
 }
 
-std::uint16_t ComposeEventMessage(Process& process, std::uint32_t character,
+std::uint16_t ComposeEventMessage(Instance& instance, std::uint32_t character,
                                   std::uint16_t* modifiersOut) {
-  return Get_keyCodeForChar(process, static_cast<std::uint16_t>(character), modifiersOut);
+  return Get_keyCodeForChar(instance, static_cast<std::uint16_t>(character), modifiersOut);
 }
 
-std::uint16_t Get_keyCodeForChar(Process& process, std::uint16_t character,
+std::uint16_t Get_keyCodeForChar(Instance& instance, std::uint16_t character,
                                  std::uint16_t* modifiersOut) {
   std::uint32_t word = kWordAlways;
   std::uint32_t keyCode = kNoKeyCode;
@@ -169,7 +169,7 @@ std::uint16_t Get_keyCodeForChar(Process& process, std::uint16_t character,
   } else {
     std::int32_t shift = 0;
     std::int32_t option = 0;
-    keyCode = do_keyCodeForChar(process, static_cast<std::int8_t>(character), shift, option);
+    keyCode = do_keyCodeForChar(instance, static_cast<std::int8_t>(character), shift, option);
     if (shift != 0) word |= shiftKey;
     if (option != 0) word |= optionKey;
   }
@@ -177,35 +177,35 @@ std::uint16_t Get_keyCodeForChar(Process& process, std::uint16_t character,
   return static_cast<std::uint16_t>(keyCode);
 }
 
-std::uint32_t do_keyCodeForChar(Process& process, std::int8_t character, std::int32_t& shiftOut,
+std::uint32_t do_keyCodeForChar(Instance& instance, std::int8_t character, std::int32_t& shiftOut,
                                 std::int32_t& optionOut) {
-  const CurrentLayout layout = currentLayout(process);
+  const CurrentLayout layout = currentLayout(instance);
   if (!layout.data) {
-    Log(process, layout.failure);
+    Log(instance, layout.failure);
     return kNoKeyCode;
   }
-  return keyCodeForCharWithLayout(process, character, *layout.data, shiftOut, optionOut);
+  return keyCodeForCharWithLayout(instance, character, *layout.data, shiftOut, optionOut);
 }
 
-std::uint32_t keyCodeForCharWithLayout(Process& process, std::int8_t character,
+std::uint32_t keyCodeForCharWithLayout(Instance& instance, std::int8_t character,
                                        std::span<const std::uint8_t> layoutBytes,
                                        std::int32_t& shiftOut, std::int32_t& optionOut) {
   const auto keyCode = LayoutWalk(layoutBytes, character).keyCode();
   if (!keyCode) return kNoKeyCode;
-  checkModifiers(process, character, layoutBytes, *keyCode, shiftOut, optionOut);
+  checkModifiers(instance, character, layoutBytes, *keyCode, shiftOut, optionOut);
   return *keyCode;
 }
 
-void checkModifiers(Process& process, std::int8_t character,
+void checkModifiers(Instance& instance, std::int8_t character,
                     std::span<const std::uint8_t> layoutBytes, std::uint16_t keyCode,
                     std::int32_t& shiftOut, std::int32_t& optionOut) {
-  const std::uint32_t type = keyboardType(process);
+  const std::uint32_t type = keyboardType(instance);
   // One for all trials: a dead key under option spoils those behind it. This is wanted.
   std::uint32_t deadKeyState = 0;
   for (const Trial& trial : kTrials) {
     std::array<char16_t, 1> unit{};
     std::size_t length = 0;
-    const OSStatus status = process.platform().unicodeUtilities.UCKeyTranslate(
+    const OSStatus status = instance.platform().unicodeUtilities.UCKeyTranslate(
         layoutBytes, keyCode, kUCKeyActionDown, trial.modifierKeyState, type, 0, deadKeyState, unit,
         length);
     if (status != noErr || length == 0 || !isCharacter(unit[0], character)) continue;
@@ -215,24 +215,24 @@ void checkModifiers(Process& process, std::int8_t character,
   }
 }
 
-std::optional<std::u16string> createStringForKey(Process& process, std::uint16_t keyCode) {
-  const CurrentLayout layout = currentLayout(process);
+std::optional<std::u16string> createStringForKey(Instance& instance, std::uint16_t keyCode) {
+  const CurrentLayout layout = currentLayout(instance);
   if (!layout.data) {
-    process.platform().console.print(std::string(layout.failure) + "\n");
+    instance.platform().console.print(std::string(layout.failure) + "\n");
     return std::nullopt;
   }
   std::uint32_t deadKeyState = 0;
   std::array<char16_t, 4> units{};
   std::size_t length = 0;
-  process.platform().unicodeUtilities.UCKeyTranslate(*layout.data, keyCode, kUCKeyActionDisplay, 0,
-                                                     keyboardType(process), 0, deadKeyState, units,
-                                                     length);
+  instance.platform().unicodeUtilities.UCKeyTranslate(*layout.data, keyCode, kUCKeyActionDisplay, 0,
+                                                      keyboardType(instance), 0, deadKeyState,
+                                                      units, length);
   return std::u16string(1, units[0]);
 }
 
-std::shared_ptr<const std::vector<std::uint8_t>> Get_KeyBoardLayout_Ptr(Process& process) {
+std::shared_ptr<const std::vector<std::uint8_t>> Get_KeyBoardLayout_Ptr(Instance& instance) {
   const TISInputSourceRef source =
-      process.platform().textInputSources.TISCopyCurrentKeyboardInputSource();
+      instance.platform().textInputSources.TISCopyCurrentKeyboardInputSource();
   return source ? source->kTISPropertyUnicodeKeyLayoutData : nullptr;
 }
 

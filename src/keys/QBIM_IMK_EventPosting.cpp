@@ -60,69 +60,70 @@ void setEventFlags(EventPosting& posting, CGEvent* event, std::uint16_t modifier
   if (event != nullptr && flags != 0) posting.CGEventSetFlags(event, flags);
 }
 
-void Do_POST_CGEVENT(Process& process, CGEventSource* /*source*/, const ProcessSerialNumber& psn,
+void Do_POST_CGEVENT(Instance& instance, CGEventSource* /*source*/, const ProcessSerialNumber& psn,
                      std::uint16_t keyCode, std::uint16_t modifierWord, std::uint32_t keyDown) {
-  EventPosting& posting = process.platform().eventPosting;
+  EventPosting& posting = instance.platform().eventPosting;
   {
     const LocalEventsInhibited inhibited(posting);
     postKey(posting, psn, keyCode, modifierWord, (keyDown & 0xFF) != 0);
   }
-  process.platform().clock.usleep(kPauseAfterPost);
+  instance.platform().clock.usleep(kPauseAfterPost);
 }
 
-void Do_FULL_POST_CGEVENT(Process& process, std::uint16_t keyCode, std::uint16_t modifierWord) {
+void Do_FULL_POST_CGEVENT(Instance& instance, std::uint16_t keyCode, std::uint16_t modifierWord) {
   ProcessSerialNumber psn;
-  Get_FrontProcessSerial(process, psn);
-  Do_POST_CGEVENT(process, nullptr, psn, keyCode, modifierWord, 1);
-  Do_POST_CGEVENT(process, nullptr, psn, keyCode, modifierWord, 0);
+  Get_FrontProcessSerial(instance, psn);
+  Do_POST_CGEVENT(instance, nullptr, psn, keyCode, modifierWord, 1);
+  Do_POST_CGEVENT(instance, nullptr, psn, keyCode, modifierWord, 0);
 }
 
-std::int32_t Post_KeyEvent(Process& process, std::uint16_t modifierWord, std::uint16_t character) {
+std::int32_t Post_KeyEvent(Instance& instance, std::uint16_t modifierWord,
+                           std::uint16_t character) {
   if (character == 0) return modifierWord;
-  const std::uint16_t keyCode = AsciiToKeyCode(process, character);
+  const std::uint16_t keyCode = AsciiToKeyCode(instance, character);
   ProcessSerialNumber psn;
-  Get_FrontProcessSerial(process, psn);
+  Get_FrontProcessSerial(instance, psn);
   MyPostModifierKeys(modifierWord, 1);
-  Do_FULL_POST_CGEVENT(process, keyCode, modifierWord);
+  Do_FULL_POST_CGEVENT(instance, keyCode, modifierWord);
   return MyPostModifierKeys(modifierWord, 0);
 }
 
-std::int32_t Post_Key_Event(Process& process, std::uint16_t character) {
-  return Post_KeyEvent(process, 0, character);
+std::int32_t Post_Key_Event(Instance& instance, std::uint16_t character) {
+  return Post_KeyEvent(instance, 0, character);
 }
 
-void PostCommandKey(Process& process, std::uint16_t character) {
-  Do_FULL_POST_CGEVENT(process, AsciiToKeyCode(process, character), cmdKey);
-  ++process.state<EventPostingState>().CommandKeyCount;
-  Wake_up_front(process);
+void PostCommandKey(Instance& instance, std::uint16_t character) {
+  Do_FULL_POST_CGEVENT(instance, AsciiToKeyCode(instance, character), cmdKey);
+  ++instance.state<EventPostingState>().CommandKeyCount;
+  Wake_up_front(instance);
 }
 
-std::int32_t DO_FIX_CHAR(Process& process, BIMSessionRec* /*session*/, std::uint16_t character) {
+std::int32_t DO_FIX_CHAR(Instance& instance, BIMSessionRec* /*session*/, std::uint16_t character) {
   std::uint16_t modifierWord = 0;
-  const std::uint16_t keyCode = ComposeEventMessage(process, character, &modifierWord);
+  const std::uint16_t keyCode = ComposeEventMessage(instance, character, &modifierWord);
   ProcessSerialNumber psn;
   // Beyond ASCII no key is ever found, and the event goes out without one.
   const bool hasNoKey = character < kAsciiEnd && keyCode == kNoKeyCode;
-  if (hasNoKey || Get_FrontProcessSerial(process, psn) == 0) return 0;
-  Post_KeyEvent(process, modifierWord, character);
+  if (hasNoKey || Get_FrontProcessSerial(instance, psn) == 0) return 0;
+  Post_KeyEvent(instance, modifierWord, character);
   return 1;
 }
 
-std::int32_t DO_FIX_CHAR_NO_MODIFIERS(Process& process, BIMSessionRec* /*session*/,
+std::int32_t DO_FIX_CHAR_NO_MODIFIERS(Instance& instance, BIMSessionRec* /*session*/,
                                       std::uint16_t character) {
-  EventPosting& posting = process.platform().eventPosting;
+  EventPosting& posting = instance.platform().eventPosting;
   CGEventRef event = posting.CGEventCreateKeyboardEvent(nullptr, 0, true);
   const char16_t unit = character;
   if (event) posting.CGEventKeyboardSetUnicodeString(event.get(), {&unit, 1});
   ProcessSerialNumber psn;
-  Get_FrontProcessSerial(process, psn);
+  Get_FrontProcessSerial(instance, psn);
   posting.CGEventPostToPSN(psn, event.get());
   event.reset();
   return 1;
 }
 
-void Wake_up_front(Process& process) {
-  ProcessManager& manager = process.platform().processManager;
+void Wake_up_front(Instance& instance) {
+  ProcessManager& manager = instance.platform().processManager;
   ProcessSerialNumber psn;
   manager.GetFrontProcess(psn);
   manager.WakeUpProcess(psn);
@@ -134,43 +135,43 @@ std::int32_t MyPostModifierKeys(std::uint16_t /*modifierWord*/, std::uint32_t /*
 
 void Send_Marker_Key() {}
 
-std::int32_t Get_FrontProcessSerial(Process& process, ProcessSerialNumber& psn) {
-  if (FRONTPROCESSSIGNATURE(process) == 0) return 0;
-  ProcessManager& manager = process.platform().processManager;
+std::int32_t Get_FrontProcessSerial(Instance& instance, ProcessSerialNumber& psn) {
+  if (FRONTPROCESSSIGNATURE(instance) == 0) return 0;
+  ProcessManager& manager = instance.platform().processManager;
   AEToolEventSelectStruct front;
-  if (const std::int32_t pid = Get_FrontApp_AEToolEventSelectStruct(process, front); pid != 0) {
-    Log(process, "* * frontPID ", pid);
+  if (const std::int32_t pid = Get_FrontApp_AEToolEventSelectStruct(instance, front); pid != 0) {
+    Log(instance, "* * frontPID ", pid);
     const OSStatus status = manager.GetProcessForPID(pid, psn);
     if (status == noErr) return 1;
-    Log(process, "ERR GetProcessForPID ", status);
+    Log(instance, "ERR GetProcessForPID ", status);
   }
   return manager.GetFrontProcess(psn) == noErr ? 1 : 0;
 }
 
-void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Process& process, std::uint32_t /*commandID*/) {
-  EventPosting& posting = process.platform().eventPosting;
-  Clock& clock = process.platform().clock;
+void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Instance& instance, std::uint32_t /*commandID*/) {
+  EventPosting& posting = instance.platform().eventPosting;
+  Clock& clock = instance.platform().clock;
   clock.usleep(kPauseAroundCommand);
   posting.CGEnableEventStateCombining(false);
   {
     const LocalEventsInhibited inhibited(posting);
-    HID_PressRelease_VirtualKey(process, kVK_Command);
+    HID_PressRelease_VirtualKey(instance, kVK_Command);
     pressCommandInSession(posting);
   }
   clock.usleep(kPauseAroundCommand);
 }
 
-std::int32_t IsKeyDown(Process& process, std::uint16_t keyCode) {
+std::int32_t IsKeyDown(Instance& instance, std::uint16_t keyCode) {
   KeyMap keys{};
-  process.platform().carbonEvents.GetKeys(keys);
+  instance.platform().carbonEvents.GetKeys(keys);
   const std::size_t byte = keyCode >> 3;
   return byte < keys.size() ? (keys[byte] >> (keyCode & 7)) & 1 : 0;
 }
 
-std::int32_t IsShiftKeyDown(Process& process) { return IsKeyDown(process, kVK_Shift); }
+std::int32_t IsShiftKeyDown(Instance& instance) { return IsKeyDown(instance, kVK_Shift); }
 
-void Post_MouseMovedEvent(Process& process) {
-  EventPosting& posting = process.platform().eventPosting;
+void Post_MouseMovedEvent(Instance& instance) {
+  EventPosting& posting = instance.platform().eventPosting;
   CGEventRef pointer = posting.CGEventCreate(nullptr);
   const NSPoint location = posting.CGEventGetLocation(pointer.get());
   pointer.reset();

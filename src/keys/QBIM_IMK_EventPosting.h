@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -20,34 +20,34 @@ struct EventPostingState {
 void setEventFlags(EventPosting& posting, CGEvent* event, std::uint16_t modifierWord);
 
 /// One event, with the device's own events held back meanwhile. `source` isn't used.
-void Do_POST_CGEVENT(Process& process, CGEventSource* source, const ProcessSerialNumber& psn,
+void Do_POST_CGEVENT(Instance& instance, CGEventSource* source, const ProcessSerialNumber& psn,
                      std::uint16_t keyCode, std::uint16_t modifierWord, std::uint32_t keyDown);
 /// Key down and key up to the front process.
-void Do_FULL_POST_CGEVENT(Process& process, std::uint16_t keyCode, std::uint16_t modifierWord);
+void Do_FULL_POST_CGEVENT(Instance& instance, std::uint16_t keyCode, std::uint16_t modifierWord);
 /// Types the character. 0: nothing happens, and the modifier word comes back.
-std::int32_t Post_KeyEvent(Process& process, std::uint16_t modifierWord, std::uint16_t character);
-std::int32_t Post_Key_Event(Process& process, std::uint16_t character);
+std::int32_t Post_KeyEvent(Instance& instance, std::uint16_t modifierWord, std::uint16_t character);
+std::int32_t Post_Key_Event(Instance& instance, std::uint16_t character);
 /// A command-key chord for the front process.
-void PostCommandKey(Process& process, std::uint16_t character);
+void PostCommandKey(Instance& instance, std::uint16_t character);
 /// Types the character with the modifiers that the layout asks for. 1; 0, and nothing is posted,
 /// where no key yields it or nothing is in front. The session isn't used.
-std::int32_t DO_FIX_CHAR(Process& process, BIMSessionRec* session, std::uint16_t character);
+std::int32_t DO_FIX_CHAR(Instance& instance, BIMSessionRec* session, std::uint16_t character);
 /// Types it as text, with a key down alone. 1. The session isn't used.
-std::int32_t DO_FIX_CHAR_NO_MODIFIERS(Process& process, BIMSessionRec* session,
+std::int32_t DO_FIX_CHAR_NO_MODIFIERS(Instance& instance, BIMSessionRec* session,
                                       std::uint16_t character);
-void Wake_up_front(Process& process);
+void Wake_up_front(Instance& instance);
 /// Nothing: modifiers are flags on the event.
 std::int32_t MyPostModifierKeys(std::uint16_t modifierWord, std::uint32_t press);
 void Send_Marker_Key();
 /// 1; 0 where there is none, with `psn` as it was.
-std::int32_t Get_FrontProcessSerial(Process& process, ProcessSerialNumber& psn);
+std::int32_t Get_FrontProcessSerial(Instance& instance, ProcessSerialNumber& psn);
 
 /// Has the window server see the command key before a menu command. The command isn't used.
-void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Process& process, std::uint32_t commandID);
+void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Instance& instance, std::uint32_t commandID);
 
-std::int32_t IsKeyDown(Process& process, std::uint16_t keyCode);
-std::int32_t IsShiftKeyDown(Process& process);
+std::int32_t IsKeyDown(Instance& instance, std::uint16_t keyCode);
+std::int32_t IsShiftKeyDown(Instance& instance);
 /// Moves nothing: the system sees a mouse move.
-void Post_MouseMovedEvent(Process& process);
+void Post_MouseMovedEvent(Instance& instance);
 
 }  // namespace quorvane

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -21,19 +21,20 @@ struct ProcessEntry {
   std::int32_t pid = 0;
 };
 
-void Post_Paste_CommandKey(Process& process, std::int32_t pid);
-void Post_SpecialPaste_CommandKey(Process& process, std::int32_t pid);
-void Post_PasteKeyEvent(Process& process, std::uint16_t modifierWord);
+void Post_Paste_CommandKey(Instance& instance, std::int32_t pid);
+void Post_SpecialPaste_CommandKey(Instance& instance, std::int32_t pid);
+void Post_PasteKeyEvent(Instance& instance, std::uint16_t modifierWord);
 /// Where the chord goes; a process id counts before a serial number, and both 0 is nowhere. 1 where
 /// the process id of the message leads there, else the signature looked at last.
-std::uint32_t GetEventProcessSerial(Process& process, ProcessSerialNumber& psn, std::int32_t& pid);
+std::uint32_t GetEventProcessSerial(Instance& instance, ProcessSerialNumber& psn,
+                                    std::int32_t& pid);
 /// 1 with `psn` at the first process that has one of the signatures; 0: there is none.
-std::int32_t FINDAPPPROCESS(Process& process, ProcessSerialNumber& psn, ProcessInfoRec& info,
+std::int32_t FINDAPPPROCESS(Instance& instance, ProcessSerialNumber& psn, ProcessInfoRec& info,
                             std::span<const ProcessEntry> entries);
 /// Nothing where the target is nowhere.
-void CGEventPost_Character(Process& process, const CGEvent* event, const ProcessSerialNumber& psn,
+void CGEventPost_Character(Instance& instance, const CGEvent* event, const ProcessSerialNumber& psn,
                            std::int32_t pid);
 /// 0 doesn't sleep at all.
-void u2sleep(Process& process, std::uint32_t microseconds);
+void u2sleep(Instance& instance, std::uint32_t microseconds);
 
 }  // namespace quorvane

@@ -16,68 +16,68 @@ std::uint32_t deviceMask(std::uint32_t keyCode) {
   return 0;
 }
 
-void postKey(Process& process, std::uint32_t connection, const NXKeyEventData& data, bool keyUp) {
-  process.platform().eventPosting.IOHIDPostEvent(connection, keyUp ? NX_KEYUP : NX_KEYDOWN, data,
-                                                 kEventVersion, 0, 0);
+void postKey(Instance& instance, std::uint32_t connection, const NXKeyEventData& data, bool keyUp) {
+  instance.platform().eventPosting.IOHIDPostEvent(connection, keyUp ? NX_KEYUP : NX_KEYDOWN, data,
+                                                  kEventVersion, 0, 0);
 }
 
 }  // namespace
 
-std::uint32_t get_event_driver(Process& process) {
-  auto& driver = process.state<HIDKeysState>().event_driver;
-  if (driver == 0) driver = process.platform().eventPosting.IOServiceOpen();
+std::uint32_t get_event_driver(Instance& instance) {
+  auto& driver = instance.state<HIDKeysState>().event_driver;
+  if (driver == 0) driver = instance.platform().eventPosting.IOServiceOpen();
   return driver;
 }
 
-void HIDPostVirtualKey(Process& process, std::uint32_t keyCode, bool keyUp) {
-  const std::uint32_t connection = get_event_driver(process);
+void HIDPostVirtualKey(Instance& instance, std::uint32_t keyCode, bool keyUp) {
+  const std::uint32_t connection = get_event_driver(instance);
   const std::uint32_t code = keyCode & 0xFF;
   NXKeyEventData data;
   if (const std::uint32_t mask = deviceMask(code); mask != 0) {
-    auto& modifiers = process.state<HIDKeysState>().gModifiers;
+    auto& modifiers = instance.state<HIDKeysState>().gModifiers;
     modifiers = keyUp ? modifiers & ~mask : modifiers | mask;
     // The key code stays out of the event: the flags tell everything.
-    process.platform().eventPosting.IOHIDPostEvent(connection, NX_FLAGSCHANGED, data, kEventVersion,
-                                                   modifiers, kIOHIDSetGlobalEventFlags);
+    instance.platform().eventPosting.IOHIDPostEvent(
+        connection, NX_FLAGSCHANGED, data, kEventVersion, modifiers, kIOHIDSetGlobalEventFlags);
     return;
   }
   data.keyCode = static_cast<std::uint16_t>(code);
-  postKey(process, connection, data, keyUp);
+  postKey(instance, connection, data, keyUp);
 }
 
-void HIDPressVirtualKey(Process& process, std::uint32_t keyCode) {
-  HIDPostVirtualKey(process, keyCode, false);
+void HIDPressVirtualKey(Instance& instance, std::uint32_t keyCode) {
+  HIDPostVirtualKey(instance, keyCode, false);
 }
 
-void HIDReleaseVirtualKey(Process& process, std::uint32_t keyCode) {
-  HIDPostVirtualKey(process, keyCode, true);
+void HIDReleaseVirtualKey(Instance& instance, std::uint32_t keyCode) {
+  HIDPostVirtualKey(instance, keyCode, true);
 }
 
-void HID_PressRelease_VirtualKey(Process& process, std::uint32_t keyCode) {
-  HIDPressVirtualKey(process, keyCode);
-  process.platform().clock.usleep(10);
-  HIDReleaseVirtualKey(process, keyCode);
+void HID_PressRelease_VirtualKey(Instance& instance, std::uint32_t keyCode) {
+  HIDPressVirtualKey(instance, keyCode);
+  instance.platform().clock.usleep(10);
+  HIDReleaseVirtualKey(instance, keyCode);
 }
 
-void HIDPostSpecialKey(Process& process, std::uint32_t key, bool keyUp) {
+void HIDPostSpecialKey(Instance& instance, std::uint32_t key, bool keyUp) {
   NXKeyEventData data;
   data.origCharSet = kNoCharacterSet;
   data.charSet = kNoCharacterSet;
   data.keyCode = static_cast<std::uint16_t>(key);
-  postKey(process, get_event_driver(process), data, keyUp);
+  postKey(instance, get_event_driver(instance), data, keyUp);
 }
 
-void HIDPressSpecialKey(Process& process, std::uint32_t key) {
-  HIDPostSpecialKey(process, key, false);
+void HIDPressSpecialKey(Instance& instance, std::uint32_t key) {
+  HIDPostSpecialKey(instance, key, false);
 }
 
-void HIDReleaseSpecialKey(Process& process, std::uint32_t key) {
-  HIDPostSpecialKey(process, key, true);
+void HIDReleaseSpecialKey(Instance& instance, std::uint32_t key) {
+  HIDPostSpecialKey(instance, key, true);
 }
 
-void HID_PressRelease_SpecialKey(Process& process, std::uint32_t key) {
-  HIDPressSpecialKey(process, key);
-  HIDReleaseSpecialKey(process, key);
+void HID_PressRelease_SpecialKey(Instance& instance, std::uint32_t key) {
+  HIDPressSpecialKey(instance, key);
+  HIDReleaseSpecialKey(instance, key);
 }
 
 }  // namespace quorvane

@@ -105,38 +105,39 @@ Match match(const TakenText& taken, const std::u16string& text, std::uint32_t co
 
 }  // namespace
 
-void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session) {
-  if (session == nullptr) session = BIMGetActiveSession(process);
+void Check_Update_Document_Session_Buffer(Instance& instance, BIMSessionRec* session) {
+  if (session == nullptr) session = BIMGetActiveSession(instance);
   if (session == nullptr) return;
-  auto& state = process.state<FixState>();
+  auto& state = instance.state<FixState>();
   const bool waits = state.taken && isUnchanged(session, *state.taken);
   const SavedText before = waits ? state.taken->before : save(*session);
   const bool read = waits ? state.taken->read : session->published;
-  if (!takeChanges(process, session)) return;
+  if (!takeChanges(instance, session)) return;
   state.textsCome = true;
   const bool retyped = state.retyped || !beginsWith(before, state.scanned);
   state.taken = TakenText{session->handle, before, save(*session), read, state.late, retyped};
 }
 
-void takeTextBack(Process& process) {
-  if (process.state<FixState>().taken) dropFix(process, FixFault::Overtaken);
+void takeTextBack(Instance& instance) {
+  if (instance.state<FixState>().taken) dropFix(instance, FixFault::Overtaken);
 }
 
-void scanSentence(Process& process, BIMSessionRec& session) {
-  auto& state = process.state<FixState>();
+void scanSentence(Instance& instance, BIMSessionRec& session) {
+  auto& state = instance.state<FixState>();
   const SavedText text = save(session);
   state.retyped = state.late && (state.retyped || !beginsWith(text, state.scanned));
   state.scanned = text;
-  const bool answered = Do_checktypingSentScan(process);
-  Check_Update_Document_Session_Buffer(process, &session);
+  const bool answered = Do_checktypingSentScan(instance);
+  Check_Update_Document_Session_Buffer(instance, &session);
   state.late = !answered;
 }
 
-std::optional<FixFault> faultOf(Process& process, const std::u16string& text, std::uint32_t count) {
-  const auto& state = process.state<FixState>();
+std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text,
+                                std::uint32_t count) {
+  const auto& state = instance.state<FixState>();
   const auto& taken = state.taken;
   if (!taken) return state.textsCome && count != 0 ? std::optional(FixFault::Alone) : std::nullopt;
-  const BIMSessionRec* const session = BIMGetActiveSession(process);
+  const BIMSessionRec* const session = BIMGetActiveSession(instance);
   if (!isUnchanged(session, *taken) || !taken->read) return FixFault::Overtaken;
   const Match found = match(*taken, text, count);
   if (found == Match::No) return FixFault::Contradiction;
@@ -147,23 +148,23 @@ std::optional<FixFault> faultOf(Process& process, const std::u16string& text, st
   return doubtful ? std::optional(FixFault::Doubtful) : std::nullopt;
 }
 
-void keepFix(Process& process) {
-  auto& taken = process.state<FixState>().taken;
-  if (!taken) losePlace(BIMGetActiveSession(process));
+void keepFix(Instance& instance) {
+  auto& taken = instance.state<FixState>().taken;
+  if (!taken) losePlace(BIMGetActiveSession(instance));
   taken.reset();
 }
 
-void dropFix(Process& process, FixFault fault) {
-  auto& state = process.state<FixState>();
+void dropFix(Instance& instance, FixFault fault) {
+  auto& state = instance.state<FixState>();
   const auto index = static_cast<std::size_t>(fault);
   ++state.dropped[index];
-  Log(process, "fix dropped: ", kFaultNames[index]);
+  Log(instance, "fix dropped: ", kFaultNames[index]);
   if (!state.taken) return;
-  BIMSessionRec* const session = findSession(process, state.taken->session);
+  BIMSessionRec* const session = findSession(instance, state.taken->session);
   if (isUnchanged(session, *state.taken)) {
     restore(*session, state.taken->before);
   } else {
-    BIM_CancelSessionTextBuffer(process, session);
+    BIM_CancelSessionTextBuffer(instance, session);
   }
   state.taken.reset();
 }

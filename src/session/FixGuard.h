@@ -56,18 +56,19 @@ struct FixState {
 
 /// Takes in what the main application changed; a text is kept until its message comes. Null: the
 /// active session.
-void Check_Update_Document_Session_Buffer(Process& process, BIMSessionRec* session);
+void Check_Update_Document_Session_Buffer(Instance& instance, BIMSessionRec* session);
 /// Somebody goes on typing: a text whose message hasn't come is taken back before the key.
-void takeTextBack(Process& process);
+void takeTextBack(Instance& instance);
 /// Has the text scanned and takes over what comes of it. Only inside a ToolRec.
-void scanSentence(Process& process, BIMSessionRec& session);
+void scanSentence(Instance& instance, BIMSessionRec& session);
 
 /// The fault of a fix whose message has come: `text` in the place of `count` characters before the
 /// caret. Empty: it may go into the document.
-std::optional<FixFault> faultOf(Process& process, const std::u16string& text, std::uint32_t count);
+std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text,
+                                std::uint32_t count);
 /// It has gone there.
-void keepFix(Process& process);
+void keepFix(Instance& instance);
 /// It has not: its text is taken back. Where more was typed meanwhile the session begins anew.
-void dropFix(Process& process, FixFault fault);
+void dropFix(Instance& instance, FixFault fault);
 
 }  // namespace quorvane

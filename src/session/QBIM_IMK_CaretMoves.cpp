@@ -36,11 +36,11 @@ bool leavesText(std::uint8_t keyByte, std::uint32_t modifiers) {
   });
 }
 
-void leaveText(Process& process, BIMSessionRec* session, std::uint8_t keyByte) {
+void leaveText(Instance& instance, BIMSessionRec* session, std::uint8_t keyByte) {
   if (session == nullptr || !session->sessionText) return;
-  BIMCancelWindowSession(process);
-  BIMMouseEditCancelSession(process, session);
-  CallInteractiveEventHandler(process, session, keyByte, false);
+  BIMCancelWindowSession(instance);
+  BIMMouseEditCancelSession(instance, session);
+  CallInteractiveEventHandler(instance, session, keyByte, false);
 }
 
 }  // namespace quorvane

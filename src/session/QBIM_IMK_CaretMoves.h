@@ -9,6 +9,6 @@ namespace quorvane {
 [[nodiscard]] bool leavesText(std::uint8_t keyByte, std::uint32_t modifiers);
 /// Ends what belongs to the text, a window over it included, and tells the interactive
 /// machinery. Without a session nothing happens.
-void leaveText(Process& process, BIMSessionRec* session, std::uint8_t keyByte);
+void leaveText(Instance& instance, BIMSessionRec* session, std::uint8_t keyByte);
 
 }  // namespace quorvane

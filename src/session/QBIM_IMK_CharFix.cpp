@@ -6,21 +6,22 @@
 
 namespace quorvane {
 
-void Send_Char_Fix(Process& process, const std::uint8_t* byteAddress, std::uint32_t replaceLength) {
-  const auto unicode = Convert_ASCIITo_Unicode(process, byteAddress, 1);
+void Send_Char_Fix(Instance& instance, const std::uint8_t* byteAddress,
+                   std::uint32_t replaceLength) {
+  const auto unicode = Convert_ASCIITo_Unicode(instance, byteAddress, 1);
   if (!unicode) return;
   const auto text =
-      process.platform().textEncoding.initWithData(*unicode, NSStringEncoding::UTF16LittleEndian);
+      instance.platform().textEncoding.initWithData(*unicode, NSStringEncoding::UTF16LittleEndian);
   if (!text) return;
   // A key is never lost: where there is nothing to replace it stands as it is.
-  if (!Do_nsstring_commit_to_composition(process, *text, replaceLength)) {
-    Do_nsstring_commit_to_composition(process, *text, 0);
+  if (!Do_nsstring_commit_to_composition(instance, *text, replaceLength)) {
+    Do_nsstring_commit_to_composition(instance, *text, 0);
   }
 }
 
-void DO_Fix_Commit_Composition(Process& process, BIMSessionRec* session, std::uint8_t keyByte) {
-  BIMHandleInput(process, session, keyByte, ByteOrigin::Replacement);
-  Do_commit_to_composition(process, &keyByte, 1, 1);
+void DO_Fix_Commit_Composition(Instance& instance, BIMSessionRec* session, std::uint8_t keyByte) {
+  BIMHandleInput(instance, session, keyByte, ByteOrigin::Replacement);
+  Do_commit_to_composition(instance, &keyByte, 1, 1);
 }
 
 }  // namespace quorvane

@@ -6,9 +6,10 @@
 namespace quorvane {
 
 /// Commits one Mac OS Roman byte as text. Where it can't be converted nothing is committed.
-void Send_Char_Fix(Process& process, const std::uint8_t* byteAddress, std::uint32_t replaceLength);
+void Send_Char_Fix(Instance& instance, const std::uint8_t* byteAddress,
+                   std::uint32_t replaceLength);
 
 /// The byte goes to the buffer and replaces one character through the parked path.
-void DO_Fix_Commit_Composition(Process& process, BIMSessionRec* session, std::uint8_t keyByte);
+void DO_Fix_Commit_Composition(Instance& instance, BIMSessionRec* session, std::uint8_t keyByte);
 
 }  // namespace quorvane

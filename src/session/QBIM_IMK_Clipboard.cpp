@@ -32,52 +32,52 @@ struct WindowFields {
 };
 
 // Hands the key over. Empty where it is no business of any window.
-std::optional<WindowFields> handOver(Process& process, std::uint32_t modifiers,
+std::optional<WindowFields> handOver(Instance& instance, std::uint32_t modifiers,
                                      std::uint8_t keyByte) {
-  const ToolRec record(process);
+  const ToolRec record(instance);
   if (!record) return std::nullopt;
   const WindowFields fields{record.get(ToolCRecPtr_isDocWindowOpen),
                             record.get(ToolCRecPtr_PopupKeyMode), record.get(ToolCRecPtr_ClipState),
                             record.get(ToolCRecPtr_BufferChanged) != 0};
   if (modifiers == cmdKey && fields.window == kNoWindow) {
-    Log(process, "CopyPasteX - CloseInputMenu");
+    Log(instance, "CopyPasteX - CloseInputMenu");
     return std::nullopt;
   }
   record.put(ToolCRecPtr_PopupChar, keyByte);
   return fields;
 }
 
-void putField(Process& process, std::uint32_t field, std::uint32_t value) {
-  const ToolRec record(process);
+void putField(Instance& instance, std::uint32_t field, std::uint32_t value) {
+  const ToolRec record(instance);
   record.put(field, value);
 }
 
-void orderRestore(Process& process, BIMSessionRec* session, bool textChanged) {
-  putField(process, ToolCRecPtr_ClipState, 0);
-  Do_BIM_CallDirectQorvToolCommandAppEvent(process, kRestoreClipboardCommand);
+void orderRestore(Instance& instance, BIMSessionRec* session, bool textChanged) {
+  putField(instance, ToolCRecPtr_ClipState, 0);
+  Do_BIM_CallDirectQorvToolCommandAppEvent(instance, kRestoreClipboardCommand);
   if (!textChanged) return;
-  putField(process, ToolCRecPtr_BufferChanged, 0);
-  putField(process, ToolCRecPtr_ClipState, 0);
-  CheckEditReplacements(process, session);
+  putField(instance, ToolCRecPtr_BufferChanged, 0);
+  putField(instance, ToolCRecPtr_ClipState, 0);
+  CheckEditReplacements(instance, session);
 }
 
 }  // namespace
 
-std::int32_t RestoreClipboard(Process& process, BIMSessionRec* session, std::uint32_t modifiers,
+std::int32_t RestoreClipboard(Instance& instance, BIMSessionRec* session, std::uint32_t modifiers,
                               std::uint8_t keyByte) {
   if (leavesClipboardAlone(modifiers, keyByte)) return 0;
-  const auto fields = handOver(process, modifiers, keyByte);
+  const auto fields = handOver(instance, modifiers, keyByte);
   if (!fields) return 0;
-  if (fields->clipState == kRestoreDue) orderRestore(process, session, fields->textChanged);
+  if (fields->clipState == kRestoreDue) orderRestore(instance, session, fields->textChanged);
   if (fields->clipState != 0) return 0;
-  const bool taken = HandleKeys_Popup_and_Window(process, fields->window, modifiers, keyByte,
+  const bool taken = HandleKeys_Popup_and_Window(instance, fields->window, modifiers, keyByte,
                                                  fields->controlDigits);
   return taken ? 1 : 0;
 }
 
-std::int32_t Reset_Clip(Process& process, std::uint32_t modifiers) {
+std::int32_t Reset_Clip(Instance& instance, std::uint32_t modifiers) {
   if (modifiers != cmdKey) return 0;
-  const ToolRec record(process);
+  const ToolRec record(instance);
   if (record.get(ToolCRecPtr_ClipState) != kRestoreArmed) return 0;
   record.put(ToolCRecPtr_ClipState, kRestoreDue);
   return 1;

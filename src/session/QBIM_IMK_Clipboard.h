@@ -9,9 +9,9 @@
 namespace quorvane {
 
 /// 1: a popup used the key up.
-std::int32_t RestoreClipboard(Process& process, BIMSessionRec* session, std::uint32_t modifiers,
+std::int32_t RestoreClipboard(Instance& instance, BIMSessionRec* session, std::uint32_t modifiers,
                               std::uint8_t keyByte);
 /// 1: a command key has turned an armed restore into one to be carried out.
-std::int32_t Reset_Clip(Process& process, std::uint32_t modifiers);
+std::int32_t Reset_Clip(Instance& instance, std::uint32_t modifiers);
 
 }  // namespace quorvane

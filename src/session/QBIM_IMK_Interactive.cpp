@@ -28,29 +28,29 @@ bool sameSession(const ToolRec& record, const BIMSessionRec& session) {
 }
 
 // The count belongs to one session, and another session's key ends it.
-void countSuspendedKey(Process& process, const ToolRec& record, const BIMSessionRec& session,
+void countSuspendedKey(Instance& instance, const ToolRec& record, const BIMSessionRec& session,
                        WindowAndCount& state) {
   const std::uint32_t count = record.get(ToolCRecPtr_SuspendCount) + 1;
   record.put(ToolCRecPtr_SuspendCount, count);
   if (state.suspendedTotal > count) {
     state.suspended = true;
-    Log(process, " suspendedresult = true");
+    Log(instance, " suspendedresult = true");
   }
   if (sameSession(record, session)) return;
   endSuspension(record);
   state.suspendedTotal = 0;
   state.suspended = false;
-  Log(process, " suspendedresult = false ");
+  Log(instance, " suspendedresult = false ");
 }
 
-WindowAndCount countKey(Process& process, const BIMSessionRec& session) {
+WindowAndCount countKey(Instance& instance, const BIMSessionRec& session) {
   WindowAndCount state;
-  ToolRec record(process);
+  ToolRec record(instance);
   if (!record) return state;
   state.window = record.get(ToolCRecPtr_isDocWindowOpen);
   state.clipboardInUse = record.get(ToolCRecPtr_ClipState) != 0;
   state.suspendedTotal = record.get(ToolCRecPtr_SuspendTotal);
-  if (state.suspendedTotal != 0) countSuspendedKey(process, record, session, state);
+  if (state.suspendedTotal != 0) countSuspendedKey(instance, record, session, state);
   return state;
 }
 
@@ -64,28 +64,28 @@ bool needsNoScan(const WindowAndCount& state, std::uint8_t keyByte) {
          (keyByte == kBackspaceKey || keyByte == kLeftArrowKey);
 }
 
-void actOnWordEnd(Process& process, BIMSessionRec& session, const WindowAndCount& state) {
-  if (state.clipboardInUse) Reset_Clip(process, cmdKey);
-  if (state.suspendedTotal == 0) Do_Get_Text_Position(process, &session);
-  if ((process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kInteractiveCheck) != 0) {
-    scanSentence(process, session);
+void actOnWordEnd(Instance& instance, BIMSessionRec& session, const WindowAndCount& state) {
+  if (state.clipboardInUse) Reset_Clip(instance, cmdKey);
+  if (state.suspendedTotal == 0) Do_Get_Text_Position(instance, &session);
+  if ((instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kInteractiveCheck) != 0) {
+    scanSentence(instance, session);
   }
   session.editState = 0;
 }
 
 }  // namespace
 
-std::int32_t CallInteractiveEventHandler(Process& process, BIMSessionRec* session,
+std::int32_t CallInteractiveEventHandler(Instance& instance, BIMSessionRec* session,
                                          std::uint8_t keyByte, bool /*letterDeleted*/) {
-  const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  const std::uint32_t flags = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   if ((flags & kInteractiveMask) == 0 || session == nullptr || !session->sessionText) return 0;
-  const WindowAndCount state = countKey(process, *session);
+  const WindowAndCount state = countKey(instance, *session);
   if (state.suspended) return 1;
-  Set_InteractiveSession(process, session, keyByte);
-  ToolRec record(process);
+  Set_InteractiveSession(instance, session, keyByte);
+  ToolRec record(instance);
   if (!record || isInsideWord(*session, state, keyByte)) return 0;
   if (needsNoScan(state, keyByte)) return 1;
-  actOnWordEnd(process, *session, state);
+  actOnWordEnd(instance, *session, state);
   return 0;
 }
 

@@ -8,7 +8,7 @@ namespace quorvane {
 
 /// After each key. 1: it ended early, while suspended or at a key that calls for no scan.
 /// `letterDeleted` isn't read; callers pass it all the same.
-std::int32_t CallInteractiveEventHandler(Process& process, BIMSessionRec* session,
+std::int32_t CallInteractiveEventHandler(Instance& instance, BIMSessionRec* session,
                                          std::uint8_t keyByte, bool letterDeleted);
 
 }  // namespace quorvane

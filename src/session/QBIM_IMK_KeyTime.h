@@ -1,7 +1,7 @@
 #pragma once
 // When keys come: a digit typed in haste belongs to a number, one after a pause may be a choice.
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 

@@ -12,8 +12,8 @@
 namespace quorvane {
 namespace {
 
-void publishMarks(Process& process, const ToolRec& record, const BIMSessionRec& session) {
-  const std::uint32_t flags = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+void publishMarks(Instance& instance, const ToolRec& record, const BIMSessionRec& session) {
+  const std::uint32_t flags = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   record.put(ToolCRecPtr_SessionKind, session.documentTag);
   record.put(InteractiveScan_ChangeCode, session.editState, FieldGroup::InteractiveScan);
   record.put(InteractiveScan_Position, session.scanMark7, FieldGroup::InteractiveScan);
@@ -40,13 +40,13 @@ struct Extent {
 };
 
 // What can be taken of it is taken: the document has been changed already.
-Extent readExtent(Process& process, std::span<const std::uint8_t> record) {
+Extent readExtent(Instance& instance, std::span<const std::uint8_t> record) {
   const Extent claimed{bigEndianNumber<std::uint32_t>(record, kTextCursorOffset),
                        bigEndianNumber<std::uint32_t>(record, kTextLengthOffset)};
   const std::uint32_t cursor = std::min(claimed.cursor, kSessionTextSize);
   const std::uint32_t length = std::clamp(claimed.length, cursor, kSessionTextSize);
   if (cursor != claimed.cursor || length != claimed.length) {
-    Log(process, "CheckEditReplacements bounded cursor ", claimed.cursor, " to ", cursor,
+    Log(instance, "CheckEditReplacements bounded cursor ", claimed.cursor, " to ", cursor,
         ", length ", claimed.length, " to ", length);
   }
   return {cursor, length};
@@ -74,15 +74,15 @@ void replaceText(BIMSessionRec& session, std::span<const std::uint8_t> taken) {
 
 }  // namespace
 
-std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session,
+std::int32_t Set_InteractiveSession(Instance& instance, BIMSessionRec* session,
                                     std::uint8_t keyByte) {
   if (session == nullptr || !session->sessionText) return 0;
   {
-    ToolRec record(process);
+    ToolRec record(instance);
     if (!record || record.get(ToolCRecPtr_InteractiveMode) == 0) return 0;
-    publishMarks(process, record, *session);
+    publishMarks(instance, record, *session);
   }
-  InteractiveTextRecord textRecord(process);
+  InteractiveTextRecord textRecord(instance);
   if (!textRecord || !session->sessionText) return 0;
   if (keyByte == 0 && session->cursor != 0) keyByte = (*session->sessionText)[session->cursor - 1];
   writeTextRecord(textRecord.bytes(), *session, keyByte);
@@ -90,12 +90,12 @@ std::int32_t Set_InteractiveSession(Process& process, BIMSessionRec* session,
   return 1;
 }
 
-bool takeChanges(Process& process, BIMSessionRec* session) {
-  if (session == nullptr) session = BIMGetActiveSession(process);
+bool takeChanges(Instance& instance, BIMSessionRec* session) {
+  if (session == nullptr) session = BIMGetActiveSession(instance);
   if (session == nullptr) return false;
   bool textChanged = false;
   {
-    ToolRec record(process);
+    ToolRec record(instance);
     if (!record) return false;
     if (record.get(ToolCRecPtr_ScanPositionValid) != 0) {
       session->scanMark7 = record.get(InteractiveScan_Position, FieldGroup::InteractiveScan);
@@ -110,19 +110,19 @@ bool takeChanges(Process& process, BIMSessionRec* session) {
     textChanged = record.get(ToolCRecPtr_BufferChanged) != 0;
     if (textChanged) record.put(ToolCRecPtr_BufferChanged, 0);
   }
-  return textChanged && CheckEditReplacements(process, session) != 0;
+  return textChanged && CheckEditReplacements(instance, session) != 0;
 }
 
-void Update_Document_Session(Process& process, BIMSessionRec* session) {
-  takeChanges(process, session);
+void Update_Document_Session(Instance& instance, BIMSessionRec* session) {
+  takeChanges(instance, session);
 }
 
-std::int32_t CheckEditReplacements(Process& process, BIMSessionRec* session) {
+std::int32_t CheckEditReplacements(Instance& instance, BIMSessionRec* session) {
   if (session == nullptr || !session->sessionText) return 0;
-  InteractiveTextRecord textRecord(process);
+  InteractiveTextRecord textRecord(instance);
   if (!textRecord || !session->sessionText) return 0;
   const std::span<const std::uint8_t> bytes = textRecord.bytes();
-  const Extent extent = readExtent(process, bytes);
+  const Extent extent = readExtent(instance, bytes);
   replaceText(*session, bytes.subspan(kTextOffset, extent.cursor));
   session->cursor = extent.cursor;
   session->length = extent.length;

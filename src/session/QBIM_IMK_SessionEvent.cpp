@@ -27,42 +27,42 @@ struct Key {
   std::uint32_t modifiers = 0;
 };
 
-void noteTime(Process& process, double time) {
-  auto& state = process.state<SessionEventState>();
+void noteTime(Instance& instance, double time) {
+  auto& state = instance.state<SessionEventState>();
   state.SeparateKeyPress = time > state.LastTimeStampWhenKeyHit + kSeparateKeySeconds;
   state.LastTimeStampWhenKeyHit = time;
 }
 
-Key readKey(Process& process, const CarbonEvent& event, std::uint8_t keyByte) {
+Key readKey(Instance& instance, const CarbonEvent& event, std::uint8_t keyByte) {
   if (event.eventClass != kEventClassKeyboard) return {keyByte, 0};
-  noteTime(process, event.time);
+  noteTime(instance, event.time);
   return {keyByte != 0 ? keyByte : event.kchr.value_or(0), event.kmod.value_or(0)};
 }
 
-std::int32_t handleKeyDown(Process& process, BIMSessionRec* session, EventRef event, Key key) {
-  process.state<SessionEventState>().followed = true;
+std::int32_t handleKeyDown(Instance& instance, BIMSessionRec* session, EventRef event, Key key) {
+  instance.state<SessionEventState>().followed = true;
   if (key.modifiers != 0) {
-    Check_Menu_Key_Interactive_Cancel(process, session, key.modifiers, key.byte);
-    Reset_Clip(process, key.modifiers);
+    Check_Menu_Key_Interactive_Cancel(instance, session, key.modifiers, key.byte);
+    Reset_Clip(instance, key.modifiers);
   }
   if (leavesText(key.byte, key.modifiers)) {
-    leaveText(process, session, key.byte);
+    leaveText(instance, session, key.byte);
     return 0;
   }
   if ((key.modifiers & kNotTypingMask) != 0) return 0;
-  takeTextBack(process);
-  const std::int32_t consumed = Check_SmartQuotes(process, event, session, key.byte);
-  return consumed != 0 ? consumed : BIMHandleInput(process, session, key.byte);
+  takeTextBack(instance);
+  const std::int32_t consumed = Check_SmartQuotes(instance, event, session, key.byte);
+  return consumed != 0 ? consumed : BIMHandleInput(instance, session, key.byte);
 }
 
-std::int32_t handleKeyEvent(Process& process, BIMSessionRec* session, EventRef event,
+std::int32_t handleKeyEvent(Instance& instance, BIMSessionRec* session, EventRef event,
                             const Key& key) {
   switch (event->kind) {
     case kEventRawKeyDown:
     case kEventRawKeyRepeat:
-      return handleKeyDown(process, session, event, key);
+      return handleKeyDown(instance, session, event, key);
     case kEventRawKeyModifiersChanged:
-      Reset_Clip(process, key.modifiers);
+      Reset_Clip(instance, key.modifiers);
       return 0;
     default:
       return 0;
@@ -70,43 +70,43 @@ std::int32_t handleKeyEvent(Process& process, BIMSessionRec* session, EventRef e
 }
 
 // True where the click was taken: the record then stays attached.
-bool handleMouseDown(Process& process, BIMSessionRec* session, const CarbonEvent& event) {
+bool handleMouseDown(Instance& instance, BIMSessionRec* session, const CarbonEvent& event) {
   if (event.eventClass != kEventClassMouse || event.kind != kEventMouseDown) return false;
   const HIPoint point = event.mloc.value_or(HIPoint{});
-  if ((process.platform().carbonEvents.GetCurrentKeyModifiers() & controlKey) != 0) return false;
-  BIMMouseEditCancelSession(process, session);
-  Store_mouseclick_Position_Point(process, toScreenUnit(point.y), toScreenUnit(point.x));
-  BIMCancelWindowSession(process);
+  if ((instance.platform().carbonEvents.GetCurrentKeyModifiers() & controlKey) != 0) return false;
+  BIMMouseEditCancelSession(instance, session);
+  Store_mouseclick_Position_Point(instance, toScreenUnit(point.y), toScreenUnit(point.x));
+  BIMCancelWindowSession(instance);
   return true;
 }
 
 }  // namespace
 
-std::int32_t BIMSessionEvent(Process& process, BIMSessionRec* /*session*/, EventRef event,
+std::int32_t BIMSessionEvent(Instance& instance, BIMSessionRec* /*session*/, EventRef event,
                              std::uint8_t keyByte) {
   if (event == nullptr) return 0;
-  if (Init_Toolversion(process) == 0 || isQUORVANEAPP_FRONT(process) != 0) return 0;
-  Init_Toolversion(process);
-  const Key key = readKey(process, *event, keyByte);
-  const SessionsInUse inUse(process);
-  BIMSessionRec* const active = BIMGetActiveSession(process);
+  if (Init_Toolversion(instance) == 0 || isQUORVANEAPP_FRONT(instance) != 0) return 0;
+  Init_Toolversion(instance);
+  const Key key = readKey(instance, *event, keyByte);
+  const SessionsInUse inUse(instance);
+  BIMSessionRec* const active = BIMGetActiveSession(instance);
   // Only asked for: a command to a window detaches the record, and finds it gone at times.
-  if (!ToolRec(process)) return 0;
-  std::int32_t consumed = RestoreClipboard(process, active, key.modifiers, key.byte);
+  if (!ToolRec(instance)) return 0;
+  std::int32_t consumed = RestoreClipboard(instance, active, key.modifiers, key.byte);
   if (consumed == 0 && event->eventClass == kEventClassKeyboard) {
-    consumed = handleKeyEvent(process, active, event, key);
-  } else if (consumed == 0 && handleMouseDown(process, active, *event)) {
+    consumed = handleKeyEvent(instance, active, event, key);
+  } else if (consumed == 0 && handleMouseDown(instance, active, *event)) {
     return 0;
   }
-  MasterCloseToolRecPtr(process);
+  MasterCloseToolRecPtr(instance);
   return consumed;
 }
 
-void Check_Menu_Key_Interactive_Cancel(Process& process, BIMSessionRec* session,
+void Check_Menu_Key_Interactive_Cancel(Instance& instance, BIMSessionRec* session,
                                        std::uint32_t modifiers, std::uint8_t keyByte) {
   if (modifiers != cmdKey || keyByte != 'a') return;
-  BIMMouseEditCancelSession(process, session);
-  BIMCancelWindowSession(process);
+  BIMMouseEditCancelSession(instance, session);
+  BIMCancelWindowSession(instance);
 }
 
 }  // namespace quorvane

@@ -15,7 +15,7 @@ void forgetRetired(SessionState& sessions) {
 
 }  // namespace
 
-SessionsInUse::SessionsInUse(Process& process) : sessions_(process.state<SessionState>()) {
+SessionsInUse::SessionsInUse(Instance& instance) : sessions_(instance.state<SessionState>()) {
   ++sessions_.users;
 }
 
@@ -31,8 +31,8 @@ BIMSessionRec* addRecord(SessionState& sessions) {
   return sessions.records.emplace_back(std::move(record)).get();
 }
 
-void freeSession(Process& process, BIMSessionRec* session) {
-  auto& sessions = process.state<SessionState>();
+void freeSession(Instance& instance, BIMSessionRec* session) {
+  auto& sessions = instance.state<SessionState>();
   const auto owner = std::find_if(sessions.records.begin(), sessions.records.end(),
                                   [&](const auto& record) { return record.get() == session; });
   if (owner == sessions.records.end()) return;
@@ -47,15 +47,15 @@ std::uint64_t identityOf(const IMKTextInput* client) {
   return reinterpret_cast<std::uintptr_t>(client);
 }
 
-BIMSessionRec* findSession(Process& process, std::uint64_t handle) {
-  const auto& records = process.state<SessionState>().records;
+BIMSessionRec* findSession(Instance& instance, std::uint64_t handle) {
+  const auto& records = instance.state<SessionState>().records;
   const auto found = std::find_if(records.begin(), records.end(),
                                   [&](const auto& record) { return record->handle == handle; });
   return found == records.end() ? nullptr : found->get();
 }
 
-BIMSessionRec* BIMGetActiveSession(Process& process) {
-  return process.state<SessionState>().gActiveSession;
+BIMSessionRec* BIMGetActiveSession(Instance& instance) {
+  return instance.state<SessionState>().gActiveSession;
 }
 
 void BIM_Cancel_Session_Text(BIMSessionRec* session) {
@@ -65,7 +65,7 @@ void BIM_Cancel_Session_Text(BIMSessionRec* session) {
   session->sentenceFlags = 0;
 }
 
-void BIMMouseEditCancelSession(Process& /*process*/, BIMSessionRec* session) {
+void BIMMouseEditCancelSession(Instance& /*process*/, BIMSessionRec* session) {
   if (session == nullptr) return;
   if (session->cursor != 0) session->editState = kEditCancelled;
   session->cursor = 0;
@@ -73,8 +73,8 @@ void BIMMouseEditCancelSession(Process& /*process*/, BIMSessionRec* session) {
   BIM_Cancel_Session_Text(session);
 }
 
-void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session) {
-  BIMMouseEditCancelSession(process, session);
+void BIM_CancelSessionTextBuffer(Instance& instance, BIMSessionRec* session) {
+  BIMMouseEditCancelSession(instance, session);
 }
 
 void losePlace(BIMSessionRec* session) {

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/bridge/SharedLayout.h"
 
 namespace quorvane {
@@ -58,7 +58,7 @@ struct SessionState {
 /// For whoever holds a session while the run loop may turn.
 class SessionsInUse {
  public:
-  explicit SessionsInUse(Process& process);
+  explicit SessionsInUse(Instance& instance);
   ~SessionsInUse();
   SessionsInUse(const SessionsInUse&) = delete;
   SessionsInUse& operator=(const SessionsInUse&) = delete;
@@ -74,17 +74,17 @@ class SessionsInUse {
 BIMSessionRec* addRecord(SessionState& sessions);
 /// Frees the text and the record; the record itself outlives its freeing while somebody may hold
 /// it.
-void freeSession(Process& process, BIMSessionRec* session);
+void freeSession(Instance& instance, BIMSessionRec* session);
 /// The session of that handle; null where it is gone.
-BIMSessionRec* findSession(Process& process, std::uint64_t handle);
-BIMSessionRec* BIMGetActiveSession(Process& process);
+BIMSessionRec* findSession(Instance& instance, std::uint64_t handle);
+BIMSessionRec* BIMGetActiveSession(Instance& instance);
 
 /// Forgets the marks, and leaves text and cursor alone.
 void BIM_Cancel_Session_Text(BIMSessionRec* session);
 /// Forgets the text.
-void BIMMouseEditCancelSession(Process& process, BIMSessionRec* session);
+void BIMMouseEditCancelSession(Instance& instance, BIMSessionRec* session);
 /// The same under its second name.
-void BIM_CancelSessionTextBuffer(Process& process, BIMSessionRec* session);
+void BIM_CancelSessionTextBuffer(Instance& instance, BIMSessionRec* session);
 /// The document went its own way: only of what is typed from now on the place is known there.
 void losePlace(BIMSessionRec* session);
 

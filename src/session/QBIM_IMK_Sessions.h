@@ -6,38 +6,38 @@
 namespace quorvane {
 
 /// A new session that is in no list, or null. `client` isn't used.
-BIMSessionRec* CreateNewSessionHandle(Process& process, std::uint64_t client);
+BIMSessionRec* CreateNewSessionHandle(Instance& instance, std::uint64_t client);
 
 /// Makes a session where `sessionOut` is null. 0, or ~0 where none could be made.
-std::int32_t BIMSessionOpen(Process& process, std::uint64_t unused, BIMSessionRec*& sessionOut);
-std::int32_t BIMSessionActivate(Process& process, BIMSessionRec* session);
-std::int32_t BIMSessionDeactivate(Process& process, BIMSessionRec* session);
+std::int32_t BIMSessionOpen(Instance& instance, std::uint64_t unused, BIMSessionRec*& sessionOut);
+std::int32_t BIMSessionActivate(Instance& instance, BIMSessionRec* session);
+std::int32_t BIMSessionDeactivate(Instance& instance, BIMSessionRec* session);
 /// Nothing: inactive sessions are kept.
-void Dispose_InactiveSessions(Process& process);
+void Dispose_InactiveSessions(Instance& instance);
 /// Disposes of the session and all behind it, the last one first.
-void BIMSessionClose(Process& process, BIMSessionRec* session);
-void DisposeSession(Process& process, BIMSessionRec* session);
+void BIMSessionClose(Instance& instance, BIMSessionRec* session);
+void DisposeSession(Instance& instance, BIMSessionRec* session);
 /// The handle of the session that the window belongs to; 0: none, or from now on none.
-std::uint64_t GetBIMWindowSession(Process& process, std::uint64_t window);
-void SetBIMWindowSession(Process& process, std::uint64_t window, std::uint64_t handle);
+std::uint64_t GetBIMWindowSession(Instance& instance, std::uint64_t window);
+void SetBIMWindowSession(Instance& instance, std::uint64_t window, std::uint64_t handle);
 BIMSessionRec* Get_ActiveSession(BIMSessionRec* session);
 
 /// Makes the client's session active, making one where it has none. Only the low 32 bits of
 /// `client` count. 1: it is active now.
-std::int32_t Get_SessionHandleFromID(Process& process, std::uint64_t client);
+std::int32_t Get_SessionHandleFromID(Instance& instance, std::uint64_t client);
 /// Removes a client's session, never the head. 1: there was one.
-std::int32_t DeleteSessionHandleID(Process& process, std::uint64_t client);
-void DeleteAllQorvSessionHandleID(Process& process);
+std::int32_t DeleteSessionHandleID(Instance& instance, std::uint64_t client);
+void DeleteAllQorvSessionHandleID(Instance& instance);
 /// Removes the sessions of applications that have gone.
-void Check_App_HouseKeeping(Process& process);
+void Check_App_HouseKeeping(Instance& instance);
 /// 1: a running process has that creator code.
-std::int32_t Get_signature_Process(Process& process, std::uint32_t signature);
+std::int32_t Get_signature_Process(Instance& instance, std::uint32_t signature);
 
-std::uint32_t Get_Quorvane_App_Input(Process& process);
-std::uint32_t Get_Reset_Quorvane_App_Input(Process& process);
-void Set_ToolSessionhandle(Process& process, const BIMSessionRec* session);
+std::uint32_t Get_Quorvane_App_Input(Instance& instance);
+std::uint32_t Get_Reset_Quorvane_App_Input(Instance& instance);
+void Set_ToolSessionhandle(Instance& instance, const BIMSessionRec* session);
 /// Nonzero: this client's keys belong to the main application.
-std::uint32_t Do_Check_Quorvane_App_Input(Process& process, std::uint64_t client);
+std::uint32_t Do_Check_Quorvane_App_Input(Instance& instance, std::uint64_t client);
 
 std::int32_t BIMSessionFix(BIMSessionRec* session);
 

@@ -51,62 +51,63 @@ std::optional<std::uint8_t> byteBeforeCursor(const BIMSessionRec& session) {
 }
 
 // The buffer always gets the new character, and keeps the old one before it.
-std::int32_t replaceKey(Process& process, BIMSessionRec* session, std::uint8_t& keyByte,
+std::int32_t replaceKey(Instance& instance, BIMSessionRec* session, std::uint8_t& keyByte,
                         std::uint8_t replacement, std::uint32_t replaceLength) {
   keyByte = replacement;
-  const std::int32_t taken = BIMHandleInput(process, session, replacement, ByteOrigin::Replacement);
-  if (static_cast<std::uint8_t>(taken) == 0) Send_Char_Fix(process, &replacement, replaceLength);
+  const std::int32_t taken =
+      BIMHandleInput(instance, session, replacement, ByteOrigin::Replacement);
+  if (static_cast<std::uint8_t>(taken) == 0) Send_Char_Fix(instance, &replacement, replaceLength);
   return 1;
 }
 
-std::int32_t replaceHyphen(Process& process, BIMSessionRec* session, std::uint8_t& keyByte,
+std::int32_t replaceHyphen(Instance& instance, BIMSessionRec* session, std::uint8_t& keyByte,
                            std::optional<std::uint8_t> previous) {
   const auto* dash = std::find_if(kDashes.begin(), kDashes.end(),
                                   [&](const Dash& row) { return row.previous == previous; });
   if (dash == kDashes.end() || session->cursor - dash->replaceLength < session->place) return 0;
-  return replaceKey(process, session, keyByte, dash->next, dash->replaceLength);
+  return replaceKey(instance, session, keyByte, dash->next, dash->replaceLength);
 }
 
-std::uint32_t allowedNow(Process& process) {
-  const std::uint32_t allowed = AutoCorrect_SmartChar_Flag(process);
-  return process.state<WordInProgressState>().held ? allowed & kSentenceCapitals : allowed;
+std::uint32_t allowedNow(Instance& instance) {
+  const std::uint32_t allowed = AutoCorrect_SmartChar_Flag(instance);
+  return instance.state<WordInProgressState>().held ? allowed & kSentenceCapitals : allowed;
 }
 
 // White space and enter keep waiting for the letter. The capital is pressed as a key of its own and
 // comes back through the whole path; where it can't be, the letter stays as it was typed.
-std::int32_t beginSentence(Process& process, BIMSessionRec& session, std::uint8_t keyByte) {
+std::int32_t beginSentence(Instance& instance, BIMSessionRec& session, std::uint8_t keyByte) {
   if (keyByte == kSpace || keyByte == kReturnKey || keyByte == kEnterKey) return 0;
   session.sentenceFlags = 0;
   if (keyByte < 'a' || keyByte > 'z') return 0;
   constexpr std::uint8_t kToCapital = 'a' - 'A';
   const auto capital = static_cast<std::uint8_t>(keyByte - kToCapital);
-  return DO_FIX_CHAR(process, &session, capital);
+  return DO_FIX_CHAR(instance, &session, capital);
 }
 
 }  // namespace
 
-std::int32_t Check_SmartQuotes(Process& process, EventRef /*event*/, BIMSessionRec* session,
+std::int32_t Check_SmartQuotes(Instance& instance, EventRef /*event*/, BIMSessionRec* session,
                                std::uint8_t& keyByte) {
   if (session == nullptr || !session->sessionText) return 0;
   const bool atStart = (session->sentenceFlags & kSentenceStart) != 0;
   const Quote* quote = findQuote(keyByte);
   if (!atStart && quote == nullptr && keyByte != kHyphen) return 0;
   const auto previous = byteBeforeCursor(*session);
-  const std::uint32_t allowed = allowedNow(process);
+  const std::uint32_t allowed = allowedNow(instance);
   if (keyByte == kHyphen && (allowed & kSmartDashes) != 0) {
-    return replaceHyphen(process, session, keyByte, previous);
+    return replaceHyphen(instance, session, keyByte, previous);
   }
   if (quote != nullptr && (allowed & kSmartQuotes) != 0) {
     const bool opens = !previous || is_space_closing_char(*previous, keyByte);
-    return replaceKey(process, session, keyByte, opens ? quote->opening : quote->closing, 0);
+    return replaceKey(instance, session, keyByte, opens ? quote->opening : quote->closing, 0);
   }
   if (!atStart || (allowed & kSentenceCapitals) == 0) return 0;
-  return beginSentence(process, *session, keyByte);
+  return beginSentence(instance, *session, keyByte);
 }
 
-std::uint32_t AutoCorrect_SmartChar_Flag(Process& process) {
-  if ((process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kAutoCorrectFlag) == 0) return 0;
-  const ToolRec record(process);
+std::uint32_t AutoCorrect_SmartChar_Flag(Instance& instance) {
+  if ((instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & kAutoCorrectFlag) == 0) return 0;
+  const ToolRec record(instance);
   if (!record || record.get(ToolCRecPtr_InteractiveMode) == 0 ||
       record.get(ToolCRecPtr_SuspendTotal) != 0) {
     return 0;

@@ -8,10 +8,10 @@ namespace quorvane {
 
 /// 1: the key is consumed, its replacement on the way. `keyByte` is rewritten where one applies.
 /// `event` isn't used.
-std::int32_t Check_SmartQuotes(Process& process, EventRef event, BIMSessionRec* session,
+std::int32_t Check_SmartQuotes(Instance& instance, EventRef event, BIMSessionRec* session,
                                std::uint8_t& keyByte);
 /// Which of the three the main application and the switches of the front application allow.
-std::uint32_t AutoCorrect_SmartChar_Flag(Process& process);
+std::uint32_t AutoCorrect_SmartChar_Flag(Instance& instance);
 /// True: a quote `key` behind the byte `previous` opens.
 [[nodiscard]] bool is_space_closing_char(std::uint8_t previous, std::uint8_t key);
 

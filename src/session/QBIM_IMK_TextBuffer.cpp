@@ -44,20 +44,20 @@ void dropAtWhiteSpace(BIMSessionRec& session) {
   }
 }
 
-void dropInsideWord(Process& process, BIMSessionRec& session) {
+void dropInsideWord(Instance& instance, BIMSessionRec& session) {
   if (session.length > session.cursor + kTailMargin) {
     session.length = session.cursor;
   } else {
-    BIM_CancelSessionTextBuffer(process, &session);
+    BIM_CancelSessionTextBuffer(instance, &session);
   }
 }
 
-void makeRoom(Process& process, BIMSessionRec& session) {
+void makeRoom(Instance& instance, BIMSessionRec& session) {
   if (session.length < kSentenceLimit) return;
   if (isWhiteSpace(byteBefore(session, 1))) {
     dropAtWhiteSpace(session);
   } else if (session.length >= kHardLimit) {
-    dropInsideWord(process, session);
+    dropInsideWord(instance, session);
   }
 }
 
@@ -74,8 +74,9 @@ void moveTailDown(const BIMSessionRec& session, Cells& cells) {
             cells.begin() + session.cursor - 1);
 }
 
-void insertByte(Process& process, BIMSessionRec& session, std::uint8_t keyByte, ByteOrigin origin) {
-  makeRoom(process, session);
+void insertByte(Instance& instance, BIMSessionRec& session, std::uint8_t keyByte,
+                ByteOrigin origin) {
+  makeRoom(instance, session);
   if (session.length == 0) session.place = 0;
   SessionText& text = *session.sessionText;
   if (session.length > session.cursor) {
@@ -134,9 +135,9 @@ void moveRight(BIMSessionRec& session) {
 
 // True where a window was up: the key was for that. Without one the session keeps
 // even its marks.
-bool escape(Process& process, BIMSessionRec& session) {
-  const bool windowUp = BIMCancelWindowSession(process);
-  BIMAlwaysCancelWindowSession(process);
+bool escape(Instance& instance, BIMSessionRec& session) {
+  const bool windowUp = BIMCancelWindowSession(instance);
+  BIMAlwaysCancelWindowSession(instance);
   if (windowUp) BIM_Cancel_Session_Text(&session);
   return windowUp;
 }
@@ -146,7 +147,7 @@ struct KeyResult {
   bool letterDeleted = false;
 };
 
-KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t keyByte,
+KeyResult changeBuffer(Instance& instance, BIMSessionRec& session, std::uint8_t keyByte,
                        ByteOrigin origin) {
   if (keyByte == 0) return {};
   session.published = false;
@@ -156,7 +157,7 @@ KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t ke
       Cancel_DocumentTextRange();
       return {false, deleteCharacter(session)};
     case kEscapeKey:
-      return {escape(process, session), false};
+      return {escape(instance, session), false};
     case kLeftArrowKey:
       moveLeft(session);
       return {};
@@ -165,27 +166,27 @@ KeyResult changeBuffer(Process& process, BIMSessionRec& session, std::uint8_t ke
       return {};
     default:
       Cancel_DocumentTextRange();
-      insertByte(process, session, keyByte, origin);
+      insertByte(instance, session, keyByte, origin);
       return {};
   }
 }
 
 }  // namespace
 
-std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8_t keyByte,
+std::int32_t BIMHandleInput(Instance& instance, BIMSessionRec* session, std::uint8_t keyByte,
                             ByteOrigin origin) {
   if (session == nullptr) {
-    BIMSessionOpen(process, 0, session);
-    BIMSessionActivate(process, session);
+    BIMSessionOpen(instance, 0, session);
+    BIMSessionActivate(instance, session);
   }
   if (session == nullptr || !session->sessionText) return 0;
   const std::uint8_t key = keyByte == kEnterKey ? std::uint8_t{kReturnKey} : keyByte;
   if (leavesText(key, 0)) {
-    leaveText(process, session, key);
+    leaveText(instance, session, key);
     return 0;
   }
-  const KeyResult result = changeBuffer(process, *session, key, origin);
-  CallInteractiveEventHandler(process, session, key, result.letterDeleted);
+  const KeyResult result = changeBuffer(instance, *session, key, origin);
+  CallInteractiveEventHandler(instance, session, key, result.letterDeleted);
   return result.consumed ? 1 : 0;
 }
 

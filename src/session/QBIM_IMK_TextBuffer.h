@@ -12,7 +12,7 @@ enum class ByteOrigin { Key, Replacement };
 
 /// Updates the buffer for one key and tells the interactive machinery. Nonzero: the key is
 /// consumed. A null session is made and activated first.
-std::int32_t BIMHandleInput(Process& process, BIMSessionRec* session, std::uint8_t keyByte,
+std::int32_t BIMHandleInput(Instance& instance, BIMSessionRec* session, std::uint8_t keyByte,
                             ByteOrigin origin = ByteOrigin::Key);
 /// Nothing: no range of the document is held. 0.
 std::int32_t Cancel_DocumentTextRange();

@@ -9,62 +9,62 @@
 namespace quorvane {
 namespace {
 
-std::uint32_t openWindow(Process& process) {
-  const ToolRec record(process);
+std::uint32_t openWindow(Instance& instance) {
+  const ToolRec record(instance);
   return record.get(ToolCRecPtr_isDocWindowOpen);
 }
 
 // 0: no window, or one that belongs to nobody.
-FourCharCode ownerOfWindow(Process& process) {
-  const ToolRec record(process);
+FourCharCode ownerOfWindow(Instance& instance) {
+  const ToolRec record(instance);
   if (record.get(ToolCRecPtr_isDocWindowOpen) == kNoWindow) return 0;
   return record.get(ToolCRecPtr_WindowAppSignature);
 }
 
 }  // namespace
 
-bool isWindowOfFront(Process& process, const ToolRec& record) {
+bool isWindowOfFront(Instance& instance, const ToolRec& record) {
   return record.get(ToolCRecPtr_isDocWindowOpen) != kNoWindow &&
-         FRONTPROCESSSIGNATURE(process) == record.get(ToolCRecPtr_WindowAppSignature);
+         FRONTPROCESSSIGNATURE(instance) == record.get(ToolCRecPtr_WindowAppSignature);
 }
 
-bool BIMCancelWindowSession(Process& process) {
-  const FourCharCode owner = ownerOfWindow(process);
+bool BIMCancelWindowSession(Instance& instance) {
+  const FourCharCode owner = ownerOfWindow(instance);
   if (owner == 0) return false;
-  if (FRONTPROCESSSIGNATURE(process) == owner) Do_BIMCancelWindowSession(process);
+  if (FRONTPROCESSSIGNATURE(instance) == owner) Do_BIMCancelWindowSession(instance);
   return true;
 }
 
-std::uint32_t BIMAlwaysCancelWindowSession(Process& process) {
-  const std::uint32_t window = isToolRec_DocWindowOpen(process);
-  if (window != kNoWindow) Do_BIMCancelWindowSession(process);
+std::uint32_t BIMAlwaysCancelWindowSession(Instance& instance) {
+  const std::uint32_t window = isToolRec_DocWindowOpen(instance);
+  if (window != kNoWindow) Do_BIMCancelWindowSession(instance);
   return window;
 }
 
-void BIMCancelandClose_WindowSession(Process& process) {
-  BIMMouseEditCancelSession(process, BIMGetActiveSession(process));
-  BIMCancelWindowSession(process);
+void BIMCancelandClose_WindowSession(Instance& instance) {
+  BIMMouseEditCancelSession(instance, BIMGetActiveSession(instance));
+  BIMCancelWindowSession(instance);
 }
 
-void Cancel_Iteractive_Window(Process& process) {
-  const std::uint32_t window = openWindow(process);
+void Cancel_Iteractive_Window(Instance& instance) {
+  const std::uint32_t window = openWindow(instance);
   if (window == kNoWindow) return;
   Do_BIMCancelInteractive_WindowSession(
-      process, window == kPopupWindow ? kClosePopupCommand : kCloseWindowCommand);
+      instance, window == kPopupWindow ? kClosePopupCommand : kCloseWindowCommand);
 }
 
-std::int32_t CHECK_InteractiveWindow_Cancel(Process& process) {
+std::int32_t CHECK_InteractiveWindow_Cancel(Instance& instance) {
   bool ours = false;
   {
-    const ToolRec record(process);
+    const ToolRec record(instance);
     if (!record) return 0;
-    ours = isWindowOfFront(process, record);
+    ours = isWindowOfFront(instance, record);
     if (record.get(ToolCRecPtr_SuspendTotal) != 0) endSuspension(record);
   }
-  if (ours) Do_BIMShowHideWindowSession(process);
+  if (ours) Do_BIMShowHideWindowSession(instance);
   return ours ? 1 : 0;
 }
 
-std::uint32_t isToolRec_DocWindowOpen(Process& process) { return openWindow(process) & 0xFF; }
+std::uint32_t isToolRec_DocWindowOpen(Instance& instance) { return openWindow(instance) & 0xFF; }
 
 }  // namespace quorvane

@@ -9,8 +9,8 @@
 namespace quorvane {
 namespace {
 
-QDPoint mouseLocation(Process& process) {
-  Platform& platform = process.platform();
+QDPoint mouseLocation(Instance& instance) {
+  Platform& platform = instance.platform();
   const CGEventRef event = platform.eventPosting.CGEventCreate(nullptr);
   const NSPoint location = platform.eventPosting.CGEventGetLocation(event.get());
   Screens& screens = platform.screens;
@@ -18,9 +18,9 @@ QDPoint mouseLocation(Process& process) {
   return {toScreenUnit(height - location.y), toScreenUnit(location.x)};
 }
 
-bool isBelowMenuBar(Process& process, QDPoint point) {
+bool isBelowMenuBar(Instance& instance, QDPoint point) {
   std::int16_t height = 0;
-  process.platform().screens.GetThemeMenuBarHeight(height);
+  instance.platform().screens.GetThemeMenuBarHeight(height);
   return point.v > height;
 }
 
@@ -36,31 +36,31 @@ constexpr std::int32_t kNoWindowWasUp = 1;
 constexpr std::int32_t kWindowWasUp = 1028;
 
 // The main application clears the point of a click that isn't its window's.
-bool isPointCleared(Process& process) {
-  const ToolRec record(process);
+bool isPointCleared(Instance& instance) {
+  const ToolRec record(instance);
   return record && record.get(ToolCRecPtr_MousePoint) == 0;
 }
 
 }  // namespace
 
-std::int32_t Get_MouseDown_Cancel(Process& process) {
-  return Check_MouseDown_ForWindowCancel(process, 0);
+std::int32_t Get_MouseDown_Cancel(Instance& instance) {
+  return Check_MouseDown_ForWindowCancel(instance, 0);
 }
 
-std::int32_t Check_MouseDown_ForWindowCancel(Process& process, std::uint32_t unused) {
-  auto& testing = process.state<WindowClickState>().Block_Recusion;
+std::int32_t Check_MouseDown_ForWindowCancel(Instance& instance, std::uint32_t unused) {
+  auto& testing = instance.state<WindowClickState>().Block_Recusion;
   if (unused != 0 || testing != 0) return 0;
   const FlagGuard guard(testing);
-  const QDPoint point = mouseLocation(process);
-  if (!isBelowMenuBar(process, point) || isQUORVANEAPP_FRONT(process) != 0) return 0;
+  const QDPoint point = mouseLocation(instance);
+  if (!isBelowMenuBar(instance, point) || isQUORVANEAPP_FRONT(instance) != 0) return 0;
   QDRect rect;
-  if (Get_InteractiveWindow_GlobalRectangle(process, rect, point, 0)) return 0;
-  return Is_Quorvane_AppReady(process);
+  if (Get_InteractiveWindow_GlobalRectangle(instance, rect, point, 0)) return 0;
+  return Is_Quorvane_AppReady(instance);
 }
 
-bool Get_InteractiveWindow_GlobalRectangle(Process& process, QDRect& rectOut, QDPoint point,
+bool Get_InteractiveWindow_GlobalRectangle(Instance& instance, QDRect& rectOut, QDPoint point,
                                            std::uint32_t /*unused*/) {
-  const ToolRec record(process);
+  const ToolRec record(instance);
   if (!record || record.get(ToolCRecPtr_isDocWindowOpen) == kNoWindow) return false;
   const QDPoint topLeft = cornerOf(record.get(ToolCRecPtr_WindowRectTopLeft));
   const QDPoint bottomRight = cornerOf(record.get(ToolCRecPtr_WindowRectBottomRight));
@@ -73,29 +73,29 @@ bool isPtInRect(QDPoint point, const QDRect& rect) {
          point.h < rect.right;
 }
 
-std::int32_t BIMCheckandClose_DocWindowSession(Process& process, std::uint64_t clientID) {
-  if (Get_SessionHandleFromID(process, clientID) == 0) return kNoSession;
-  BIMSessionRec* session = BIMGetActiveSession(process);
+std::int32_t BIMCheckandClose_DocWindowSession(Instance& instance, std::uint64_t clientID) {
+  if (Get_SessionHandleFromID(instance, clientID) == 0) return kNoSession;
+  BIMSessionRec* session = BIMGetActiveSession(instance);
   if (session == nullptr) return kNoSession;
-  BIMMouseEditCancelSession(process, session);
-  return BIMCancelWindowSession(process) ? kWindowWasUp : kNoWindowWasUp;
+  BIMMouseEditCancelSession(instance, session);
+  return BIMCancelWindowSession(instance) ? kWindowWasUp : kNoWindowWasUp;
 }
 
-bool BIMCancelMousePtWindowSession(Process& process, QDPoint point) {
+bool BIMCancelMousePtWindowSession(Instance& instance, QDPoint point) {
   {
-    const ToolRec record(process);
-    const bool ours = record && isWindowOfFront(process, record);
-    Store_mouseclick_Position_Point(process, point.v, point.h);
+    const ToolRec record(instance);
+    const bool ours = record && isWindowOfFront(instance, record);
+    Store_mouseclick_Position_Point(instance, point.v, point.h);
     if (!ours) return false;
   }
-  if (Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(process, kJudgeClickCommand) != 0) return true;
-  if (isPointCleared(process)) BIMCancelandClose_WindowSession(process);
+  if (Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(instance, kJudgeClickCommand) != 0) return true;
+  if (isPointCleared(instance)) BIMCancelandClose_WindowSession(instance);
   return true;
 }
 
-void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
+void Store_mouseclick_Position_Point(Instance& instance, std::int16_t vertical,
                                      std::int16_t horizontal) {
-  if (ToolRec record(process); record) {
+  if (ToolRec record(instance); record) {
     record.put(ToolCRecPtr_MousePoint, packPoint(vertical, horizontal));
   }
 }

@@ -1,7 +1,7 @@
 #pragma once
 // A click, or a client that closes: is it the end of the main application's window?
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/base/ScreenPoint.h"
 
 namespace quorvane {
@@ -12,21 +12,21 @@ struct WindowClickState {
 };
 
 /// 0: no session; 1: no window; 1028: there was one.
-std::int32_t BIMCheckandClose_DocWindowSession(Process& process, std::uint64_t clientID);
+std::int32_t BIMCheckandClose_DocWindowSession(Instance& instance, std::uint64_t clientID);
 /// True: the main application was asked whether the click is its window's.
-bool BIMCancelMousePtWindowSession(Process& process, QDPoint point);
-std::int32_t Get_MouseDown_Cancel(Process& process);
+bool BIMCancelMousePtWindowSession(Instance& instance, QDPoint point);
+std::int32_t Get_MouseDown_Cancel(Instance& instance);
 /// 1: the click lies outside the window and the menu bar. Any argument but 0: 0 at once.
-std::int32_t Check_MouseDown_ForWindowCancel(Process& process, std::uint32_t unused);
+std::int32_t Check_MouseDown_ForWindowCancel(Instance& instance, std::uint32_t unused);
 /// True: the window is up and the point inside it; the rectangle is filled in then as in any case
 /// where a window is up.
-bool Get_InteractiveWindow_GlobalRectangle(Process& process, QDRect& rectOut, QDPoint point,
+bool Get_InteractiveWindow_GlobalRectangle(Instance& instance, QDRect& rectOut, QDPoint point,
                                            std::uint32_t unused);
 /// The lower and the right edge are outside.
 [[nodiscard]] bool isPtInRect(QDPoint point, const QDRect& rect);
 
 /// Writes a point to field 44, vertical in the high half.
-void Store_mouseclick_Position_Point(Process& process, std::int16_t vertical,
+void Store_mouseclick_Position_Point(Instance& instance, std::int16_t vertical,
                                      std::int16_t horizontal);
 
 }  // namespace quorvane

@@ -18,14 +18,14 @@ constexpr std::uint32_t kPopupTakesNoKeys = 0x400;  // of field 7
 
 bool isDigit(std::uint8_t keyByte) { return keyByte >= '0' && keyByte <= '9'; }
 
-void putField(Process& process, std::uint32_t field, std::uint32_t value) {
-  const ToolRec record(process);
+void putField(Instance& instance, std::uint32_t field, std::uint32_t value) {
+  const ToolRec record(instance);
   record.put(field, value);
 }
 
 // What the main application has left of the key; the key itself where there is no record any more.
-std::uint32_t answerTo(Process& process, std::uint8_t keyByte) {
-  const ToolRec record(process);
+std::uint32_t answerTo(Instance& instance, std::uint8_t keyByte) {
+  const ToolRec record(instance);
   return record ? record.get(ToolCRecPtr_PopupChar) : keyByte;
 }
 
@@ -33,12 +33,12 @@ bool namesSuggestion(std::uint32_t modifiers, std::uint8_t keyByte, std::uint32_
   return isDigit(keyByte) && modifiers == (controlDigits != 0 ? controlKey : 0);
 }
 
-bool offerToPopup(Process& process, std::uint32_t modifiers, std::uint8_t keyByte) {
-  const bool separate = process.state<SessionEventState>().SeparateKeyPress;
+bool offerToPopup(Instance& instance, std::uint32_t modifiers, std::uint8_t keyByte) {
+  const bool separate = instance.state<SessionEventState>().SeparateKeyPress;
   if (!separate && isDigit(keyByte) && modifiers == 0) return false;  // a number is being typed
-  if (Get_Control_KeyPress(process) != 0) return true;
-  if (answerTo(process, keyByte) != 0) return false;
-  Log(process, "--> Handled-->Keys_Popup_and_Window = TRUE");
+  if (Get_Control_KeyPress(instance) != 0) return true;
+  if (answerTo(instance, keyByte) != 0) return false;
+  Log(instance, "--> Handled-->Keys_Popup_and_Window = TRUE");
   return true;
 }
 
@@ -48,13 +48,13 @@ bool wasDelivered(CommandOutcome outcome) {
   return outcome == CommandOutcome::Answered || outcome == CommandOutcome::NotAnswered;
 }
 
-bool navigate(Process& process, std::uint8_t keyByte) {
-  return wasDelivered(SendToolCommandAndWait(process, kNavigatePopupCommand)) &&
-         answerTo(process, keyByte) == 0;
+bool navigate(Instance& instance, std::uint8_t keyByte) {
+  return wasDelivered(SendToolCommandAndWait(instance, kNavigatePopupCommand)) &&
+         answerTo(instance, keyByte) == 0;
 }
 
-bool popupTakesKeys(Process& process) {
-  const ToolRec record(process);
+bool popupTakesKeys(Instance& instance) {
+  const ToolRec record(instance);
   return record && record.get(ToolCRecPtr_ClipState) == 0 &&
          record.get(ToolCRecPtr_InteractiveMode) != 0 &&
          (record.get(ToolCRecPtr_MenuFlags) & kPopupTakesNoKeys) == 0 &&
@@ -65,8 +65,8 @@ bool isDocumentWindow(std::uint32_t window) {
   return window != kNoWindow && window != kPopupWindow;
 }
 
-bool documentWindowIsOpen(Process& process) {
-  const ToolRec record(process);
+bool documentWindowIsOpen(Instance& instance) {
+  const ToolRec record(instance);
   return isDocumentWindow(record.get(ToolCRecPtr_isDocWindowOpen));
 }
 
@@ -74,46 +74,46 @@ bool hasWindowModifier(std::uint32_t modifiers) { return (modifiers & (cmdKey | 
 
 }  // namespace
 
-bool HandleKeys_Popup_and_Window(Process& process, std::uint32_t windowState,
+bool HandleKeys_Popup_and_Window(Instance& instance, std::uint32_t windowState,
                                  std::uint32_t modifiers, std::uint8_t keyByte,
                                  std::uint32_t controlDigits) {
   if (windowState != kPopupWindow) return false;
   if (keyByte == kDownArrowKey || namesSuggestion(modifiers, keyByte, controlDigits)) {
-    return offerToPopup(process, modifiers, keyByte);
+    return offerToPopup(instance, modifiers, keyByte);
   }
-  return (keyByte == kHomeKey || keyByte == kTabKey) && navigate(process, keyByte);
+  return (keyByte == kHomeKey || keyByte == kTabKey) && navigate(instance, keyByte);
 }
 
-std::int32_t Get_Control_KeyPress(Process& process) {
-  auto& asking = process.state<WindowKeysState>().NORECURSION;
-  if (asking != 0 || !popupTakesKeys(process) || isQUORVANEAPP_FRONT(process) != 0) return 0;
+std::int32_t Get_Control_KeyPress(Instance& instance) {
+  auto& asking = instance.state<WindowKeysState>().NORECURSION;
+  if (asking != 0 || !popupTakesKeys(instance) || isQUORVANEAPP_FRONT(instance) != 0) return 0;
   const FlagGuard guard(asking);
-  if (!wasDelivered(SendToolCommandAndWait(process, kChooseSuggestionCommand))) return 0;
-  const std::uint32_t answer = answerTo(process, 0);
+  if (!wasDelivered(SendToolCommandAndWait(instance, kChooseSuggestionCommand))) return 0;
+  const std::uint32_t answer = answerTo(instance, 0);
   if (answer == 0) return 0;
-  Log(process, "popupwindowchar ", PrivateNumber{answer});
+  Log(instance, "popupwindowchar ", PrivateNumber{answer});
   return 1;
 }
 
-std::int32_t Check_InteractiveWindowKeys2(Process& process, std::uint32_t mask) {
-  auto& telling = process.state<WindowKeysState>().NXRECURSION;
+std::int32_t Check_InteractiveWindowKeys2(Instance& instance, std::uint32_t mask) {
+  auto& telling = instance.state<WindowKeysState>().NXRECURSION;
   if (telling != 0) return 0;
-  putField(process, ToolCRecPtr_PopupChar, mask != 0 ? 1 : 0);
-  if (!documentWindowIsOpen(process)) return 0;
+  putField(instance, ToolCRecPtr_PopupChar, mask != 0 ? 1 : 0);
+  if (!documentWindowIsOpen(instance)) return 0;
   const FlagGuard guard(telling);
-  CallDirectQorvToolCommandAppEvent(process, kWindowModifiersCommand);
+  CallDirectQorvToolCommandAppEvent(instance, kWindowModifiersCommand);
   return 1;
 }
 
-std::int32_t Check_IntractiveWindowKeys3(Process& process, std::uint8_t keyByte) {
-  if (!isDigit(keyByte) || !documentWindowIsOpen(process)) return 0;
-  return hasWindowModifier(process.platform().carbonEvents.GetCurrentKeyModifiers()) ? 1 : 0;
+std::int32_t Check_IntractiveWindowKeys3(Instance& instance, std::uint8_t keyByte) {
+  if (!isDigit(keyByte) || !documentWindowIsOpen(instance)) return 0;
+  return hasWindowModifier(instance.platform().carbonEvents.GetCurrentKeyModifiers()) ? 1 : 0;
 }
 
-std::int32_t Check_IntractiveWindowKeys(Process& process, std::uint8_t keyByte,
+std::int32_t Check_IntractiveWindowKeys(Instance& instance, std::uint8_t keyByte,
                                         std::uint32_t modifiers) {
   if (!isDigit(keyByte) || !hasWindowModifier(modifiers)) return 0;
-  return documentWindowIsOpen(process) ? 1 : 0;
+  return documentWindowIsOpen(instance) ? 1 : 0;
 }
 
 }  // namespace quorvane

@@ -6,7 +6,7 @@
 //   field 26   a key given over; what it holds afterwards is the answer, whose meaning each caller
 //              knows
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -16,17 +16,17 @@ struct WindowKeysState {
   std::uint32_t NXRECURSION = 0;  ///< command 102
 };
 
-bool HandleKeys_Popup_and_Window(Process& process, std::uint32_t windowState,
+bool HandleKeys_Popup_and_Window(Instance& instance, std::uint32_t windowState,
                                  std::uint32_t modifiers, std::uint8_t keyByte,
                                  std::uint32_t controlDigits);
 /// Asks about the key in field 26. 1: consumed.
-std::int32_t Get_Control_KeyPress(Process& process);
+std::int32_t Get_Control_KeyPress(Instance& instance);
 /// A change of modifiers. 1: a document window took it.
-std::int32_t Check_InteractiveWindowKeys2(Process& process, std::uint32_t mask);
+std::int32_t Check_InteractiveWindowKeys2(Instance& instance, std::uint32_t mask);
 /// 1: a digit with command or option, for the document window. The second form is told the
 /// modifiers instead of asking for them.
-std::int32_t Check_IntractiveWindowKeys3(Process& process, std::uint8_t keyByte);
-std::int32_t Check_IntractiveWindowKeys(Process& process, std::uint8_t keyByte,
+std::int32_t Check_IntractiveWindowKeys3(Instance& instance, std::uint8_t keyByte);
+std::int32_t Check_IntractiveWindowKeys(Instance& instance, std::uint8_t keyByte,
                                         std::uint32_t modifiers);
 
 }  // namespace quorvane

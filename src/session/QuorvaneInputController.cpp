@@ -29,14 +29,14 @@ std::uint32_t flagsChangedMask(std::uint32_t flags) {
 }
 
 // The client's keys are its own: the tool isn't busy and the main application doesn't take input.
-bool admits(Process& process, IMKTextInput* client) {
-  if (IS_TOOL_BUSY(process) != 0) {
-    Set_ToolCRecPtr_unusedx2(process, 0);
-    Log(process, " TOOLBUSY handleEvent");
+bool admits(Instance& instance, IMKTextInput* client) {
+  if (IS_TOOL_BUSY(instance) != 0) {
+    Set_ToolCRecPtr_unusedx2(instance, 0);
+    Log(instance, " TOOLBUSY handleEvent");
     return false;
   }
-  if (Do_Check_Quorvane_App_Input(process, identityOf(client)) != 0) {
-    Log(process, "QorvWindow ", static_cast<std::uint32_t>(identityOf(client)));
+  if (Do_Check_Quorvane_App_Input(instance, identityOf(client)) != 0) {
+    Log(instance, "QorvWindow ", static_cast<std::uint32_t>(identityOf(client)));
     return false;
   }
   return true;
@@ -51,48 +51,48 @@ bool reachesText(const NSEvent& event) {
 }
 
 // A click, or a key that the session doesn't see.
-void leaveBehind(Process& process, std::uint64_t client) {
-  takeTextBack(process);
-  for (const auto& session : process.state<SessionState>().records) {
+void leaveBehind(Instance& instance, std::uint64_t client) {
+  takeTextBack(instance);
+  for (const auto& session : instance.state<SessionState>().records) {
     if (session->clientID == static_cast<std::uint32_t>(client)) losePlace(session.get());
   }
 }
 
 }  // namespace
 
-QuorvaneInputController& Get_QuorvaneInputController(Process& process) {
-  return process.state<QuorvaneInputController>();
+QuorvaneInputController& Get_QuorvaneInputController(Instance& instance) {
+  return instance.state<QuorvaneInputController>();
 }
 
-bool do_handleEvent(Process& process, const NSEvent& event, IMKTextInput* client) {
-  return Get_QuorvaneInputController(process).handleEvent(event, client);
+bool do_handleEvent(Instance& instance, const NSEvent& event, IMKTextInput* client) {
+  return Get_QuorvaneInputController(instance).handleEvent(event, client);
 }
 
 bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
-  auto& followed = process_.state<SessionEventState>().followed;
+  auto& followed = instance_.state<SessionEventState>().followed;
   const bool outer = std::exchange(followed, false);
   const bool consumed = handleInTurn(event, client);
-  if (!consumed && !followed && reachesText(event)) leaveBehind(process_, identityOf(client));
+  if (!consumed && !followed && reachesText(event)) leaveBehind(instance_, identityOf(client));
   followed = outer;
   return consumed;
 }
 
 bool QuorvaneInputController::handleInTurn(const NSEvent& event, IMKTextInput* client) {
-  auto& state = process_.state<ControllerState>();
-  cancel_keyDownEvent(process_);
+  auto& state = instance_.state<ControllerState>();
+  cancel_keyDownEvent(instance_);
   if (state.KEYED_INITED_FLAG != 0 && event.type == NSEventType::KeyDown) {
     state.KEYED_INITED_FLAG = 0;
     return true;
   }
   if (state.INITED_FLAG == 0) {
-    Log(process_, " !INITED_FLAG");
+    Log(instance_, " !INITED_FLAG");
     return false;
   }
   loadPressAndHold();
   state.lastClient = client;
   commitComposition(client);
-  if (!admits(process_, client)) return false;
-  Get_SessionHandleFromID(process_, identityOf(client));
+  if (!admits(instance_, client)) return false;
+  Get_SessionHandleFromID(instance_, identityOf(client));
   if (client != state.lastClient) {
     // Only where an event of another client came in since: a change of client leaves the buffer.
     const std::u16string empty;
@@ -100,7 +100,7 @@ bool QuorvaneInputController::handleInTurn(const NSEvent& event, IMKTextInput* c
   }
   state.lastClient = client;
   if (state.handleEvent_BUSY != 0) {
-    Log(process_, " handleEvent_BUSY");
+    Log(instance_, " handleEvent_BUSY");
     return false;
   }
   FlagGuard busy(state.handleEvent_BUSY);
@@ -110,7 +110,7 @@ bool QuorvaneInputController::handleInTurn(const NSEvent& event, IMKTextInput* c
 bool QuorvaneInputController::dispatch(const NSEvent& event, IMKTextInput* client) {
   switch (event.type) {
     case NSEventType::LeftMouseDown:
-      Get_MouseDown_Cancel(process_);
+      Get_MouseDown_Cancel(instance_);
       return false;
     case NSEventType::KeyDown:
     case NSEventType::KeyUp:
@@ -124,22 +124,22 @@ bool QuorvaneInputController::dispatch(const NSEvent& event, IMKTextInput* clien
 
 bool QuorvaneInputController::handleKey(const NSEvent& event, IMKTextInput* client) {
   const std::uint8_t keyByte = firstUtf8Byte(event.characters);
-  Send_Complete_Event(process_, 202, event.keyCode, event.characters, client);
+  Send_Complete_Event(instance_, 202, event.keyCode, event.characters, client);
   const EventRef eventRef = CreateKeyEventFromNSEvent(event);
   if (eventRef == nullptr) return false;
-  Grab_Text_Position(process_, keyByte, client);
+  Grab_Text_Position(instance_, keyByte, client);
   const std::uint32_t mask = keyPathMask(event.modifierFlags);
-  if (mask == 0) process_.state<ControllerState>().Event_keyDownEvent = 1;
+  if (mask == 0) instance_.state<ControllerState>().Event_keyDownEvent = 1;
   if ((mask & cmdKey) != 0 && keyByte == kTabKey) return false;
-  return Check_IntractiveWindowKeys3(process_, keyByte) != 0 ||
-         BIMSessionEvent(process_, nullptr, eventRef, keyByte) != 0;
+  return Check_IntractiveWindowKeys3(instance_, keyByte) != 0 ||
+         BIMSessionEvent(instance_, nullptr, eventRef, keyByte) != 0;
 }
 
 bool QuorvaneInputController::handleFlagsChanged(const NSEvent& event) {
   const std::uint32_t mask = flagsChangedMask(event.modifierFlags);
-  if (Check_InteractiveWindowKeys2(process_, mask) != 0) return true;
+  if (Check_InteractiveWindowKeys2(instance_, mask) != 0) return true;
   CarbonEvent carbon;
-  Platform& platform = process_.platform();
+  Platform& platform = instance_.platform();
   if (!platform.carbonEvents.CreateEvent(kEventClassKeyboard, kEventRawKeyModifiersChanged,
                                          platform.clock.GetCurrentEventTime(), carbon)) {
     return false;
@@ -147,7 +147,7 @@ bool QuorvaneInputController::handleFlagsChanged(const NSEvent& event) {
   carbon.kcod = event.keyCode;
   carbon.kmod = mask;
   carbon.kchr = std::uint8_t{0};
-  return BIMSessionEvent(process_, nullptr, &carbon, 0) != 0;
+  return BIMSessionEvent(instance_, nullptr, &carbon, 0) != 0;
 }
 
 std::uint32_t QuorvaneInputController::recognizedEvents(IMKTextInput* /*sender*/) {
@@ -171,35 +171,36 @@ void QuorvaneInputController::originalBufferAppend(const std::u16string& text,
 }
 
 void QuorvaneInputController::commitComposition(IMKTextInput* sender) {
-  if (process_.state<ControllerState>().INITED_FLAG == 0 || sender == nullptr) return;
-  commitParked(process_, *sender);
+  if (instance_.state<ControllerState>().INITED_FLAG == 0 || sender == nullptr) return;
+  commitParked(instance_, *sender);
 }
 
 void QuorvaneInputController::dealloc() {
-  DeleteSessionHandleID(process_, identityOf(_currentClient));
-  Check_App_HouseKeeping(process_);
+  DeleteSessionHandleID(instance_, identityOf(_currentClient));
+  Check_App_HouseKeeping(instance_);
 }
 
 EventRef CreateKeyEventFromNSEvent(const NSEvent& event) { return event.eventRef; }
 
-std::int32_t Send_Complete_Event(Process& process, std::int32_t /*kind*/, std::uint16_t /*keyCode*/,
-                                 const std::u16string& /*characters*/, IMKTextInput* /*client*/) {
-  static_cast<void>(isQUORVANEAPP_FRONT(process));
+std::int32_t Send_Complete_Event(Instance& instance, std::int32_t /*kind*/,
+                                 std::uint16_t /*keyCode*/, const std::u16string& /*characters*/,
+                                 IMKTextInput* /*client*/) {
+  static_cast<void>(isQUORVANEAPP_FRONT(instance));
   return 0;
 }
 
 void loadPressAndHold() {}
 
-void set_INITED_FLAG(Process& process, std::uint32_t value) {
-  process.state<ControllerState>().INITED_FLAG = value;
+void set_INITED_FLAG(Instance& instance, std::uint32_t value) {
+  instance.state<ControllerState>().INITED_FLAG = value;
 }
 
-void cancel_keyDownEvent(Process& process) {
-  process.state<ControllerState>().Event_keyDownEvent = 0;
+void cancel_keyDownEvent(Instance& instance) {
+  instance.state<ControllerState>().Event_keyDownEvent = 0;
 }
 
-IMKTextInput* GetLastClient(Process& process) {
-  return process.state<ControllerState>().lastClient;
+IMKTextInput* GetLastClient(Instance& instance) {
+  return instance.state<ControllerState>().lastClient;
 }
 
 }  // namespace quorvane

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/session/QuorvaneInputController_Commit.h"
 
 namespace quorvane {
@@ -28,8 +28,8 @@ struct ControllerState {
 
 class QuorvaneInputController : public IMKInputController {
  public:
-  explicit QuorvaneInputController(Process& process)
-      : process_(process), commit_(process.state<CommitState>()) {}
+  explicit QuorvaneInputController(Instance& instance)
+      : instance_(instance), commit_(instance.state<CommitState>()) {}
 
   // Events and focus.
   bool handleEvent(const NSEvent& event, IMKTextInput* client) override;
@@ -50,7 +50,7 @@ class QuorvaneInputController : public IMKInputController {
   void commitComposition(IMKTextInput* sender) override;
   /// False where there aren't so many characters before the caret: nothing is inserted.
   bool nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength) {
-    return Do_nsstring_commit_to_composition(process_, text, replaceLength);
+    return Do_nsstring_commit_to_composition(instance_, text, replaceLength);
   }
 
   // Nothing to do on this side: composition and candidates are completion's.
@@ -72,25 +72,25 @@ class QuorvaneInputController : public IMKInputController {
   bool handleKey(const NSEvent& event, IMKTextInput* client);
   bool handleFlagsChanged(const NSEvent& event);
 
-  Process& process_;
+  Instance& instance_;
   CommitState& commit_;  ///< made before the controller, so it outlives it
   IMKTextInput* _currentClient = nullptr;
 };
 
-QuorvaneInputController& Get_QuorvaneInputController(Process& process);
+QuorvaneInputController& Get_QuorvaneInputController(Instance& instance);
 
-bool do_handleEvent(Process& process, const NSEvent& event, IMKTextInput* client);
-void do_activateServer1(Process& process, IMKTextInput* sender);
-void do_deactivateServer1(Process& process, IMKTextInput* sender);
+bool do_handleEvent(Instance& instance, const NSEvent& event, IMKTextInput* client);
+void do_activateServer1(Instance& instance, IMKTextInput* sender);
+void do_deactivateServer1(Instance& instance, IMKTextInput* sender);
 /// The Carbon record behind the event; null where it has none.
 EventRef CreateKeyEventFromNSEvent(const NSEvent& event);
 /// Asks whether the main application is in front and ignores the answer. 0.
-std::int32_t Send_Complete_Event(Process& process, std::int32_t kind, std::uint16_t keyCode,
+std::int32_t Send_Complete_Event(Instance& instance, std::int32_t kind, std::uint16_t keyCode,
                                  const std::u16string& characters, IMKTextInput* client);
 /// Nothing: what a held key offers is the platform's.
 void loadPressAndHold();
-void set_INITED_FLAG(Process& process, std::uint32_t value);
-void cancel_keyDownEvent(Process& process);
-IMKTextInput* GetLastClient(Process& process);
+void set_INITED_FLAG(Instance& instance, std::uint32_t value);
+void cancel_keyDownEvent(Instance& instance);
+IMKTextInput* GetLastClient(Instance& instance);
 
 }  // namespace quorvane

@@ -27,22 +27,22 @@ NSRange rangeBefore(const NSRange& selected, std::uint32_t count) {
 // Tells the main application that the client is being called.
 class ToolBusyScope {
  public:
-  explicit ToolBusyScope(Process& process) : process_(process) {
-    Set_ToolCRecPtr_unusedx2(process, 1);
+  explicit ToolBusyScope(Instance& instance) : instance_(instance) {
+    Set_ToolCRecPtr_unusedx2(instance, 1);
   }
-  ~ToolBusyScope() { Set_ToolCRecPtr_unusedx2(process_, 0); }
+  ~ToolBusyScope() { Set_ToolCRecPtr_unusedx2(instance_, 0); }
   ToolBusyScope(const ToolBusyScope&) = delete;
   ToolBusyScope& operator=(const ToolBusyScope&) = delete;
 
  private:
-  Process& process_;
+  Instance& instance_;
 };
 
-std::optional<std::u16string> takeParkedBytes(Process& process) {
+std::optional<std::u16string> takeParkedBytes(Instance& instance) {
   std::vector<std::uint8_t> block;
-  block.swap(process.state<CommitState>().stringbufferHandle);
+  block.swap(instance.state<CommitState>().stringbufferHandle);
   const auto end = std::find(block.begin(), block.end(), std::uint8_t{0});
-  return process.platform().textEncoding.initWithData(
+  return instance.platform().textEncoding.initWithData(
       {block.data(), static_cast<std::size_t>(end - block.begin())}, NSStringEncoding::UTF8);
 }
 
@@ -52,91 +52,91 @@ bool hasParkedBytes(const CommitState& state) {
 
 // The parked text, the string path's first. Empty: there is none. Bytes that are no UTF-8 leave
 // what the buffer held.
-bool takeParked(Process& process) {
-  auto& state = process.state<CommitState>();
+bool takeParked(Instance& instance) {
+  auto& state = instance.state<CommitState>();
   if (state.stringbuffer) {
     state._composedBuffer = *std::exchange(state.stringbuffer, std::nullopt);
     return true;
   }
   if (!hasParkedBytes(state)) return false;
-  if (auto text = takeParkedBytes(process)) state._composedBuffer = *std::move(text);
+  if (auto text = takeParkedBytes(instance)) state._composedBuffer = *std::move(text);
   return true;
 }
 
 // The buffer is empty between events, whatever the client does.
-void insertComposed(Process& process, IMKTextInput& sender) {
-  auto& state = process.state<CommitState>();
+void insertComposed(Instance& instance, IMKTextInput& sender) {
+  auto& state = instance.state<CommitState>();
   const std::u16string text = std::exchange(state._composedBuffer, {});
   const std::uint32_t replace = std::exchange(state.ORIGINALREPLACE, 0);
   state._insertionIndex = 0;
-  keepTypedWord(process);
+  keepTypedWord(instance);
   if (replace == 0) return sender.insertText(text, kNoRange);
   const NSRange selected = sender.selectedRange();
   if (standBefore(selected, replace)) {
     return sender.insertText(text, rangeBefore(selected, replace));
   }
   // The session may have had it since it was parked.
-  BIM_CancelSessionTextBuffer(process, BIMGetActiveSession(process));
-  dropFix(process, FixFault::BeyondCaret);
+  BIM_CancelSessionTextBuffer(instance, BIMGetActiveSession(instance));
+  dropFix(instance, FixFault::BeyondCaret);
 }
 
-bool commitDirectly(Process& process, IMKTextInput& sender, const std::u16string& text,
+bool commitDirectly(Instance& instance, IMKTextInput& sender, const std::u16string& text,
                     std::uint32_t replaceLength) {
-  keepTypedWord(process);
+  keepTypedWord(instance);
   const NSRange selected = sender.selectedRange();
   if (!standBefore(selected, replaceLength)) return false;
-  const ToolBusyScope busy(process);
+  const ToolBusyScope busy(instance);
   if (replaceLength != 0) {
     sender.setMarkedText(text, selected, rangeBefore(selected, replaceLength));
   }
   sender.insertText(text, kNoRange);
-  process.platform().carbonEvents.CheckEventQueueForUserCancel();
+  instance.platform().carbonEvents.CheckEventQueueForUserCancel();
   return true;
 }
 
-void park(Process& process, const std::u16string& text, std::uint32_t replaceLength) {
-  auto& state = process.state<CommitState>();
+void park(Instance& instance, const std::u16string& text, std::uint32_t replaceLength) {
+  auto& state = instance.state<CommitState>();
   state.ORIGINALREPLACE = replaceLength;
   state.stringbuffer = text;
-  HID_PressRelease_VirtualKey(process, kVK_Shift);
-  process.platform().clock.usleep(20);
-  HID_PressRelease_VirtualKey(process, kVK_Shift);
+  HID_PressRelease_VirtualKey(instance, kVK_Shift);
+  instance.platform().clock.usleep(20);
+  HID_PressRelease_VirtualKey(instance, kVK_Shift);
 }
 
 }  // namespace
 
-void commitParked(Process& process, IMKTextInput& sender) {
-  process.state<CommitState>().commit_sender = &sender;
-  if (!takeParked(process)) return;
-  insertComposed(process, sender);
-  process.platform().inputMethodKit.ownTextFollows();
+void commitParked(Instance& instance, IMKTextInput& sender) {
+  instance.state<CommitState>().commit_sender = &sender;
+  if (!takeParked(instance)) return;
+  insertComposed(instance, sender);
+  instance.platform().inputMethodKit.ownTextFollows();
 }
 
-bool Do_nsstring_commit_to_composition(Process& process, const std::u16string& text,
+bool Do_nsstring_commit_to_composition(Instance& instance, const std::u16string& text,
                                        std::uint32_t replaceLength) {
-  Check_Update_Document_Session_Buffer(process, nullptr);
-  WakeUpFront(process);
+  Check_Update_Document_Session_Buffer(instance, nullptr);
+  WakeUpFront(instance);
   bool taken = true;
-  if (IMKTextInput* sender = process.state<CommitState>().commit_sender; sender != nullptr) {
-    taken = commitDirectly(process, *sender, text, replaceLength);
+  if (IMKTextInput* sender = instance.state<CommitState>().commit_sender; sender != nullptr) {
+    taken = commitDirectly(instance, *sender, text, replaceLength);
   } else {
-    park(process, text, replaceLength);
+    park(instance, text, replaceLength);
   }
-  reset_typing_count(process);
+  reset_typing_count(instance);
   return taken;
 }
 
-void Do_commit_to_composition(Process& process, const std::uint8_t* bytes, std::uint32_t length,
+void Do_commit_to_composition(Instance& instance, const std::uint8_t* bytes, std::uint32_t length,
                               std::uint32_t originalReplace) {
-  auto& state = process.state<CommitState>();
+  auto& state = instance.state<CommitState>();
   state.ORIGINALREPLACE = originalReplace;
   state.stringbufferHandle.assign(bytes, bytes + length);
   state.stringbufferHandle.push_back(0);
-  HID_PressRelease_VirtualKey(process, kVK_Shift);
+  HID_PressRelease_VirtualKey(instance, kVK_Shift);
 }
 
-void WakeUpFront(Process& process) {
-  ProcessManager& manager = process.platform().processManager;
+void WakeUpFront(Instance& instance) {
+  ProcessManager& manager = instance.platform().processManager;
   ProcessSerialNumber psn;
   if (manager.GetFrontProcess(psn) == noErr) manager.WakeUpProcess(psn);
 }

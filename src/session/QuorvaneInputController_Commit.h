@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -24,14 +24,14 @@ struct CommitState {
 };
 
 /// The client takes direct commits from now on, and what is parked goes to it.
-void commitParked(Process& process, IMKTextInput& sender);
+void commitParked(Instance& instance, IMKTextInput& sender);
 /// String path: direct where a client has been seen, parked otherwise. False: there aren't so many
 /// characters before the caret, and nothing is inserted.
-bool Do_nsstring_commit_to_composition(Process& process, const std::u16string& text,
+bool Do_nsstring_commit_to_composition(Instance& instance, const std::u16string& text,
                                        std::uint32_t replaceLength);
 /// Byte path: always parks. The bytes are UTF-8.
-void Do_commit_to_composition(Process& process, const std::uint8_t* bytes, std::uint32_t length,
+void Do_commit_to_composition(Instance& instance, const std::uint8_t* bytes, std::uint32_t length,
                               std::uint32_t originalReplace);
-void WakeUpFront(Process& process);
+void WakeUpFront(Instance& instance);
 
 }  // namespace quorvane

@@ -2,7 +2,7 @@
 // The word that completion holds as marked text of a client. Completion lies above; what it holds
 // is known here because whoever writes into the client must have it ended first.
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -19,8 +19,8 @@ struct WordInProgressState {
   bool held = false;
 };
 
-inline void keepTypedWord(Process& process) {
-  WordInProgress* const word = process.state<WordInProgressState>().latest;
+inline void keepTypedWord(Instance& instance) {
+  WordInProgress* const word = instance.state<WordInProgressState>().latest;
   if (word != nullptr) word->keepTyped();
 }
 

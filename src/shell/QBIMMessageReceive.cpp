@@ -31,78 +31,78 @@ std::optional<std::uint32_t> headNumber(const CFData* data) {
   return bigEndianNumber<std::uint32_t>(*data);
 }
 
-std::optional<std::u16string> decode(Process& process, std::span<const std::uint8_t> bytes) {
-  TextEncoding& encoding = process.platform().textEncoding;
+std::optional<std::u16string> decode(Instance& instance, std::span<const std::uint8_t> bytes) {
+  TextEncoding& encoding = instance.platform().textEncoding;
   auto text = encoding.initWithData(bytes, NSStringEncoding::UTF8);
   return text ? text : encoding.initWithData(bytes, NSStringEncoding::ASCII);
 }
 
 // The text, which the main application writes first, is there before its message is judged. Null:
 // the message has no text, and what the shared record says of it doesn't hold either.
-void commitFix(Process& process, const std::u16string* text, std::uint32_t replaceLength) {
-  Check_Update_Document_Session_Buffer(process, nullptr);
+void commitFix(Instance& instance, const std::u16string* text, std::uint32_t replaceLength) {
+  Check_Update_Document_Session_Buffer(instance, nullptr);
   const auto fault =
-      text != nullptr ? faultOf(process, *text, replaceLength) : FixFault::Unreadable;
-  if (fault) return dropFix(process, *fault);
-  if (!Do_nsstring_commit_to_composition(process, *text, replaceLength)) {
-    return dropFix(process, FixFault::BeyondCaret);
+      text != nullptr ? faultOf(instance, *text, replaceLength) : FixFault::Unreadable;
+  if (fault) return dropFix(instance, *fault);
+  if (!Do_nsstring_commit_to_composition(instance, *text, replaceLength)) {
+    return dropFix(instance, FixFault::BeyondCaret);
   }
-  keepFix(process);
-  process.platform().inputMethodKit.ownTextFollows();
+  keepFix(instance);
+  instance.platform().inputMethodKit.ownTextFollows();
 }
 
 // Nothing where the session has gone meanwhile, or its document isn't marked for it.
-void refreshDocument(Process& process, std::uint32_t handle) {
-  BIMSessionRec* const session = findSession(process, handle);
-  if (session != nullptr && session->documentTag != 0) Update_Document_Session(process, session);
+void refreshDocument(Instance& instance, std::uint32_t handle) {
+  BIMSessionRec* const session = findSession(instance, handle);
+  if (session != nullptr && session->documentTag != 0) Update_Document_Session(instance, session);
 }
 
-void messageInput(Process& process, const CFData* data) {
-  const BIMSessionRec* const session = BIMGetActiveSession(process);
+void messageInput(Instance& instance, const CFData* data) {
+  const BIMSessionRec* const session = BIMGetActiveSession(instance);
   const std::uint32_t handle = session != nullptr ? session->handle : 0;
   const auto replaceCount = headNumber(data);
   if (!replaceCount) return;
-  const auto text = decode(process, std::span(*data).subspan(kNumberSize));
-  if (!text) Log(process, "newStr NULL ERROR");
-  commitFix(process, text ? &*text : nullptr, *replaceCount);
-  refreshDocument(process, handle);
-  Log(process, "DONE");
+  const auto text = decode(instance, std::span(*data).subspan(kNumberSize));
+  if (!text) Log(instance, "newStr NULL ERROR");
+  commitFix(instance, text ? &*text : nullptr, *replaceCount);
+  refreshDocument(instance, handle);
+  Log(instance, "DONE");
 }
 
-void paste(Process& process, const CFData* data) {
+void paste(Instance& instance, const CFData* data) {
   const auto pid = headNumber(data);
   if (!pid) return;
-  Log(process, "kBasicMessagePaste");
-  Post_Paste_CommandKey(process, static_cast<std::int32_t>(*pid));
+  Log(instance, "kBasicMessagePaste");
+  Post_Paste_CommandKey(instance, static_cast<std::int32_t>(*pid));
 }
 
-void specialPaste(Process& process, const CFData* data) {
+void specialPaste(Instance& instance, const CFData* data) {
   const auto pid = headNumber(data);
   if (!pid) return;
-  Log(process, "kBasicMessage_DoSpecialPasteCommand");
-  Post_SpecialPaste_CommandKey(process, static_cast<std::int32_t>(*pid));
+  Log(instance, "kBasicMessage_DoSpecialPasteCommand");
+  Post_SpecialPaste_CommandKey(instance, static_cast<std::int32_t>(*pid));
 }
 
-void inputMethodQuit(Process& process, const CFData* /*data*/) {
-  QuitQuorvaneMenulet(process);
-  Log(process, "input method exit");
-  DelegateCloseToolRecPtr(process);
-  process.platform().application.exit(kExitStatus);
+void inputMethodQuit(Instance& instance, const CFData* /*data*/) {
+  QuitQuorvaneMenulet(instance);
+  Log(instance, "input method exit");
+  DelegateCloseToolRecPtr(instance);
+  instance.platform().application.exit(kExitStatus);
 }
 
-void updateDocument(Process& process, const CFData* /*data*/) {
-  Update_Document_Session(process, nullptr);  // of the active session
+void updateDocument(Instance& instance, const CFData* /*data*/) {
+  Update_Document_Session(instance, nullptr);  // of the active session
 }
 
-void stateVersion(Process& process, const CFData* /*data*/) { Init_Toolversion(process); }
+void stateVersion(Instance& instance, const CFData* /*data*/) { Init_Toolversion(instance); }
 
-void quitMenulet(Process& process, const CFData* /*data*/) { BIMQuitMenulet(process); }
+void quitMenulet(Instance& instance, const CFData* /*data*/) { BIMQuitMenulet(instance); }
 
-void nothing(Process& /*process*/, const CFData* /*data*/) {}
+void nothing(Instance& /*process*/, const CFData* /*data*/) {}
 
 struct Message {
   std::int32_t id;
-  void (*handle)(Process& process, const CFData* data);
+  void (*handle)(Instance& instance, const CFData* data);
 };
 constexpr std::array<Message, 11> kMessages{{{kBasicMessageInput, messageInput},
                                              {220, nothing},
@@ -116,24 +116,24 @@ constexpr std::array<Message, 11> kMessages{{{kBasicMessageInput, messageInput},
                                              {messageId("gMen"_4cc), quitMenulet},
                                              {messageId("oMen"_4cc), nothing}}};
 
-CFMessagePortCallBack callBack(Process& process) {
-  const std::weak_ptr<const bool> alive = process.state<MessageReceiveState>().alive;
-  return [&process, alive](std::int32_t id, const CFData* data) -> std::optional<CFData> {
+CFMessagePortCallBack callBack(Instance& instance) {
+  const std::weak_ptr<const bool> alive = instance.state<MessageReceiveState>().alive;
+  return [&instance, alive](std::int32_t id, const CFData* data) -> std::optional<CFData> {
     if (alive.expired()) return std::nullopt;
-    return BIMMessagePortCallBack(process, id, data);
+    return BIMMessagePortCallBack(instance, id, data);
   };
 }
 
 }  // namespace
 
-std::int32_t BIMInitializeMessageReceiving(Process& process) {
-  Log(process, "BIMInitializeMessageReceiving");
-  Platform& platform = process.platform();
+std::int32_t BIMInitializeMessageReceiving(Instance& instance) {
+  Log(instance, "BIMInitializeMessageReceiving");
+  Platform& platform = instance.platform();
   ProcessSerialNumber serial;
   const OSStatus status = platform.processManager.GetCurrentProcess(serial);
   if (status != noErr) return status;
   const auto port = platform.messagePorts.CFMessagePortCreateLocal(
-      BIMCreatePortName(process, serial), callBack(process));
+      BIMCreatePortName(instance, serial), callBack(instance));
   if (!port) return -1;
   CFRunLoop* loop = platform.runLoop.CFRunLoopGetCurrent();
   if (loop == nullptr) return -2;
@@ -144,21 +144,21 @@ std::int32_t BIMInitializeMessageReceiving(Process& process) {
   return 0;
 }
 
-std::string BIMCreatePortName(Process& /*process*/, const ProcessSerialNumber& serial) {
+std::string BIMCreatePortName(Instance& /*process*/, const ProcessSerialNumber& serial) {
   std::array<std::uint8_t, 2 * kSerialDigits + 1> digits{};
   const std::int32_t high = dectostr(serial.highLongOfPSN, kSerialDigits, digits.data());
   dectostr(serial.lowLongOfPSN, kSerialDigits, digits.data() + high);
   return std::string(kOwnPortName) + reinterpret_cast<const char*>(digits.data());
 }
 
-std::optional<CFData> BIMMessagePortCallBack(Process& process, std::int32_t id,
+std::optional<CFData> BIMMessagePortCallBack(Instance& instance, std::int32_t id,
                                              const CFData* data) {
   const auto* known = std::find_if(kMessages.begin(), kMessages.end(),
                                    [&](const Message& message) { return message.id == id; });
   if (known != kMessages.end()) {
-    known->handle(process, data);
+    known->handle(instance, data);
   } else {
-    Log(process, "*** BIMMessagePortCallBack InputMethod");
+    Log(instance, "*** BIMMessagePortCallBack InputMethod");
   }
   return std::nullopt;
 }

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -21,9 +21,10 @@ struct MessageReceiveState {
 
 /// Opens the own port, for as long as the run loop lives. 0; the error of GetCurrentProcess; -1: no
 /// port; -2: no run loop; -3: no source.
-std::int32_t BIMInitializeMessageReceiving(Process& process);
-std::string BIMCreatePortName(Process& process, const ProcessSerialNumber& serial);
+std::int32_t BIMInitializeMessageReceiving(Instance& instance);
+std::string BIMCreatePortName(Instance& instance, const ProcessSerialNumber& serial);
 /// One message. Nothing beyond the data is read, whatever it claims. There is never a reply.
-std::optional<CFData> BIMMessagePortCallBack(Process& process, std::int32_t id, const CFData* data);
+std::optional<CFData> BIMMessagePortCallBack(Instance& instance, std::int32_t id,
+                                             const CFData* data);
 
 }  // namespace quorvane

@@ -35,9 +35,9 @@ std::string listString(const Handle& list, std::size_t index) {
   return {text, text + bytes[at]};
 }
 
-void readMenuResources(Process& process) {
-  ResourceManager& resources = process.platform().resourceManager;
-  auto& state = process.state<StartState>();
+void readMenuResources(Instance& instance) {
+  ResourceManager& resources = instance.platform().resourceManager;
+  auto& state = instance.state<StartState>();
   const Handle strings = resources.Get1Resource(kStringList, kMenuStrings);
   state.OpenMenuItemStr = listString(strings, 1);
   state.QuitMenuItemStr = listString(strings, 2);
@@ -46,70 +46,70 @@ void readMenuResources(Process& process) {
   if (state.gKeyGlyphHandle) resources.DetachResource(state.gKeyGlyphHandle);
 }
 
-void makeFirstSessions(Process& process) {
-  auto& sessions = process.state<SessionState>();
-  BIMSessionRec* head = CreateNewSessionHandle(process, 0);
+void makeFirstSessions(Instance& instance) {
+  auto& sessions = instance.state<SessionState>();
+  BIMSessionRec* head = CreateNewSessionHandle(instance, 0);
   if (head == nullptr) return;
   sessions.gActiveSession = head;
   sessions.gSessionHandleStart = head;
-  process.platform().textServicesManager.SetComponentInstanceStorage(nullptr, head->handle);
-  head->next = CreateNewSessionHandle(process, 0);
+  instance.platform().textServicesManager.SetComponentInstanceStorage(nullptr, head->handle);
+  head->next = CreateNewSessionHandle(instance, 0);
   if (head->next != nullptr) head->next->signature = 0;
 }
 
 }  // namespace
 
-void Init_From_Delegate_applicationDidFinishLaunching(Process& process) {
-  Set_Quorvane_Is_Active(process, Init_GetQUORVANEPROCESS(process));
-  Init_Carbon_Menu(process);
-  Init_Controller(process);
-  auto& controller = process.state<ControllerState>();
+void Init_From_Delegate_applicationDidFinishLaunching(Instance& instance) {
+  Set_Quorvane_Is_Active(instance, Init_GetQUORVANEPROCESS(instance));
+  Init_Carbon_Menu(instance);
+  Init_Controller(instance);
+  auto& controller = instance.state<ControllerState>();
   if (controller.INITED_FLAG == 0) controller.INITED_FLAG = 1;
 }
 
-void Init_Carbon_Menu(Process& process) {
-  auto& state = process.state<StartState>();
+void Init_Carbon_Menu(Instance& instance) {
+  auto& state = instance.state<StartState>();
   if (state.NoRecursion || state.inited) return;
   FlagGuard recursion(state.NoRecursion);
   state.inited = true;
-  OpenIMComponent(process);
-  set_INITED_FLAG(process, 1);
+  OpenIMComponent(instance);
+  set_INITED_FLAG(instance, 1);
 }
 
-void Init_Controller(Process& process) {
-  Log(process, "OS_MAC_VERSION: ", Get_OS_MAC_VERSION(process));
-  OpenIMComponent(process);
-  set_INITED_FLAG(process, 1);
+void Init_Controller(Instance& instance) {
+  Log(instance, "OS_MAC_VERSION: ", Get_OS_MAC_VERSION(instance));
+  OpenIMComponent(instance);
+  set_INITED_FLAG(instance, 1);
 }
 
-void OpenIMComponent(Process& process) {
-  BIMInitialize(process, nullptr, 0);
-  Init_Toolversion(process);
-  if (process.state<SessionState>().gSessionHandleStart != nullptr) return;
-  makeFirstSessions(process);
+void OpenIMComponent(Instance& instance) {
+  BIMInitialize(instance, nullptr, 0);
+  Init_Toolversion(instance);
+  if (instance.state<SessionState>().gSessionHandleStart != nullptr) return;
+  makeFirstSessions(instance);
 }
 
-std::int32_t BIMInitialize(Process& process, void* /*instance*/, std::int32_t /*unused*/) {
+std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t /*unused*/) {
   EnablePressAndHoldPalette();
-  process.state<SessionState>().gActiveSession = nullptr;
+  instance.state<SessionState>().gActiveSession = nullptr;
   InitAscii2KeyCodeTable();
-  Open_IMK_Resource(process);
-  Init_Toolversion(process);
-  set_SETMENUFLAG(process, 1);
-  if (BIMInitializeMessageReceiving(process) != 0) {
-    Log(process, "BIMInitializeMessageReceiving Create Port Error ");
+  Open_IMK_Resource(instance);
+  Init_Toolversion(instance);
+  set_SETMENUFLAG(instance, 1);
+  if (BIMInitializeMessageReceiving(instance) != 0) {
+    Log(instance, "BIMInitializeMessageReceiving Create Port Error ");
   }
   return 0;
 }
 
-void Open_IMK_Resource(Process& process) {
-  ResourceManager& resources = process.platform().resourceManager;
+void Open_IMK_Resource(Instance& instance) {
+  ResourceManager& resources = instance.platform().resourceManager;
   const std::int32_t refNum = resources.CFBundleOpenBundleResourceMap(kBundle);
-  if (refNum == 0) return Log(process, "CAUTION: refnum not open");
-  if (refNum == -1) return Log(process, "CAUTION: no refnum --  not open");
+  if (refNum == 0) return Log(instance, "CAUTION: refnum not open");
+  if (refNum == -1) return Log(instance, "CAUTION: no refnum --  not open");
   const std::int32_t current = resources.CurResFile();
   resources.UseResFile(refNum);
-  readMenuResources(process);
+  readMenuResources(instance);
   resources.UseResFile(current);
   resources.CFBundleCloseBundleResourceMap(kBundle, refNum);
 }
@@ -117,10 +117,10 @@ void Open_IMK_Resource(Process& process) {
 // Press-and-hold stays as the system has it.
 void EnablePressAndHoldPalette() {}
 
-void BIMTerminate(Process& /*process*/) {}
+void BIMTerminate(Instance& /*process*/) {}
 
-void BIMInitialize_Pencil(Process& /*process*/) {}
+void BIMInitialize_Pencil(Instance& /*process*/) {}
 
-void BIMTerminate_Pencil(Process& /*process*/) {}
+void BIMTerminate_Pencil(Instance& /*process*/) {}
 
 }  // namespace quorvane

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -15,20 +15,20 @@ struct StartState {
   Handle gKeyGlyphHandle;
 };
 
-void Init_From_Delegate_applicationDidFinishLaunching(Process& process);
+void Init_From_Delegate_applicationDidFinishLaunching(Instance& instance);
 /// Once only.
-void Init_Carbon_Menu(Process& process);
-void Init_Controller(Process& process);
+void Init_Carbon_Menu(Instance& instance);
+void Init_Controller(Instance& instance);
 /// Runs twice in a start; the first run makes the two sessions, the second leaves none active.
-void OpenIMComponent(Process& process);
+void OpenIMComponent(Instance& instance);
 /// 0, whatever goes wrong inside.
-std::int32_t BIMInitialize(Process& process, void* instance, std::int32_t unused);
+std::int32_t BIMInitialize(Instance& instance, void* component, std::int32_t unused);
 /// Reads what the bundle's resource map holds for the menu.
-void Open_IMK_Resource(Process& process);
+void Open_IMK_Resource(Instance& instance);
 void EnablePressAndHoldPalette();
 // Empty: nothing is cleaned up, and the Pencil Menu is a process of its own.
-void BIMTerminate(Process& process);
-void BIMInitialize_Pencil(Process& process);
-void BIMTerminate_Pencil(Process& process);
+void BIMTerminate(Instance& instance);
+void BIMInitialize_Pencil(Instance& instance);
+void BIMTerminate_Pencil(Instance& instance);
 
 }  // namespace quorvane

@@ -16,24 +16,24 @@ std::string_view bundleOf(const ApplicationNotification& notification) {
                                              : std::string_view();
 }
 
-FourCharCode signatureOf(Process& process, const ProcessSerialNumber& psn) {
+FourCharCode signatureOf(Instance& instance, const ProcessSerialNumber& psn) {
   ProcessInfoRec info;
-  Set_InfoRec_ProcessInfoRec(process, info);
-  const OSStatus status = process.platform().processManager.GetProcessInformation(psn, info);
+  Set_InfoRec_ProcessInfoRec(instance, info);
+  const OSStatus status = instance.platform().processManager.GetProcessInformation(psn, info);
   return status == noErr ? info.processSignature : 0;
 }
 
 }  // namespace
 
 void QuorvaneInputAppDelegate::awakeFromNib() {
-  process_.state<AppDelegateState>().Quorvane_InputAppDelegate = this;
+  instance_.state<AppDelegateState>().Quorvane_InputAppDelegate = this;
   app_DidFinishLaunching();
 }
 
 void QuorvaneInputAppDelegate::app_DidFinishLaunching() {
-  set_INITED_FLAG(process_, 1);
-  Init_GetQUORVANEPROCESS(process_);
-  Workspace& workspace = process_.platform().workspace;
+  set_INITED_FLAG(instance_, 1);
+  Init_GetQUORVANEPROCESS(instance_);
+  Workspace& workspace = instance_.platform().workspace;
   observers_ = {
       workspace.addObserver(WorkspaceNotification::DidLaunchApplication,
                             [this](const auto& notification) { QuorvaneLaunched(notification); }),
@@ -42,16 +42,16 @@ void QuorvaneInputAppDelegate::app_DidFinishLaunching() {
       workspace.addObserver(WorkspaceNotification::DidActivateApplication,
                             [this](const auto& notification) { Frontappchanged(notification); }),
   };
-  Init_From_Delegate_applicationDidFinishLaunching(process_);
+  Init_From_Delegate_applicationDidFinishLaunching(instance_);
 }
 
 void QuorvaneInputAppDelegate::Frontappchanged(const ApplicationNotification& notification) {
-  auto& presence = process_.state<PresenceState>();
+  auto& presence = instance_.state<PresenceState>();
   if (notification.application != nullptr) {
     presence.front_app_pid = notification.application->processIdentifier;
   }
   presence.frontapp_psn = notification.serialNumber;
-  presence.frontapp_signature = signatureOf(process_, presence.frontapp_psn);
+  presence.frontapp_signature = signatureOf(instance_, presence.frontapp_psn);
   if (bundleOf(notification) == kQuorvaneBundleIdentifier) {
     presence.quorvane_psn = presence.frontapp_psn;
     presence.quorvane_pid = presence.front_app_pid;
@@ -60,35 +60,35 @@ void QuorvaneInputAppDelegate::Frontappchanged(const ApplicationNotification& no
 
 void QuorvaneInputAppDelegate::QuorvaneLaunched(const ApplicationNotification& notification) {
   if (bundleOf(notification) == kPencilMenuBundleIdentifier) {
-    Log(process_, "QuorvaneLaunched ", kPencilMenuBundleIdentifier);
-    process_.state<LaunchServerState>().Penc_pid = notification.application->processIdentifier;
+    Log(instance_, "QuorvaneLaunched ", kPencilMenuBundleIdentifier);
+    instance_.state<LaunchServerState>().Penc_pid = notification.application->processIdentifier;
   } else if (bundleOf(notification) == kQuorvaneBundleIdentifier) {
     mainApplicationLaunched(notification.serialNumber);
   }
 }
 
 void QuorvaneInputAppDelegate::mainApplicationLaunched(const ProcessSerialNumber& psn) {
-  Log(process_, "QuorvaneLaunched ", kQuorvaneBundleIdentifier);
-  Set_Quorvane_Is_Active(process_, 1);
-  process_.state<AppDelegateState>().App_Permissions_Setting = 1;
-  process_.state<PresenceState>().quorvane_psn = psn;
-  get_quorvane_pid(process_);
-  Init_GetQUORVANEPROCESS(process_);
+  Log(instance_, "QuorvaneLaunched ", kQuorvaneBundleIdentifier);
+  Set_Quorvane_Is_Active(instance_, 1);
+  instance_.state<AppDelegateState>().App_Permissions_Setting = 1;
+  instance_.state<PresenceState>().quorvane_psn = psn;
+  get_quorvane_pid(instance_);
+  Init_GetQUORVANEPROCESS(instance_);
 }
 
 void QuorvaneInputAppDelegate::QuorvaneTerminated(const ApplicationNotification& notification) {
   if (bundleOf(notification) == kPencilMenuBundleIdentifier) {
-    Log(process_, "QuorvaneTerminated ", kPencilMenuBundleIdentifier);
-    process_.state<LaunchServerState>().Penc_pid = 0;
+    Log(instance_, "QuorvaneTerminated ", kPencilMenuBundleIdentifier);
+    instance_.state<LaunchServerState>().Penc_pid = 0;
   } else if (bundleOf(notification) == kQuorvaneBundleIdentifier) {
     mainApplicationTerminated();
   }
 }
 
 void QuorvaneInputAppDelegate::mainApplicationTerminated() {
-  Log(process_, "QuorvaneTerminated ", kQuorvaneBundleIdentifier);
-  Set_Quorvane_Is_Active(process_, 0);
-  auto& presence = process_.state<PresenceState>();
+  Log(instance_, "QuorvaneTerminated ", kQuorvaneBundleIdentifier);
+  Set_Quorvane_Is_Active(instance_, 0);
+  auto& presence = instance_.state<PresenceState>();
   presence.quorvane_psn = {};
   presence.quorvane_pid = 0;
 }

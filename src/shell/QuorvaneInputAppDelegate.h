@@ -5,13 +5,13 @@
 #include <array>
 #include <memory>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
 class QuorvaneInputAppDelegate {
  public:
-  explicit QuorvaneInputAppDelegate(Process& process) : process_(process) {}
+  explicit QuorvaneInputAppDelegate(Instance& instance) : instance_(instance) {}
 
   void awakeFromNib();
   void app_DidFinishLaunching();
@@ -25,7 +25,7 @@ class QuorvaneInputAppDelegate {
   void mainApplicationLaunched(const ProcessSerialNumber& psn);
   void mainApplicationTerminated();
 
-  Process& process_;
+  Instance& instance_;
   std::array<std::unique_ptr<Registration>, 3> observers_;
 };
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
@@ -16,18 +16,18 @@ struct MainState {
 
 /// The whole life of the input method, `arguments` without the program's name. The exit status: 0,
 /// or -1 where no candidate panel could be made. Throws std::runtime_error without a word list.
-int InputMethodMain(Process& process, const std::vector<std::string>& arguments);
+int InputMethodMain(Instance& instance, const std::vector<std::string>& arguments);
 
 /// Null: no panel.
-IMKCandidates* init_inputmenu_server(Process& process);
+IMKCandidates* init_inputmenu_server(Instance& instance);
 /// 0 for an index without a flag.
-std::uint8_t Get_GlobalAutoCompleteFlag(Process& process, std::size_t index);
+std::uint8_t Get_GlobalAutoCompleteFlag(Instance& instance, std::size_t index);
 /// Rewrites the user defaults: an edit of them doesn't survive a start.
-void initPreference(Process& process);
+void initPreference(Instance& instance);
 
 // The input source: register, choose, and let go.
-void registerInputSource(Process& process);
-void activateInputSource(Process& process);
-void deactivateInputSource(Process& process);
+void registerInputSource(Instance& instance);
+void activateInputSource(Instance& instance);
+void deactivateInputSource(Instance& instance);
 
 }  // namespace quorvane

@@ -15,22 +15,22 @@ bool isOurs(const TISInputSource& source) {
 }  // namespace
 
 // The URL's own text, scheme included, is given as the path.
-void registerInputSource(Process& process) {
-  TextInputSources& sources = process.platform().textInputSources;
-  const std::string url = process.platform().application.bundleURL();
+void registerInputSource(Instance& instance) {
+  TextInputSources& sources = instance.platform().textInputSources;
+  const std::string url = instance.platform().application.bundleURL();
   if (!url.empty()) {
     const OSStatus status = sources.TISRegisterInputSource(url);
-    Log(process, "Registered source url - from ", url);
-    Log(process, "Register Error ", status);
+    Log(instance, "Registered source url - from ", url);
+    Log(instance, "Register Error ", status);
   }
   const TISInputSourceRef current = sources.TISCopyCurrentKeyboardInputSource();
-  Log(process, "Current name ",
+  Log(instance, "Current name ",
       current ? std::string_view(current->kTISPropertyLocalizedName) : "(null)", " ");
 }
 
 // The walk doesn't stop at the first hit.
-void activateInputSource(Process& process) {
-  TextInputSources& sources = process.platform().textInputSources;
+void activateInputSource(Instance& instance) {
+  TextInputSources& sources = instance.platform().textInputSources;
   for (const auto& source : sources.TISCreateInputSourceList(true)) {
     if (!isOurs(*source)) continue;
     sources.TISEnableInputSource(*source);
@@ -39,8 +39,8 @@ void activateInputSource(Process& process) {
 }
 
 // The same list from last to first.
-void deactivateInputSource(Process& process) {
-  TextInputSources& sources = process.platform().textInputSources;
+void deactivateInputSource(Instance& instance) {
+  TextInputSources& sources = instance.platform().textInputSources;
   auto list = sources.TISCreateInputSourceList(true);
   std::reverse(list.begin(), list.end());
   for (const auto& source : list) {

@@ -130,12 +130,12 @@ TEST_F(StringList, AListThatLiesIsReadOnlyToItsEnd) {
                                                        {3, ""},    {4, ""},   {6, ""}};
   for (const auto& [index, text] : rows) {
     Buffer dst("old");
-    EXPECT_EQ(RDCSTRG(process, dst.data(), 131, index), text.size()) << index;
+    EXPECT_EQ(RDCSTRG(instance, dst.data(), 131, index), text.size()) << index;
     EXPECT_EQ(dst.text(), text);
-    EXPECT_EQ(RDPSTRG(process, dst.data(), 131, index), text.size()) << index;
+    EXPECT_EQ(RDPSTRG(instance, dst.data(), 131, index), text.size()) << index;
   }
-  EXPECT_EQ(Get1IndString(process, 132, 1), std::nullopt);
-  EXPECT_EQ(Get1IndString(process, 133, 1), std::nullopt);
+  EXPECT_EQ(Get1IndString(instance, 132, 1), std::nullopt);
+  EXPECT_EQ(Get1IndString(instance, 133, 1), std::nullopt);
 }
 
 }  // namespace

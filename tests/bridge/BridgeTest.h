@@ -22,8 +22,8 @@ class BridgeTest : public ::testing::Test {
   /// As the notifications leave it: looking for the main application then costs no call.
   void launchKnown() {
     launch();
-    process.state<PresenceState>().quorvane_psn = app.psn();
-    process.state<PresenceState>().frontapp_signature = "WRTR"_4cc;
+    instance.state<PresenceState>().quorvane_psn = app.psn();
+    instance.state<PresenceState>().frontapp_signature = "WRTR"_4cc;
     host.journal.clear();
   }
   [[nodiscard]] bool logged(std::string_view line) const {
@@ -35,7 +35,7 @@ class BridgeTest : public ::testing::Test {
 
   memory::MemoryHost host;
   memory::MemoryMainApplication& app = host.mainApplication;
-  Process process{host.platform()};
+  Instance instance{host.platform()};
 };
 
 }  // namespace quorvane::test

@@ -16,7 +16,7 @@ std::int32_t id(FourCharCode code) { return static_cast<std::int32_t>(code); }
 class Messages : public BridgeTest {
  protected:
   void receive(std::int32_t messageId, const std::optional<CFData>& data = {}) {
-    EXPECT_EQ(BIMMessagePortCallBack(process, messageId, data ? &*data : nullptr), std::nullopt);
+    EXPECT_EQ(BIMMessagePortCallBack(instance, messageId, data ? &*data : nullptr), std::nullopt);
   }
 };
 
@@ -33,23 +33,23 @@ TEST_F(Messages, ShortAndAbsentPayloadsAreDropped) {
 }
 
 TEST_F(Messages, TheOwnPortReportsTheStepThatFails) {
-  EXPECT_EQ(BIMCreatePortName(process, {4294967295, 12}),
+  EXPECT_EQ(BIMCreatePortName(instance, {4294967295, 12}),
             "Q7T2M4K9W1.com.tallowmere.QorvInPortServer429496729512");
   host.processes.getCurrentProcessFails = true;
-  EXPECT_NE(BIMInitializeMessageReceiving(process), 0);
+  EXPECT_NE(BIMInitializeMessageReceiving(instance), 0);
   host.processes.getCurrentProcessFails = false;
   for (const auto& [fails, result] : {std::pair{&host.messagePorts.createLocalFails, -1},
                                       {&host.messagePorts.getCurrentFails, -2},
                                       {&host.messagePorts.createRunLoopSourceFails, -3}}) {
     *fails = true;
-    EXPECT_EQ(BIMInitializeMessageReceiving(process), result);
+    EXPECT_EQ(BIMInitializeMessageReceiving(instance), result);
     EXPECT_FALSE(host.messagePorts.post(kOwnName, 7, std::nullopt));
     *fails = false;
   }
 }
 
 TEST_F(Messages, APortThatOutlivesItsProcessIsDeaf) {
-  auto shortLived = std::make_unique<Process>(host.platform());
+  auto shortLived = std::make_unique<Instance>(host.platform());
   ASSERT_EQ(BIMInitializeMessageReceiving(*shortLived), 0);
   shortLived.reset();
   ASSERT_TRUE(host.messagePorts.post(kOwnName, 202, bytes({"\0\0\0\0a", 5})));
@@ -59,8 +59,8 @@ TEST_F(Messages, APortThatOutlivesItsProcessIsDeaf) {
 
 TEST_F(Messages, SendsCarryCommandAndSignatureInHostOrder) {
   launchKnown();
-  EXPECT_EQ(BIM_SendMessageToUIServer(process, 105, "WRTR"_4cc), 0);
-  EXPECT_EQ(BIMSendAppMessage(process, 55), 0);
+  EXPECT_EQ(BIM_SendMessageToUIServer(instance, 105, "WRTR"_4cc), 0);
+  EXPECT_EQ(BIMSendAppMessage(instance, 55), 0);
   for (const std::uint32_t messageId : {105u, 100u}) {
     const std::array<std::uint32_t, 6> words{messageId, 0, 0, "WRTR"_4cc, 0, 0};
     const memory::SentMessage& sent = host.messagePorts.sent()[messageId == 105 ? 0 : 1];
@@ -71,17 +71,17 @@ TEST_F(Messages, SendsCarryCommandAndSignatureInHostOrder) {
 }
 
 TEST_F(Messages, SendingFailsAsEachSenderSays) {
-  EXPECT_EQ(BIM_SendMessageToUIServer(process, 1, 0), -1);
-  EXPECT_EQ(BIMSendMessageToAppServerWithReply(process, 1, 0), -1);
-  EXPECT_EQ(BIMSendMessageToMenuletServer(process, 1), -1);
+  EXPECT_EQ(BIM_SendMessageToUIServer(instance, 1, 0), -1);
+  EXPECT_EQ(BIMSendMessageToAppServerWithReply(instance, 1, 0), -1);
+  EXPECT_EQ(BIMSendMessageToMenuletServer(instance, 1), -1);
   memory::MemoryServer crowded;
   crowded.full = true;
   host.messagePorts.serve(kBasicMenuletPortName, crowded);
-  EXPECT_EQ(BIMSendMessageToMenuletServer(process, 1), -2);
+  EXPECT_EQ(BIMSendMessageToMenuletServer(instance, 1), -2);
   app.server.silent = true;
   launchKnown();
   const std::uint64_t start = host.clock.now();
-  EXPECT_EQ(BIMSendMessageToAppServerWithReply(process, 1, 0), -2);
+  EXPECT_EQ(BIMSendMessageToAppServerWithReply(instance, 1, 0), -2);
   EXPECT_NEAR(static_cast<double>(host.clock.now() - start) / 1e9, 10, 1);
 }
 

@@ -7,46 +7,46 @@ namespace {
 
 class Presence : public BridgeTest {
  protected:
-  PresenceState& presence() { return process.state<PresenceState>(); }
-  LaunchServerState& launched() { return process.state<LaunchServerState>(); }
+  PresenceState& presence() { return instance.state<PresenceState>(); }
+  LaunchServerState& launched() { return instance.state<LaunchServerState>(); }
 };
 
 TEST_F(Presence, HalfASerialNumberIsUnknownAndTheScanAnswers) {
   presence().quorvane_psn = {1, 0};
-  EXPECT_EQ(IsQUORVANEAPPRUNNING(process), 0);
+  EXPECT_EQ(IsQUORVANEAPPRUNNING(instance), 0);
   launch();
-  EXPECT_EQ(IsQUORVANEAPPRUNNING(process), 1);
+  EXPECT_EQ(IsQUORVANEAPPRUNNING(instance), 1);
   EXPECT_EQ(presence().quorvane_psn, (ProcessSerialNumber{1, 0}));  // the scan keeps nothing
 }
 
 TEST_F(Presence, TheFrontIsComparedByProcessId) {
-  EXPECT_EQ(isQUORVANEAPP_FRONT(process), 1);  // neither is known
+  EXPECT_EQ(isQUORVANEAPP_FRONT(instance), 1);  // neither is known
   presence().front_app_pid = 4243;
-  EXPECT_EQ(isQUORVANEAPP_FRONT(process), 0);
+  EXPECT_EQ(isQUORVANEAPP_FRONT(instance), 0);
   launch();
-  EXPECT_EQ(isQUORVANEFRONTAPP(process), 0);
-  presence().front_app_pid = get_quorvane_pid(process);
-  EXPECT_EQ(isQUORVANEAPP_FRONT(process), 1);
+  EXPECT_EQ(isQUORVANEFRONTAPP(instance), 0);
+  presence().front_app_pid = get_quorvane_pid(instance);
+  EXPECT_EQ(isQUORVANEAPP_FRONT(instance), 1);
   app.vanish(memory::Notice::Missed);
-  EXPECT_EQ(get_quorvane_pid(process), presence().front_app_pid);  // cached
+  EXPECT_EQ(get_quorvane_pid(instance), presence().front_app_pid);  // cached
 }
 
 TEST_F(Presence, LookingForTheMainApplicationKeepsWhatItFinds) {
-  EXPECT_EQ(Init_GetQUORVANEPROCESS(process), 0);
-  EXPECT_EQ(WakeUpQuorvaneProcess(process), noErr);
+  EXPECT_EQ(Init_GetQUORVANEPROCESS(instance), 0);
+  EXPECT_EQ(WakeUpQuorvaneProcess(instance), noErr);
   launch();
-  EXPECT_EQ(GetQUORVANEPROCESS(process), 1);
+  EXPECT_EQ(GetQUORVANEPROCESS(instance), 1);
   EXPECT_EQ(launched().Quorvaneprocess, app.psn());
   EXPECT_FALSE(isKnown(presence().quorvane_psn));
   ProcessSerialNumber found;
-  EXPECT_EQ(GetQORVPROCESSRUNNING(process, &found), 1);
+  EXPECT_EQ(GetQORVPROCESSRUNNING(instance, &found), 1);
   EXPECT_EQ(presence().quorvane_psn, app.psn());
   EXPECT_EQ(presence().quorvane_pid, launched().qorvpid);
-  GetToolCRecPtr(process);
-  Set_Quorvane_Is_Active(process, 1);
-  EXPECT_NE(Get_OPENGlobalToolCRecPtr(process), nullptr);
-  Set_Quorvane_Is_Active(process, 0);
-  EXPECT_EQ(Get_OPENGlobalToolCRecPtr(process), nullptr);
+  GetToolCRecPtr(instance);
+  Set_Quorvane_Is_Active(instance, 1);
+  EXPECT_NE(Get_OPENGlobalToolCRecPtr(instance), nullptr);
+  Set_Quorvane_Is_Active(instance, 0);
+  EXPECT_EQ(Get_OPENGlobalToolCRecPtr(instance), nullptr);
 }
 
 TEST_F(Presence, AProcessIsLookedForBySignature) {
@@ -56,12 +56,12 @@ TEST_F(Presence, AProcessIsLookedForBySignature) {
   const ProcessSerialNumber twin = host.processes.add(second);
   ProcessSerialNumber psn = memory::MemoryProcesses::editor();
   std::int32_t pid = 5;
-  EXPECT_EQ(Get_SPECIFIED_PROCESS(process, "WRTR"_4cc, psn, &pid), 1);
+  EXPECT_EQ(Get_SPECIFIED_PROCESS(instance, "WRTR"_4cc, psn, &pid), 1);
   EXPECT_EQ(pid, 5);  // confirmed: nothing changes
-  EXPECT_EQ(Get_SPECIFIED_PROCESS(process, "TWIN"_4cc, psn, &pid), 1);
+  EXPECT_EQ(Get_SPECIFIED_PROCESS(instance, "TWIN"_4cc, psn, &pid), 1);
   EXPECT_EQ(psn, twin);
   EXPECT_EQ(pid, host.processes.find(twin)->pid);
-  EXPECT_EQ(Get_SPECIFIED_PROCESS(process, "none"_4cc, psn, &pid), 0);
+  EXPECT_EQ(Get_SPECIFIED_PROCESS(instance, "none"_4cc, psn, &pid), 0);
   EXPECT_EQ(psn, ProcessSerialNumber{});
   EXPECT_EQ(pid, 0);
 }

@@ -12,7 +12,7 @@ namespace {
 
 class ToolCalls : public BridgeTest {
  protected:
-  MessageSendState& sending() { return process.state<MessageSendState>(); }
+  MessageSendState& sending() { return instance.state<MessageSendState>(); }
 };
 
 TEST(TickCount, IsTheConstantsArithmeticNotADivision) {
@@ -25,7 +25,7 @@ TEST(TickCount, IsTheConstantsArithmeticNotADivision) {
 
 TEST_F(ToolCalls, APopupIsClosedByABitOfItsOwn) {
   launchKnown();
-  Do_BIMCancelPopupWindowSession(process);
+  Do_BIMCancelPopupWindowSession(instance);
   EXPECT_EQ(app.field(1), 2u);
   EXPECT_EQ(app.command()[0], 104u);
 }
@@ -36,22 +36,22 @@ TEST_F(ToolCalls, TheMessageRouteHoldsBothGuardsWhileItSends) {
   memory::MemoryServer& server = *host.messagePorts.server(kBasicAppPortName);
   server.answer = [&](std::int32_t, const CFData&) {
     seen = {app.field(16), sending().TOOLCALLBUSY, sending().AEITEM_Process_active};
-    EXPECT_EQ(do_Get_Qorv_Menu_Handle(process, 8), std::nullopt);
+    EXPECT_EQ(do_Get_Qorv_Menu_Handle(instance, 8), std::nullopt);
     return std::optional<CFData>(CFData{1, 2});
   };
-  EXPECT_EQ(CallDirectQorvToolCommandAppEventWait(process, 101), 0);
+  EXPECT_EQ(CallDirectQorvToolCommandAppEventWait(instance, 101), 0);
   EXPECT_EQ(seen, (std::array<std::uint32_t, 3>{1, 1, 1}));
   EXPECT_EQ(sending().TOOLCALLBUSY + sending().AEITEM_Process_active, 0);
 
-  process.state<PresenceState>().frontapp_signature = "????"_4cc;
-  Do_BIMCancelInteractive_WindowSession(process, 105);
+  instance.state<PresenceState>().frontapp_signature = "????"_4cc;
+  Do_BIMCancelInteractive_WindowSession(instance, 105);
   EXPECT_TRUE(logged("IMK - ???? process signature"));
 
   server.answer = [](std::int32_t id, const CFData&) {
     return std::optional<CFData>(CFData{static_cast<std::uint8_t>(id)});
   };
   app.setField(16, 1);
-  EXPECT_EQ(GetQorvSubMenuHandleSelection(process), CFData{9});  // doesn't ask for the other guard
+  EXPECT_EQ(GetQorvSubMenuHandleSelection(instance), CFData{9});  // doesn't ask for the other guard
   EXPECT_EQ(app.field(16), 0u);
 }
 
@@ -59,12 +59,12 @@ TEST_F(ToolCalls, AnExceptionLeavesNothingBusy) {
   launchKnown();
   host.messagePorts.server(kBasicAppPortName)->answer =
       [](std::int32_t, const CFData&) -> std::optional<CFData> { throw std::runtime_error("x"); };
-  EXPECT_THROW(CallDirectQorvToolCommandAppEventWait(process, 101), std::runtime_error);
+  EXPECT_THROW(CallDirectQorvToolCommandAppEventWait(instance, 101), std::runtime_error);
   EXPECT_EQ(app.field(16), 0u);
   EXPECT_EQ(sending().TOOLCALLBUSY + sending().AEITEM_Process_active, 0);
 
   app.answerScan({.afterTicks = 1, .action = [] { throw std::runtime_error("x"); }});
-  EXPECT_THROW(Do_checktypingSentScan(process), std::runtime_error);
+  EXPECT_THROW(Do_checktypingSentScan(instance), std::runtime_error);
   EXPECT_EQ(app.field(22), 0u);
   EXPECT_EQ(app.field(54), 0u);
 }

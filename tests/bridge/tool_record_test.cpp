@@ -9,7 +9,7 @@ using ToolRecord = BridgeTest;
 
 TEST_F(ToolRecord, WordsLieBigEndianWhereTheOtherSideLooksForThem) {
   launch();
-  const ToolRec record(process);
+  const ToolRec record(instance);
   PUT_TOOLCRECPTR(record, 51, 8);
   PUT_TOOLCRECPTR(record, 54, 0x01020354);
   PUT_TOOLCRECPTR_QORVSTATUS(record, 1, 0x01020301);
@@ -19,13 +19,13 @@ TEST_F(ToolRecord, WordsLieBigEndianWhereTheOtherSideLooksForThem) {
   EXPECT_EQ(host.sharedMemory.readWord(app.segment(880), 284), 0x01020354u);
   EXPECT_EQ(host.sharedMemory.readWord(app.segment(880), 316), 0x01020301u);
   EXPECT_EQ(host.sharedMemory.readWord(app.segment(880), 372), 0x01020307u);
-  EXPECT_EQ(GET_ONE_TOOLCRECPTR_QORVSTATUS(process, 54), 0x01020354u);  // the array's
+  EXPECT_EQ(GET_ONE_TOOLCRECPTR_QORVSTATUS(instance, 54), 0x01020354u);  // the array's
   EXPECT_EQ(GET_TOOLCRECPTR_QORVSTATUS(record, 1), 0x01020301u);
 }
 
 TEST_F(ToolRecord, BitsCountFromTheLowEnd) {
   launch();
-  const ToolRec record(process);
+  const ToolRec record(instance);
   BSET_TOOLCRECPTR(record, 54, 16);
   BSET_TOOLCRECPTR(record, 54, 31);
   BCLR_TOOLCRECPTR(record, 54, 31);
@@ -36,9 +36,9 @@ TEST_F(ToolRecord, BitsCountFromTheLowEnd) {
 }
 
 TEST_F(ToolRecord, NothingIsTouchedOutsideTheRecordOrWithoutIt) {
-  EXPECT_EQ(PUT_TOOLCRECPTR(ToolRec(process), 51, 8), 0u);  // nothing to attach
+  EXPECT_EQ(PUT_TOOLCRECPTR(ToolRec(instance), 51, 8), 0u);  // nothing to attach
   launch();
-  const ToolRec record(process);
+  const ToolRec record(instance);
   host.sharedMemory.writeWord(app.segment(880), 376, 0x11111111);  // same page, behind the record
   for (const std::uint32_t i : {77u, 0x3FFFFFEFu, 0x40000000u, 0xFFFFFFFFu}) {
     EXPECT_EQ(PUT_TOOLCRECPTR(record, i, 5), 0u) << i;
@@ -50,15 +50,15 @@ TEST_F(ToolRecord, NothingIsTouchedOutsideTheRecordOrWithoutIt) {
 
 TEST_F(ToolRecord, OneAttachmentServesUntilTheMasterClose) {
   launchKnown();
-  for (int i = 0; i < 3; ++i) EXPECT_EQ(Init_Toolversion(process), 1);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ(Init_Toolversion(instance), 1);
   EXPECT_EQ(app.field(51), 8u);
   EXPECT_EQ(app.field(10), 1u);
   EXPECT_TRUE(logged("IMK ToolCRecPtr_Version 8"));
-  std::uint8_t* const old = GetToolCRecPtr(process);
-  MasterCloseToolRecPtr(process);
-  MasterCloseToolRecPtr(process);
-  CloseToolRecPtr(process, old);  // detached already: the failure is ignored
-  EXPECT_NE(GetToolCRecPtr(process), nullptr);
+  std::uint8_t* const old = GetToolCRecPtr(instance);
+  MasterCloseToolRecPtr(instance);
+  MasterCloseToolRecPtr(instance);
+  CloseToolRecPtr(instance, old);  // detached already: the failure is ignored
+  EXPECT_NE(GetToolCRecPtr(instance), nullptr);
   const std::string id = std::to_string(app.segment(880));
   EXPECT_EQ(host.journal.take(),
             (Lines{"shmget 880 376 0666 -> " + id, "shmat " + id + " 0666 -> attached",
@@ -67,13 +67,13 @@ TEST_F(ToolRecord, OneAttachmentServesUntilTheMasterClose) {
 }
 
 TEST_F(ToolRecord, AMissingSegmentIsAskedForTwiceAndNamed) {
-  EXPECT_EQ(CheckCurrentCheckStatus(process, true), 0u);
-  EXPECT_EQ(Init_Toolversion(process), 0);
+  EXPECT_EQ(CheckCurrentCheckStatus(instance, true), 0u);
+  EXPECT_EQ(Init_Toolversion(instance), 0);
   launchKnown();
   host.sharedMemory.remove(app.segment(880));
-  EXPECT_EQ(GetToolCRecPtr(process), nullptr);
-  EXPECT_EQ(GetSharedMemoryBlock(process, 881), nullptr);
-  EXPECT_EQ(GetSharedMemoryBlock(process, 0), nullptr);
+  EXPECT_EQ(GetToolCRecPtr(instance), nullptr);
+  EXPECT_EQ(GetSharedMemoryBlock(instance, 881), nullptr);
+  EXPECT_EQ(GetSharedMemoryBlock(instance, 0), nullptr);
   EXPECT_EQ(host.journal.take(), (Lines{"shmget 880 376 0666 -> -1", "shmget 880 376 0 -> -1",
                                         "shmget 881 0 0666 -> -1", "shmget 881 0 0 -> -1"}));
   EXPECT_TRUE(logged("*-*-* Shared Mem Err - 881"));
@@ -84,11 +84,11 @@ TEST_F(ToolRecord, AFailingAttachIsHandedBackAndIsNoRecordToAnyone) {
   for (const std::uint32_t key : {880u, 893u, 896u, 897u}) {
     host.sharedMemory.failAttach(key, memory::AttachFailure::Failed);
   }
-  EXPECT_EQ(GetSharedMemoryBlock(process, 880), kShmFailed);
-  EXPECT_FALSE(ToolRec(process));
-  EXPECT_FALSE(InteractiveTextRecord(process));
-  EXPECT_EQ(GetAEToolEventSelectRecordPtr(process), nullptr);
-  EXPECT_EQ(GetAEToolMenuSelectRecordPtr(process), nullptr);
+  EXPECT_EQ(GetSharedMemoryBlock(instance, 880), kShmFailed);
+  EXPECT_FALSE(ToolRec(instance));
+  EXPECT_FALSE(InteractiveTextRecord(instance));
+  EXPECT_EQ(GetAEToolEventSelectRecordPtr(instance), nullptr);
+  EXPECT_EQ(GetAEToolMenuSelectRecordPtr(instance), nullptr);
   EXPECT_TRUE(logged("******** NO QUORVANEAPPCOM"));
   EXPECT_TRUE(logged("******** NO QUORVANE_COMMUNICATE_APPMENUBUF"));
   const Lines calls = host.journal.take();
@@ -98,22 +98,22 @@ TEST_F(ToolRecord, AFailingAttachIsHandedBackAndIsNoRecordToAnyone) {
 
 TEST_F(ToolRecord, WhatIsLeftOfAMainApplicationIsLetGo) {
   launch();
-  GetToolCRecPtr(process);
-  EXPECT_EQ(std::exchange(process.state<SharedMemoryState>().SETMENUFLAG, 0u), 1u);
+  GetToolCRecPtr(instance);
+  EXPECT_EQ(std::exchange(instance.state<SharedMemoryState>().SETMENUFLAG, 0u), 1u);
   app.vanish(memory::Notice::Missed);
-  ISOPENTOOLREC(process);
+  ISOPENTOOLREC(instance);
   EXPECT_EQ(host.sharedMemory.totalAttachments(), 0u);
-  EXPECT_EQ(GetToolCRecPtr(process), nullptr);
-  EXPECT_EQ(is_SETMENUFLAG(process), 1u);
+  EXPECT_EQ(GetToolCRecPtr(instance), nullptr);
+  EXPECT_EQ(is_SETMENUFLAG(instance), 1u);
 }
 
 TEST_F(ToolRecord, AWishForMenusIsTakenBackByWhoHeedsIt) {
   launch();
   app.setField(21, 0x1000F);
-  EXPECT_EQ(Get_IMK_updateMenus(process, 0x6), 1);
-  EXPECT_EQ(Get_InputMethod_UpdateMenus(process, 0x6), 1);
+  EXPECT_EQ(Get_IMK_updateMenus(instance, 0x6), 1);
+  EXPECT_EQ(Get_InputMethod_UpdateMenus(instance, 0x6), 1);
   EXPECT_EQ(app.field(21), 0x10009u);
-  EXPECT_EQ(Get_InputMethod_UpdateMenus(process, 0x10006), 0);
+  EXPECT_EQ(Get_InputMethod_UpdateMenus(instance, 0x10006), 0);
   EXPECT_EQ(app.field(21), 0x10009u);
 }
 
@@ -123,34 +123,34 @@ TEST_F(ToolRecord, TheClientNameIsCappedAndOnlyAClientHasOne) {
   self.name = std::string(58, 'n') + "xy";
   self.mode = 0;
   self.type = "APPL"_4cc;
-  EXPECT_EQ(CheckCurrentCheckStatus(process, true), 0u);
+  EXPECT_EQ(CheckCurrentCheckStatus(instance, true), 0u);
   EXPECT_EQ(app.clientName(), std::string(58, 'n'));
   EXPECT_EQ(byteAt(4 + 1 + 58), 0);
 
   self.mode = modeOnlyBackground;
-  CheckCurrentCheckStatus(process, true);
+  CheckCurrentCheckStatus(instance, true);
   EXPECT_EQ(app.clientName(), "");
   self.mode = 0;
-  CheckCurrentCheckStatus(process, true);
+  CheckCurrentCheckStatus(instance, true);
   app.setField(41, 7);
   self.name = "later";
-  EXPECT_EQ(CheckCurrentCheckStatus(process, true), 7u);
+  EXPECT_EQ(CheckCurrentCheckStatus(instance, true), 7u);
   EXPECT_EQ(app.clientName(), std::string(58, 'n'));  // a running check leaves the name
 }
 
 TEST_F(ToolRecord, TheCreatingAttachClearsTheBlockAndNamesItsFailures) {
-  EXPECT_NE(GETSAFEMEMBLOCK(process, 880, 376, 0), nullptr);
+  EXPECT_NE(GETSAFEMEMBLOCK(instance, 880, 376, 0), nullptr);
   const int id = *host.sharedMemory.find(880);
   host.sharedMemory.writeWord(id, 372, 0xFFFFFFFF);
-  EXPECT_NE(GETSAFEMEMBLOCK(process, 880, 376, 0), nullptr);
+  EXPECT_NE(GETSAFEMEMBLOCK(instance, 880, 376, 0), nullptr);
   EXPECT_EQ(host.sharedMemory.readWord(id, 372), 0u);
   host.sharedMemory.failAttach(880, memory::AttachFailure::Failed);
-  EXPECT_EQ(GETSAFEMEMBLOCK(process, 880, 376, 0), kShmFailed);
-  EXPECT_EQ(delete_segment(process, id), 0);
+  EXPECT_EQ(GETSAFEMEMBLOCK(instance, 880, 376, 0), kShmFailed);
+  EXPECT_EQ(delete_segment(instance, id), 0);
   host.sharedMemory.create(896, 408, {.refused = true});
-  EXPECT_EQ(GETSAFEMEMBLOCK(process, 896, 408, 1), nullptr);
+  EXPECT_EQ(GETSAFEMEMBLOCK(instance, 896, 408, 1), nullptr);
   EXPECT_TRUE(logged("shmget failed: key already in use permission denied"));
-  EXPECT_EQ(GETSAFEMEMBLOCK(process, 896, 408, 99), nullptr);
+  EXPECT_EQ(GETSAFEMEMBLOCK(instance, 896, 408, 99), nullptr);
 }
 
 }  // namespace

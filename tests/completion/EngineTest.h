@@ -17,8 +17,8 @@ struct EngineTest : testing::Test {
 
   /// A new process, over whatever the files hold by now.
   ConversionEngine& start() {
-    process.emplace(host.platform());
-    return ConversionEngine::sharedEngine(*process);
+    instance.emplace(host.platform());
+    return ConversionEngine::sharedEngine(*instance);
   }
   void putWords(std::string_view json) { host.bundle.put("frequency_and_ipa.json", json); }
   void putCodes(std::string_view json) { host.bundle.put("phonex_encoded_words.json", json); }
@@ -28,7 +28,7 @@ struct EngineTest : testing::Test {
   }
 
   memory::MemoryHost host;
-  std::optional<Process> process;
+  std::optional<Instance> instance;
 };
 
 }  // namespace quorvane::test

@@ -15,7 +15,7 @@ namespace quorvane {
 namespace {
 
 struct Completing : test::StartedInputMethod {
-  Completing() { process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0x11873; }
+  Completing() { instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0x11873; }
 
   bool press(std::u16string characters, std::uint16_t keyCode = 0) {
     return controller.handleEvent(
@@ -25,8 +25,8 @@ struct Completing : test::StartedInputMethod {
 
 TEST(Controller, BeforeTheStartAndWithoutAClientNothingHappens) {
   memory::MemoryHost host;
-  Process process{host.platform()};
-  InputController controller{process};
+  Instance instance{host.platform()};
+  InputController controller{instance};
   controller.activateServer(nullptr);
   EXPECT_FALSE(controller.handleEvent({NSEventType::KeyDown, 0, 0, u"a", nullptr}, nullptr));
   EXPECT_TRUE(controller.onKeyEvent({NSEventType::KeyDown, 0, 0, u"a", nullptr}, nullptr));
@@ -42,8 +42,8 @@ TEST(Controller, BeforeTheStartAndWithoutAClientNothingHappens) {
 
 TEST(Controller, CountsLettersOrTheHighlightAndDeletesNoMore) {
   memory::MemoryHost host;
-  Process process{host.platform()};
-  InputController controller{process};
+  Instance instance{host.platform()};
+  InputController controller{instance};
   const auto deletions = [&controller] {
     controller.setOriginalBuffer(u"abcdef");
     int count = 0;
@@ -71,11 +71,11 @@ TEST(Controller, ASpaceBeforeAnyHighlightIsAllThatIsLeft) {
 
 TEST(Controller, TheTwoPrivateInstancesHaveBuffersOfTheirOwn) {
   Completing method;
-  InputController& functions = get_InputController_ptr(method.process);
-  EXPECT_NE(&InputController::sharedServer(method.process), &functions);
+  InputController& functions = get_InputController_ptr(method.instance);
+  EXPECT_NE(&InputController::sharedServer(method.instance), &functions);
   method.press(u"a");
   EXPECT_EQ(functions.originalBuffer(), u"");
-  Cancel_AutoCompleteSession_withoutspace(method.process);
+  Cancel_AutoCompleteSession_withoutspace(method.instance);
   EXPECT_EQ(method.document.text(), u"a") << "the word of the client's own controller stays";
 }
 
@@ -92,7 +92,7 @@ void life(Completing& method, bool opens) {
   opens ? mainApplication.launch() : mainApplication.vanish(memory::Notice::Queued, Fate);
 }
 void completionSwitch(Completing& method, bool opens) {
-  method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = opens ? 0x11873 : 0x11833;
+  method.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = opens ? 0x11873 : 0x11833;
 }
 
 TEST(Controller, EveryLetterStaysWhicheverGateClosesAndWhenever) {
@@ -125,9 +125,9 @@ TEST(Controller, EveryLetterStaysWhicheverGateClosesAndWhenever) {
 TEST(AnnotationWindow, TheDelayedHidingFindsTheProcessGone) {
   memory::MemoryHost host;
   {
-    Process process{host.platform()};
-    InputMethodMain(process, {});
-    EXPECT_EQ(AnnotationWinController::sharedController(process)->width(), 160);
+    Instance instance{host.platform()};
+    InputMethodMain(instance, {});
+    EXPECT_EQ(AnnotationWinController::sharedController(instance)->width(), 160);
   }
   host.journal.clear();
   host.clock.advanceSeconds(1);
@@ -137,11 +137,11 @@ TEST(AnnotationWindow, TheDelayedHidingFindsTheProcessGone) {
 
 TEST(NSScreen, TheMouseAndPointsOnScreens) {
   memory::MemoryHost host;
-  Process process{host.platform()};
+  Instance instance{host.platform()};
   host.screens.frames = {{0, 0, 100, 50}, {100, -10, 100, 60}};
   const auto screenAt = [&](NSPoint mouse) {
     host.screens.mouse = mouse;
-    const auto screen = currentScreenForMouseLocation(process);
+    const auto screen = currentScreenForMouseLocation(instance);
     return screen ? screen->x : -1;
   };
   EXPECT_EQ(screenAt({0, 50}), 0) << "left and top edge are inside";

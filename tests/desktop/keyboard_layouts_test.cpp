@@ -9,7 +9,7 @@
 
 #include "hosts/keyboard/Keyboard.h"
 #include "platform/AppKitEvents.h"
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "src/keys/AsciiToKeyCode.h"
 #include "tests/support/DesktopStage.h"
 
@@ -56,7 +56,7 @@ struct KeyboardLayouts : testing::Test {
 
   tests::DesktopStage stage;
   Platform platform = stage.platform();
-  Process process{platform};
+  Instance instance{platform};
   keyboard::Keyboard keyboard{[this] { return stage.host().keyboardLayout(); }};
 };
 
@@ -70,7 +70,7 @@ TEST_F(KeyboardLayouts, EachCharacterHasAKeyThatTypesIt) {
     std::string lost;
     for (const char16_t character : charactersOnKeys()) {
       std::uint16_t word = 0;
-      const std::uint16_t key = Get_keyCodeForChar(process, character, &word);
+      const std::uint16_t key = Get_keyCodeForChar(instance, character, &word);
       if (character > 0x7F) {
         EXPECT_TRUE(character > 0xFF || key == kNoKeyCode) << layout << " " << key;
       } else if (translated(key, word) != std::u16string(1, character)) {
@@ -123,20 +123,20 @@ TEST_F(KeyboardLayouts, DeadKeysComposeByTheTableAndEndInTheirCharacterWithoutOn
 TEST_F(KeyboardLayouts, ASwitchTakesEffectAtTheNextLookUp) {
   auto& sources = platform.textInputSources;
   use("us");
-  EXPECT_EQ(AsciiToKeyCode(process, 'v'), 9);
+  EXPECT_EQ(AsciiToKeyCode(instance, 'v'), 9);
   use("us(dvorak)");
-  EXPECT_EQ(AsciiToKeyCode(process, 'v'), 47);
+  EXPECT_EQ(AsciiToKeyCode(instance, 'v'), 47);
   EXPECT_EQ(keyboard.keyForCharacter(U'v')->keyCode, 47);
   use("ru");
-  EXPECT_EQ(AsciiToKeyCode(process, 'v'), 9) << "us, since nobody types ASCII on this one";
+  EXPECT_EQ(AsciiToKeyCode(instance, 'v'), 9) << "us, since nobody types ASCII on this one";
   EXPECT_EQ(sources.TISCopyCurrentKeyboardInputSource()->kTISPropertyLocalizedName, "ru");
-  EXPECT_EQ(Get_KeyBoardLayout_Ptr(process), stage.host().keyboardLayout());
+  EXPECT_EQ(Get_KeyBoardLayout_Ptr(instance), stage.host().keyboardLayout());
   sources.TISRegisterInputSource(stage.host().application().bundleURL());
   const auto own = sources.TISCreateInputSourceList(true).front();
   sources.TISEnableInputSource(*own);
   sources.TISSelectInputSource(*own);
-  EXPECT_EQ(Get_KeyBoardLayout_Ptr(process), nullptr) << "an input method has no layout";
-  EXPECT_EQ(AsciiToKeyCode(process, 'v'), 9);
+  EXPECT_EQ(Get_KeyBoardLayout_Ptr(instance), nullptr) << "an input method has no layout";
+  EXPECT_EQ(AsciiToKeyCode(instance, 'v'), 9);
 }
 
 TEST_F(KeyboardLayouts, WhatIsNoLayoutIsToldOnceAndUsIsTaken) {

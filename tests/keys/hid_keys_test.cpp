@@ -12,18 +12,18 @@ struct HIDKeys : testing::Test {
     while (auto event = host.queue.take()) events.push_back(*event);
     return events;
   }
-  std::uint32_t modifiers() { return process.state<HIDKeysState>().gModifiers; }
+  std::uint32_t modifiers() { return instance.state<HIDKeysState>().gModifiers; }
 
   memory::MemoryHost host;
-  Process process{host.platform()};
+  Instance instance{host.platform()};
 };
 
 TEST_F(HIDKeys, ModifiersGoOutAsFlagsChangedWithEverythingThatIsHeld) {
-  HIDPressVirtualKey(process, 56);
-  HIDPressVirtualKey(process, 56);
-  HIDPressVirtualKey(process, 0x100 + 55);  // cut to 8 bits
-  HIDReleaseVirtualKey(process, 56);
-  HIDReleaseVirtualKey(process, 55);
+  HIDPressVirtualKey(instance, 56);
+  HIDPressVirtualKey(instance, 56);
+  HIDPressVirtualKey(instance, 0x100 + 55);  // cut to 8 bits
+  HIDReleaseVirtualKey(instance, 56);
+  HIDReleaseVirtualKey(instance, 55);
   std::vector<std::uint32_t> flags;
   for (const auto& event : posted()) {
     EXPECT_EQ(event.type, NSEventType::FlagsChanged);
@@ -35,14 +35,14 @@ TEST_F(HIDKeys, ModifiersGoOutAsFlagsChangedWithEverythingThatIsHeld) {
 
 TEST_F(HIDKeys, AConnectionThatDoesNotOpenIsTriedAgainAndThePostStillRuns) {
   host.eventPosting.serviceOpenFails = true;
-  HIDPressVirtualKey(process, 56);
+  HIDPressVirtualKey(instance, 56);
   EXPECT_EQ(host.journal.lines().back().find("IOHIDPostEvent"), 0u);
   host.eventPosting.serviceOpenFails = false;
-  EXPECT_NE(get_event_driver(process), 0u);
+  EXPECT_NE(get_event_driver(instance), 0u);
 }
 
 TEST_F(HIDKeys, SpecialKeysHaveNoCharacterSetAndNoPause) {
-  HID_PressRelease_SpecialKey(process, 0x107);
+  HID_PressRelease_SpecialKey(instance, 0x107);
   EXPECT_EQ(host.journal.take(),
             (std::vector<std::string>{"IOServiceOpen", "IOHIDPostEvent keyDown 263 special",
                                       "IOHIDPostEvent keyUp 263 special"}));

@@ -14,17 +14,17 @@ struct KeyCodes : testing::Test {
   /// Modifier word and key code.
   std::pair<int, int> find(std::uint32_t character) {
     std::uint16_t word = 0;
-    const std::uint16_t key = ComposeEventMessage(process, character, &word);
+    const std::uint16_t key = ComposeEventMessage(instance, character, &word);
     return {word, key};
   }
   std::int32_t frontProcess(ProcessSerialNumber psn, const ProcessSerialNumber& expected) {
-    const std::int32_t found = Get_FrontProcessSerial(process, psn);
+    const std::int32_t found = Get_FrontProcessSerial(instance, psn);
     EXPECT_EQ(psn, expected);
     return found;
   }
 
   memory::MemoryHost host;
-  Process process{host.platform()};
+  Instance instance{host.platform()};
 };
 
 // Option is tried before shift, and the bare key never.
@@ -34,9 +34,9 @@ TEST_F(KeyCodes, ACharacterHasItsKeyAndTheFirstModifiersThatYieldIt) {
   EXPECT_EQ(find('1'), (std::pair{0x0880, 18})) << "option leaves it as it is";
   EXPECT_EQ(find(0x10041), (std::pair{0x0280, 0})) << "cut to 16 bits";
   EXPECT_EQ(find(0xE5), (std::pair{0x0080, 65535})) << "though it is there";
-  EXPECT_EQ(Get_keyCodeForChar(process, 'B', nullptr), 11);
-  EXPECT_EQ(AsciiToKeyCode(process, 0x0142), 11) << "the low byte";
-  EXPECT_EQ(Post_KeyEvent(process, 0x1280, 0), 0x1280);
+  EXPECT_EQ(Get_keyCodeForChar(instance, 'B', nullptr), 11);
+  EXPECT_EQ(AsciiToKeyCode(instance, 0x0142), 11) << "the low byte";
+  EXPECT_EQ(Post_KeyEvent(instance, 0x1280, 0), 0x1280);
   keyboard::LayoutTables onlyWithBoth;
   onlyWithBoth.tables.resize(2);
   onlyWithBoth.tables[1][7].text.assign(1, u'%');
@@ -46,18 +46,18 @@ TEST_F(KeyCodes, ACharacterHasItsKeyAndTheFirstModifiersThatYieldIt) {
 }
 
 TEST_F(KeyCodes, EachQuestionIsAnsweredForTheLayoutOfThatMoment) {
-  EXPECT_EQ(createStringForKey(process, 9), u"v");
+  EXPECT_EQ(createStringForKey(instance, 9), u"v");
   host.useLayout(keyboard::dvorakLayout());
   EXPECT_EQ(find('v').second, 47);
-  EXPECT_EQ(createStringForKey(process, 9), u"k");
-  EXPECT_EQ(createStringForKey(process, 500), std::u16string(1, u'\0')) << "always one unit";
-  EXPECT_EQ(Get_KeyBoardLayout_Ptr(process), nullptr) << "of the input method, which is current";
+  EXPECT_EQ(createStringForKey(instance, 9), u"k");
+  EXPECT_EQ(createStringForKey(instance, 500), std::u16string(1, u'\0')) << "always one unit";
+  EXPECT_EQ(Get_KeyBoardLayout_Ptr(instance), nullptr) << "of the input method, which is current";
   host.textInputSources.current = host.textInputSources.layout;
-  EXPECT_EQ(*Get_KeyBoardLayout_Ptr(process), *keyboard::dvorakLayout());
+  EXPECT_EQ(*Get_KeyBoardLayout_Ptr(instance), *keyboard::dvorakLayout());
   for (const auto& none : {std::make_shared<TISInputSource>(), TISInputSourceRef{}}) {
     host.textInputSources.layout = none;
     EXPECT_EQ(find('v').second, 65535);
-    EXPECT_EQ(createStringForKey(process, 9), std::nullopt);
+    EXPECT_EQ(createStringForKey(instance, 9), std::nullopt);
     const std::string_view missing = none ? "layout data" : "keyboard layout";
     EXPECT_EQ(host.log.lines.back(), "Could not find " + std::string(missing));
     EXPECT_EQ(host.console.lines.back(), host.log.lines.back() + "\n");
@@ -68,10 +68,10 @@ TEST_F(KeyCodes, HeldKeysAreBitsOfTheKeyMap) {
   host.carbonEvents.heldKeys = [] {
     return KeyMap{0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 0, 0, 0, 128};
   };
-  EXPECT_EQ(IsShiftKeyDown(process), 1);
+  EXPECT_EQ(IsShiftKeyDown(instance), 1);
   for (const std::uint16_t key : std::initializer_list<std::uint16_t>{55, 57, 126, 128, 65535})
-    EXPECT_EQ(IsKeyDown(process, key), 0);
-  EXPECT_EQ(IsKeyDown(process, 127), 1);
+    EXPECT_EQ(IsKeyDown(instance, key), 0);
+  EXPECT_EQ(IsKeyDown(instance, 127), 1);
 }
 
 // The process id leads there, or else the Process Manager's own answer.
@@ -87,7 +87,7 @@ TEST_F(KeyCodes, TheTargetStaysAsItWasWhereNothingIsInFront) {
   host.processes.find(other)->signature = 0;
   EXPECT_EQ(frontProcess({7, 7}, {7, 7}), 0) << "an application without a signature";
   host.processes.getFrontProcessFails = true;
-  process.state<PresenceState>().frontapp_signature = "WRTR"_4cc;
+  instance.state<PresenceState>().frontapp_signature = "WRTR"_4cc;
   EXPECT_EQ(frontProcess({7, 7}, {7, 7}), 0);
 }
 
@@ -95,7 +95,7 @@ TEST_F(KeyCodes, ASearchBeginsAtTheFirstProcessAndEndsThoughThereAreAlwaysMore) 
   ProcessSerialNumber psn{1, 8193};
   ProcessInfoRec info;
   ProcessEntry entry{.signature = "WRTR"_4cc};
-  EXPECT_EQ(FINDAPPPROCESS(process, psn, info, {&entry, 1}), 1);
+  EXPECT_EQ(FINDAPPPROCESS(instance, psn, info, {&entry, 1}), 1);
   EXPECT_EQ(psn, (ProcessSerialNumber{1, 8193}));
   entry.signature = "MAIL"_4cc;
   const std::function<void()> grow = [&] {
@@ -103,7 +103,7 @@ TEST_F(KeyCodes, ASearchBeginsAtTheFirstProcessAndEndsThoughThereAreAlwaysMore) 
     host.journal.beforeCall(1, grow);
   };
   grow();
-  EXPECT_EQ(FINDAPPPROCESS(process, psn, info, {&entry, 1}), 0);
+  EXPECT_EQ(FINDAPPPROCESS(instance, psn, info, {&entry, 1}), 0);
   host.journal.beforeCall(0, {});
 }
 

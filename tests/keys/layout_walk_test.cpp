@@ -42,12 +42,12 @@ struct LayoutWalk : testing::Test {
   std::uint32_t find(const Bytes& bytes, int character) {
     std::int32_t shift = 0;
     std::int32_t option = 0;
-    return keyCodeForCharWithLayout(process, static_cast<std::int8_t>(character), bytes, shift,
+    return keyCodeForCharWithLayout(instance, static_cast<std::int8_t>(character), bytes, shift,
                                     option);
   }
 
   memory::MemoryHost host;
-  Process process{host.platform()};
+  Instance instance{host.platform()};
 };
 
 TEST_F(LayoutWalk, TheFirstOutputInTheOrderOfTheBytesCounts) {

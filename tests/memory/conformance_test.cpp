@@ -26,11 +26,11 @@ struct MemoryStage : HostStage {
   void stopElsewhere(std::string_view name) override { host.messagePorts.stopServing(name); }
 
   std::int32_t launch(std::string name, FourCharCode signature, std::string bundle) override {
-    memory::MemoryProcess process;
-    process.name = std::move(name);
-    process.signature = signature;
-    process.bundleIdentifier = std::move(bundle);
-    return host.processes.find(host.processes.add(process))->pid;
+    memory::MemoryProcess instance;
+    instance.name = std::move(name);
+    instance.signature = signature;
+    instance.bundleIdentifier = std::move(bundle);
+    return host.processes.find(host.processes.add(instance))->pid;
   }
   void quit(std::int32_t pid) override { host.processes.remove(psnOf(pid)); }
   void bringToFront(std::int32_t pid) override { host.processes.setFront(psnOf(pid)); }

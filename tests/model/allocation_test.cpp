@@ -61,14 +61,14 @@ TEST(Allocation, TheCounterCounts) {
 
 TEST(Allocation, BIMHandleInputTakesNoneWhateverTheKey) {
   QuietInputMethod method(true);
-  BIMSessionRec* session = BIMGetActiveSession(method.process);
+  BIMSessionRec* session = BIMGetActiveSession(method.instance);
   for (const bool logging : {false, true}) {
     method.host.log.enabled = logging;
     const std::uint64_t answered = method.host.mainApplication.answered();
     for (std::uint32_t round = 0; round < 8; ++round) {
       for (std::uint32_t key = 0; key < 256; ++key) {
         const auto byte = static_cast<std::uint8_t>(key);
-        EXPECT_EQ(allocationsOf([&] { BIMHandleInput(method.process, session, byte); }), 0u)
+        EXPECT_EQ(allocationsOf([&] { BIMHandleInput(method.instance, session, byte); }), 0u)
             << "key byte " << key;
       }
     }

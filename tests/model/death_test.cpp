@@ -96,9 +96,9 @@ class DeathTest : public StartedInputMethod {
   void expectDocument(const char* when) { EXPECT_EQ(document.text(), expected_) << when; }
 
   void expectNothingLocked(const char* when) {
-    const auto& events = process.state<ControllerState>();
-    const auto& commit = process.state<CommitState>();
-    const auto& send = process.state<MessageSendState>();
+    const auto& events = instance.state<ControllerState>();
+    const auto& commit = instance.state<CommitState>();
+    const auto& send = instance.state<MessageSendState>();
     EXPECT_EQ(events.handleEvent_BUSY, 0u) << when;
     EXPECT_EQ(send.TOOLCALLBUSY, 0) << when;
     EXPECT_EQ(send.AEITEM_Process_active, 0) << when;

@@ -17,14 +17,14 @@ using test::StartedInputMethod;
 struct Sessions : testing::Test {
   std::size_t sessionCount() {
     std::size_t count = 0;
-    for (auto* session = method.process.state<SessionState>().gSessionHandleStart;
+    for (auto* session = method.instance.state<SessionState>().gSessionHandleStart;
          session != nullptr; session = session->next) {
       ++count;
     }
     return count;
   }
   void lookUp(std::initializer_list<std::uint64_t> clients) {
-    for (const std::uint64_t client : clients) Get_SessionHandleFromID(method.process, client);
+    for (const std::uint64_t client : clients) Get_SessionHandleFromID(method.instance, client);
   }
 
   StartedInputMethod method;
@@ -32,26 +32,26 @@ struct Sessions : testing::Test {
 using Suspension = Sessions;
 
 TEST_F(Sessions, OnlyTheLow32BitsOfAClientCount) {
-  ASSERT_EQ(Get_SessionHandleFromID(method.process, 0x1'0000'0042), 1);
-  const auto* first = BIMGetActiveSession(method.process);
-  ASSERT_EQ(Get_SessionHandleFromID(method.process, 0x7'0000'0042), 1);
-  EXPECT_EQ(BIMGetActiveSession(method.process), first);
-  EXPECT_EQ(Get_SessionHandleFromID(method.process, 0x5'0000'0000), 0) << "id 0 is nobody's";
+  ASSERT_EQ(Get_SessionHandleFromID(method.instance, 0x1'0000'0042), 1);
+  const auto* first = BIMGetActiveSession(method.instance);
+  ASSERT_EQ(Get_SessionHandleFromID(method.instance, 0x7'0000'0042), 1);
+  EXPECT_EQ(BIMGetActiveSession(method.instance), first);
+  EXPECT_EQ(Get_SessionHandleFromID(method.instance, 0x5'0000'0000), 0) << "id 0 is nobody's";
 }
 
 TEST_F(Sessions, TheActiveSessionMayGoAndKeysStillPass) {
   method.type("some text");
   auto* gone = &method.session();
   const auto handle = gone->handle;
-  ASSERT_EQ(DeleteSessionHandleID(method.process, gone->clientID), 1);
-  ASSERT_EQ(BIMGetActiveSession(method.process), gone);
-  EXPECT_EQ(findSession(method.process, handle), nullptr);
+  ASSERT_EQ(DeleteSessionHandleID(method.instance, gone->clientID), 1);
+  ASSERT_EQ(BIMGetActiveSession(method.instance), gone);
+  EXPECT_EQ(findSession(method.instance, handle), nullptr);
   EXPECT_EQ(method.host.mainApplication.field(34), 0u);
   // Until the next lookup the stale session takes calls without harm.
-  EXPECT_EQ(BIMHandleInput(method.process, gone, 'x'), 0);
-  EXPECT_EQ(Set_InteractiveSession(method.process, gone, 'x'), 0);
-  Update_Document_Session(method.process, nullptr);
-  EXPECT_EQ(CheckEditReplacements(method.process, gone), 0);
+  EXPECT_EQ(BIMHandleInput(method.instance, gone, 'x'), 0);
+  EXPECT_EQ(Set_InteractiveSession(method.instance, gone, 'x'), 0);
+  Update_Document_Session(method.instance, nullptr);
+  EXPECT_EQ(CheckEditReplacements(method.instance, gone), 0);
   method.type("y");
   EXPECT_EQ(method.sessionText(), "y");
   EXPECT_EQ(method.document.text(), u"some texty");
@@ -60,30 +60,30 @@ TEST_F(Sessions, TheActiveSessionMayGoAndKeysStillPass) {
 TEST_F(Sessions, HousekeepingReapsGoneApplicationsButNeverTheHead) {
   const std::size_t atStart = sessionCount();
   lookUp({10, 11, 12});
-  auto& sessions = method.process.state<SessionState>();
+  auto& sessions = method.instance.state<SessionState>();
   sessions.gSessionHandleStart->signature = "GONE"_4cc;
   for (auto* session = sessions.gSessionHandleStart->next; session != nullptr;
        session = session->next) {
     if (session->clientID == 10 || session->clientID == 11) session->signature = "GONE"_4cc;
   }
-  Check_App_HouseKeeping(method.process);
+  Check_App_HouseKeeping(method.instance);
   EXPECT_EQ(sessionCount(), atStart + 1);
   EXPECT_EQ(sessions.gSessionHandleStart->signature, "GONE"_4cc);
 }
 
 TEST_F(Sessions, WithoutASessionAKeyMakesOneThatIsInNoList) {
   const std::size_t listed = sessionCount();
-  auto& active = method.process.state<SessionState>().gActiveSession;
+  auto& active = method.instance.state<SessionState>().gActiveSession;
   active = nullptr;
-  BIMHandleInput(method.process, nullptr, 'a');
+  BIMHandleInput(method.instance, nullptr, 'a');
   ASSERT_NE(active, nullptr);
-  BIMHandleInput(method.process, active, 'b');
+  BIMHandleInput(method.instance, active, 'b');
   EXPECT_EQ(method.sessionText(), "ab");
   EXPECT_EQ(sessionCount(), listed);
 
   active = nullptr;
   method.bringMainApplicationToFront();
-  EXPECT_EQ(BIMHandleInput(method.process, nullptr, 'a'), 0);
+  EXPECT_EQ(BIMHandleInput(method.instance, nullptr, 'a'), 0);
   EXPECT_EQ(active, nullptr) << "the main application is in front";
 }
 
@@ -91,16 +91,16 @@ TEST_F(Sessions, NothingIsToldOfARemovalWhileTheMainApplicationIsInFront) {
   method.type("a");
   const std::uint32_t handle = method.session().handle;
   method.bringMainApplicationToFront();
-  ASSERT_EQ(DeleteSessionHandleID(method.process, method.session().clientID), 1);
+  ASSERT_EQ(DeleteSessionHandleID(method.instance, method.session().clientID), 1);
   EXPECT_EQ(method.host.mainApplication.field(34), handle);
 }
 
 TEST_F(Sessions, WhatCantBeNamedCancelsNoWindow) {
   method.host.sharedMemory.failAttach(880, memory::AttachFailure::Null);
-  MasterCloseToolRecPtr(method.process);
+  MasterCloseToolRecPtr(method.instance);
   const auto& log = method.host.log.lines;
   const std::size_t before = log.size();
-  Set_ToolSessionhandle(method.process, &method.session());
+  Set_ToolSessionhandle(method.instance, &method.session());
   EXPECT_EQ(log.size(), before + 1) << "one look for the record";
 }
 
@@ -121,7 +121,7 @@ TEST_F(Suspension, ComparesTheLow16BitsOfTheSessionAndEndsForAnother) {
     main.setField(20, 0);
     main.setField(30, 4);
     main.setField(34, sessionValue);
-    return CallInteractiveEventHandler(method.process, &method.session(), 'b', false);
+    return CallInteractiveEventHandler(method.instance, &method.session(), 'b', false);
   };
   EXPECT_EQ(suspendedKey(method.session().handle + 0x50000), 1);
   EXPECT_EQ(main.field(30), 4u);
@@ -132,7 +132,7 @@ TEST_F(Suspension, ComparesTheLow16BitsOfTheSessionAndEndsForAnother) {
 TEST(Publication, OneSwitchOfInteractiveCheckingIsEnough) {
   StartedInputMethod method;
   for (const std::uint32_t on : {0x1u, 0x2u, 0x10u, 0x20u, 0x40u}) {
-    method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0xFF8C | on;
+    method.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0xFF8C | on;
     const std::string before = method.host.mainApplication.published().text;
     method.type("a");
     EXPECT_EQ(method.host.mainApplication.published().text, before + "a") << on;
@@ -152,20 +152,20 @@ TEST(Publication, TextThatComesBackOutOfBoundsIsTakenAsFarAsThereIsRoom) {
   for (const auto& [cursor, length, takenCursor, takenLength] : kCases) {
     StartedInputMethod method;
     method.type("ab");
-    InteractiveTextRecord record(method.process);
+    InteractiveTextRecord record(method.instance);
     for (unsigned i = 0; i < 4; ++i) {
       record.bytes()[i] = static_cast<std::uint8_t>(cursor >> (24 - 8 * i));
       record.bytes()[4 + i] = static_cast<std::uint8_t>(length >> (24 - 8 * i));
     }
     record.bytes()[8] = 'z';
-    EXPECT_EQ(CheckEditReplacements(method.process, &method.session()), 1);
+    EXPECT_EQ(CheckEditReplacements(method.instance, &method.session()), 1);
     EXPECT_EQ(method.session().cursor, takenCursor) << cursor;
     EXPECT_EQ(method.session().length, takenLength) << length;
     EXPECT_EQ(method.session().sessionText->front(), takenCursor == 0 ? 'a' : 'z');
     const bool bounded = takenCursor != cursor || takenLength != length;
     EXPECT_EQ(method.host.log.lines.back().starts_with("CheckEditReplacements bounded"), bounded);
-    BIMHandleInput(method.process, &method.session(), 'c');
-    BIMHandleInput(method.process, &method.session(), kBackspaceKey);
+    BIMHandleInput(method.instance, &method.session(), 'c');
+    BIMHandleInput(method.instance, &method.session(), kBackspaceKey);
   }
 }
 

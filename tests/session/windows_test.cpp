@@ -33,45 +33,45 @@ struct Popup : test::StartedInputMethod {
   }
   void disposeOfEverySession() {
     for (auto* at = sessions.gSessionHandleStart; at->next != nullptr;) {
-      if (DeleteSessionHandleID(process, at->next->clientID) == 0) at = at->next;
+      if (DeleteSessionHandleID(instance, at->next->clientID) == 0) at = at->next;
     }
   }
 
   memory::MemoryMainApplication& main{host.mainApplication};
-  SessionState& sessions{process.state<SessionState>()};
+  SessionState& sessions{instance.state<SessionState>()};
 };
 
 TEST(Windows, AreAskedNothingWithinTheSameQuestion) {
   Popup popup;
   std::int32_t nested = 1;
   popup.main.setField(26, '1');
-  popup.atMessage([&] { nested = Get_Control_KeyPress(popup.process); });
-  EXPECT_EQ(Get_Control_KeyPress(popup.process), 1);
+  popup.atMessage([&] { nested = Get_Control_KeyPress(popup.instance); });
+  EXPECT_EQ(Get_Control_KeyPress(popup.instance), 1);
   EXPECT_EQ(std::exchange(nested, 1), 0);
   popup.main.setField(31, 2);
-  popup.atMessage([&] { nested = Check_InteractiveWindowKeys2(popup.process, 0); });
-  EXPECT_EQ(Check_InteractiveWindowKeys2(popup.process, shiftKey), 1);
+  popup.atMessage([&] { nested = Check_InteractiveWindowKeys2(popup.instance, 0); });
+  EXPECT_EQ(Check_InteractiveWindowKeys2(popup.instance, shiftKey), 1);
   EXPECT_EQ(std::exchange(nested, 1), 0);
   EXPECT_EQ(popup.main.field(26), 1u) << "the key of the outer question";
-  popup.host.journal.beforeCall(1, [&] { nested = Get_MouseDown_Cancel(popup.process); });
-  EXPECT_EQ(Get_MouseDown_Cancel(popup.process), 1);
+  popup.host.journal.beforeCall(1, [&] { nested = Get_MouseDown_Cancel(popup.instance); });
+  EXPECT_EQ(Get_MouseDown_Cancel(popup.instance), 1);
   EXPECT_EQ(nested, 0);
 }
 
 TEST(Windows, RefuseWhatNoKeyBrings) {
   Popup popup;
-  EXPECT_EQ(Check_MouseDown_ForWindowCancel(popup.process, 1), 0);
+  EXPECT_EQ(Check_MouseDown_ForWindowCancel(popup.instance, 1), 0);
   popup.main.setField(26, '1');
   popup.main.setField(27, 1);
-  EXPECT_EQ(Get_Control_KeyPress(popup.process), 0) << "a restore comes first";
-  EXPECT_EQ(Reset_Clip(popup.process, cmdKey), 1);
-  EXPECT_EQ(Reset_Clip(popup.process, cmdKey), 0) << "it is due already";
+  EXPECT_EQ(Get_Control_KeyPress(popup.instance), 0) << "a restore comes first";
+  EXPECT_EQ(Reset_Clip(popup.instance, cmdKey), 1);
+  EXPECT_EQ(Reset_Clip(popup.instance, cmdKey), 0) << "it is due already";
   popup.main.setField(27, 0);
   popup.main.setField(31, 2);
-  EXPECT_EQ(Check_IntractiveWindowKeys(popup.process, '0', optionKey), 1);
-  EXPECT_EQ(Check_IntractiveWindowKeys(popup.process, '0', shiftKey), 0);
+  EXPECT_EQ(Check_IntractiveWindowKeys(popup.instance, '0', optionKey), 1);
+  EXPECT_EQ(Check_IntractiveWindowKeys(popup.instance, '0', shiftKey), 0);
   popup.bringMainApplicationToFront();
-  EXPECT_EQ(Get_Control_KeyPress(popup.process), 0);
+  EXPECT_EQ(Get_Control_KeyPress(popup.instance), 0);
 }
 
 TEST(Windows, SessionsThatGoDuringAKeyStayUntilItsEnd) {
@@ -79,8 +79,8 @@ TEST(Windows, SessionsThatGoDuringAKeyStayUntilItsEnd) {
   popup.keyDown(u'a');
   std::size_t kept = 0;
   popup.atMessage([&] {
-    Get_SessionHandleFromID(popup.process, 10);
-    Get_SessionHandleFromID(popup.process, 11);
+    Get_SessionHandleFromID(popup.instance, 10);
+    Get_SessionHandleFromID(popup.instance, 11);
     popup.disposeOfEverySession();
     kept = popup.sessions.retired.size();
   });
@@ -107,7 +107,7 @@ TEST(Windows, SessionsAndMainApplicationMayGoAtEveryCall) {
           const std::u16string text = popup.document.text();
           popup.keyDown(u'5');
           EXPECT_EQ(popup.document.text(), text + u'5');
-          EXPECT_EQ(popup.sessions.users + popup.process.state<WindowKeysState>().NORECURSION, 0u);
+          EXPECT_EQ(popup.sessions.users + popup.instance.state<WindowKeysState>().NORECURSION, 0u);
           EXPECT_TRUE(popup.host.text.errors().empty());
         });
   }

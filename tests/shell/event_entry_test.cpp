@@ -16,8 +16,8 @@ namespace {
 using field::Outcome;
 
 struct EventEntry : testing::Test {
-  ControllerState& state() { return method.process.state<ControllerState>(); }
-  CommitState& commit() { return method.process.state<CommitState>(); }
+  ControllerState& state() { return method.instance.state<ControllerState>(); }
+  CommitState& commit() { return method.instance.state<CommitState>(); }
   Outcome keyDown(char16_t character, std::uint32_t flags = 0) {
     return deliver(NSEventType::KeyDown, {character}, flags);
   }
@@ -25,7 +25,7 @@ struct EventEntry : testing::Test {
     return method.host.text.deliver({type, flags, 0, std::move(characters), nullptr});
   }
   std::int32_t sessionEvent(const CarbonEvent& event, std::uint8_t keyByte = 0) {
-    return BIMSessionEvent(method.process, nullptr, &event, keyByte);
+    return BIMSessionEvent(method.instance, nullptr, &event, keyByte);
   }
   /// The client's next call that begins so throws.
   void throwAt(std::string start) {
@@ -73,7 +73,7 @@ TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
   for (const char* call : {"selectedRange", "setMarkedText", "insertText"}) {
     throwAt(call);
     EXPECT_THROW(
-        Get_QuorvaneInputController(method.process).nsstring_commit_to_composition(u"A", 1),
+        Get_QuorvaneInputController(method.instance).nsstring_commit_to_composition(u"A", 1),
         std::runtime_error);
     EXPECT_EQ(method.host.mainApplication.field(22), 0u) << call;
   }
@@ -84,11 +84,11 @@ TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
   keyDown(u'b');
   EXPECT_FALSE(commit().stringbuffer);
   EXPECT_EQ(commit().ORIGINALREPLACE, 0u);
-  EXPECT_EQ(Get_QuorvaneInputController(method.process).composedBuffer(), u"");
+  EXPECT_EQ(Get_QuorvaneInputController(method.instance).composedBuffer(), u"");
   EXPECT_EQ(keyDown(u'c'), Outcome::PassedOn);
   EXPECT_EQ(method.sessionText(), "c");
 
-  auto& switches = method.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  auto& switches = method.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   switches = 0x11873;
   keyDown(u'w');
   switches = 0x11833;
@@ -112,7 +112,7 @@ TEST_F(EventEntry, AnEventWithinAnotherCommitsAndLooksUpBeforeItIsTurnedAway) {
 }
 
 TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
-  auto& controller = Get_QuorvaneInputController(method.process);
+  auto& controller = Get_QuorvaneInputController(method.instance);
   keyDown(u'a');
   commit().stringbuffer = u"-";
   controller.commitComposition(nullptr);
@@ -141,7 +141,7 @@ TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
   const auto separate = [&](double time) {
     key.time = time;
     EXPECT_EQ(sessionEvent(key), 0);
-    return method.process.state<SessionEventState>().SeparateKeyPress;
+    return method.instance.state<SessionEventState>().SeparateKeyPress;
   };
   EXPECT_TRUE(separate(10));
   EXPECT_FALSE(separate(10.5)) << "not more than half a second";

@@ -17,18 +17,18 @@ using test::StartedInputMethod;
 
 struct Start : testing::Test {
   memory::MemoryHost host;
-  Process process{host.platform()};
+  Instance instance{host.platform()};
 };
 
 TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
-  auto& state = process.state<StartState>();
+  auto& state = instance.state<StartState>();
   host.resources.openResult = -1;
-  Open_IMK_Resource(process);
+  Open_IMK_Resource(instance);
   EXPECT_EQ(host.log.lines.back(), "CAUTION: no refnum --  not open");
   host.resources.openResult = 7;
   host.resources.bundle[{"STR#"_4cc, 131}] = {0, 3, 4, 'O', 'p', 'e', 'n', 4, 'Q', 'u', 'i', 't'};
   host.resources.bundle[{"GLYP"_4cc, 15873}] = {1, 2, 3};
-  Open_IMK_Resource(process);
+  Open_IMK_Resource(instance);
   EXPECT_EQ(state.OpenMenuItemStr, "Open");
   EXPECT_EQ(state.QuitMenuItemStr, "Quit");
   EXPECT_EQ(host.resources.CurResFile(), memory::MemoryResources::kApplicationFile);
@@ -40,7 +40,7 @@ TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
   for (const std::vector<std::uint8_t>& list :
        {std::vector<std::uint8_t>{0, 2, 1, 'o', 9, 'q'}, {0, 1, 1, 'o', 1, 'q'}, {0, 2, 1, 'o'}}) {
     host.resources.bundle[{"STR#"_4cc, 131}] = list;
-    Open_IMK_Resource(process);
+    Open_IMK_Resource(instance);
     EXPECT_EQ(state.OpenMenuItemStr, "o");
     EXPECT_EQ(state.QuitMenuItemStr, "");
   }
@@ -48,13 +48,13 @@ TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
 }
 
 TEST_F(Start, TheSwitchesOfCompletionDecidePanelAndDefaults) {
-  process.state<MainState>().GlobalAutoCompleteFlags = {0, 1, 0};
-  EXPECT_EQ(init_inputmenu_server(process)->panelType(),
+  instance.state<MainState>().GlobalAutoCompleteFlags = {0, 1, 0};
+  EXPECT_EQ(init_inputmenu_server(instance)->panelType(),
             IMKCandidatePanelType::SingleColumnScrolling);
   EXPECT_EQ(host.log.lines.back(), "verticalCandidate: YES");
-  process.state<MainState>().GlobalAutoCompleteFlags = {0, 0, 1};
-  EXPECT_EQ(init_inputmenu_server(process)->panelType(), IMKCandidatePanelType::SingleRowStepping);
-  initPreference(process);
+  instance.state<MainState>().GlobalAutoCompleteFlags = {0, 0, 1};
+  EXPECT_EQ(init_inputmenu_server(instance)->panelType(), IMKCandidatePanelType::SingleRowStepping);
+  initPreference(instance);
   EXPECT_FALSE(host.userDefaults.values["commitWordWithSpace"]);
   EXPECT_FALSE(host.userDefaults.values["verticalCandidate"]);
   EXPECT_TRUE(host.userDefaults.values["ShiftKeyToggle"]);
@@ -62,15 +62,15 @@ TEST_F(Start, TheSwitchesOfCompletionDecidePanelAndDefaults) {
 
 TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
   host.application.hasBeginActivity = false;
-  EXPECT_EQ(InputMethodMain(process, {}), 0);
+  EXPECT_EQ(InputMethodMain(instance, {}), 0);
   for (const auto& line : host.journal.lines()) EXPECT_FALSE(line.starts_with("beginActivity"));
-  EXPECT_EQ(process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS, 0x1800u);
-  EXPECT_EQ(process.state<SharedMemoryState>().SETMENUFLAG, 1u);
-  const auto* head = process.state<SessionState>().gSessionHandleStart;
+  EXPECT_EQ(instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS, 0x1800u);
+  EXPECT_EQ(instance.state<SharedMemoryState>().SETMENUFLAG, 1u);
+  const auto* head = instance.state<SessionState>().gSessionHandleStart;
   EXPECT_EQ(head->next->signature, 0u);
-  Init_From_Delegate_applicationDidFinishLaunching(process);
-  EXPECT_EQ(process.state<SessionState>().gSessionHandleStart, head);
-  EXPECT_EQ(process.state<SessionState>().records.size(), 2u);
+  Init_From_Delegate_applicationDidFinishLaunching(instance);
+  EXPECT_EQ(instance.state<SessionState>().gSessionHandleStart, head);
+  EXPECT_EQ(instance.state<SessionState>().records.size(), 2u);
   const auto lines = host.journal.lines();
   EXPECT_EQ(
       std::count_if(lines.begin(), lines.end(),
@@ -82,8 +82,8 @@ TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
 TEST_F(Start, TheDesktopIsTheScreenThatSomebodyWorksOn) {
   host.screens.frames.push_back({1440, 0, 800, 600});
   host.screens.main = 1;
-  Get_DeskTopRectangle(process, 0);
-  EXPECT_EQ(process.state<TextPositionState>().DeskTopRectangle.width, 800);
+  Get_DeskTopRectangle(instance, 0);
+  EXPECT_EQ(instance.state<TextPositionState>().DeskTopRectangle.width, 800);
 }
 
 }  // namespace

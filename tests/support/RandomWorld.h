@@ -113,7 +113,7 @@ class RandomWorld : private IMKInputController {
   void switches() {
     model_.switches =
         random_.oneOf(std::array{0x11833U, 0x11833U, 0x11833U, 0x1800U, 0x11831U, 0x1U, 0x10000U});
-    method_.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = model_.switches;
+    method_.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = model_.switches;
   }
 
   void turn() {

@@ -20,12 +20,12 @@ struct StartedInputMethod {
     if (!words.empty()) host.bundle.setWordList(words);
     if (withMainApplication) host.mainApplication.launch(memory::Notice::Missed);
     host.mainApplication.answerScan({});
-    InputMethodMain(process, {});
+    InputMethodMain(instance, {});
     host.runPending();
     host.text.setController(&controller);
     host.processes.setFront(memory::MemoryProcesses::editor());
     host.runPending();
-    process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0x11833;
+    instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0x11833;
     host.text.focus(&document);
   }
 
@@ -36,15 +36,15 @@ struct StartedInputMethod {
     host.processes.setFront(host.mainApplication.psn());
     host.runPending();
   }
-  BIMSessionRec& session() { return *BIMGetActiveSession(process); }
+  BIMSessionRec& session() { return *BIMGetActiveSession(instance); }
   std::string sessionText() {
     const auto& bytes = *session().sessionText;
     return {bytes.begin(), bytes.begin() + session().length};
   }
 
   memory::MemoryHost host;
-  Process process{host.platform()};
-  InputController controller{process};
+  Instance instance{host.platform()};
+  InputController controller{instance};
   field::Document& document = host.text.addDocument();
   field::Client& client = host.text.clientOf(document);
 };

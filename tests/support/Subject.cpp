@@ -120,13 +120,13 @@ Subject::Sight Subject::look() {
     sight.composing = focused->markedRange().has_value();
     sight.clientChanges = focused->clientChanges();
   }
-  const std::uint32_t switches = process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  const std::uint32_t switches = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   sight.composing |= !controller.originalBuffer().empty() || !controller.composedBuffer().empty();
   sight.completionIsOn = (switches & kCompletionFlag) != 0;
-  const auto& commit = process.state<CommitState>();
+  const auto& commit = instance.state<CommitState>();
   sight.waiting = host.messagePorts.pending() + (commit.stringbuffer ? 1 : 0) +
                   (commit.stringbufferHandle.empty() ? 0 : 1);
-  sight.firstKeyIsOurs = process.state<ControllerState>().KEYED_INITED_FLAG != 0;
+  sight.firstKeyIsOurs = instance.state<ControllerState>().KEYED_INITED_FLAG != 0;
   sight.toolRecord = host.sharedMemory.find(kToolRecord);
   sight.attached = host.sharedMemory.totalAttachments() != 0;
   for (std::size_t i = 0; i < kBusyFields.size(); ++i) {
@@ -242,7 +242,7 @@ void Subject::checkToolRecord() {
   require(host.sharedMemory.totalAttachments() <= 1, "only the tool record stays attached");
   // What can't be attached any more can't be put right: it was attached from before, or the main
   // application went during the event.
-  if (disturbed_ || before_->attached || IsQUORVANEAPPRUNNING(process) == 0) return;
+  if (disturbed_ || before_->attached || IsQUORVANEAPPRUNNING(instance) == 0) return;
   const Sight after = look();
   if (!after.toolRecord || after.toolRecord != before_->toolRecord) return;
   require(after.busy[0] == before_->busy[0], "a key leaves the server port as it was");
@@ -251,13 +251,13 @@ void Subject::checkToolRecord() {
 }
 
 void Subject::checkLaw() {
-  require(process.state<ControllerState>().handleEvent_BUSY == 0, "event handling isn't busy");
-  const auto& sending = process.state<MessageSendState>();
+  require(instance.state<ControllerState>().handleEvent_BUSY == 0, "event handling isn't busy");
+  const auto& sending = instance.state<MessageSendState>();
   require(sending.TOOLCALLBUSY == 0 && sending.AEITEM_Process_active == 0, "sending isn't busy");
-  require(!process.state<StartState>().NoRecursion, "starting isn't busy");
+  require(!instance.state<StartState>().NoRecursion, "starting isn't busy");
   require(host.text.errors().size() == std::min<std::size_t>(thrown_, kErrorsKept),
           "the text field meets no other error");
-  for (const auto& session : process.state<SessionState>().records) {
+  for (const auto& session : instance.state<SessionState>().records) {
     require(session->cursor <= session->length, "the cursor lies inside the text");
     require(session->length <= kSessionTextSize, "the text lies inside its buffer");
   }

@@ -54,7 +54,7 @@ std::u16string afterKey(const field::Document& document, const NSEvent& key) {
 class Typing {
  public:
   Typing(Bytes bytes, bool completion) : input_(bytes) {
-    auto& switches = subject_.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+    auto& switches = subject_.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
     if (completion) switches |= kCompletionFlag;
     subject_.host.mainApplication.appFlagStatus = switches;
     subject_.host.text.clipboard().text = kMarks.front();

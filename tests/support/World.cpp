@@ -146,7 +146,7 @@ void breakOrMend(Subject& subject, Input& input) {
 }
 void changeSwitches(Subject& subject, Input& input) {
   constexpr std::array<std::uint32_t, 6> kSwitches{0x11833, 0x1800, 0x11873, 0x10001, 0x1033, 0};
-  subject.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = input.oneOf(kSwitches);
+  subject.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = input.oneOf(kSwitches);
 }
 
 constexpr std::array<Step, 17> kActions{

@@ -76,7 +76,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
                  const desktop::DesktopConfiguration& configuration,
                  std::unique_ptr<Spelling> spelling)
     : host_(host),
-      process_(host.platform()),
+      instance_(host.platform()),
       options_(options),
       runtimeFolder_(configuration.runtimeDirectory),
       spelling_(std::move(spelling)) {
@@ -92,7 +92,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   if (spelling_) loadCorrections(configuration.configDirectory);
   announce();
   beginConversation();
-  Log(process_, "* checker: ready");
+  Log(instance_, "* checker: ready");
 }
 
 /// In the reverse order: who looks for us first finds us gone.
@@ -103,7 +103,7 @@ Checker::~Checker() {
   const ToolRecord tool(segments_.tool);
   tool.put(At::AppReady, 0);
   tool.put(At::InteractiveMode, 0);
-  Log(process_, "* checker: ended");
+  Log(instance_, "* checker: ended");
   host_.cleanUp();
 }
 
@@ -117,8 +117,8 @@ void Checker::createSegments() {
 }
 
 Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot) {
-  void* address = GETSAFEMEMBLOCK(process_, key, size, slot);
-  if (address == nullptr || process_.platform().sharedMemory.attachedSize(address) < size) {
+  void* address = GETSAFEMEMBLOCK(instance_, key, size, slot);
+  if (address == nullptr || instance_.platform().sharedMemory.attachedSize(address) < size) {
     const std::string why = host_.sharedMemory().creationFailure();
     throw std::runtime_error("can't create shared segment " + std::to_string(key) + ": " +
                              (why.empty() ? "it is another user's" : why) +
@@ -128,10 +128,10 @@ Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::
 }
 
 std::shared_ptr<CFMessagePort> Checker::takePort() {
-  MessagePorts& ports = process_.platform().messagePorts;
+  MessagePorts& ports = instance_.platform().messagePorts;
   auto port = ports.CFMessagePortCreateLocal(
       kServerPort, [this](std::int32_t command, const CFData* /*data*/) -> std::optional<CFData> {
-        Log(process_, "* checker: command message ", command);
+        Log(instance_, "* checker: command message ", command);
         if (conversation_) conversation_->obey(static_cast<std::uint32_t>(command));
         return std::nullopt;
       });
@@ -144,7 +144,7 @@ std::shared_ptr<CFMessagePort> Checker::takePort() {
 
 /// What has been sent to the port since it was taken waits for this.
 void Checker::servePort(const std::shared_ptr<CFMessagePort>& port) {
-  Platform& platform = process_.platform();
+  Platform& platform = instance_.platform();
   const auto source = platform.messagePorts.CFMessagePortCreateRunLoopSource(port);
   CFRunLoop* loop = platform.runLoop.CFRunLoopGetCurrent();
   if (source == nullptr || loop == nullptr) {
@@ -166,7 +166,7 @@ void Checker::trySpelling() {
 
 /// Word data is English. The trial loads what a first word in question would have to wait for.
 void Checker::loadCorrections(const std::filesystem::path& configDirectory) {
-  Platform& platform = process_.platform();
+  Platform& platform = instance_.platform();
   std::unique_ptr<corrections::Corrector> corrector;
   if (isEnglish(options_.dictionary)) corrector = corrections::Corrector::open(platform);
   if (corrector == nullptr) {
@@ -192,8 +192,8 @@ void Checker::announce() {
 }
 
 void Checker::beginConversation() {
-  Platform& platform = process_.platform();
-  const int textSegment = process_.state<SharedMemoryState>().shmid[kTextSlot];
+  Platform& platform = instance_.platform();
+  const int textSegment = instance_.state<SharedMemoryState>().shmid[kTextSlot];
   inputMethod_.emplace(host_.processRegistry(), platform.messagePorts, textSegment);
   if (options_.manner == Manner::Hostile) {
     scribbler_.emplace(segments_.tool, segments_.text, commandBytes_, *inputMethod_, options_.seed);
@@ -209,11 +209,11 @@ Listener Checker::listener() {
   Listener listener;
   listener.fix = [this](const Fix& fix) { logFix(fix); };
   listener.command = [this](std::uint32_t command, std::uint32_t bits) {
-    Log(process_, "* checker: command ", command, " bits ", bits);
+    Log(instance_, "* checker: command ", command, " bits ", bits);
   };
   listener.popup = [this](const PopupList* list) { tellOfPopup(list); };
   if (options_.traceScans) {
-    listener.scan = [this](ScanEnd end) { Log(process_, "* checker: scan: ", textOf(end)); };
+    listener.scan = [this](ScanEnd end) { Log(instance_, "* checker: scan: ", textOf(end)); };
   }
   return listener;
 }
@@ -221,7 +221,7 @@ Listener Checker::listener() {
 void Checker::logFix(const Fix& fix) {
   const std::u16string word = widened(fix.word);
   const std::u16string replacement = widened(fix.replacement);
-  Log(process_, "* checker: fix \"", Private{word}, "\" to \"", Private{replacement}, "\" count ",
+  Log(instance_, "* checker: fix \"", Private{word}, "\" to \"", Private{replacement}, "\" count ",
       fix.count, " port ", inputMethod_->name());
   if (options_.showText) host_.log().flush();  // whoever watches sees it where it belongs
 }
@@ -229,18 +229,18 @@ void Checker::logFix(const Fix& fix) {
 void Checker::tellOfPopup(const PopupList* list) {
   if (list == nullptr) {
     removePopupList(runtimeFolder_);
-    Log(process_, "* checker: popup closed");
+    Log(instance_, "* checker: popup closed");
     return;
   }
   const std::u16string word = widened(list->word);
   const bool written = writePopupList(runtimeFolder_, *list);
-  Log(process_, "* checker: popup \"", Private{word}, "\" suggestions ", list->suggestions.size(),
+  Log(instance_, "* checker: popup \"", Private{word}, "\" suggestions ", list->suggestions.size(),
       written ? "" : ", which nobody can read");
   if (options_.showText) host_.log().flush();
 }
 
 void Checker::look() {
-  const std::uint64_t now = process_.platform().clock.mach_absolute_time();
+  const std::uint64_t now = instance_.platform().clock.mach_absolute_time();
   if (conversation_->poll() || somebodyTypes()) lastWork_ = now;
   if (scribbler_) scribbler_->maybe();
   const std::uint64_t quiet = now - std::min(now, lastWork_);

@@ -8,7 +8,7 @@
 #include <optional>
 
 #include "hosts/desktop/DesktopHost.h"
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 #include "tools/checker/CheckerOptions.h"
 #include "tools/checker/Conversation.h"
 #include "tools/checker/Corrections.h"
@@ -53,7 +53,7 @@ class Checker {
   bool somebodyTypes();
 
   desktop::DesktopHost& host_;
-  Process process_;
+  Instance instance_;
   CheckerOptions options_;
   std::filesystem::path runtimeFolder_;
   std::unique_ptr<Spelling> spelling_;

@@ -107,7 +107,7 @@ void deactivate(World& world, const Arguments& is) {
 }
 void closeDocument(World& world, const Arguments& is) { world.document(is[0].word).close(); }
 void endController(World& world, const Arguments& /*is*/) {
-  Get_QuorvaneInputController(world.process).dealloc();
+  Get_QuorvaneInputController(world.instance).dealloc();
 }
 
 // Messages to the own port.
@@ -199,36 +199,36 @@ void applicationQuits(World& world, const Arguments& is) {
 // Commands and commits that no key reaches.
 
 void flagCommand(World& world, const Arguments& is) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent(world.process, is[0].u32());
+  Do_BIM_CallDirectQorvToolCommandAppEvent(world.instance, is[0].u32());
 }
 void flagCommandWaiting(World& world, const Arguments& is) {
-  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(world.process, is[0].u32());
+  Do_BIM_CallDirectQorvToolCommandAppEvent_Wait(world.instance, is[0].u32());
 }
 void messageCommand(World& world, const Arguments& is) {
-  CallDirectQorvToolCommandAppEvent(world.process, is[0].u32());
+  CallDirectQorvToolCommandAppEvent(world.instance, is[0].u32());
 }
 void messageCommandWaiting(World& world, const Arguments& is) {
-  CallDirectQorvToolCommandAppEventWait(world.process, is[0].u32());
+  CallDirectQorvToolCommandAppEventWait(world.instance, is[0].u32());
 }
 void openingCommand(World& world, const Arguments& is) {
-  CallQuorvaneToolCommand(world.process, is[0].u32(), false);
+  CallQuorvaneToolCommand(world.instance, is[0].u32(), false);
 }
 void openingCommandNamed(World& world, const Arguments& is) {
-  CallQuorvaneToolCommand(world.process, is[0].u32(), true);
+  CallQuorvaneToolCommand(world.instance, is[0].u32(), true);
 }
 void askForWritingStyles(World& world, const Arguments& /*is*/) {
-  const auto buffer = do_New_Get_Qorv_Menu_Handle(world.process, 0);
+  const auto buffer = do_New_Get_Qorv_Menu_Handle(world.instance, 0);
   world.writingStyles.reset();
   if (buffer) world.writingStyles = (*buffer)[3];
 }
 void parkBytes(World& world, const Arguments& is) {
   const std::string bytes = toBytes(is[0].text);
-  Do_commit_to_composition(world.process, reinterpret_cast<const std::uint8_t*>(bytes.data()),
+  Do_commit_to_composition(world.instance, reinterpret_cast<const std::uint8_t*>(bytes.data()),
                            static_cast<std::uint32_t>(bytes.size()), is[1].u32());
 }
 void commitRomanByte(World& world, const Arguments& is) {
   const auto byte = static_cast<std::uint8_t>(is[0].number);
-  Send_Char_Fix(world.process, &byte, is[1].u32());
+  Send_Char_Fix(world.instance, &byte, is[1].u32());
 }
 void deliverPosted(World& world, const Arguments& /*is*/) { world.settle(); }
 

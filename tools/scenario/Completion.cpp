@@ -60,7 +60,7 @@ void writeFile(World& world, const Arguments& is) {
 void setSwitch(World& world, const Arguments& is) {
   world.mustNotHaveStarted();
   const std::size_t index = choose(is[0].word, "space vertical shift-toggle");
-  world.process.state<MainState>().GlobalAutoCompleteFlags[index] = 1;
+  world.instance.state<MainState>().GlobalAutoCompleteFlags[index] = 1;
 }
 
 // Acts.
@@ -78,10 +78,10 @@ void pick(World& world, const Arguments& is) {
   world.settle();
 }
 void cancelCompletion(World& world, const Arguments& /*is*/) {
-  CancelAutoCompleteSession(world.process);
+  CancelAutoCompleteSession(world.instance);
 }
 void switchOffCompletion(World& world, const Arguments& /*is*/) {
-  Cancel_AutoCompleteSession_withoutspace(world.process);
+  Cancel_AutoCompleteSession_withoutspace(world.instance);
 }
 
 // What panel and annotation window show.

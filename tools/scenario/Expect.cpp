@@ -85,7 +85,7 @@ void expectNoSession(World& world, const Arguments& /*is*/) {
 }
 void expectSessionCount(World& world, const Arguments& is) {
   std::int64_t count = 0;
-  const BIMSessionRec* session = world.process.state<SessionState>().gSessionHandleStart;
+  const BIMSessionRec* session = world.instance.state<SessionState>().gSessionHandleStart;
   for (; session != nullptr; session = session->next) ++count;
   world.expectNumber(is[0].number, count);
 }

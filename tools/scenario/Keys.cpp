@@ -32,27 +32,27 @@ void setLayout(World& world, const Arguments& is) {
 // Keys pressed by the program.
 
 void typeByProgram(World& world, const Arguments& is) {
-  DO_FIX_CHAR(world.process, nullptr, static_cast<std::uint16_t>(is[0].number));
+  DO_FIX_CHAR(world.instance, nullptr, static_cast<std::uint16_t>(is[0].number));
   world.settle();
 }
 void typeAsText(World& world, const Arguments& is) {
-  DO_FIX_CHAR_NO_MODIFIERS(world.process, nullptr, static_cast<std::uint16_t>(is[0].number));
+  DO_FIX_CHAR_NO_MODIFIERS(world.instance, nullptr, static_cast<std::uint16_t>(is[0].number));
   world.settle();
 }
 void pressCommandKey(World& world, const Arguments& is) {
-  PostCommandKey(world.process, static_cast<std::uint16_t>(is[0].number));
+  PostCommandKey(world.instance, static_cast<std::uint16_t>(is[0].number));
   world.settle();
 }
 void pressDeviceKey(World& world, const Arguments& is) {
-  HID_PressRelease_VirtualKey(world.process, is[0].u32());
+  HID_PressRelease_VirtualKey(world.instance, is[0].u32());
   world.settle();
 }
 void prepareMenuCommand(World& world, const Arguments& /*is*/) {
-  do_PREP_QorvMain_Do_Menu_Tool_CommandID(world.process, 0);
+  do_PREP_QorvMain_Do_Menu_Tool_CommandID(world.instance, 0);
   world.settle();
 }
 void moveMouseByProgram(World& world, const Arguments& /*is*/) {
-  Post_MouseMovedEvent(world.process);
+  Post_MouseMovedEvent(world.instance);
 }
 
 // The main application's window.
@@ -62,26 +62,26 @@ struct Cancel {
   std::int64_t (*call)(World&);
 };
 constexpr std::array<Cancel, 6> kCancels{{
-    {"window", [](World& world) { return std::int64_t{BIMCancelWindowSession(world.process)}; }},
+    {"window", [](World& world) { return std::int64_t{BIMCancelWindowSession(world.instance)}; }},
     {"any-window",
-     [](World& world) { return std::int64_t{BIMAlwaysCancelWindowSession(world.process)}; }},
+     [](World& world) { return std::int64_t{BIMAlwaysCancelWindowSession(world.instance)}; }},
     {"text-and-window",
      [](World& world) {
-       BIMCancelandClose_WindowSession(world.process);
+       BIMCancelandClose_WindowSession(world.instance);
        return std::int64_t{0};
      }},
     {"document-window",
      [](World& world) {
        const std::uint64_t client = identityOf(&world.host.text.clientOf(world.focused()));
-       return std::int64_t{BIMCheckandClose_DocWindowSession(world.process, client)};
+       return std::int64_t{BIMCheckandClose_DocWindowSession(world.instance, client)};
      }},
     {"interactive-window",
      [](World& world) {
-       Cancel_Iteractive_Window(world.process);
+       Cancel_Iteractive_Window(world.instance);
        return std::int64_t{0};
      }},
     {"suspension",
-     [](World& world) { return std::int64_t{CHECK_InteractiveWindow_Cancel(world.process)}; }},
+     [](World& world) { return std::int64_t{CHECK_InteractiveWindow_Cancel(world.instance)}; }},
 }};
 
 void cancelWindow(World& world, const Arguments& is) {
@@ -95,12 +95,12 @@ void cancelWindow(World& world, const Arguments& is) {
 void askAboutClick(World& world, const Arguments& is) {
   const QDPoint point{static_cast<std::int16_t>(is[0].number),
                       static_cast<std::int16_t>(is[1].number)};
-  world.answer = BIMCancelMousePtWindowSession(world.process, point) ? 1 : 0;
+  world.answer = BIMCancelMousePtWindowSession(world.instance, point) ? 1 : 0;
   world.settle();
 }
 void testClick(World& world, const Arguments& is) {
   world.host.screens.mouse = {is[0].measure, is[1].measure};
-  world.answer = Get_MouseDown_Cancel(world.process);
+  world.answer = Get_MouseDown_Cancel(world.instance);
 }
 void expectAnswer(World& world, const Arguments& is) {
   world.expectNumber(is[0].number, world.answer);

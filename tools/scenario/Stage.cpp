@@ -15,7 +15,7 @@ void useSwitches(World& world, std::int64_t switches) {
   const auto word = static_cast<std::uint32_t>(switches);
   world.host.mainApplication.appFlagStatus = word;
   world.host.mainApplication.setField(49, word);
-  world.process.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = word;
+  world.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = word;
 }
 
 void setSwitches(World& world, const Arguments& is) { useSwitches(world, is[0].number); }
@@ -139,17 +139,17 @@ void moveMouse(World& world, const Arguments& is) {
   world.host.screens.mouse = {is[0].measure, is[1].measure};
 }
 void giveFirstSession(World& world, const Arguments& is) {
-  BIMSessionRec* head = world.process.state<SessionState>().gSessionHandleStart;
+  BIMSessionRec* head = world.instance.state<SessionState>().gSessionHandleStart;
   if (head == nullptr) throw BadStatement("there is no session yet");
   const field::Client& client = world.host.text.clientOf(world.document(is[0].word));
   head->clientID = static_cast<std::uint32_t>(identityOf(&client));
 }
 void startApplication(World& world, const Arguments& is) {
-  memory::MemoryProcess process;
-  process.name = is[0].word;
-  process.signature = is[1].u32();
-  process.bundleIdentifier = toBytes(is[2].text);
-  world.applications[is[0].word] = world.host.processes.add(process);
+  memory::MemoryProcess instance;
+  instance.name = is[0].word;
+  instance.signature = is[1].u32();
+  instance.bundleIdentifier = toBytes(is[2].text);
+  world.applications[is[0].word] = world.host.processes.add(instance);
   world.settle();
 }
 void startPencilMenu(World& world, const Arguments& /*is*/) {

@@ -120,7 +120,7 @@ void World::runHook(std::optional<Hook>& hook) {
 
 void World::start(const std::vector<std::string>& arguments) {
   try {
-    mainResult = InputMethodMain(process, arguments);
+    mainResult = InputMethodMain(instance, arguments);
   } catch (const std::exception& error) {
     startError = error.what();
   }
@@ -207,12 +207,12 @@ ProcessSerialNumber World::application(const std::string& name) {
 BIMSessionRec* World::sessionOf(const std::string& documentName) {
   const field::Client& client = host.text.clientOf(knownDocument(documentName));
   const auto id = static_cast<std::uint32_t>(identityOf(&client));
-  BIMSessionRec* session = process.state<SessionState>().gSessionHandleStart;
+  BIMSessionRec* session = instance.state<SessionState>().gSessionHandleStart;
   while (session != nullptr && session->clientID != id) session = session->next;
   return session;
 }
 
-BIMSessionRec* World::activeSession() { return process.state<SessionState>().gActiveSession; }
+BIMSessionRec* World::activeSession() { return instance.state<SessionState>().gActiveSession; }
 
 std::vector<std::string> recordLines(World& world, const std::string& name) {
   for (const Record& record : kRecords) {

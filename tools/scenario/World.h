@@ -83,8 +83,8 @@ class World {
   BIMSessionRec* activeSession();
 
   memory::MemoryHost host;
-  Process process{host.platform()};
-  InputController controller{process};
+  Instance instance{host.platform()};
+  InputController controller{instance};
 
   std::map<std::string, field::Document*> documents;
   std::map<std::string, ProcessSerialNumber> applications;

@@ -1,12 +1,12 @@
-#include "src/base/Process.h"
+#include "src/base/Instance.h"
 
 namespace quorvane {
 
-Process::~Process() {
+Instance::~Instance() {
   for (auto index = order_.rbegin(); index != order_.rend(); ++index) states_[*index].reset();
 }
 
-std::size_t Process::nextStateIndex() {
+std::size_t Instance::nextStateIndex() {
   static std::size_t next = 0;
   return next++;
 }

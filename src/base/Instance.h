@@ -11,17 +11,17 @@
 
 namespace quorvane {
 
-class Process {
+class Instance {
  public:
-  explicit Process(const Platform& platform) : platform_(platform) {}
+  explicit Instance(const Platform& platform) : platform_(platform) {}
   /// States go in the reverse order of their making.
-  ~Process();
-  Process(const Process&) = delete;
-  Process& operator=(const Process&) = delete;
+  ~Instance();
+  Instance(const Instance&) = delete;
+  Instance& operator=(const Instance&) = delete;
 
   [[nodiscard]] Platform& platform() { return platform_; }
 
-  /// The one instance of `State`, made on first use: with this process if it wants one.
+  /// The one instance of `State`, made on first use: with this instance if it wants one.
   template <class State>
   State& state() {
     const std::size_t index = stateIndex<State>;
@@ -37,9 +37,9 @@ class Process {
   };
   template <class State>
   struct Holder : AnyHolder {
-    explicit Holder(Process& process) requires std::is_constructible_v<State, Process&>
-        : state(process) {}
-    explicit Holder(Process& /*process*/) requires(!std::is_constructible_v<State, Process&>) {}
+    explicit Holder(Instance& instance) requires std::is_constructible_v<State, Instance&>
+        : state(instance) {}
+    explicit Holder(Instance& /*process*/) requires(!std::is_constructible_v<State, Instance&>) {}
     State state{};
   };
 
