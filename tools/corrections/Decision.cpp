@@ -19,11 +19,14 @@ bool keepsApostrophe(std::string_view word, std::string_view candidate) {
          candidate.find('\'') != std::string_view::npos;
 }
 
+std::string capitalised(std::string word) {
+  if (isSmallLetter(word.front())) word.front() = static_cast<char>(word.front() - 32);
+  return word;
+}
+
 /// In small letters or as a name.
 bool isInDictionaries(const std::string& word, const Accepts& accepts) {
-  std::string capital = word;
-  if (isSmallLetter(capital.front())) capital.front() = static_cast<char>(capital.front() - 32);
-  return accepts(word) || accepts(capital);
+  return accepts(word) || accepts(capitalised(word));
 }
 
 bool isPossessive(const WordIndex& index, std::string_view word) {
@@ -32,7 +35,7 @@ bool isPossessive(const WordIndex& index, std::string_view word) {
 
 /// Dictionaries write it with a capital only.
 bool isName(const std::string& word, const Accepts& accepts) {
-  return !accepts(word) && isInDictionaries(word, accepts);
+  return !accepts(word) && accepts(capitalised(word));
 }
 
 /// Nothing but letters typed twice, or once in place of twice.

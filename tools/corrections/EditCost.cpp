@@ -145,11 +145,24 @@ std::size_t fillRow(std::array<Row, 3>& rows, std::string_view one, std::string_
   return least;
 }
 
+/// Beginnings and ends that are the same cost nothing.
+void dropWhatIsSame(std::string_view& one, std::string_view& other) {
+  while (!one.empty() && !other.empty() && one.front() == other.front()) {
+    one.remove_prefix(1);
+    other.remove_prefix(1);
+  }
+  while (!one.empty() && !other.empty() && one.back() == other.back()) {
+    one.remove_suffix(1);
+    other.remove_suffix(1);
+  }
+}
+
 }  // namespace
 
 std::size_t slipsBetween(std::string_view one, std::string_view other, std::size_t limit) {
   if (std::max(one.size(), other.size()) > kLongestWord) return limit + 1;
   if (one.size() > other.size() + limit || other.size() > one.size() + limit) return limit + 1;
+  dropWhatIsSame(one, other);
   std::array<Row, 3> rows;
   for (std::size_t j = 0; j < rows[0].size(); ++j) {
     rows[0][j] = static_cast<std::uint8_t>(std::min(j, limit + 1));

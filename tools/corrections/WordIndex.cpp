@@ -40,18 +40,19 @@ std::optional<bool> WordIndex::beginsWithVowel(std::string_view word) const {
 
 std::vector<std::uint32_t> WordIndex::candidates(std::string_view typed, std::size_t slips) const {
   std::vector<std::uint32_t> found;
+  std::vector<bool> seen(words_.size());
   visitRemains(typed, slips, [&](std::string_view rest) {
     const auto ends = buckets_.slice(bucketOf(rest), 2);
     if (ends[0] > ends[1]) throw DamagedSnapshot("a bucket ends before it begins");
     for (const PackedEntry entry : entries_.slice(ends[0], ends[1] - ends[0])) {
       const std::size_t size = sizeIn(entry);
-      if (size <= typed.size() + slips && typed.size() <= size + slips) {
-        found.push_back(wordIn(entry));
-      }
+      const std::uint32_t word = wordIn(entry);
+      if (size > typed.size() + slips || typed.size() > size + slips) continue;
+      if (word >= seen.size() || seen[word]) continue;
+      seen[word] = true;
+      found.push_back(word);
     }
   });
-  std::ranges::sort(found);
-  found.erase(std::unique(found.begin(), found.end()), found.end());
   return found;
 }
 
@@ -66,6 +67,7 @@ std::vector<WordIndex::Entry> WordIndex::near(std::string_view typed) const {
     if (others > 2 * slips || word == typed || slipsBetween(word, typed, slips) > slips) continue;
     entries.push_back({word, corrections::logFrequency(frequencies_[index])});
   }
+  std::ranges::sort(entries, {}, &Entry::word);
   return entries;
 }
 
