@@ -43,7 +43,8 @@ inline constexpr std::array<Modifier, 6> kModifierTable{{
 /// The flags of a classic mask.
 [[nodiscard]] constexpr std::uint32_t flagsOfModifiers(std::uint32_t classic) {
   std::uint32_t flags = 0;
-  for (const Modifier& each : kModifierTable) flags |= (classic & each.classic) != 0 ? each.flag : 0;
+  for (const Modifier& each : kModifierTable)
+    flags |= (classic & each.classic) != 0 ? each.flag : 0;
   return flags;
 }
 
