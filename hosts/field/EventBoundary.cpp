@@ -15,9 +15,11 @@ struct EventBoundary::Progress {
   Progress(EventBoundary& owner, const Client& target)
       : boundary(owner),
         client(target),
-        outer(std::exchange(owner.progress_, this)),
+        outer(owner.progress_),
         changesBefore(target.changes()),
-        outerChangesBefore(outer ? outer->client.changes() : 0) {}
+        outerChangesBefore(outer ? outer->client.changes() : 0) {
+    owner.progress_ = this;
+  }
   ~Progress() {
     boundary.progress_ = outer;
     if (outer) outer->nestedChanges += outer->client.changes() - outerChangesBefore;
@@ -54,7 +56,11 @@ std::string_view describe(Outcome outcome) {
 }
 
 Outcome EventBoundary::offer(const NSEvent& event, Client& client) {
-  const Progress progress(*this, client);
+  Progress progress(*this, client);
+  return offer(event, client, progress);
+}
+
+Outcome EventBoundary::offer(const NSEvent& event, Client& client, const Progress& progress) {
   bool consumed = false;
   const bool whole = call([&](IMKInputController& controller) {
     consumed = controller.handleEvent(event, &client) || (takeDeclined && takeDeclined(event));

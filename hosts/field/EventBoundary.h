@@ -56,6 +56,8 @@ class EventBoundary {
 
  private:
   struct Progress;
+
+  Outcome offer(const NSEvent& event, Client& client, const Progress& progress);
   /// What is being caught.
   void recordThrown();
 
