@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_set>
 
 #include "tools/checker/Spelling.h"
 
@@ -11,6 +12,8 @@ namespace {
 
 constexpr std::array kEnglish{"en_US", "en_GB", "en_AU", "en_CA", "en_ZA"};
 
+constexpr std::size_t kMostKept = 4096;
+
 class Dictionaries : public Spelling {
  public:
   explicit Dictionaries(std::unique_ptr<Spelling> first) { add(std::move(first)); }
@@ -19,8 +22,12 @@ class Dictionaries : public Spelling {
     if (spelling != nullptr) spellings_.push_back(std::move(spelling));
   }
   bool accepts(const std::string& word) override {
-    return std::ranges::any_of(spellings_,
-                               [&](const auto& spelling) { return spelling->accepts(word); });
+    if (accepted_.contains(word)) return true;
+    const auto accepts = [&](const auto& spelling) { return spelling->accepts(word); };
+    if (!std::ranges::any_of(spellings_, accepts)) return false;
+    if (accepted_.size() >= kMostKept) accepted_.clear();
+    accepted_.insert(word);
+    return true;
   }
   std::vector<std::string> suggestions(const std::string& word) override {
     return spellings_.front()->suggestions(word);
@@ -28,6 +35,7 @@ class Dictionaries : public Spelling {
 
  private:
   std::vector<std::unique_ptr<Spelling>> spellings_;
+  std::unordered_set<std::string> accepted_;  ///< of late; what isn't accepted may be taught
 };
 
 }  // namespace
