@@ -102,13 +102,13 @@ class InputMethod {
   std::uint64_t keys_ = 0;
 };
 
-struct World {
+struct Stage {
   std::array<int, 2> sockets{};
   std::optional<Child> echoing;
   std::optional<Child> mainApplication;
   std::optional<InputMethod> inputMethod;
 
-  World() {
+  Stage() {
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET, 0, sockets.data()) != 0) std::abort();
     echoing.emplace([this] {
       ::close(sockets[0]);
@@ -121,8 +121,8 @@ struct World {
   }
 };
 
-World& world() {
-  static World instance;
+Stage& stage() {
+  static Stage instance;
   return instance;
 }
 
@@ -136,7 +136,7 @@ void touchSegment(std::uint32_t key, std::size_t size) {
 }
 
 void bareAttachments(benchmark::State& state) {
-  world();
+  stage();
   const auto offset = static_cast<std::uint32_t>(std::stoul(std::getenv("QUORVANE_KEY_OFFSET")));
   for (auto step : state) {
     touchSegment(880 + offset, 376);
@@ -145,18 +145,18 @@ void bareAttachments(benchmark::State& state) {
 }
 
 void keyDown(benchmark::State& state) {
-  for (auto step : state) world().inputMethod->key();
+  for (auto step : state) stage().inputMethod->key();
 }
 
 void keyDownWithLog(benchmark::State& state) {
-  world().inputMethod->setLog(true);
-  for (auto step : state) world().inputMethod->key();
-  world().inputMethod->setLog(false);
+  stage().inputMethod->setLog(true);
+  for (auto step : state) stage().inputMethod->key();
+  stage().inputMethod->setLog(false);
 }
 
 /// Waiting for the answer it looks at one more descriptor, as whoever runs a loop meanwhile must.
 void bareEcho(benchmark::State& state) {
-  const int socket = world().sockets[0];
+  const int socket = stage().sockets[0];
   const desktop::Descriptor loop(::eventfd(0, EFD_CLOEXEC));
   std::array<pollfd, 2> polled{{{socket, POLLIN, 0}, {loop.get(), POLLIN, 0}}};
   std::array<std::uint8_t, kPacketSize> packet{};
@@ -168,7 +168,7 @@ void bareEcho(benchmark::State& state) {
 }
 
 void messageWithReply(benchmark::State& state) {
-  Instance& instance = world().inputMethod->instance();
+  Instance& instance = stage().inputMethod->instance();
   for (auto step : state) {
     if (BIM_SendMessageToUIServerWithReply(instance, 2, "BNCH"_4cc, nullptr) != 0) std::abort();
   }
@@ -176,7 +176,7 @@ void messageWithReply(benchmark::State& state) {
 
 /// Runs last: the main application goes for it.
 void keyDownWithoutMainApplication(benchmark::State& state) {
-  World& all = world();
+  Stage& all = stage();
   all.mainApplication.reset();
   all.inputMethod->awaitMainApplication(false);
   for (auto step : state) all.inputMethod->key();

@@ -37,11 +37,11 @@ struct Message {
 };
 
 /// The main application was asked for something: what came of it.
-struct Answer {
+struct Asked {
   std::uint32_t command = 0;
   std::deque<Message> arrived;  ///< while the input method waited
   Fields written;
-  std::optional<TextRecord> text;
+  std::optional<RecordModel> text;
 };
 
 struct InputMethodModel {
@@ -49,10 +49,10 @@ struct InputMethodModel {
   std::deque<SessionModel> sessions;      ///< in the same order
   std::size_t active = 0;
   Fields fields;
-  TextRecord text;
+  RecordModel text;
   std::uint8_t publishedKey = 0;
   std::uint32_t switches = 0x11833;
-  std::deque<Answer> answers;          ///< to what the event asks for, in order
+  std::deque<Asked> answers;           ///< to what the event asks for, in order
   bool askedWrongly = false;           ///< for something else than it must
   std::deque<NSEvent> posted;          ///< must come back, in order
   std::map<std::string, int> reached;  ///< how often the rarer rules were
@@ -352,7 +352,7 @@ struct InputMethodModel {
   void ask(std::uint32_t command) {
     askedWrongly |= answers.empty() || answers.front().command != command;
     if (askedWrongly) return;
-    const Answer answer = std::move(answers.front());
+    const Asked answer = std::move(answers.front());
     answers.pop_front();
     for (const Message& message : answer.arrived) arrived(message);
     for (const auto& [field, value] : answer.written) fields[field] = value;

@@ -84,7 +84,7 @@ class RandomMainApplication {
  private:
   // For 101 and 106 the input method waits, and takes in messages meanwhile.
   void answer(std::uint32_t command) {
-    answering_ = &model_.answers.emplace_back(Answer{command, {}, {}, {}});
+    answering_ = &model_.answers.emplace_back(Asked{command, {}, {}, {}});
     const bool waits = command == 101 || command == 106;
     if (waits) answering_->arrived.swap(sent_);
     if (waits && random_.chance(300)) sendMessage();
@@ -105,7 +105,7 @@ class RandomMainApplication {
   }
 
   void writeText() {
-    TextRecord record;
+    RecordModel record;
     record.cursor = random_.chance(100) ? random_.word() : random_.below(390);
     record.length = random_.chance(800) ? record.cursor : record.cursor + random_.below(50);
     record.bytes.assign(384, 'w');
@@ -118,7 +118,7 @@ class RandomMainApplication {
 
   /// What lies before the caret now ends in another way: the text of a fix for this scan.
   void correct() {
-    TextRecord record;
+    RecordModel record;
     const std::string published = host_.mainApplication.published().text;
     if (published.size() < 2) return;
     record.bytes = published.substr(0, published.size() - 2) + "e ";
@@ -127,7 +127,7 @@ class RandomMainApplication {
     writeText(record);
   }
 
-  void writeText(const TextRecord& record) {
+  void writeText(const RecordModel& record) {
     const int segment = host_.mainApplication.segment(893);
     host_.sharedMemory.writeWord(segment, 0, record.cursor);
     host_.sharedMemory.writeWord(segment, 4, record.length);
@@ -152,7 +152,7 @@ class RandomMainApplication {
   Random& random_;
   memory::MemoryHost& host_;
   InputMethodModel& model_;
-  Answer* answering_ = nullptr;  ///< while it answers
+  Asked* answering_ = nullptr;  ///< while it answers
   std::deque<Message> sent_;
 };
 

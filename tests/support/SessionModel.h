@@ -14,7 +14,7 @@
 namespace quorvane::model {
 
 /// The text record: a session as it was published, or what the main application wrote over it.
-struct TextRecord {
+struct RecordModel {
   std::uint32_t cursor = 0;
   std::uint32_t length = 0;
   std::string bytes = std::string(384, '\0');
@@ -70,7 +70,7 @@ struct SessionModel {
 
   /// As much as there is room for. What it has in common with the old text, at either end, is still
   /// what was typed.
-  void take(const TextRecord& record) {
+  void take(const RecordModel& record) {
     const std::uint32_t taken = std::min(record.cursor, 384U);
     std::u16string fresh;
     for (std::uint32_t i = 0; i < taken; ++i) fresh += static_cast<std::uint8_t>(record.bytes[i]);
@@ -89,7 +89,7 @@ struct SessionModel {
     length = std::clamp(record.length, taken, 384U);
   }
 
-  void publish(TextRecord& record) const {
+  void publish(RecordModel& record) const {
     record.cursor = cursor;
     record.length = length;
     record.bytes.replace(0, cursor + 1, bytes(cursor + 1));
