@@ -58,7 +58,7 @@ void orderRestore(Instance& instance, BIMSessionRec* session, bool textChanged) 
   if (!textChanged) return;
   putField(instance, ToolCRecPtr_BufferChanged, 0);
   putField(instance, ToolCRecPtr_ClipState, 0);
-  CheckEditReplacements(instance, session);
+  if (CheckEditReplacements(instance, session) != 0) losePlace(session);
 }
 
 }  // namespace

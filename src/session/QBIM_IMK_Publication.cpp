@@ -114,7 +114,8 @@ bool takeChanges(Instance& instance, BIMSessionRec* session) {
 }
 
 void Update_Document_Session(Instance& instance, BIMSessionRec* session) {
-  takeChanges(instance, session);
+  if (session == nullptr) session = BIMGetActiveSession(instance);
+  if (takeChanges(instance, session)) losePlace(session);
 }
 
 std::int32_t CheckEditReplacements(Instance& instance, BIMSessionRec* session) {

@@ -224,7 +224,10 @@ struct InputMethodModel {
   void restoreClipboard() {
     fields[kClipboard] = 0;
     fields[kRequests] |= 1U << 20;
-    if (fields[kTextChanged] != 0) takeText();
+    if (fields[kTextChanged] != 0) {
+      takeText();
+      session().losePlace();
+    }
     ++reached["clipboards restored"];
   }
 
@@ -296,7 +299,7 @@ struct InputMethodModel {
     const bool waits = forFix && taken_ && isUnchanged();
     Taken fresh{active, waits ? taken_->before : session(), {}};
     takeText();
-    if (!forFix) return;
+    if (!forFix) return session().losePlace();
     fresh.after = session();
     taken_ = fresh;
     textsCome_ = true;
