@@ -121,27 +121,10 @@ TEST_F(Candidates, FrequenciesFarApartAreComparedByTheirWrappedDifference) {
   }
 }
 
-TEST_F(Candidates, AreCutBeforeTheTypedTextIsPutFirst) {
-  const auto sizeWith = [this](int words, bool typedIsOne) {
-    std::vector<std::string> names;
-    for (int i = 0; i < words; ++i)
-      names.push_back("q" + std::string(1, char('a' + i % 26)) +
-                      std::string(1, char('a' + i / 26)));
-    if (typedIsOne) names.back() = "q";
-    const std::vector<std::string_view> list(names.begin(), names.end());
-    host.bundle.setWordList(list);
-    return start().getCandidates(u"q").size();
-  };
-  EXPECT_EQ(sizeWith(49, false), 50U);
-  EXPECT_EQ(sizeWith(50, false), 51U);
-  EXPECT_EQ(sizeWith(51, false), 50U);
-  EXPECT_EQ(sizeWith(50, true), 50U);
-}
-
 TEST_F(Candidates, StandInTheirOrderWithTheUsersCapitals) {
   putWords(R"({"the":{"frequency":9},"there":{"frequency":5},"this":{"frequency":"7"},
                "that":{"frequency":2}})");
-  putUserFile(R"({"th":"THe","zz":"zzap","":"never"})");
+  putUserFile(R"({"th":"THe","zz":"zzap","":"never","Zz":"never"})");
   host.spellChecker.guesses[u"zz"] = {u"Zoo"};
   ConversionEngine& engine = start();
   const std::u16string dotted = u"\u0130";  // lowered to two units

@@ -69,16 +69,6 @@ TEST(Controller, ASpaceBeforeAnyHighlightIsAllThatIsLeft) {
   EXPECT_EQ(method.controller.recognizedEvents(nullptr), 0x6001C06U);
 }
 
-TEST(Controller, TheTwoPrivateInstancesHaveBuffersOfTheirOwn) {
-  Completing method;
-  InputController& functions = get_InputController_ptr(method.instance);
-  EXPECT_NE(&InputController::sharedServer(method.instance), &functions);
-  method.press(u"a");
-  EXPECT_EQ(functions.originalBuffer(), u"");
-  Cancel_AutoCompleteSession_withoutspace(method.instance);
-  EXPECT_EQ(method.document.text(), u"a") << "the word of the client's own controller stays";
-}
-
 /// Opens or closes one of the gates before completion.
 using Gate = void (*)(Completing& method, bool opens);
 

@@ -31,19 +31,15 @@ TEST_F(WordData, AFrequencyIsANumberOrDigitsAndAllElseIsNone) {
   for (const auto& [value, frequency] : {Case{"5", 5},
                                          {"-5", -5},
                                          {"4294967301", 5},
-                                         {"4294967291", -5},
                                          {"2147483648", INT32_MIN},
                                          {"-5.9", -5},
                                          {"1e300", INT32_MAX},
-                                         {"-1e300", INT32_MIN},
                                          {R"(" \t+5x")", 5},
                                          {R"("99999999999999999999")", INT32_MAX},
-                                         {R"("-99999999999999999999")", INT32_MIN},
                                          {R"("")", 0},
                                          {"true", 1},
                                          {"null", 0},
                                          {R"([5,"5"])", 0},
-                                         {R"({"frequency":5})", 0},
                                          {R"(5,"frequency":null)", 0},
                                          {R"(7,"frequency":5,"frequencies":9)", 5}}) {
     putWords(R"({"word":{"frequency":)" + std::string(value) + "}}");
@@ -64,7 +60,6 @@ TEST_F(WordData, WhatHasAnotherShapeIsLeftOut) {
   for (const auto& [value, lines] : std::vector<std::pair<std::string, Words>>{
            {R"({"translation":["a",1,["b"],{"c":"d"},"e"]})", {u"a", u"e"}},
            {R"({"translation":"a"})", {}},
-           {R"({"translation":{"a":"b"}})", {}},
            {R"({"translation":["a"],"translation":null})", {}},
            {R"({"translation":["a"],"translation":["b"]})", {u"b"}},
            {R"([{"translation":["a"]}])", {}},

@@ -90,16 +90,6 @@ TEST(CorrectionsWeights, OnlyWholeTablesAreRead) {
   }
 }
 
-TEST(CorrectionsDecision, NeighboursAreThoseOfTheLayout) {
-  const auto change = [](const keyboard::LayoutData& layout, const char* typed) {
-    return costOn(layout).between("sound", typed);
-  };
-  EXPECT_GT(change(keyboard::usLayout(), "soutd"),
-            change(keyboard::dvorakLayout(), "soutd") + 0.1F);
-  EXPECT_LT(change(keyboard::usLayout(), "soumd"),
-            change(keyboard::dvorakLayout(), "soumd") - 0.1F);
-}
-
 TEST(CorrectionsDecision, SureOrSilent) {
   const WordIndex index = Words({{"receive", 90'000},
                                  {"relieve", 3'000},
@@ -143,7 +133,6 @@ TEST(CorrectionsDecision, SureOrSilent) {
            Row{"occured", Writing::Small, Rule::Sure, "occurred"},
            Row{"occurs", Writing::Small, Rule::BelowFloor, "occur"},
            Row{"lockfile", Writing::Small, Rule::Nothing, ""},
-           Row{"profilo", Writing::Small, Rule::Itself, "profile"},
            Row{"profiler", Writing::Small, Rule::Itself, "profile"},
            Row{"biddden", Writing::Small, Rule::Itself, "bidden"},
            Row{"hiden", Writing::Small, Rule::Sure, "hidden"},

@@ -76,13 +76,6 @@ TEST_F(DesktopMessagePorts, SilentClientsAndThoseWhoNeverReadHoldNobodyUp) {
   EXPECT_EQ(reply.size(), kMessagePayloadLimit);
 }
 
-TEST_F(DesktopMessagePorts, APacketSentBeforeTheClientLeftIsStillHandled) {
-  serveHere();
-  put(client(), {0, 0, 0, 3, 0, 0, 0, 1});
-  stage_.turn();
-  EXPECT_EQ(received_, std::vector<std::int32_t>{3});
-}
-
 TEST_F(DesktopMessagePorts, ASendWithoutReplyNeverBlocksLongerThanItsTimeout) {
   const auto deaf = ports_.CFMessagePortCreateLocal("deaf", [](auto, auto) { return CFData(); });
   const auto remote = ports_.CFMessagePortCreateRemote("deaf");

@@ -134,18 +134,5 @@ TEST_F(TextApplicationTest, NestedEventTakesTheSameWayAndAnswersForItself) {
   EXPECT_FALSE(host.text.delivering());
 }
 
-TEST_F(TextApplicationTest, FocusGoesOverWithDeactivationFirst) {
-  Document& other = host.text.addDocument();
-  host.text.focus(&other);
-  host.text.focus(&other);
-  host.text.type(U'x');
-  host.text.focus(nullptr);
-  EXPECT_EQ(host.text.type(U'y'), Outcome::PassedOn);
-  EXPECT_EQ(controller.told,
-            (std::vector<std::string>{"deactivate", "activate", "10:7", "11:7", "deactivate"}));
-  EXPECT_EQ(document.text(), u"");
-  EXPECT_EQ(other.text(), u"x");
-}
-
 }  // namespace
 }  // namespace quorvane::field

@@ -1,5 +1,5 @@
-// A million random keys against a naive model, and faults that it must notice; and lives beside a
-// main application that comes, goes and writes anything.
+// A million random keys against a naive model; and lives beside a main application that comes, goes
+// and writes anything.
 
 #include <gtest/gtest.h>
 
@@ -46,16 +46,6 @@ TEST(RandomKeys, EachIsPassedOnOrTakenAsTheModelSays) {
   std::cout << '\n';
   // Fewer keys need not reach every rule.
   EXPECT_TRUE(keys < 500'000 || reached.size() == 19) << "a rule was never reached";
-}
-
-TEST(RandomKeys, APlantedFaultIsNoticed) {
-  for (const Fault fault : {Fault::Lost, Fault::Doubled, Fault::HandledTwice}) {
-    for (std::uint64_t seed = 1; seed <= 5; ++seed) {
-      RandomWorld world(seed, fault);
-      world.run(5'000);
-      EXPECT_NE(world.breach(), "") << "fault " << static_cast<int>(fault) << ", seed " << seed;
-    }
-  }
 }
 
 std::uint64_t seed;

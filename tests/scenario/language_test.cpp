@@ -62,7 +62,6 @@ TEST(ScenarioLanguage, EachKindOfExpectationCanFail) {
         "expect no session is active",
         "expect 2 sessions",
         "expect session byte 0 is 98",
-        "expect session length is 2",
         "expect session of note is active",
         "expect session length of note is 1",
         "expect field 51 is 7",

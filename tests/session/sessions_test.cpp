@@ -39,24 +39,6 @@ TEST_F(Sessions, OnlyTheLow32BitsOfAClientCount) {
   EXPECT_EQ(Get_SessionHandleFromID(method.instance, 0x5'0000'0000), 0) << "id 0 is nobody's";
 }
 
-TEST_F(Sessions, TheActiveSessionMayGoAndKeysStillPass) {
-  method.type("some text");
-  auto* gone = &method.session();
-  const auto handle = gone->handle;
-  ASSERT_EQ(DeleteSessionHandleID(method.instance, gone->clientID), 1);
-  ASSERT_EQ(BIMGetActiveSession(method.instance), gone);
-  EXPECT_EQ(findSession(method.instance, handle), nullptr);
-  EXPECT_EQ(method.host.mainApplication.field(34), 0u);
-  // Until the next lookup the stale session takes calls without harm.
-  EXPECT_EQ(BIMHandleInput(method.instance, gone, 'x'), 0);
-  EXPECT_EQ(Set_InteractiveSession(method.instance, gone, 'x'), 0);
-  Update_Document_Session(method.instance, nullptr);
-  EXPECT_EQ(CheckEditReplacements(method.instance, gone), 0);
-  method.type("y");
-  EXPECT_EQ(method.sessionText(), "y");
-  EXPECT_EQ(method.document.text(), u"some texty");
-}
-
 TEST_F(Sessions, HousekeepingReapsGoneApplicationsButNeverTheHead) {
   const std::size_t atStart = sessionCount();
   lookUp({10, 11, 12});

@@ -150,10 +150,6 @@ TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
   key.kmod = rightControlKey;
   sessionEvent(key, 'r');
   EXPECT_EQ(method.sessionText(), "qqq");
-  key.kmod = 0;
-  method.bringMainApplicationToFront();
-  sessionEvent(key, 's');
-  EXPECT_EQ(method.sessionText(), "qqq") << "the main application is in front";
 }
 
 TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {

@@ -35,29 +35,8 @@ TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
   ASSERT_TRUE(state.gKeyGlyphHandle);
   EXPECT_FALSE(state.gKeyGlyphHandle->isResource) << "it outlives the map";
   const Handle glyphs = state.gKeyGlyphHandle;
-
-  // A list that ends too early, and one that says so, have no second string.
-  for (const std::vector<std::uint8_t>& list :
-       {std::vector<std::uint8_t>{0, 2, 1, 'o', 9, 'q'}, {0, 1, 1, 'o', 1, 'q'}, {0, 2, 1, 'o'}}) {
-    host.resources.bundle[{"STR#"_4cc, 131}] = list;
-    Open_IMK_Resource(instance);
-    EXPECT_EQ(state.OpenMenuItemStr, "o");
-    EXPECT_EQ(state.QuitMenuItemStr, "");
-  }
+  Open_IMK_Resource(instance);
   EXPECT_EQ(state.gKeyGlyphHandle, glyphs);
-}
-
-TEST_F(Start, TheSwitchesOfCompletionDecidePanelAndDefaults) {
-  instance.state<MainState>().GlobalAutoCompleteFlags = {0, 1, 0};
-  EXPECT_EQ(init_inputmenu_server(instance)->panelType(),
-            IMKCandidatePanelType::SingleColumnScrolling);
-  EXPECT_EQ(host.log.lines.back(), "verticalCandidate: YES");
-  instance.state<MainState>().GlobalAutoCompleteFlags = {0, 0, 1};
-  EXPECT_EQ(init_inputmenu_server(instance)->panelType(), IMKCandidatePanelType::SingleRowStepping);
-  initPreference(instance);
-  EXPECT_FALSE(host.userDefaults.values["commitWordWithSpace"]);
-  EXPECT_FALSE(host.userDefaults.values["verticalCandidate"]);
-  EXPECT_TRUE(host.userDefaults.values["ShiftKeyToggle"]);
 }
 
 TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {

@@ -12,14 +12,10 @@
 
 namespace quorvane::model {
 
-/// A fault between the host and the controller; the law must notice it.
-enum class Fault { None, Lost, Doubled, HandledTwice };
-
 /// Stands before the controller.
 class RandomWorld : private IMKInputController {
  public:
-  explicit RandomWorld(std::uint64_t seed, Fault fault = Fault::None)
-      : random_(seed), fault_(fault) {
+  explicit RandomWorld(std::uint64_t seed) : random_(seed) {
     host_.journal.setRecording(false);
     host_.log.enabled = random_.chance(200);
     host_.log.limit = host_.console.limit = 100;
@@ -45,7 +41,6 @@ class RandomWorld : private IMKInputController {
  private:
   static constexpr std::size_t kTidyAbove = 3000;
   static constexpr std::size_t kDocumentLimit = 6;
-  static constexpr std::uint64_t kFaultAfter = 500;
   static constexpr std::uint64_t kHalfSecond = 500'000'000;
 
   // What happens.
@@ -141,15 +136,7 @@ class RandomWorld : private IMKInputController {
     if (inside_) broken("delivered within another event", event);
     const FlagGuard inside(inside_);
     began_ = host_.clock.now();
-    const bool taken = method_.controller.handleEvent(event, client);
-    const bool plain = event.type == NSEventType::KeyDown && event.eventRef &&
-                       event.modifierFlags == 0 && event.characters >= u"a" &&
-                       event.characters <= u"z";
-    if (taken || !plain || keys_ < kFaultAfter) return taken;
-    const Fault fault = std::exchange(fault_, Fault::None);
-    if (fault == Fault::Doubled) client->insertText(event.characters, kHere);
-    if (fault == Fault::HandledTwice) method_.controller.handleEvent(event, client);
-    return fault == Fault::Lost;
+    return method_.controller.handleEvent(event, client);
   }
   void activateServer(IMKTextInput* sender) override {
     method_.controller.activateServer(sender);
@@ -267,7 +254,6 @@ class RandomWorld : private IMKInputController {
   InputMethodModel model_;
   RandomMainApplication mainApplication_{random_, host_, model_};
   Habit habit_ = Habit::Mixed;
-  Fault fault_;
   std::uint64_t keys_ = 0;
   std::string breach_;
 

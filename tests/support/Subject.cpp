@@ -60,34 +60,15 @@ struct Subject::Sight {
   std::array<std::uint32_t, kBusyFields.size()> busy{};
 };
 
-class Subject::Gate : public IMKInputController {
+class Subject::Gate : public InputController {
  public:
-  explicit Gate(Subject& subject) : subject_(subject) {}
+  explicit Gate(Subject& subject) : InputController(subject.instance), subject_(subject) {}
 
   bool handleEvent(const NSEvent& event, IMKTextInput* client) override {
     require(!inside_, "an event waits for the end of the one before it");
     const FlagGuard inside(inside_);
     *subject_.before_ = subject_.look();
-    return subject_.controller.handleEvent(event, client);
-  }
-  void activateServer(IMKTextInput* sender) override { subject_.controller.activateServer(sender); }
-  void deactivateServer(IMKTextInput* sender) override {
-    subject_.controller.deactivateServer(sender);
-  }
-  void commitComposition(IMKTextInput* sender) override {
-    subject_.controller.commitComposition(sender);
-  }
-  std::uint32_t recognizedEvents(IMKTextInput* sender) override {
-    return subject_.controller.recognizedEvents(sender);
-  }
-  std::vector<std::u16string> candidates(IMKTextInput* sender) override {
-    return subject_.controller.candidates(sender);
-  }
-  void candidateSelectionChanged(const NSAttributedString& candidate) override {
-    subject_.controller.candidateSelectionChanged(candidate);
-  }
-  void candidateSelected(const NSAttributedString& candidate) override {
-    subject_.controller.candidateSelected(candidate);
+    return InputController::handleEvent(event, client);
   }
 
  private:
@@ -121,7 +102,7 @@ Subject::Sight Subject::look() {
     sight.clientChanges = focused->clientChanges();
   }
   const std::uint32_t switches = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
-  sight.composing |= !controller.originalBuffer().empty() || !controller.composedBuffer().empty();
+  sight.composing |= !gate_->originalBuffer().empty() || !gate_->composedBuffer().empty();
   sight.completionIsOn = (switches & kCompletionFlag) != 0;
   const auto& commit = instance.state<CommitState>();
   sight.waiting = host.messagePorts.pending() + (commit.stringbuffer ? 1 : 0) +
