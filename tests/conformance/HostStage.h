@@ -17,7 +17,7 @@ struct HostStage {
   virtual void turn() = 0;
   /// Where files may be written; need not exist.
   virtual std::string folder() = 0;
-  /// Somebody else serves `name`.
+  /// Somebody else serves `name`; without a callback he never answers.
   virtual void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) = 0;
   /// Both sides have noticed when it returns.
   virtual void stopElsewhere(std::string_view name) = 0;

@@ -134,4 +134,14 @@ TEST_P(MessagePortsConformance, ARemotePortIsTheSameObjectUntilItsPeerDies) {
   EXPECT_EQ(received_, (std::vector<Received>{{1, std::nullopt}, {3, std::nullopt}}));
 }
 
+TEST_P(MessagePortsConformance, ASilentServerEndsAWaitAtItsTimeout) {
+  stage_->serveElsewhere("silent", nullptr);
+  const auto remote = ports_.CFMessagePortCreateRemote("silent");
+  ASSERT_NE(remote, nullptr);
+  CFData reply;
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 1, {}, 0.05, 0.05, &reply),
+            kCFMessagePortReceiveTimeout);
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 2, {}, 0, 0, nullptr), kCFMessagePortSuccess);
+}
+
 }  // namespace quorvane::conformance

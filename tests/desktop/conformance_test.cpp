@@ -24,6 +24,7 @@ class Stage : public HostStage {
     elsewhere.ports = std::make_unique<desktop::MessagePorts>(folder_, loop, desktop_.host().log());
     elsewhere.port = elsewhere.ports->CFMessagePortCreateLocal(name, callback);
     ASSERT_NE(elsewhere.port, nullptr);
+    if (callback == nullptr) return;
     const auto source = elsewhere.ports->CFMessagePortCreateRunLoopSource(elsewhere.port);
     loop.CFRunLoopAddSource(*loop.CFRunLoopGetCurrent(), source);
   }

@@ -39,11 +39,8 @@ TEST_F(Typing, WhatShowsBesideAnotherWordHasASwitchEach) {
                "kings "},
            Row{"article", "a apple, a user. A hour. a and an lock, plan A always ",
                "an apple, a user. An hour. a and an lock, plan A always "},
-           Row{"words",
-               "i'm teh fs-util.c, util de nacional. the quantized flyer of licensors, says Hoare "
-               "to Ayn, is theatre programme. dont go, it occured to wich goverment ",
-               "I'm the fs-util.c, util de nacional. the quantized flyer of licensors, says Hoare "
-               "to Ayn, is theatre programme. don't go, it occurred to which government "},
+           Row{"words", "i'm teh fs-util.c, util de nacional ",
+               "I'm the fs-util.c, util de nacional "},
        }) {
     EXPECT_EQ(run({"type"}, row.typed), row.meant);
     run({"corrections", "off", row.name});

@@ -129,6 +129,22 @@ TEST(Type, WhatStandsBehindACaretThatHasMovedIsLeftAlone) {
   }
 }
 
+TEST(Corrections, SureOrSilent) {
+  const OwnFolder folder;
+  const std::string left =
+      "The quantized flyer of the licensors, says Hoare to Ayn, is his util of "
+      "theatre programme. ";
+  RunningProgram type(
+      folder,
+      {.arguments = {"type"},
+       .input = left + "We recieve teh one becuase i'm definately seperate, dont go untill it "
+                       "occured to wich goverment. "});
+  EXPECT_EQ(type.wait(), 0);
+  EXPECT_EQ(type.output(), left +
+                               "We receive the one because I'm definitely separate, don't go until "
+                               "it occurred to which government. ");
+}
+
 TEST(Corrections, WhatIsTakenBackTwiceIsNeverMadeAgain) {
   const OwnFolder folder;
   const auto run = [&](const std::vector<std::string>& arguments, const std::string& input) {

@@ -151,6 +151,22 @@ TEST_F(Restart, ThreeTimesWhileTyping) {
   for (const int count : asTyped) EXPECT_LE(count, 2);
 }
 
+TEST_F(Restart, InTheMiddleOfCompletedWords) {
+  const std::string text = typedText(words(40));
+  startChecker();
+  type_ = std::make_unique<RunningProgram>(
+      folder_, Start{.arguments = {"type", "--no-checker", "--trace", "--delay", "10", "--switches",
+                                   "11873"},
+                     .input = text,
+                     .variables = variables_});
+  for (int i = 0; i < 2; ++i) {
+    awaitKey(keys() + 20);
+    killAndRestart();
+  }
+  EXPECT_EQ(type_->wait(), 0);
+  EXPECT_EQ(type_->output(), text);
+}
+
 bool wasRefused(const RunningProgram& program) {
   return program.errors().find("running already") != std::string::npos;
 }

@@ -16,7 +16,9 @@ struct MemoryStage : HostStage {
 
   void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) override {
     memory::MemoryServer server;
+    server.silent = callback == nullptr;
     server.answer = [callback](std::int32_t id, const CFData& data) -> std::optional<CFData> {
+      if (callback == nullptr) return std::nullopt;
       return callback(id, data.empty() ? nullptr : &data);
     };
     host.messagePorts.serve(name, server);

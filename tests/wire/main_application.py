@@ -27,6 +27,9 @@ INPUT_METHOD = "bundle=com.tallowmere.inputmethod.Quorvane\n"
 CORRECTIONS = {b"teh": b"the", b"mistke": b"mistake"}
 ENDED_WORD = re.compile(rb'(?:^|[ \r\t("])([A-Za-z]+)[ \r\t.,;:!?)"]$')
 
+GREEDY = "GREEDY" in os.environ  # replaces more than there is, and says so only in the message
+HELD_UP = "HELD_UP" in os.environ  # as by a busy machine, and trusting the bit alone
+
 libc = ctypes.CDLL(None, use_errno=True)
 libc.shmat.restype = ctypes.c_void_p
 
@@ -99,11 +102,21 @@ class MainApplication:
     def scan(self, deadline):
         fix = self.find_fix()
         port = fix and self.connect_input_method()
+        if HELD_UP:
+            deadline = self.await_next_scan() + 0.06
         if (port and self.fields[SCAN] & SCAN_BIT and time.monotonic() < deadline
-                and self.typed() == fix[0]):
+                and (HELD_UP or self.typed() == fix[0])):
             self.send(port, *fix)
         self.fields[REQUESTS] &= ~SCAN_BIT
         self.fields[SCAN] &= ~SCAN_BIT
+
+    def await_next_scan(self):
+        """The bit that is set then belongs to another text than the one that was read."""
+        end = time.monotonic() + 0.5
+        for wanted in (0, SCAN_BIT):
+            while self.fields[SCAN] & SCAN_BIT != wanted and time.monotonic() < end:
+                time.sleep(0.0002)
+        return time.monotonic()
 
     def typed(self):
         return bytes(self.text[8:8 + self.numbers[0]])
@@ -131,6 +144,9 @@ class MainApplication:
     def send(self, port, old, start, end):
         """Changes the session text, and has the input method change the document."""
         new, count = start + end, len(old) - len(start)
+        if GREEDY:
+            port.send(struct.pack(">III", 202, 0, count + 1000) + end)
+            return
         self.text[8:8 + len(new)] = new
         self.numbers[0] = len(new)
         if len(new) != len(old):

@@ -1,5 +1,6 @@
 """Types into the program given as argument, with main_application.py as the main application."""
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -8,6 +9,8 @@ import time
 import main_application as wire
 
 CASES = [("I saw teh cat. ", "I saw the cat. "), ("A mistke, teh\n", "A mistake, the\n")]
+HELD_UP_CASES = [("teh teh, mistke it. ", r"t(eh|he) t(eh|he), mist(k|ak)e it\. "),
+                 ("teh \b\b\b\bred teh ", "red t(eh|he) ")]
 TRIES, LONGEST_PAUSE = 3, 50  # milliseconds; after a longer one a correction may be missing
 
 
@@ -38,12 +41,23 @@ def is_corrected(program, typed, expected):
     return document == expected
 
 
+def is_undamaged(program, typed, possible):
+    document, _ = type_text(program, typed)
+    print("%r became %r beside one that errs" % (typed, document))
+    return re.fullmatch(possible, document) is not None
+
+
 if __name__ == "__main__":
     with tempfile.TemporaryDirectory() as folder:
         os.environ["QUORVANE_RUNTIME_DIR"] = folder
         os.environ["QUORVANE_KEY_OFFSET"] = str(0x20000000 + 32 * os.getpid())
         try:
             good = all([is_corrected(sys.argv[1], *case) for case in CASES])
+            os.environ["GREEDY"] = "1"
+            good &= is_undamaged(sys.argv[1], "I saw teh cat. ", r"I saw teh cat\. ")
+            del os.environ["GREEDY"]
+            os.environ["HELD_UP"] = "1"
+            good &= all([is_undamaged(sys.argv[1], *case) for case in HELD_UP_CASES])
         finally:
             files = [name for name in os.listdir(folder) if not name.startswith(".")]  # locks stay
             left = [wire.remove_segments(), files]
