@@ -59,11 +59,7 @@ void removeDuplicates(std::vector<std::u16string>& list) {
 
 ConversionEngine& ConversionEngine::sharedEngine(Instance& instance) {
   auto& shared = instance.state<SharedEngineState>().engine;
-  if (shared == nullptr) {
-    auto engine = std::make_unique<ConversionEngine>(instance);
-    engine->loadPreparedData();
-    shared = std::move(engine);
-  }
+  if (shared == nullptr) shared = std::make_unique<ConversionEngine>(instance);
   return *shared;
 }
 
@@ -73,8 +69,8 @@ ConversionEngine::Words ConversionEngine::getCandidates(const std::u16string& ty
   Words list = wordsByFrequency(lowered);
   bool differ = !list.empty();  // as words of one list do
   if (list.empty()) list = onesToOffer(getSuggestionOfSpellChecker(lowered));
-  const auto substitution = substitutions.find(lowered);
-  if (substitution != substitutions.end()) {
+  const auto substitution = data_.substitutions.find(lowered);
+  if (substitution != data_.substitutions.end()) {
     list.insert(list.begin(), substitution->second);
     differ = false;
   }
@@ -102,7 +98,7 @@ ConversionEngine::Words ConversionEngine::onesToOffer(Words words) {
 ConversionEngine::Words ConversionEngine::wordsByFrequency(const std::u16string& prefix) {
   static_assert(WordTable::kMost > kListThreshold);
   const std::string query = queryOf(prefix);
-  auto first = wordsWithFrequencyAndTranslation->ask(
+  auto first = data_.wordsWithFrequencyAndTranslation.ask(
       [&query](const WordTable& table) -> std::optional<Words> {
         if (!table.ranked()) return std::nullopt;
         return table.firstWithPrefix(query);
@@ -139,7 +135,7 @@ ConversionEngine::Words ConversionEngine::sortWordsByFrequency(const Words& word
 
 std::int32_t ConversionEngine::frequencyOf(const std::u16string& word) {
   if (!hasUtf8Form(word)) return 0;
-  return wordsWithFrequencyAndTranslation->ask(
+  return data_.wordsWithFrequencyAndTranslation.ask(
       [key = toUtf8(word)](const WordTable& table) { return table.frequency(key); });
 }
 

@@ -4,7 +4,6 @@
 // loop starts, and never changes: a change to a data file takes effect at the next start.
 
 #include <algorithm>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,15 +29,9 @@ class ConversionEngine {
   /// is missing or malformed only leaves its part empty.
   static ConversionEngine& sharedEngine(Instance& instance);
 
-  explicit ConversionEngine(Instance& instance) : instance_(instance) {}
-
-  /// The parts in the order of their loading.
-  void loadPreparedData();
-  void loadTrie();
-  Cached<WordTable> getWordsWithFrequencyAndTranslation();
-  Substitutions getUserDefinedSubstitutions();
-  Cached<PhonexTable> getPhonexEncodedWords();
-  PhonexEncoder getPhonexEncoder();
+  /// Loads everything; throws as above.
+  explicit ConversionEngine(Instance& instance)
+      : instance_(instance), data_(loadPreparedData(instance)) {}
 
   /// What was typed, a substitution, then words that begin so, the most frequent first; corrections
   /// where there are none. At most 51, no text twice, the user's capitals kept. Empty for no text.
@@ -74,6 +67,21 @@ class ConversionEngine {
   std::u16string getAnnotation(const std::u16string& word);
 
  private:
+  struct PreparedData {
+    Cached<WordTable> wordsWithFrequencyAndTranslation;
+    Substitutions substitutions;
+    Cached<PhonexTable> phonexEncoded;
+    PhonexEncoder phonexEncoder;
+  };
+
+  /// The word list, then the parts in their order.
+  static PreparedData loadPreparedData(Instance& instance);
+  static void loadTrie(Instance& instance);
+  static Cached<WordTable> getWordsWithFrequencyAndTranslation(Instance& instance);
+  static Substitutions getUserDefinedSubstitutions(Instance& instance);
+  static Cached<PhonexTable> getPhonexEncodedWords(Instance& instance);
+  static PhonexEncoder getPhonexEncoder(Instance& instance);
+
   Words onesToOffer(Words words);
   Words wordsByFrequency(const std::u16string& prefix);
   std::int32_t frequencyOf(const std::u16string& word);
@@ -83,10 +91,7 @@ class ConversionEngine {
   std::u16string lowercaseString(const std::u16string& text);
 
   Instance& instance_;
-  std::optional<Cached<WordTable>> wordsWithFrequencyAndTranslation;
-  Substitutions substitutions;
-  std::optional<Cached<PhonexTable>> phonexEncoded;
-  std::optional<PhonexEncoder> phonexEncoder;
+  PreparedData data_;
 };
 
 }  // namespace quorvane

@@ -38,7 +38,7 @@ std::u16string ConversionEngine::getPhoneticSymbolOfWord(const std::u16string& w
 
 TextList ConversionEngine::annotationOf(const std::u16string& word) {
   if (!hasUtf8Form(word)) return {};
-  return wordsWithFrequencyAndTranslation->ask(
+  return data_.wordsWithFrequencyAndTranslation.ask(
       [key = toUtf8(word)](const WordTable& table) { return table.annotation(key); });
 }
 

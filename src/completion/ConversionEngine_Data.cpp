@@ -79,58 +79,55 @@ void complainOfUserFile(Instance& instance, const std::optional<JSONError>& erro
 
 }  // namespace
 
-void ConversionEngine::loadPreparedData() {
-  loadTrie();
-  wordsWithFrequencyAndTranslation = getWordsWithFrequencyAndTranslation();
-  substitutions = getUserDefinedSubstitutions();
-  phonexEncoded = getPhonexEncodedWords();
-  phonexEncoder.emplace(getPhonexEncoder());
+ConversionEngine::PreparedData ConversionEngine::loadPreparedData(Instance& instance) {
+  loadTrie(instance);
+  return {getWordsWithFrequencyAndTranslation(instance), getUserDefinedSubstitutions(instance),
+          getPhonexEncodedWords(instance), getPhonexEncoder(instance)};
 }
 
-void ConversionEngine::loadTrie() {
-  auto& list = instance_.state<WordListState>();
-  const Path path = resource(instance_, "google_227800_words", "bin");
-  list.fileState = stateOfFile(instance_.platform().fileManager, path);
-  loadWordList(list, instance_.platform().fileManager, path);
+void ConversionEngine::loadTrie(Instance& instance) {
+  auto& list = instance.state<WordListState>();
+  const Path path = resource(instance, "google_227800_words", "bin");
+  list.fileState = stateOfFile(instance.platform().fileManager, path);
+  loadWordList(list, instance.platform().fileManager, path);
 }
 
-Cached<WordTable> ConversionEngine::getWordsWithFrequencyAndTranslation() {
-  const Path json = resource(instance_, "frequency_and_ipa", "json");
-  return throughSnapshot<WordTable>(
-      instance_.platform().fileManager, "frequency_and_ipa",
-      instance_.state<WordListState>().fileState +
-          stateOfFile(instance_.platform().fileManager, json),
-      [&instance = instance_, json] { return makeWordTable(instance, json); });
+Cached<WordTable> ConversionEngine::getWordsWithFrequencyAndTranslation(Instance& instance) {
+  const Path json = resource(instance, "frequency_and_ipa", "json");
+  return throughSnapshot<WordTable>(instance.platform().fileManager, "frequency_and_ipa",
+                                    instance.state<WordListState>().fileState +
+                                        stateOfFile(instance.platform().fileManager, json),
+                                    [&instance, json] { return makeWordTable(instance, json); });
 }
 
-Cached<PhonexTable> ConversionEngine::getPhonexEncodedWords() {
-  const Path json = resource(instance_, "phonex_encoded_words", "json");
+Cached<PhonexTable> ConversionEngine::getPhonexEncodedWords(Instance& instance) {
+  const Path json = resource(instance, "phonex_encoded_words", "json");
   return throughSnapshot<PhonexTable>(
-      instance_.platform().fileManager, "phonex_encoded_words",
-      stateOfFile(instance_.platform().fileManager, json),
-      [&instance = instance_, json] { return makePhonexTable(instance, json); });
+      instance.platform().fileManager, "phonex_encoded_words",
+      stateOfFile(instance.platform().fileManager, json),
+      [&instance, json] { return makePhonexTable(instance, json); });
 }
 
-ConversionEngine::Substitutions ConversionEngine::getUserDefinedSubstitutions() {
-  FileManager& files = instance_.platform().fileManager;
+ConversionEngine::Substitutions ConversionEngine::getUserDefinedSubstitutions(Instance& instance) {
+  FileManager& files = instance.platform().fileManager;
   const std::string path = files.NSHomeDirectory() + kUserFile;
   const auto attributes = files.attributesOfItemAtPath(path);
   if (!attributes) return {};
   if (attributes->size > kLargestUserFile) {
-    Log(instance_, "* * ", kUserFile, " is larger than ", kLargestUserFile,
+    Log(instance, "* * ", kUserFile, " is larger than ", kLargestUserFile,
         " bytes: no substitutions");
     return {};
   }
-  SubstitutionsReader reader(instance_.platform().textEncoding);
-  const auto error = deserializeJSON(instance_, path, reader);
+  SubstitutionsReader reader(instance.platform().textEncoding);
+  const auto error = deserializeJSON(instance, path, reader);
   if (!error && reader.isWellFormed()) return reader.takeSubstitutions();
-  complainOfUserFile(instance_, error, reader);
+  complainOfUserFile(instance, error, reader);
   return {};
 }
 
-PhonexEncoder ConversionEngine::getPhonexEncoder() {
-  const Path path = resource(instance_, "phonex", "js");
-  Platform& platform = instance_.platform();
+PhonexEncoder ConversionEngine::getPhonexEncoder(Instance& instance) {
+  const Path path = resource(instance, "phonex", "js");
+  Platform& platform = instance.platform();
   return {platform.scriptHost,
           path ? platform.fileManager.stringWithContentsOfFile(*path) : std::nullopt};
 }

@@ -37,12 +37,12 @@ ConversionEngine::Words ConversionEngine::getSuggestionOfSpellChecker(const std:
 TextList ConversionEngine::soundAlikesOf(const std::u16string& text) {
   const std::u16string code = phonexEncode(text);
   if (!hasUtf8Form(code)) return {};
-  return phonexEncoded->ask(
+  return data_.phonexEncoded.ask(
       [key = toUtf8(code)](const PhonexTable& table) { return table.words(key); });
 }
 
 std::u16string ConversionEngine::phonexEncode(const std::u16string& word) {
-  return phonexEncoder->callWithArguments(word);
+  return data_.phonexEncoder.callWithArguments(word);
 }
 
 std::vector<std::string_view> ConversionEngine::sortByDamerauLevenshteinDistance(
