@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "platform/Units.h"
+
 namespace quorvane {
 
 class Clock {
@@ -11,9 +13,9 @@ class Clock {
 
   /// Nanoseconds since an unknown start; never goes back.
   virtual std::uint64_t mach_absolute_time() = 0;
-  /// Seconds since start-up, the time base of events.
-  virtual double GetCurrentEventTime() = 0;
-  virtual void usleep(std::uint32_t microseconds) = 0;
+  /// Since start-up; the time base of events.
+  virtual Seconds GetCurrentEventTime() = 0;
+  virtual void usleep(Microseconds duration) = 0;
 };
 
 }  // namespace quorvane

@@ -8,8 +8,8 @@ namespace quorvane::desktop {
 class Clock final : public quorvane::Clock {
  public:
   std::uint64_t mach_absolute_time() override;
-  double GetCurrentEventTime() override;
-  void usleep(std::uint32_t microseconds) override;
+  Seconds GetCurrentEventTime() override;
+  void usleep(Microseconds duration) override;
 };
 
 }  // namespace quorvane::desktop

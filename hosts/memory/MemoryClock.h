@@ -23,8 +23,8 @@ class MemoryClock : public Clock {
   MemoryClock& operator=(const MemoryClock&) = delete;
 
   std::uint64_t mach_absolute_time() override;
-  double GetCurrentEventTime() override;
-  void usleep(std::uint32_t microseconds) override;
+  Seconds GetCurrentEventTime() override;
+  void usleep(Microseconds duration) override;
 
   [[nodiscard]] std::uint64_t now() const { return now_; }
   /// Moves time, stopping at each scheduled moment on the way. Called from a scheduled function or
@@ -55,8 +55,8 @@ class MemoryClock : public Clock {
    public:
     explicit Quiet(MemoryClock& clock) : clock_(clock) {}
     std::uint64_t mach_absolute_time() override { return clock_.now(); }
-    double GetCurrentEventTime() override;
-    void usleep(std::uint32_t microseconds) override;
+    Seconds GetCurrentEventTime() override;
+    void usleep(Microseconds duration) override;
 
    private:
     MemoryClock& clock_;

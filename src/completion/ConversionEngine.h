@@ -29,6 +29,21 @@ class ConversionEngine {
   /// is missing or malformed only leaves its part empty.
   static ConversionEngine& sharedEngine(Instance& instance);
 
+  struct PreparedData {
+    Cached<WordTable> wordsWithFrequencyAndTranslation;
+    Substitutions substitutions;
+    Cached<PhonexTable> phonexEncoded;
+    PhonexEncoder phonexEncoder;
+  };
+
+  /// The word list, then the parts in their order.
+  static PreparedData loadPreparedData(Instance& instance);
+  static void loadTrie(Instance& instance);
+  static Cached<WordTable> getWordsWithFrequencyAndTranslation(Instance& instance);
+  static Substitutions getUserDefinedSubstitutions(Instance& instance);
+  static Cached<PhonexTable> getPhonexEncodedWords(Instance& instance);
+  static PhonexEncoder getPhonexEncoder(Instance& instance);
+
   /// Loads everything; throws as above.
   explicit ConversionEngine(Instance& instance)
       : instance_(instance), data_(loadPreparedData(instance)) {}
@@ -67,21 +82,6 @@ class ConversionEngine {
   std::u16string getAnnotation(const std::u16string& word);
 
  private:
-  struct PreparedData {
-    Cached<WordTable> wordsWithFrequencyAndTranslation;
-    Substitutions substitutions;
-    Cached<PhonexTable> phonexEncoded;
-    PhonexEncoder phonexEncoder;
-  };
-
-  /// The word list, then the parts in their order.
-  static PreparedData loadPreparedData(Instance& instance);
-  static void loadTrie(Instance& instance);
-  static Cached<WordTable> getWordsWithFrequencyAndTranslation(Instance& instance);
-  static Substitutions getUserDefinedSubstitutions(Instance& instance);
-  static Cached<PhonexTable> getPhonexEncodedWords(Instance& instance);
-  static PhonexEncoder getPhonexEncoder(Instance& instance);
-
   Words onesToOffer(Words words);
   Words wordsByFrequency(const std::u16string& prefix);
   std::int32_t frequencyOf(const std::u16string& word);
