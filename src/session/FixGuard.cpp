@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 
+#include "src/base/KeyBytes.h"
 #include "src/base/Log.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/session/QBIM_IMK_Publication.h"
@@ -15,10 +16,8 @@ constexpr std::array<std::string_view, kFixFaults> kFaultNames{
     "it contradicts what was typed",  "more was typed meanwhile", "it may be for another text",
     "it replaces more than there is", "it has no text",           "its text is missing"};
 
-// Mac OS Roman from 208 on.
+// Mac OS Roman from kEnDash on.
 constexpr std::u16string_view kSmartCharacters = u"\u2013\u2014\u201C\u201D\u2018\u2019";
-constexpr std::uint8_t kFirstSmartByte = 208;
-constexpr std::uint8_t kEmDash = 209;
 // Stand for bytes that are a character of their own each, but not which one.
 constexpr char16_t kUnknown = 0xE000;
 
@@ -53,8 +52,8 @@ bool isUnchanged(const BIMSessionRec* session, const TakenText& taken) {
 char16_t characterOf(std::uint8_t byte) {
   if (byte == '\r') return u'\n';
   if (byte < 128) return byte;
-  const std::size_t smart = std::size_t{byte} - kFirstSmartByte;
-  const bool isSmart = byte >= kFirstSmartByte && smart < kSmartCharacters.size();
+  const std::size_t smart = std::size_t{byte} - kEnDash;
+  const bool isSmart = byte >= kEnDash && smart < kSmartCharacters.size();
   return isSmart ? kSmartCharacters[smart] : static_cast<char16_t>(kUnknown + byte);
 }
 

@@ -12,10 +12,10 @@ namespace quorvane::checker {
 
 namespace {
 
-using Bytes = std::vector<std::uint8_t>;
+using OwnBytes = std::vector<std::uint8_t>;
 
-Bytes sessionBytes(const std::string& replacement, bool curlyApostrophes) {
-  Bytes bytes(replacement.begin(), replacement.end());
+OwnBytes sessionBytes(const std::string& replacement, bool curlyApostrophes) {
+  OwnBytes bytes(replacement.begin(), replacement.end());
   if (curlyApostrophes) std::ranges::replace(bytes, std::uint8_t{'\''}, kRightSingleQuote);
   return bytes;
 }
@@ -32,13 +32,13 @@ std::optional<Fix> makeFix(const TextRecord& record, const Word& word, std::stri
     return record.text.begin() + static_cast<std::ptrdiff_t>(index);
   };
   const bool curly = std::find(at(word.start), at(word.end), kRightSingleQuote) != at(word.end);
-  Bytes mended = sessionBytes(replacement, curly);
+  OwnBytes mended = sessionBytes(replacement, curly);
   mended.insert(mended.end(), at(word.end), record.text.end());
   auto text = documentText(mended);
   const std::size_t cursor = word.start + mended.size();
   if (!text || cursor > kTextCapacity) return std::nullopt;
 
-  Bytes corrected(record.text.begin(), at(word.start));
+  OwnBytes corrected(record.text.begin(), at(word.start));
   corrected.insert(corrected.end(), mended.begin(), mended.end());
   return Fix{std::move(spelt), std::move(replacement),
              static_cast<std::uint32_t>(documentLength({at(word.start), record.text.end()})),
