@@ -12,7 +12,7 @@
 
 #include "apps/Command.h"
 #include "src/bridge/qorv_sharedmem_State.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/shell/main.h"
 
 namespace quorvane {

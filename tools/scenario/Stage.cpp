@@ -3,7 +3,7 @@
 #include <array>
 
 #include "src/bridge/QBIMMessageSend.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {
