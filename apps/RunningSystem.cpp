@@ -83,6 +83,7 @@ Platform RunningSystem::platform() {
           .characterSets = host.characterSets,
           .clock = host.clock,
           .console = host.console,
+          .dateFormatting = host.dateFormatting,
           .eventPosting = host.eventPosting,
           .fileManager = host.fileManager,
           .inputMethodKit = host.inputMethodKit,

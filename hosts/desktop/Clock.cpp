@@ -8,9 +8,11 @@ namespace {
 
 constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
 
-timespec now() {
+constexpr time_t kReferenceDate = 978'307'200;  // 2001, since 1970
+
+timespec now(clockid_t clock = CLOCK_MONOTONIC) {
   timespec time{};
-  clock_gettime(CLOCK_MONOTONIC, &time);
+  clock_gettime(clock, &time);
   return time;
 }
 
@@ -24,6 +26,12 @@ std::uint64_t Clock::mach_absolute_time() {
 
 double Clock::GetCurrentEventTime() {
   return static_cast<double>(mach_absolute_time()) / static_cast<double>(kNanosecondsPerSecond);
+}
+
+CFAbsoluteTime Clock::CFAbsoluteTimeGetCurrent() {
+  const timespec time = now(CLOCK_REALTIME);
+  return static_cast<double>(time.tv_sec - kReferenceDate) +
+         static_cast<double>(time.tv_nsec) / static_cast<double>(kNanosecondsPerSecond);
 }
 
 void Clock::usleep(std::uint32_t microseconds) {

@@ -24,6 +24,15 @@ double MemoryClock::GetCurrentEventTime() {
   return toSeconds(now_);
 }
 
+CFAbsoluteTime MemoryClock::CFAbsoluteTimeGetCurrent() {
+  journal_.call("CFAbsoluteTimeGetCurrent");
+  return date();
+}
+
+CFAbsoluteTime MemoryClock::date() const { return dateAtStart_ + toSeconds(now_); }
+
+void MemoryClock::setDate(CFAbsoluteTime date) { dateAtStart_ = date - toSeconds(now_); }
+
 void MemoryClock::usleep(std::uint32_t microseconds) {
   journal_.call("usleep ", microseconds);
   advance(std::uint64_t{microseconds} * 1000);

@@ -18,6 +18,7 @@ class TurnedClock : public Clock {
   std::uint64_t now = 0;
   std::uint64_t mach_absolute_time() override { return now; }
   double GetCurrentEventTime() override { return 0; }
+  CFAbsoluteTime CFAbsoluteTimeGetCurrent() override { return 0; }
   void usleep(std::uint32_t microseconds) override { now += microseconds * std::uint64_t{1000}; }
 };
 
