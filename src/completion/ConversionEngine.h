@@ -66,6 +66,9 @@ class ConversionEngine {
   /// "[symbol]" and the translations, a line each; empty without a translation.
   std::u16string getAnnotation(const std::u16string& word);
 
+  /// The words with what is known of each, behind the word list. As they are loaded.
+  static Cached<WordTable> getWordsWithFrequencyAndTranslation(Instance& instance);
+
  private:
   struct PreparedData {
     Cached<WordTable> wordsWithFrequencyAndTranslation;
@@ -77,7 +80,6 @@ class ConversionEngine {
   /// The word list, then the parts in their order.
   static PreparedData loadPreparedData(Instance& instance);
   static void loadTrie(Instance& instance);
-  static Cached<WordTable> getWordsWithFrequencyAndTranslation(Instance& instance);
   static Substitutions getUserDefinedSubstitutions(Instance& instance);
   static Cached<PhonexTable> getPhonexEncodedWords(Instance& instance);
   static PhonexEncoder getPhonexEncoder(Instance& instance);

@@ -43,7 +43,8 @@ TEST_F(WordData, AFrequencyIsANumberOrDigitsAndAllElseIsNone) {
                                          {R"(5,"frequency":null)", 0},
                                          {R"(7,"frequency":5,"frequencies":9)", 5}}) {
     putWords(R"({"word":{"frequency":)" + std::string(value) + "}}");
-    start().getWordsWithFrequencyAndTranslation().ask(
+    start();
+    ConversionEngine::getWordsWithFrequencyAndTranslation(*instance).ask(
         [&](const WordTable& table) { EXPECT_EQ(table.frequency("word"), frequency) << value; });
   }
 }
