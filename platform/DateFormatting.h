@@ -10,10 +10,10 @@ namespace quorvane {
 enum class NSDateFormatterStyle { None = 0, Short = 1, Medium = 2, Long = 3, Full = 4 };
 
 struct NSDateFormatter {
-  std::string timeZone;  ///< timeZoneWithAbbreviation; empty: the systemTimeZone
+  std::string timeZone{};  ///< timeZoneWithAbbreviation; empty: the systemTimeZone
   NSDateFormatterStyle dateStyle = NSDateFormatterStyle::None;
   /// By the Unicode date field symbols; where there is one, the style counts for nothing.
-  std::u16string dateFormat;
+  std::u16string dateFormat{};
 };
 
 class DateFormatting {

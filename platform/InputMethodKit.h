@@ -88,8 +88,8 @@ class IMKInputController {
   /// Of an item that has an action: whether it may be chosen.
   virtual bool validateMenuItem(const NSMenuItem& /*item*/) { return true; }
   /// An item of that action was chosen.
-  virtual void doCommandBySelector(std::string_view /*selector*/,
-                                   const IMKCommandDictionary& /*infoDictionary*/) {}
+  virtual void doCommandBySelectorCommandDictionary(
+      std::string_view /*selector*/, const IMKCommandDictionary& /*infoDictionary*/) {}
 };
 
 struct IMKServer {
