@@ -53,6 +53,10 @@ class QuorvaneInputController : public IMKInputController {
     return Do_nsstring_commit_to_composition(instance_, text, replaceLength);
   }
 
+  // The Input Menu.
+  void SubMenuActions(const IMKCommandDictionary& sender);
+  bool validateMenuItem(const NSMenuItem& /*item*/) override { return true; }
+
   // Nothing to do on this side: composition and candidates are completion's.
   void ClearComposedBuffer() {}
   void cancelComposition() {}
