@@ -44,7 +44,7 @@ class NSMenuDelegate {
 
   // Notifications of the menu.
   virtual void menuWillSendAction(const NSMenuItem& item) = 0;
-  virtual void menuDidSendAction(const NSMenuItem& item) = 0;
+  virtual void menuDidSendAction(NSMenu& menu) = 0;
   virtual void DidEndTracking(NSMenu& menu) = 0;
 };
 

@@ -29,7 +29,7 @@ class QuorvaneInputAppDelegate : public NSMenuDelegate {
   void menuDidClose(NSMenu& menu) override;
   bool performKeyEquivalent(const NSEvent& event) override;
   void menuWillSendAction(const NSMenuItem& item) override;
-  void menuDidSendAction(const NSMenuItem& item) override;
+  void menuDidSendAction(NSMenu& menu) override;
   void DidEndTracking(NSMenu& menu) override;
 
  private:

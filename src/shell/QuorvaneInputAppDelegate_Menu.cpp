@@ -68,7 +68,7 @@ void QuorvaneInputAppDelegate::menuWillSendAction(const NSMenuItem& /*item*/) {
   Log(instance_, "menuWillSendAction");
 }
 
-void QuorvaneInputAppDelegate::menuDidSendAction(const NSMenuItem& /*item*/) {
+void QuorvaneInputAppDelegate::menuDidSendAction(NSMenu& /*menu*/) {
   Log(instance_, "menuDidSendAction");
 }
 
