@@ -26,8 +26,8 @@ std::shared_ptr<CFRunLoopSource> ObservedMessagePorts::CFMessagePortCreateRunLoo
 std::int32_t ObservedMessagePorts::CFMessagePortSendRequest(CFMessagePort& remote,
                                                             std::int32_t messageId,
                                                             std::span<const std::uint8_t> data,
-                                                            double sendTimeout,
-                                                            double receiveTimeout, CFData* reply) {
+                                                            Seconds sendTimeout,
+                                                            Seconds receiveTimeout, CFData* reply) {
   const std::int32_t result =
       inner_.CFMessagePortSendRequest(remote, messageId, data, sendTimeout, receiveTimeout, reply);
   if (sent) sent(messageId, data.size(), result);

@@ -23,8 +23,8 @@ class ObservedMessagePorts final : public MessagePorts {
   std::shared_ptr<CFRunLoopSource> CFMessagePortCreateRunLoopSource(
       const std::shared_ptr<CFMessagePort>& port) override;
   std::int32_t CFMessagePortSendRequest(CFMessagePort& remote, std::int32_t messageId,
-                                        std::span<const std::uint8_t> data, double sendTimeout,
-                                        double receiveTimeout, CFData* reply) override;
+                                        std::span<const std::uint8_t> data, Seconds sendTimeout,
+                                        Seconds receiveTimeout, CFData* reply) override;
 
  private:
   MessagePorts& inner_;

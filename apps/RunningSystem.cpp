@@ -22,7 +22,6 @@ using std::chrono::milliseconds;
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr milliseconds kStandInLimit{10'000};
-constexpr milliseconds kTurn{10};
 
 std::unique_ptr<StandIn> startStandIn(const SystemOptions& options) {
   return options.checker ? std::make_unique<StandIn>(options.talk, options.standIn) : nullptr;

@@ -2,6 +2,7 @@
 // The whole input method under one document, and the stand-in main application beside it in a
 // process of its own.
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -21,6 +22,9 @@
 #include "src/completion/InputController.h"
 
 namespace quorvane {
+
+/// How long the run loop turns at a time.
+inline constexpr std::chrono::milliseconds kTurn{10};
 
 class RunningSystem {
  public:

@@ -9,7 +9,6 @@ namespace {
 using std::chrono::milliseconds;
 using SteadyClock = std::chrono::steady_clock;
 
-constexpr milliseconds kTurn{10};
 constexpr milliseconds kQuiet{30};  ///< nothing has come for so long: no fix is on its way
 constexpr milliseconds kQuietLimit{200};
 

@@ -160,7 +160,7 @@ void fixOneself(Subject& subject, Input& input) {
   if (parked) {
     DO_Fix_Commit_Composition(subject.instance, BIMGetActiveSession(subject.instance), byte);
   } else {
-    Send_Char_Fix(subject.instance, &byte, input.number());
+    Send_Char_Fix(subject.instance, &byte, {input.number()});
   }
 }
 

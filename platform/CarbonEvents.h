@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/MacTypes.h"
+#include "platform/Units.h"
 
 namespace quorvane {
 
@@ -31,7 +32,7 @@ inline constexpr std::uint32_t kEventKeyModifierFnMask = 0x20000;
 struct CarbonEvent {
   FourCharCode eventClass = 0;
   std::uint32_t kind = 0;
-  double time = 0;                    ///< seconds since start-up
+  Seconds time{};                     ///< since start-up
   std::optional<std::uint8_t> kchr;   ///< 'kchr', type 'TEXT', 1 byte
   std::optional<std::uint32_t> kmod;  ///< 'kmod', type 'magn', 4 bytes
   std::optional<std::uint32_t> kcod;  ///< 'kcod', type 'magn', 4 bytes
@@ -48,7 +49,7 @@ class CarbonEvents {
   virtual ~CarbonEvents() = default;
 
   /// Fills `event` with an event without parameters. False where none can be made.
-  virtual bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
+  virtual bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, Seconds when,
                            CarbonEvent& event) = 0;
   /// The modifiers held at this moment, in the classic mask.
   virtual std::uint32_t GetCurrentKeyModifiers() = 0;

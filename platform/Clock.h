@@ -3,10 +3,9 @@
 
 #include <cstdint>
 
-namespace quorvane {
+#include "platform/Units.h"
 
-/// Seconds since 1 January 2001, 0:00 in UTC.
-using CFAbsoluteTime = double;
+namespace quorvane {
 
 class Clock {
  public:
@@ -14,11 +13,11 @@ class Clock {
 
   /// Nanoseconds since an unknown start; never goes back.
   virtual std::uint64_t mach_absolute_time() = 0;
-  /// Seconds since start-up, the time base of events.
-  virtual double GetCurrentEventTime() = 0;
-  /// What the clock on the wall shows; also +[NSDate date].
-  virtual CFAbsoluteTime CFAbsoluteTimeGetCurrent() = 0;
-  virtual void usleep(std::uint32_t microseconds) = 0;
+  /// Since start-up; the time base of events.
+  virtual Seconds GetCurrentEventTime() = 0;
+  /// Since 1 January 2001, 0:00 in UTC, by the clock on the wall; also +[NSDate date].
+  virtual Seconds CFAbsoluteTimeGetCurrent() = 0;
+  virtual void usleep(Microseconds duration) = 0;
 };
 
 }  // namespace quorvane

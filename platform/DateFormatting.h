@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/Clock.h"
+#include "platform/Units.h"
 
 namespace quorvane {
 
@@ -20,7 +20,8 @@ class DateFormatting {
  public:
   virtual ~DateFormatting() = default;
 
-  virtual std::u16string stringFromDate(const NSDateFormatter& formatter, CFAbsoluteTime date) = 0;
+  /// `date` as Clock::CFAbsoluteTimeGetCurrent gives it.
+  virtual std::u16string stringFromDate(const NSDateFormatter& formatter, Seconds date) = 0;
 };
 
 }  // namespace quorvane

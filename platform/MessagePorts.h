@@ -50,11 +50,11 @@ class MessagePorts {
   virtual std::shared_ptr<CFRunLoopSource> CFMessagePortCreateRunLoopSource(
       const std::shared_ptr<CFMessagePort>& port) = 0;
   /// One of the codes above. Without `reply` it returns as soon as the message is queued, waiting
-  /// for room up to `sendTimeout` seconds; with it, it runs the run loop until the answer came or
-  /// `receiveTimeout` seconds have passed.
+  /// for room up to `sendTimeout`; with it, it runs the run loop until the answer came or
+  /// `receiveTimeout` has passed.
   virtual std::int32_t CFMessagePortSendRequest(CFMessagePort& remote, std::int32_t messageId,
                                                 std::span<const std::uint8_t> data,
-                                                double sendTimeout, double receiveTimeout,
+                                                Seconds sendTimeout, Seconds receiveTimeout,
                                                 CFData* reply) = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "platform/Registration.h"
+#include "platform/Units.h"
 
 namespace quorvane {
 
@@ -27,13 +28,13 @@ class RunLoop {
   virtual CFRunLoop* CFRunLoopGetCurrent() = 0;
   /// In kCFRunLoopCommonModes. The run loop keeps the source, and the source its port.
   virtual void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) = 0;
-  /// -[NSObject performSelector:withObject:afterDelay:]: `function` runs once on the run loop, so
-  /// many seconds from now.
-  virtual void performAfterDelay(std::function<void()> function, double seconds) = 0;
-  /// InstallEventLoopTimer: `action` runs `first` seconds from now and then every `interval`
-  /// seconds; once where `interval` is 0. Timers fire in due order. One that was late fires once
+  /// -[NSObject performSelector:withObject:afterDelay:]: `function` runs once on the run loop,
+  /// when `delay` has passed.
+  virtual void performAfterDelay(std::function<void()> function, Seconds delay) = 0;
+  /// InstallEventLoopTimer: `action` runs when `first` has passed and then every `interval`;
+  /// once where `interval` is 0. Timers fire in due order. One that was late fires once
   /// for all that it missed. Destroying the result cancels it, also from within the action.
-  [[nodiscard]] virtual std::unique_ptr<Registration> addTimer(double first, double interval,
+  [[nodiscard]] virtual std::unique_ptr<Registration> addTimer(Seconds first, Seconds interval,
                                                                std::function<void()> action) = 0;
 };
 

@@ -35,9 +35,7 @@ void drawColumn(Canvas& canvas, const PanelView& panel, CellRect rect) {
   }
 }
 
-int lengthOf(const PanelEntry& entry, int columns) {
-  return desk::lengthOf(textOf(entry, columns));
-}
+int widthOf(const PanelEntry& entry, int columns) { return lengthOf(textOf(entry, columns)); }
 
 /// Of the pages that hold whole entries, the one with the highlighted entry.
 std::span<const PanelEntry> pageOf(std::span<const PanelEntry> entries, int columns) {
@@ -45,7 +43,7 @@ std::span<const PanelEntry> pageOf(std::span<const PanelEntry> entries, int colu
   auto first = entries.begin();
   int left = columns;
   for (auto entry = first; entry != entries.end(); ++entry) {
-    const int length = lengthOf(*entry, columns);
+    const int length = widthOf(*entry, columns);
     if (length > left) {
       if (chosen < entry || chosen == entries.end()) return {first, entry};
       first = entry;
@@ -56,9 +54,9 @@ std::span<const PanelEntry> pageOf(std::span<const PanelEntry> entries, int colu
   return {first, entries.end()};
 }
 
-int lengthOf(std::span<const PanelEntry> entries, int columns) {
+int widthOf(std::span<const PanelEntry> entries, int columns) {
   int cells = 0;
-  for (const PanelEntry& entry : entries) cells += lengthOf(entry, columns);
+  for (const PanelEntry& entry : entries) cells += widthOf(entry, columns);
   return cells;
 }
 
@@ -66,7 +64,7 @@ int lengthOf(std::span<const PanelEntry> entries, int columns) {
 void drawRow(Canvas& canvas, const PanelView& panel, const CellRect& rect) {
   const std::span<const PanelEntry> all(panel.entries);
   const bool more = panel.moreBefore || panel.moreBehind;
-  const bool arrows = more || lengthOf(all, rect.columns) > rect.columns;
+  const bool arrows = more || widthOf(all, rect.columns) > rect.columns;
   const int room = rect.columns - (arrows ? 2 * kArrow : 0);
   const auto page = pageOf(all, room);
   const int end = rect.column + rect.columns;

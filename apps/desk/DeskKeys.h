@@ -3,6 +3,8 @@
 
 #include <optional>
 
+#include "platform/Units.h"
+
 namespace quorvane::desk {
 
 enum class DeskCommand { Type, ToggleAnnotation, TapShift, Quit };
@@ -10,7 +12,7 @@ enum class DeskCommand { Type, ToggleAnnotation, TapShift, Quit };
 struct DeskKey {
   DeskCommand command = DeskCommand::Type;
   char32_t character = 0;  ///< to type: a character, or the classic code of a key without one
-  double time = 0;         ///< when it came: it may have to wait for the key before it
+  Seconds time{};          ///< when it came: it may have to wait for the key before it
 };
 
 /// A key with a character, control characters included. Empty: the desk doesn't know it.

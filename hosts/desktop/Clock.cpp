@@ -24,18 +24,16 @@ std::uint64_t Clock::mach_absolute_time() {
          static_cast<std::uint64_t>(time.tv_nsec);
 }
 
-double Clock::GetCurrentEventTime() {
-  return static_cast<double>(mach_absolute_time()) / static_cast<double>(kNanosecondsPerSecond);
-}
+Seconds Clock::GetCurrentEventTime() { return std::chrono::nanoseconds(mach_absolute_time()); }
 
-CFAbsoluteTime Clock::CFAbsoluteTimeGetCurrent() {
+Seconds Clock::CFAbsoluteTimeGetCurrent() {
   const timespec time = now(CLOCK_REALTIME);
-  return static_cast<double>(time.tv_sec - kReferenceDate) +
-         static_cast<double>(time.tv_nsec) / static_cast<double>(kNanosecondsPerSecond);
+  return std::chrono::seconds(time.tv_sec - kReferenceDate) +
+         std::chrono::nanoseconds(time.tv_nsec);
 }
 
-void Clock::usleep(std::uint32_t microseconds) {
-  const std::uint64_t until = mach_absolute_time() + std::uint64_t{microseconds} * 1000;
+void Clock::usleep(Microseconds duration) {
+  const std::uint64_t until = mach_absolute_time() + std::uint64_t{duration.count()} * 1000;
   const timespec wake{static_cast<time_t>(until / kNanosecondsPerSecond),
                       static_cast<long>(until % kNanosecondsPerSecond)};
   while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &wake, nullptr) == EINTR) continue;

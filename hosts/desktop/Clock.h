@@ -8,9 +8,9 @@ namespace quorvane::desktop {
 class Clock final : public quorvane::Clock {
  public:
   std::uint64_t mach_absolute_time() override;
-  double GetCurrentEventTime() override;
-  CFAbsoluteTime CFAbsoluteTimeGetCurrent() override;
-  void usleep(std::uint32_t microseconds) override;
+  Seconds GetCurrentEventTime() override;
+  Seconds CFAbsoluteTimeGetCurrent() override;
+  void usleep(Microseconds duration) override;
 };
 
 }  // namespace quorvane::desktop

@@ -19,10 +19,10 @@ class PortSource final : public RunLoopSource {
 };
 
 /// Anything that is no time at all counts as none; a day is as good as for ever.
-std::chrono::microseconds durationOf(double seconds) {
-  constexpr double kDay = 24 * 60 * 60;
-  if (!(seconds > 0)) return {};
-  return std::chrono::microseconds(static_cast<std::int64_t>(std::min(seconds, kDay) * 1e6));
+std::chrono::microseconds durationOf(Seconds time) {
+  constexpr Seconds kDay = std::chrono::hours(24);
+  if (!(time > Seconds(0))) return {};
+  return std::chrono::duration_cast<std::chrono::microseconds>(std::min(time, kDay));
 }
 
 }  // namespace
@@ -63,7 +63,7 @@ std::shared_ptr<CFRunLoopSource> MessagePorts::CFMessagePortCreateRunLoopSource(
 
 std::int32_t MessagePorts::CFMessagePortSendRequest(CFMessagePort& remote, std::int32_t messageId,
                                                     std::span<const std::uint8_t> data,
-                                                    double sendTimeout, double receiveTimeout,
+                                                    Seconds sendTimeout, Seconds receiveTimeout,
                                                     CFData* reply) {
   auto* port = dynamic_cast<RemotePort*>(&remote);
   if (port == nullptr) return kCFMessagePortIsInvalid;
@@ -73,7 +73,7 @@ std::int32_t MessagePorts::CFMessagePortSendRequest(CFMessagePort& remote, std::
   return port->ask(messageId, data, how, *reply);
 }
 
-RemotePort::Patience MessagePorts::patience(double sendTimeout, double receiveTimeout) const {
+RemotePort::Patience MessagePorts::patience(Seconds sendTimeout, Seconds receiveTimeout) const {
   const RunLoop::Deadline now = std::chrono::steady_clock::now();
   const RunLoop::Deadline end = isWithinKey() ? now + kLongestWithinKey : RunLoop::Deadline::max();
   return {std::min(now + durationOf(sendTimeout), end), durationOf(receiveTimeout), end};

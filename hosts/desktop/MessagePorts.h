@@ -24,8 +24,8 @@ class MessagePorts final : public quorvane::MessagePorts {
   std::shared_ptr<CFRunLoopSource> CFMessagePortCreateRunLoopSource(
       const std::shared_ptr<CFMessagePort>& port) override;
   std::int32_t CFMessagePortSendRequest(CFMessagePort& remote, std::int32_t messageId,
-                                        std::span<const std::uint8_t> data, double sendTimeout,
-                                        double receiveTimeout, CFData* reply) override;
+                                        std::span<const std::uint8_t> data, Seconds sendTimeout,
+                                        Seconds receiveTimeout, CFData* reply) override;
 
   /// Stops serving: sockets are closed and their files removed, whoever still keeps the ports.
   void closeLocalPorts();
@@ -35,7 +35,7 @@ class MessagePorts final : public quorvane::MessagePorts {
   std::function<bool()> isWithinKey = [] { return false; };
 
  private:
-  [[nodiscard]] RemotePort::Patience patience(double sendTimeout, double receiveTimeout) const;
+  [[nodiscard]] RemotePort::Patience patience(Seconds sendTimeout, Seconds receiveTimeout) const;
 
   const RuntimeFolder& folder_;
   RunLoop& runLoop_;

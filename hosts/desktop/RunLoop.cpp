@@ -68,10 +68,9 @@ std::function<bool(GIOCondition)> alwaysAgain(std::function<void(GIOCondition)> 
   };
 }
 
-RunLoop::Milliseconds millisecondsOf(double seconds) {
-  constexpr double kLongest = 60.0 * 60 * 24;
-  const auto milliseconds = std::ceil(std::clamp(seconds, 0.0, kLongest) * 1000);
-  return RunLoop::Milliseconds(static_cast<std::int64_t>(milliseconds));
+RunLoop::Milliseconds millisecondsOf(Seconds duration) {
+  constexpr Seconds kLongest = std::chrono::hours(24);
+  return std::chrono::ceil<RunLoop::Milliseconds>(std::clamp(duration, Seconds(0), kLongest));
 }
 
 int millisecondsUntil(RunLoop::Deadline deadline) {
@@ -103,14 +102,14 @@ void RunLoop::CFRunLoopAddSource(CFRunLoop& /*loop*/, std::shared_ptr<CFRunLoopS
   if (std::ranges::find(sources_, source) == sources_.end()) sources_.push_back(std::move(source));
 }
 
-void RunLoop::performAfterDelay(std::function<void()> function, double seconds) {
+void RunLoop::performAfterDelay(std::function<void()> function, Seconds delay) {
   const auto place = delayed_.emplace(delayed_.end());
   const auto perform = [this, place, function = std::move(function)] {
     delayed_.erase(place);  // first, lest a function that throws run again
     function();
     return false;
   };
-  *place = addTimer(millisecondsOf(seconds), perform);
+  *place = addTimer(millisecondsOf(delay), perform);
 }
 
 void RunLoop::removeAllSources() {
@@ -118,11 +117,11 @@ void RunLoop::removeAllSources() {
   delayed_.clear();
 }
 
-std::unique_ptr<Registration> RunLoop::addTimer(double first, double interval,
+std::unique_ptr<Registration> RunLoop::addTimer(Seconds first, Seconds interval,
                                                 std::function<void()> action) {
   GSource* source = g_timeout_source_new(static_cast<guint>(millisecondsOf(interval).count()));
   g_source_set_ready_time(source, g_get_monotonic_time() + millisecondsOf(first).count() * 1000);
-  auto call = [repeats = interval > 0, action = std::move(action)](GIOCondition) {
+  auto call = [repeats = interval > Seconds(0), action = std::move(action)](GIOCondition) {
     action();
     return repeats;
   };

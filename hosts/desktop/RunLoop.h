@@ -37,9 +37,9 @@ class RunLoop final : public quorvane::RunLoop {
 
   CFRunLoop* CFRunLoopGetCurrent() override { return &current_; }
   void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
-  void performAfterDelay(std::function<void()> function, double seconds) override;
+  void performAfterDelay(std::function<void()> function, Seconds delay) override;
 
-  [[nodiscard]] std::unique_ptr<Registration> addTimer(double first, double interval,
+  [[nodiscard]] std::unique_ptr<Registration> addTimer(Seconds first, Seconds interval,
                                                        std::function<void()> action) override;
   /// Calls `tick` every `interval` until it returns false or the result is destroyed.
   [[nodiscard]] std::unique_ptr<Registration> addTimer(Milliseconds interval,

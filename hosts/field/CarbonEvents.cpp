@@ -2,7 +2,7 @@
 
 namespace quorvane::field {
 
-bool CarbonEvents::CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
+bool CarbonEvents::CreateEvent(FourCharCode eventClass, std::uint32_t kind, Seconds when,
                                CarbonEvent& event) {
   event = {};
   event.eventClass = eventClass;

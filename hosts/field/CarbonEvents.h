@@ -7,7 +7,7 @@ namespace quorvane::field {
 
 class CarbonEvents final : public quorvane::CarbonEvents {
  public:
-  bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
+  bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, Seconds when,
                    CarbonEvent& event) override;
   std::uint32_t GetCurrentKeyModifiers() override;
   void GetKeys(KeyMap& keys) override;

@@ -90,7 +90,7 @@ void TextApplication::focus(Document* document) {
 }
 
 Outcome TextApplication::press(std::u16string_view characters, std::uint16_t keyCode,
-                               std::uint32_t modifierFlags, std::optional<double> time) {
+                               std::uint32_t modifierFlags, std::optional<Seconds> time) {
   NSEvent event{NSEventType::KeyDown, modifierFlags, keyCode, std::u16string(characters), nullptr};
   Delivery how = delivery;
   how.time = time ? time : clock_.GetCurrentEventTime();
@@ -101,7 +101,7 @@ Outcome TextApplication::press(std::u16string_view characters, std::uint16_t key
 }
 
 Outcome TextApplication::type(char32_t character, std::uint32_t modifierFlags,
-                              std::optional<double> time) {
+                              std::optional<Seconds> time) {
   if (character == U'\n') character = U'\r';
   const keyboard::Key key = queue_.keyboard().keyForCharacter(character).value_or(keyboard::Key{});
   if (key.shift) modifierFlags |= NSEventModifierFlagShift;

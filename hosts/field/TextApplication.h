@@ -19,9 +19,9 @@
 namespace quorvane::field {
 
 struct Delivery {
-  bool withEventRef = true;      ///< false: a host without Carbon records
-  bool repeat = false;           ///< a key down is a repetition
-  std::optional<double> time{};  ///< when it happened; empty: now
+  bool withEventRef = true;       ///< false: a host without Carbon records
+  bool repeat = false;            ///< a key down is a repetition
+  std::optional<Seconds> time{};  ///< when it happened; empty: now
 };
 
 /// What a trace is told once an event is over.
@@ -65,11 +65,11 @@ class TextApplication {
   /// Key down and key up at one time, which is now where none is given: a key that was handled for
   /// long wasn't held for long. The outcome is that of the key down.
   Outcome press(std::u16string_view characters, std::uint16_t keyCode,
-                std::uint32_t modifierFlags = 0, std::optional<double> time = {});
+                std::uint32_t modifierFlags = 0, std::optional<Seconds> time = {});
   /// Presses the key that makes the character, or that is named by a classic code (13, 28 ...),
   /// with `modifierFlags` in addition to those that it needs. A line feed is the return key.
   Outcome type(char32_t character, std::uint32_t modifierFlags = 0,
-               std::optional<double> time = {});
+               std::optional<Seconds> time = {});
   /// Mouse down and up at a place in the text: passed on, it sets the caret there.
   Outcome click(std::uint64_t index);
 

@@ -8,7 +8,7 @@
 namespace quorvane {
 namespace {
 
-constexpr double kReferenceDate = 978'307'200;  // since 1970, in seconds
+constexpr Seconds kReferenceDate{978'307'200};  // since 1970
 
 struct FormatCloser {
   void operator()(UDateFormat* format) const { udat_close(format); }
@@ -40,14 +40,14 @@ Format open(const NSDateFormatter& formatter, const std::string& localeName,
 
 }  // namespace
 
-std::u16string IcuDateFormatting::stringFromDate(const NSDateFormatter& formatter,
-                                                 CFAbsoluteTime date) {
+std::u16string IcuDateFormatting::stringFromDate(const NSDateFormatter& formatter, Seconds date) {
   const Format format = open(formatter, locale, systemTimeZone);
   if (!format) return {};
   std::array<char16_t, 256> text;
   UErrorCode error = U_ZERO_ERROR;
-  const std::int32_t units = udat_format(format.get(), (date + kReferenceDate) * 1000, text.data(),
-                                         static_cast<std::int32_t>(text.size()), nullptr, &error);
+  const std::int32_t units =
+      udat_format(format.get(), (date + kReferenceDate).count() * 1000, text.data(),
+                  static_cast<std::int32_t>(text.size()), nullptr, &error);
   if (U_FAILURE(error)) return {};
   return {text.data(), static_cast<std::size_t>(units)};
 }

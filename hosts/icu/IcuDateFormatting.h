@@ -8,7 +8,7 @@ namespace quorvane {
 class IcuDateFormatting final : public DateFormatting {
  public:
   /// Empty where the date can't be written so.
-  std::u16string stringFromDate(const NSDateFormatter& formatter, CFAbsoluteTime date) override;
+  std::u16string stringFromDate(const NSDateFormatter& formatter, Seconds date) override;
 
   // Empty: those of the system.
   std::string locale;

@@ -17,7 +17,7 @@ Number narrow(std::size_t value, const char* what) {
 }
 
 /// The bytes of a layout or of one of its blocks.
-class Bytes {
+class ByteBlock {
  public:
   template <class Number>
   void put(Number number) {
@@ -26,7 +26,7 @@ class Bytes {
   }
   void put16(std::size_t number) { put(narrow<std::uint16_t>(number, "too much for a layout")); }
   void put32(std::size_t number) { put(narrow<std::uint32_t>(number, "too much for a layout")); }
-  void append(const Bytes& other) {
+  void append(const ByteBlock& other) {
     bytes_.insert(bytes_.end(), other.bytes_.begin(), other.bytes_.end());
   }
   void align() { bytes_.resize((bytes_.size() + 3) / 4 * 4); }
@@ -56,12 +56,12 @@ class Writer {
   std::uint16_t output(const KeyOutput& key);
   [[nodiscard]] bool composes(const std::u16string& text) const;
 
-  Bytes modifiers() const;
-  Bytes tables(std::size_t offset);
-  Bytes records(std::size_t offset);
-  Bytes record(const KeyOutput& key);
-  Bytes terminators();
-  Bytes sequences() const;
+  ByteBlock modifiers() const;
+  ByteBlock tables(std::size_t offset);
+  ByteBlock records(std::size_t offset);
+  ByteBlock record(const KeyOutput& key);
+  ByteBlock terminators();
+  ByteBlock sequences() const;
 
   using RecordKey = std::pair<std::uint16_t, std::u16string>;  ///< dead key, text
 
@@ -97,8 +97,8 @@ std::uint16_t Writer::output(const KeyOutput& key) {
   return static_cast<std::uint16_t>(kUCKeyOutputStateIndexMask | number);
 }
 
-Bytes Writer::modifiers() const {
-  Bytes block;
+ByteBlock Writer::modifiers() const {
+  ByteBlock block;
   block.put(kUCKeyModifiersToTableNumFormat);
   block.put16(0);
   block.put32(tables_.tableOf.size());
@@ -106,10 +106,10 @@ Bytes Writer::modifiers() const {
   return block;
 }
 
-Bytes Writer::tables(std::size_t offset) {
+ByteBlock Writer::tables(std::size_t offset) {
   const std::size_t count = tables_.tables.size();
   if (count > kModifierStates) throw std::length_error("too many tables for a layout");
-  Bytes block;
+  ByteBlock block;
   block.put(kUCKeyToCharTableIndexFormat);
   block.put16(kKeyCount);
   block.put32(count);
@@ -121,8 +121,8 @@ Bytes Writer::tables(std::size_t offset) {
   return block;
 }
 
-Bytes Writer::record(const KeyOutput& key) {
-  Bytes entries;
+ByteBlock Writer::record(const KeyOutput& key) {
+  ByteBlock entries;
   std::size_t count = 0;
   for (std::size_t state = 1; state <= tables_.deadKeys.size() && key.deadKey == 0; ++state) {
     const auto& composed = tables_.deadKeys[state - 1].composed;
@@ -132,7 +132,7 @@ Bytes Writer::record(const KeyOutput& key) {
     entries.put(characters(found->second));
     ++count;
   }
-  Bytes record;
+  ByteBlock record;
   record.put(characters(key.text));
   record.put(key.deadKey);
   record.put16(count);
@@ -141,9 +141,9 @@ Bytes Writer::record(const KeyOutput& key) {
   return record;
 }
 
-Bytes Writer::records(std::size_t offset) {
-  Bytes index;
-  Bytes bodies;
+ByteBlock Writer::records(std::size_t offset) {
+  ByteBlock index;
+  ByteBlock bodies;
   index.put(kUCKeyStateRecordsIndexFormat);
   index.put16(records_.size());
   const std::size_t first = offset + kRecordsList + records_.size() * 4;
@@ -155,16 +155,16 @@ Bytes Writer::records(std::size_t offset) {
   return index;
 }
 
-Bytes Writer::terminators() {
-  Bytes block;
+ByteBlock Writer::terminators() {
+  ByteBlock block;
   block.put(kUCKeyStateTerminatorsFormat);
   block.put16(tables_.deadKeys.size());
   for (const DeadKey& deadKey : tables_.deadKeys) block.put(characters(deadKey.terminator));
   return block;
 }
 
-Bytes Writer::sequences() const {
-  Bytes block;
+ByteBlock Writer::sequences() const {
+  ByteBlock block;
   block.put(kUCKeySequenceDataIndexFormat);
   block.put16(sequences_.size());
   std::size_t end = kSequencesList + (sequences_.size() + 1) * 2;
@@ -180,9 +180,9 @@ Bytes Writer::sequences() const {
 /// records and terminators bring up sequences.
 std::vector<std::uint8_t> Writer::layout() {
   constexpr std::size_t kHeadSize = kLayoutTypeList + kTypeEntrySize;
-  Bytes blocks;
+  ByteBlock blocks;
   std::array<std::size_t, 5> offsets{};
-  const auto append = [&](std::size_t number, const Bytes& block) {
+  const auto append = [&](std::size_t number, const ByteBlock& block) {
     offsets[number] = kHeadSize + blocks.size();
     blocks.append(block);
     blocks.align();
@@ -193,7 +193,7 @@ std::vector<std::uint8_t> Writer::layout() {
   if (!tables_.deadKeys.empty()) append(3, terminators());
   if (!sequences_.empty()) append(4, sequences());
 
-  Bytes layout;
+  ByteBlock layout;
   layout.put(kUCKeyLayoutHeaderFormat);
   layout.put16(1);
   layout.put32(0);

@@ -9,7 +9,7 @@
 namespace quorvane::memory {
 namespace {
 
-double toSeconds(std::uint64_t nanoseconds) { return static_cast<double>(nanoseconds) / 1e9; }
+Seconds toSeconds(std::uint64_t nanoseconds) { return std::chrono::nanoseconds(nanoseconds); }
 
 }  // namespace
 
@@ -19,23 +19,23 @@ std::uint64_t MemoryClock::mach_absolute_time() {
   return now_;
 }
 
-double MemoryClock::GetCurrentEventTime() {
+Seconds MemoryClock::GetCurrentEventTime() {
   journal_.call("GetCurrentEventTime");
   return toSeconds(now_);
 }
 
-CFAbsoluteTime MemoryClock::CFAbsoluteTimeGetCurrent() {
+Seconds MemoryClock::CFAbsoluteTimeGetCurrent() {
   journal_.call("CFAbsoluteTimeGetCurrent");
   return date();
 }
 
-CFAbsoluteTime MemoryClock::date() const { return dateAtStart_ + toSeconds(now_); }
+Seconds MemoryClock::date() const { return dateAtStart_ + toSeconds(now_); }
 
-void MemoryClock::setDate(CFAbsoluteTime date) { dateAtStart_ = date - toSeconds(now_); }
+void MemoryClock::setDate(Seconds date) { dateAtStart_ = date - toSeconds(now_); }
 
-void MemoryClock::usleep(std::uint32_t microseconds) {
-  journal_.call("usleep ", microseconds);
-  advance(std::uint64_t{microseconds} * 1000);
+void MemoryClock::usleep(Microseconds duration) {
+  journal_.call("usleep ", duration.count());
+  advance(std::uint64_t{duration.count()} * 1000);
 }
 
 void MemoryClock::advance(std::uint64_t nanoseconds) {
@@ -85,10 +85,10 @@ bool MemoryClock::runNextDue(std::uint64_t until) {
   return true;
 }
 
-double MemoryClock::Quiet::GetCurrentEventTime() { return toSeconds(clock_.now()); }
+Seconds MemoryClock::Quiet::GetCurrentEventTime() { return toSeconds(clock_.now()); }
 
-void MemoryClock::Quiet::usleep(std::uint32_t microseconds) {
-  clock_.advance(std::uint64_t{microseconds} * 1000);
+void MemoryClock::Quiet::usleep(Microseconds duration) {
+  clock_.advance(std::uint64_t{duration.count()} * 1000);
 }
 
 }  // namespace quorvane::memory

@@ -23,17 +23,17 @@ class MemoryClock : public Clock {
   MemoryClock& operator=(const MemoryClock&) = delete;
 
   std::uint64_t mach_absolute_time() override;
-  double GetCurrentEventTime() override;
-  CFAbsoluteTime CFAbsoluteTimeGetCurrent() override;
-  void usleep(std::uint32_t microseconds) override;
+  Seconds GetCurrentEventTime() override;
+  Seconds CFAbsoluteTimeGetCurrent() override;
+  void usleep(Microseconds duration) override;
 
   [[nodiscard]] std::uint64_t now() const { return now_; }
   /// Moves time, stopping at each scheduled moment on the way. Called from a scheduled function or
   /// a hook it only moves the time; what falls due by that runs afterwards.
   void advance(std::uint64_t nanoseconds);
   /// The date moves with the time.
-  [[nodiscard]] CFAbsoluteTime date() const;
-  void setDate(CFAbsoluteTime date);
+  [[nodiscard]] Seconds date() const;
+  void setDate(Seconds date);
   void advanceTicks(double ticks);
   void advanceSeconds(double seconds);
   /// Runs `function` once, `nanoseconds` from now. In due order; equal moments in the order of
@@ -59,9 +59,9 @@ class MemoryClock : public Clock {
    public:
     explicit Quiet(MemoryClock& clock) : clock_(clock) {}
     std::uint64_t mach_absolute_time() override { return clock_.now(); }
-    double GetCurrentEventTime() override;
-    CFAbsoluteTime CFAbsoluteTimeGetCurrent() override { return clock_.date(); }
-    void usleep(std::uint32_t microseconds) override;
+    Seconds GetCurrentEventTime() override;
+    Seconds CFAbsoluteTimeGetCurrent() override { return clock_.date(); }
+    void usleep(Microseconds duration) override;
 
    private:
     MemoryClock& clock_;
@@ -72,7 +72,7 @@ class MemoryClock : public Clock {
   Journal& journal_;
   Quiet quiet_;
   std::uint64_t now_ = 1'000'000'000;
-  CFAbsoluteTime dateAtStart_ = 0;  ///< when `now_` was 0
+  Seconds dateAtStart_{};  ///< when `now_` was 0
   std::uint64_t scheduled_ = 0;
   std::vector<Due> due_;
   std::list<std::function<void()>> hooks_;  ///< a hook may add another

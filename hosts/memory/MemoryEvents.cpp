@@ -36,7 +36,7 @@ std::string_view describe(const CGEventSource* source) {
 
 }  // namespace
 
-bool MemoryCarbonEvents::CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
+bool MemoryCarbonEvents::CreateEvent(FourCharCode eventClass, std::uint32_t kind, Seconds when,
                                      CarbonEvent& event) {
   const std::size_t line = journal_.call("CreateEvent ", Journal::Code{eventClass}, " ", kind);
   if (createEventFails) return journal_.result(line, false);

@@ -16,7 +16,7 @@ class MemoryCarbonEvents : public CarbonEvents {
  public:
   explicit MemoryCarbonEvents(Journal& journal) : journal_(journal) {}
 
-  bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, double when,
+  bool CreateEvent(FourCharCode eventClass, std::uint32_t kind, Seconds when,
                    CarbonEvent& event) override;
   std::uint32_t GetCurrentKeyModifiers() override;
   void GetKeys(KeyMap& keys) override;

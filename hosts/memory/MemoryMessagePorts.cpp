@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kSentKept = 1000;
 
-std::uint64_t toNanoseconds(double seconds) { return static_cast<std::uint64_t>(seconds * 1e9); }
+std::uint64_t toNanoseconds(Seconds time) { return static_cast<std::uint64_t>(time.count() * 1e9); }
 
 }  // namespace
 
@@ -100,8 +100,8 @@ std::shared_ptr<CFRunLoopSource> MemoryMessagePorts::CFMessagePortCreateRunLoopS
 std::int32_t MemoryMessagePorts::CFMessagePortSendRequest(CFMessagePort& remote,
                                                           std::int32_t messageId,
                                                           std::span<const std::uint8_t> data,
-                                                          double sendTimeout, double receiveTimeout,
-                                                          CFData* reply) {
+                                                          Seconds sendTimeout,
+                                                          Seconds receiveTimeout, CFData* reply) {
   auto* const port = dynamic_cast<RemotePort*>(&remote);
   const std::string_view name = port ? std::string_view(port->name) : "a local port";
   const std::size_t line = journal_.call("CFMessagePortSendRequest ", name, " ",
@@ -136,39 +136,39 @@ void MemoryMessagePorts::CFRunLoopAddSource(CFRunLoop& loop,
   loop_.sources.push_back(std::move(source));
 }
 
-void MemoryMessagePorts::performAfterDelay(std::function<void()> function, double seconds) {
-  journal_.call("performAfterDelay ", seconds);
+void MemoryMessagePorts::performAfterDelay(std::function<void()> function, Seconds delay) {
+  journal_.call("performAfterDelay ", delay.count());
   clock_.schedule(
-      toNanoseconds(std::max(seconds, 0.0)),
+      toNanoseconds(std::max(delay, Seconds(0))),
       [this, function = std::move(function)]() mutable { due_.push_back(std::move(function)); });
 }
 
 struct MemoryMessagePorts::Timer {
-  double interval = 0;
+  Seconds interval{};
   std::function<void()> action;  ///< empty: cancelled
 };
 
-std::unique_ptr<Registration> MemoryMessagePorts::addTimer(double first, double interval,
+std::unique_ptr<Registration> MemoryMessagePorts::addTimer(Seconds first, Seconds interval,
                                                            std::function<void()> action) {
   struct Owner : Registration {
     explicit Owner(std::shared_ptr<Timer> owned) : timer(std::move(owned)) {}
     ~Owner() override { timer->action = nullptr; }
     std::shared_ptr<Timer> timer;
   };
-  journal_.call("addTimer ", first, " ", interval);
+  journal_.call("addTimer ", first.count(), " ", interval.count());
   auto timer = std::make_shared<Timer>(Timer{interval, std::move(action)});
   arm(timer, first);
   return std::make_unique<Owner>(std::move(timer));
 }
 
-void MemoryMessagePorts::arm(const std::shared_ptr<Timer>& timer, double seconds) {
-  clock_.schedule(toNanoseconds(std::max(seconds, 0.0)),
+void MemoryMessagePorts::arm(const std::shared_ptr<Timer>& timer, Seconds delay) {
+  clock_.schedule(toNanoseconds(std::max(delay, Seconds(0))),
                   [this, timer] { due_.emplace_back([this, timer] { fire(timer); }); });
 }
 
 void MemoryMessagePorts::fire(const std::shared_ptr<Timer>& timer) {
   if (!timer->action) return;
-  if (timer->interval > 0) arm(timer, timer->interval);
+  if (timer->interval > Seconds(0)) arm(timer, timer->interval);
   const auto action = timer->action;  // it may cancel its own timer
   action();
 }
@@ -235,8 +235,8 @@ std::shared_ptr<MemoryMessagePorts::LocalPort> MemoryMessagePorts::servedOnLoop(
 }
 
 std::int32_t MemoryMessagePorts::sendToPeer(const std::shared_ptr<Peer>& peer,
-                                            const SentMessage& message, double sendTimeout,
-                                            double receiveTimeout, CFData* reply) {
+                                            const SentMessage& message, Seconds sendTimeout,
+                                            Seconds receiveTimeout, CFData* reply) {
   if (peer->gone) return kCFMessagePortIsInvalid;
   if (peer->server.full) {
     clock_.advance(toNanoseconds(sendTimeout));
@@ -277,7 +277,7 @@ std::shared_ptr<MemoryMessagePorts::Reply> MemoryMessagePorts::handOver(
 
 /// The nested run of the loop. It goes on in ticks, and in larger steps after a long while.
 std::int32_t MemoryMessagePorts::await(const Peer& peer, const Reply& arrived,
-                                       double receiveTimeout) {
+                                       Seconds receiveTimeout) {
   const std::uint64_t start = clock_.now();
   const std::uint64_t deadline = start + toNanoseconds(receiveTimeout);
   for (;;) {
@@ -297,7 +297,7 @@ void MemoryMessagePorts::turnWhileWaiting() {
 }
 
 std::int32_t MemoryMessagePorts::sendToSelf(LocalPort& port, const SentMessage& message,
-                                            double receiveTimeout, CFData* reply) {
+                                            Seconds receiveTimeout, CFData* reply) {
   if (!port.onLoop) {
     if (reply) clock_.advance(toNanoseconds(receiveTimeout));
     return reply ? kCFMessagePortReceiveTimeout : kCFMessagePortSuccess;

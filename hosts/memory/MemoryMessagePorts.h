@@ -43,13 +43,13 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   std::shared_ptr<CFRunLoopSource> CFMessagePortCreateRunLoopSource(
       const std::shared_ptr<CFMessagePort>& port) override;
   std::int32_t CFMessagePortSendRequest(CFMessagePort& remote, std::int32_t messageId,
-                                        std::span<const std::uint8_t> data, double sendTimeout,
-                                        double receiveTimeout, CFData* reply) override;
+                                        std::span<const std::uint8_t> data, Seconds sendTimeout,
+                                        Seconds receiveTimeout, CFData* reply) override;
   CFRunLoop* CFRunLoopGetCurrent() override;
   void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
   /// At the first turn after the clock has come so far.
-  void performAfterDelay(std::function<void()> function, double seconds) override;
-  [[nodiscard]] std::unique_ptr<Registration> addTimer(double first, double interval,
+  void performAfterDelay(std::function<void()> function, Seconds delay) override;
+  [[nodiscard]] std::unique_ptr<Registration> addTimer(Seconds first, Seconds interval,
                                                        std::function<void()> action) override;
 
   // The script's side.
@@ -99,14 +99,14 @@ class MemoryMessagePorts : public MessagePorts, public RunLoop {
   struct Reply;
   [[nodiscard]] std::shared_ptr<LocalPort> servedOnLoop(std::string_view name) const;
   std::int32_t sendToPeer(const std::shared_ptr<Peer>& peer, const SentMessage& message,
-                          double sendTimeout, double receiveTimeout, CFData* reply);
+                          Seconds sendTimeout, Seconds receiveTimeout, CFData* reply);
   std::shared_ptr<Reply> handOver(const std::shared_ptr<Peer>& peer, const SentMessage& message);
-  std::int32_t await(const Peer& peer, const Reply& arrived, double receiveTimeout);
+  std::int32_t await(const Peer& peer, const Reply& arrived, Seconds receiveTimeout);
   void turnWhileWaiting();
   void handleMessage();
-  void arm(const std::shared_ptr<Timer>& timer, double seconds);
+  void arm(const std::shared_ptr<Timer>& timer, Seconds delay);
   void fire(const std::shared_ptr<Timer>& timer);
-  std::int32_t sendToSelf(LocalPort& port, const SentMessage& message, double receiveTimeout,
+  std::int32_t sendToSelf(LocalPort& port, const SentMessage& message, Seconds receiveTimeout,
                           CFData* reply);
   void remember(const SentMessage& message);
 

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <concepts>
 #include <string_view>
+#include <type_traits>
 
 #include "src/base/Instance.h"
 
@@ -36,6 +37,11 @@ class LogLine {
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
     add(std::string_view(digits.data(), static_cast<std::size_t>(end.ptr - digits.data())));
   }
+
+  /// An identity, by its number.
+  template <class Identity>
+  requires std::is_enum_v<Identity>
+  void add(Identity identity) { add(static_cast<std::underlying_type_t<Identity>>(identity)); }
 
   [[nodiscard]] std::string_view text() const { return {bytes_.data(), size_}; }
 

@@ -11,8 +11,8 @@
 namespace quorvane {
 namespace {
 
-constexpr double kLongWait = 1600.0;  // seconds
-constexpr double kShortWait = 10.0;
+constexpr Seconds kLongWait{1600};
+constexpr Seconds kShortWait{10};
 constexpr std::uint32_t kAppMessage = 100;
 constexpr std::uint32_t kQuitMenulet = "gMen"_4cc;
 
@@ -38,7 +38,7 @@ std::shared_ptr<CFMessagePort> serverPort(Instance& instance) {
 }
 
 std::int32_t send(Instance& instance, CFMessagePort& port, std::uint32_t id,
-                  std::span<const std::uint8_t> payload, double timeout, CFData* reply) {
+                  std::span<const std::uint8_t> payload, Seconds timeout, CFData* reply) {
   return instance.platform().messagePorts.CFMessagePortSendRequest(
       port, static_cast<std::int32_t>(id), payload, timeout, timeout, reply);
 }
@@ -66,7 +66,8 @@ std::int32_t BIM_SendMessageToUIServer(Instance& instance, std::uint32_t cmd,
                                        FourCharCode signature) {
   const auto port = serverPort(instance);
   if (!port) return kNoPort;
-  const std::int32_t sent = send(instance, *port, cmd, serverPayload(cmd, signature), 0.0, nullptr);
+  const std::int32_t sent =
+      send(instance, *port, cmd, serverPayload(cmd, signature), Seconds(0), nullptr);
   Log(instance, "IMK BIM_SendMessageToUIServer");
   return sent == kCFMessagePortSuccess ? 0 : kSendFailed;
 }
@@ -123,8 +124,9 @@ std::int32_t BIMSendMessageToMenuletServer(Instance& instance, std::uint32_t id)
   std::array<std::uint8_t, kMenuletPayloadSize> payload{};
   static_assert(kMenuletSenderOffset + sizeof(sender) == kMenuletPayloadSize);
   std::memcpy(payload.data() + kMenuletSenderOffset, &sender, sizeof(sender));
-  return send(instance, *port, id, payload, 0.0, nullptr) == kCFMessagePortSuccess ? 0
-                                                                                   : kSendFailed;
+  return send(instance, *port, id, payload, Seconds(0), nullptr) == kCFMessagePortSuccess
+             ? 0
+             : kSendFailed;
 }
 
 std::int32_t BIMQuitMenulet(Instance& instance) {

@@ -19,7 +19,7 @@ void describe(Instance& instance, AEToolEventSelectStruct& record, std::uint32_t
 
 }  // namespace
 
-std::uint64_t Tick_Count(Instance& instance) {
+Ticks Tick_Count(Instance& instance) {
   return ticksFromAbsoluteTime(instance.platform().clock.mach_absolute_time());
 }
 

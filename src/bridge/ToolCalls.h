@@ -12,17 +12,17 @@
 #include <array>
 #include <optional>
 
+#include "platform/Units.h"
 #include "src/base/Instance.h"
 #include "src/bridge/SharedLayout.h"
 
 namespace quorvane {
 
-/// Sixtieths of a second.
-std::uint64_t Tick_Count(Instance& instance);
+Ticks Tick_Count(Instance& instance);
 /// What Tick_Count makes of a clock that counts nanoseconds.
-constexpr std::uint64_t ticksFromAbsoluteTime(std::uint64_t t) {
+constexpr Ticks ticksFromAbsoluteTime(std::uint64_t t) {
   constexpr std::uint64_t kMultiplier = 0x80D9594E;
-  return ((t >> 32) * kMultiplier + (((t & 0xFFFFFFFF) * kMultiplier) >> 32)) >> 23;
+  return Ticks(((t >> 32) * kMultiplier + (((t & 0xFFFFFFFF) * kMultiplier) >> 32)) >> 23);
 }
 
 // The flag route.

@@ -17,17 +17,16 @@ constexpr std::uint32_t kWaitingBusyBit = 1;
 struct Wait {
   std::uint32_t field;
   std::uint32_t bit;
-  std::uint64_t ticks;
+  Ticks longest;
   std::uint32_t roundsPerReading;
 };
 
 // True where the other process cleared the bit in time. `now` stays 0 until the first reading, so
 // that the deadline can't end the wait before it.
-bool spinUntilClear(Instance& instance, const ToolRec& record, const Wait& wait,
-                    std::uint64_t start) {
-  const std::uint64_t deadline = start + wait.ticks;
+bool spinUntilClear(Instance& instance, const ToolRec& record, const Wait& wait, Ticks start) {
+  const Ticks deadline = start + wait.longest;
   const std::uint32_t mask = std::uint32_t{1} << wait.bit;
-  std::uint64_t now = 0;
+  Ticks now{};
   std::uint32_t rounds = 0;
   while (now < deadline) {
     ++rounds;
@@ -71,7 +70,7 @@ void do_CallDirectQorvToolCommandAppEvent(Instance& instance, std::uint32_t bit,
 void waitForRequest(Instance& instance, const ToolRec& record, std::uint32_t bit) {
   record.setBit(ToolCRecPtr_USEFLAGS2, bit);
   const FieldBit busy(record, ToolCRecPtr_unusedx2, kWaitingBusyBit);
-  const Wait wait{ToolCRecPtr_USEFLAGS2, bit, 120, 40};
+  const Wait wait{ToolCRecPtr_USEFLAGS2, bit, Ticks(120), 40};
   if (!spinUntilClear(instance, record, wait, Tick_Count(instance))) {
     Log(instance, "***************** ToolCRecPtr_USEFLAGS2_Wait TIMEOUT");
   }
@@ -158,10 +157,10 @@ bool Do_checktypingSentScan(Instance& instance) {
   const FieldBit busy(record, ToolCRecPtr_unusedx2, kSentenceScanBit);
   WakeUpQuorvaneProcess(instance);
   Set_AEToolEventSelectStruct(instance, nullptr, kScanSentenceCommand);
-  const std::uint64_t start = Tick_Count(instance);
-  const bool answered =
-      spinUntilClear(instance, record, {ToolCRecPtr_ScanFlags, kSentenceScanBit, 6, 15}, start);
-  if (answered) Log(instance, "notfinished ticks ", Tick_Count(instance) - start);
+  const Ticks start = Tick_Count(instance);
+  const bool answered = spinUntilClear(
+      instance, record, {ToolCRecPtr_ScanFlags, kSentenceScanBit, Ticks(6), 15}, start);
+  if (answered) Log(instance, "notfinished ticks ", (Tick_Count(instance) - start).count());
   return answered;
 }
 

@@ -8,7 +8,7 @@ namespace {
 constexpr std::int32_t kWidth = 160;
 constexpr std::uint64_t kCanJoinAllSpaces = 1;
 constexpr std::uint64_t kBorderless = 0;
-constexpr double kHideDelay = 0.01;  // seconds
+constexpr Seconds kHideDelay{0.01};
 
 }  // namespace
 

@@ -29,6 +29,21 @@ class ConversionEngine {
   /// is missing or malformed only leaves its part empty.
   static ConversionEngine& sharedEngine(Instance& instance);
 
+  struct PreparedData {
+    Cached<WordTable> wordsWithFrequencyAndTranslation;
+    Substitutions substitutions;
+    Cached<PhonexTable> phonexEncoded;
+    PhonexEncoder phonexEncoder;
+  };
+
+  /// The word list, then the parts in their order.
+  static PreparedData loadPreparedData(Instance& instance);
+  static void loadTrie(Instance& instance);
+  static Cached<WordTable> getWordsWithFrequencyAndTranslation(Instance& instance);
+  static Substitutions getUserDefinedSubstitutions(Instance& instance);
+  static Cached<PhonexTable> getPhonexEncodedWords(Instance& instance);
+  static PhonexEncoder getPhonexEncoder(Instance& instance);
+
   /// Loads everything; throws as above.
   explicit ConversionEngine(Instance& instance)
       : instance_(instance), data_(loadPreparedData(instance)) {}
@@ -66,24 +81,7 @@ class ConversionEngine {
   /// "[symbol]" and the translations, a line each; empty without a translation.
   std::u16string getAnnotation(const std::u16string& word);
 
-  /// The words with what is known of each, behind the word list. As they are loaded.
-  static Cached<WordTable> getWordsWithFrequencyAndTranslation(Instance& instance);
-
  private:
-  struct PreparedData {
-    Cached<WordTable> wordsWithFrequencyAndTranslation;
-    Substitutions substitutions;
-    Cached<PhonexTable> phonexEncoded;
-    PhonexEncoder phonexEncoder;
-  };
-
-  /// The word list, then the parts in their order.
-  static PreparedData loadPreparedData(Instance& instance);
-  static void loadTrie(Instance& instance);
-  static Substitutions getUserDefinedSubstitutions(Instance& instance);
-  static Cached<PhonexTable> getPhonexEncodedWords(Instance& instance);
-  static PhonexEncoder getPhonexEncoder(Instance& instance);
-
   Words onesToOffer(Words words);
   Words wordsByFrequency(const std::u16string& prefix);
   std::int32_t frequencyOf(const std::u16string& word);

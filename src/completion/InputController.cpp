@@ -110,14 +110,14 @@ void InputController::activateServer(IMKTextInput* sender) {
   }
   _currentCandidateIndex = 1;
   _candidates.clear();
-  Log(instance_, "activateServer ", static_cast<std::uint32_t>(identityOf(sender)));
+  Log(instance_, "activateServer ", identityOf(sender));
   do_activateServer1(instance_, sender);
 }
 
 // Marked text isn't committed: the buffers are cleared, no more.
 void InputController::deactivateServer(IMKTextInput* sender) {
   reset();
-  Log(instance_, "deactivateServer ", static_cast<std::uint32_t>(identityOf(sender)));
+  Log(instance_, "deactivateServer ", identityOf(sender));
   do_deactivateServer1(instance_, sender);
 }
 

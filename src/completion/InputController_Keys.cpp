@@ -13,7 +13,7 @@ namespace {
 
 enum class Text { None, Some, Any };
 
-constexpr std::int64_t kPageSize = 9;
+constexpr std::int64_t kCandidatesAPage = 9;
 
 // The panel's arrows. Only the column's rows are counted.
 struct PanelMove {
@@ -143,7 +143,9 @@ bool InputController::commitWithCharacters(const NSEvent& event, IMKTextInput* c
 std::size_t InputController::candidateOfDigit(std::int64_t digit) const {
   const std::int64_t counter = _currentCandidateIndex;
   const std::int64_t page =
-      counter > kPageSize ? kPageSize * (counter / kPageSize - 1) + counter % kPageSize : 0;
+      counter > kCandidatesAPage
+          ? kCandidatesAPage * (counter / kCandidatesAPage - 1) + counter % kCandidatesAPage
+          : 0;
   return static_cast<std::size_t>(page + digit - 1);
 }
 

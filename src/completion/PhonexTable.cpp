@@ -3,10 +3,10 @@
 namespace quorvane {
 namespace {
 
-enum Section : std::size_t { kCodes = 1, kWords = 3 };
+enum Section : std::size_t { kCodes = 1, kSpellings = 3 };
 
 constexpr std::size_t kOfCodes = 1;  // the codes are keys here
-constexpr std::size_t kOfWords = 2;
+constexpr std::size_t kOfSpellings = 2;
 
 }  // namespace
 
@@ -17,7 +17,7 @@ void PhonexGroupsReader::keyAt(std::size_t /*depth*/, std::string_view text) {
 }
 
 void PhonexGroupsReader::stringAt(std::size_t depth, std::string_view text) {
-  if (depth == kOfWords) TextList::append(words_, text);
+  if (depth == kOfSpellings) TextList::append(words_, text);
 }
 
 void PhonexGroupsReader::leave(std::size_t depth) {
@@ -48,7 +48,7 @@ std::vector<std::span<const std::uint8_t>> PhonexGroups::sections() const {
 PhonexTable::PhonexTable(std::unique_ptr<FileData> file, std::string_view key)
     : snapshot_(std::make_unique<Snapshot>(std::move(file), PhonexGroups::kKind, key)),
       codes_(*snapshot_, kCodes),
-      words_(*snapshot_, kWords) {}
+      words_(*snapshot_, kSpellings) {}
 
 TextList PhonexTable::words(std::string_view code) const {
   const auto index = codes_.find(code);

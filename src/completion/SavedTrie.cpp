@@ -22,13 +22,13 @@ using Bytes = std::span<const std::uint8_t>;
 
 static_assert(std::endian::native == std::endian::little, "the library writes as the machine does");
 
-constexpr std::string_view kMagic{"We love Marisa.\0", 16};
+constexpr std::string_view kSavedBy{"We love Marisa.\0", 16};
 constexpr int kMostLevels = 127;
 constexpr std::size_t kLongestWord = 1024;
 /// Of all labels together: a small file can mean a text without end.
 constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
-void require(bool condition, const char* otherwise) {
+void mustHold(bool condition, const char* otherwise) {
   if (!condition) throw DamagedTrie(otherwise);
 }
 
@@ -38,7 +38,7 @@ class Reader {
 
   [[nodiscard]] bool atEnd() const { return rest_.empty(); }
   Bytes take(std::uint64_t size) {
-    require(size <= rest_.size(), "it ends too early");
+    mustHold(size <= rest_.size(), "it ends too early");
     const Bytes taken = rest_.first(size);
     rest_ = rest_.subspan(size);
     return taken;
@@ -63,16 +63,16 @@ class Bits {
  public:
   explicit Bits(Bytes bytes) : bytes_(bytes), size_(bytes.size() * 8) {}
   explicit Bits(Reader& reader) : bytes_(reader.array()), size_(reader.number<std::uint32_t>()) {
-    require(size_ <= bytes_.size() * 8, "fewer bits than it says");
+    mustHold(size_ <= bytes_.size() * 8, "fewer bits than it says");
     for (std::size_t i = 0; i < size_; ++i) ones_ += (*this)[i] ? 1 : 0;
-    require(ones_ == reader.number<std::uint32_t>(), "other bits than it says");
+    mustHold(ones_ == reader.number<std::uint32_t>(), "other bits than it says");
     for (int index = 0; index < 3; ++index) reader.array();
   }
 
   [[nodiscard]] std::size_t size() const { return size_; }
   [[nodiscard]] std::size_t ones() const { return ones_; }
   bool operator[](std::size_t at) const {
-    require(at < size_, "outside of the bits");
+    mustHold(at < size_, "outside of the bits");
     return (bytes_[at / 8] >> at % 8 & 1) != 0;
   }
 
@@ -82,13 +82,14 @@ class Bits {
   std::size_t ones_ = 0;
 };
 
-/// Numbers of a few bits each.
-class Numbers {
+/// NarrowNumbers of a few bits each.
+class NarrowNumbers {
  public:
-  explicit Numbers(Reader& reader) : bits_(reader.array()), width_(reader.number<std::uint32_t>()) {
+  explicit NarrowNumbers(Reader& reader)
+      : bits_(reader.array()), width_(reader.number<std::uint32_t>()) {
     reader.number<std::uint32_t>();  // the mask, which the width says too
     size_ = reader.number<std::uint64_t>();
-    require(width_ <= 32, "numbers too wide");
+    mustHold(width_ <= 32, "numbers too wide");
   }
 
   [[nodiscard]] std::uint64_t size() const { return size_; }
@@ -110,7 +111,7 @@ class Numbers {
 class Text {
  public:
   void push(std::uint8_t byte) {
-    require(text_.size() < kLongestWord && written_ < kMostBytes, "words without bounds");
+    mustHold(text_.size() < kLongestWord && written_ < kMostBytes, "words without bounds");
     ++written_;
     text_ += static_cast<char>(byte);
   }
@@ -126,16 +127,16 @@ class Text {
 class Tail {
  public:
   explicit Tail(Reader& reader) : bytes_(reader.array()), ends_(reader) {
-    require(ends_.size() == 0 || ends_.size() == bytes_.size(), "a tail without ends");
+    mustHold(ends_.size() == 0 || ends_.size() == bytes_.size(), "a tail without ends");
   }
 
   [[nodiscard]] bool empty() const { return bytes_.empty(); }
   void append(std::size_t at, Text& text) const {
     bool isEnd = false;
     for (const std::size_t start = at; !isEnd; ++at) {
-      require(at < bytes_.size(), "outside of the tail");
+      mustHold(at < bytes_.size(), "outside of the tail");
       const bool isNul = ends_.size() == 0 && bytes_[at] == 0;
-      require(!isNul || at > start, "an empty label");
+      mustHold(!isNul || at > start, "an empty label");
       if (!isNul) text.push(bytes_[at]);
       isEnd = ends_.size() == 0 ? isNul : ends_[at];
     }
@@ -155,8 +156,8 @@ class Level {
         bases_(reader.array()),
         tops_(reader),
         tail_(reader) {
-    require(depth <= kMostLevels, "too many levels");
-    require(links_.size() == bases_.size() && links_.ones() == tops_.size(), "labels are missing");
+    mustHold(depth <= kMostLevels, "too many levels");
+    mustHold(links_.size() == bases_.size() && links_.ones() == tops_.size(), "labels are missing");
     readTree();
     readLabels();
     if (links_.ones() > 0 && tail_.empty()) next_ = std::make_unique<Level>(reader, depth + 1);
@@ -181,16 +182,16 @@ class Level {
   /// Bits "10", then a 1 for each child of a node and a 0 behind its last, at the end another 0.
   void readTree() {
     const std::size_t nodes = bases_.size();
-    require(nodes > 0 && tree_.size() == 2 * nodes + 2 && tree_[0] && !tree_[1], "no tree");
+    mustHold(nodes > 0 && tree_.size() == 2 * nodes + 2 && tree_[0] && !tree_[1], "no tree");
     parents_.push_back(0);
     std::size_t at = 2;
     for (std::size_t node = 0; node < nodes; ++node) {
-      require(node < parents_.size(), "a node without a parent");
+      mustHold(node < parents_.size(), "a node without a parent");
       children_.push_back(parents_.size());
       while (tree_[at++]) parents_.push_back(static_cast<std::uint32_t>(node));
     }
     children_.push_back(parents_.size());
-    require(parents_.size() == nodes && !tree_[at], "nodes are missing");
+    mustHold(parents_.size() == nodes && !tree_[at], "nodes are missing");
   }
 
   void readLabels() {
@@ -212,7 +213,7 @@ class Level {
 
   /// Parents come before their children, so that this comes to the root.
   void appendPath(std::size_t node, Text& text) const {
-    require(node > 0 && node < parents_.size(), "a link leads outside");
+    mustHold(node > 0 && node < parents_.size(), "a link leads outside");
     for (; node != 0; node = parents_[node]) appendLabel(node, text);
   }
 
@@ -220,7 +221,7 @@ class Level {
   Bits ends_;
   Bits links_;
   Bytes bases_;
-  Numbers tops_;
+  NarrowNumbers tops_;
   Tail tail_;
   std::vector<std::uint32_t> parents_;  ///< of each node; the root's is of no use
   std::vector<std::size_t> children_;   ///< the first of each node; the last ends before the next
@@ -233,9 +234,9 @@ class Level {
 
 SavedWords wordsOfSavedTrie(Bytes file) {
   Reader reader(file);
-  require(std::ranges::equal(reader.take(kMagic.size()), kMagic), "no saved trie");
+  mustHold(std::ranges::equal(reader.take(kSavedBy.size()), kSavedBy), "no saved trie");
   const Level level(reader, 1);
-  require(reader.atEnd(), "something follows it");
+  mustHold(reader.atEnd(), "something follows it");
   SavedWords saved{{}, level.flags()};
   Text text;
   level.addWords(0, text, saved.words);

@@ -11,8 +11,8 @@ namespace quorvane {
 namespace {
 
 constexpr std::uint16_t kAsciiEnd = 0x80;
-constexpr std::uint32_t kPauseAfterPost = 10;  // microseconds, as all waits here
-constexpr std::uint32_t kPauseAroundCommand = 100;
+constexpr Microseconds kPauseAfterPost{10};
+constexpr Microseconds kPauseAroundCommand{100};
 
 /// Both switches hold for the whole process, so that each event turns them around itself.
 class LocalEventsInhibited {

@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint16_t kPasteKey = 9;  // where V lies on a US keyboard
 constexpr std::uint16_t kPasteWord = cmdKey;
 constexpr std::uint16_t kSpecialPasteWord = cmdKey | shiftKey | optionKey;
-constexpr std::uint32_t kPauseAfterPost = 20;  // microseconds
+constexpr Microseconds kPauseAfterPaste{20};
 
 // One of the chord's events. Unlike that of the event route it has no source and turns no switches.
 void Do_POST_CGEVENT(Instance& instance, CGEventSource* /*source*/, const ProcessSerialNumber& psn,
@@ -27,7 +27,7 @@ void Do_POST_CGEVENT(Instance& instance, CGEventSource* /*source*/, const Proces
   setEventFlags(posting, event.get(), modifierWord);
   CGEventPost_Character(instance, event.get(), psn, pid);
   event.reset();
-  u2sleep(instance, kPauseAfterPost);
+  u2sleep(instance, kPauseAfterPaste);
 }
 
 bool findSignature(Instance& instance, const ToolRec& record, FourCharCode signature,
@@ -116,8 +116,8 @@ void CGEventPost_Character(Instance& instance, const CGEvent* event, const Proce
   }
 }
 
-void u2sleep(Instance& instance, std::uint32_t microseconds) {
-  if (microseconds != 0) instance.platform().clock.usleep(microseconds);
+void u2sleep(Instance& instance, Microseconds duration) {
+  if (duration != Microseconds(0)) instance.platform().clock.usleep(duration);
 }
 
 }  // namespace quorvane

@@ -35,6 +35,6 @@ std::int32_t FINDAPPPROCESS(Instance& instance, ProcessSerialNumber& psn, Proces
 void CGEventPost_Character(Instance& instance, const CGEvent* event, const ProcessSerialNumber& psn,
                            std::int32_t pid);
 /// 0 doesn't sleep at all.
-void u2sleep(Instance& instance, std::uint32_t microseconds);
+void u2sleep(Instance& instance, Microseconds duration);
 
 }  // namespace quorvane

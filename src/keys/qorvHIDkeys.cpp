@@ -55,7 +55,7 @@ void HIDReleaseVirtualKey(Instance& instance, std::uint32_t keyCode) {
 
 void HID_PressRelease_VirtualKey(Instance& instance, std::uint32_t keyCode) {
   HIDPressVirtualKey(instance, keyCode);
-  instance.platform().clock.usleep(10);
+  instance.platform().clock.usleep(Microseconds(10));
   HIDReleaseVirtualKey(instance, keyCode);
 }
 

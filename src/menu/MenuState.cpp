@@ -12,7 +12,7 @@
 namespace quorvane {
 namespace {
 
-constexpr std::uint64_t kTicksBetween = 90;
+constexpr Ticks kBetween{90};
 constexpr FourCharCode kAlwaysPublishesPosition = "emal"_4cc;
 
 // Bits of MenuFlags, beside those that the mask takes out of all of it.
@@ -182,9 +182,9 @@ void GetAndSet_Style_SubMenu(Instance& instance, std::uint32_t commandID) {
 
 std::int32_t Get_Menu_Interval(Instance& instance, std::size_t index) {
   auto& allowed = instance.state<MenuUpdateState>().Menu_timerinterval;
-  const std::uint64_t now = Tick_Count(instance);
+  const Ticks now = Tick_Count(instance);
   if (index >= allowed.size() || now <= allowed[index]) return 0;
-  allowed[index] = now + kTicksBetween;
+  allowed[index] = now + kBetween;
   return 1;
 }
 

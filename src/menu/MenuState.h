@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "platform/Units.h"
 #include "src/base/Instance.h"
 
 namespace quorvane {
@@ -12,7 +13,7 @@ namespace quorvane {
 struct MenuUpdateState {
   /// What the open-or-quit item says; null: what it came with.
   const std::string* OLDCHECKMARKQUITMENUNUSTATESTR = nullptr;
-  std::array<std::uint64_t, 4> Menu_timerinterval{};  ///< ticks
+  std::array<Ticks, 4> Menu_timerinterval{};
 };
 
 /// After a command.

@@ -7,15 +7,15 @@
 namespace quorvane {
 namespace {
 
-constexpr double kTickSeconds = 0.25;
-constexpr double kSecondsBeforeKey = 0.2;
+constexpr Seconds kTick{0.25};
+constexpr Seconds kBeforeKey{0.2};
 constexpr std::uint32_t kKeyTick = 2;
 constexpr std::uint32_t kLastTick = 5;
 constexpr std::uint32_t kUsualLoops = 3;
-// Microseconds that a tick holds the thread.
-constexpr std::uint32_t kPauseInKeyTick = 160;
-constexpr std::uint32_t kPauseInLastTick = 60;
-constexpr std::uint32_t kPauseInCommandTick = 115;
+// So long a tick holds the thread.
+constexpr Microseconds kPauseInKeyTick{160};
+constexpr Microseconds kPauseInLastTick{60};
+constexpr Microseconds kPauseInCommandTick{115};
 
 // A call within another does nothing but lift the guard of that one.
 template <class Step>
@@ -66,8 +66,7 @@ void doInstallCommandEventTimer(Instance& instance, std::uint32_t commandID,
   state.doKeyChar = keyChar;
   if (state.doQorvEventLoopTimer) return;
   state.doQorvEventLoopTimer = instance.platform().runLoop.addTimer(
-      kSecondsBeforeKey, kTickSeconds,
-      [&instance] { doCallQuorvaneToolOnCheckEventCompletion(instance); });
+      kBeforeKey, kTick, [&instance] { doCallQuorvaneToolOnCheckEventCompletion(instance); });
 }
 
 void Post_CommandKey_MenuCommand(Instance& instance, std::uint16_t keyChar,
@@ -106,7 +105,7 @@ void InstallCommandEventTimer(Instance& instance) {
   if (state.QorvEventLoopTimer) return;
   state.TotalLoops = kUsualLoops + instance.state<EventPostingState>().CommandKeyCount;
   state.QorvEventLoopTimer = instance.platform().runLoop.addTimer(
-      0, kTickSeconds, [&instance] { CallQuorvaneToolOnCheckEventCompletion(instance); });
+      Seconds{0}, kTick, [&instance] { CallQuorvaneToolOnCheckEventCompletion(instance); });
 }
 
 void CallQuorvaneToolOnCheckEventCompletion(Instance& instance) {

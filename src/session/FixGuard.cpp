@@ -78,25 +78,25 @@ std::u16string shown(const SavedText& saved) {
   return text;
 }
 
-// A fix of the last `count` characters begins before what is known to stand before the caret.
-bool reachesTooFar(const SavedText& text, std::uint32_t place, std::uint32_t count) {
+// A fix of the last `length` characters begins before what is known to stand before the caret.
+bool reachesTooFar(const SavedText& text, std::uint32_t place, Utf16Units length) {
   SavedText head = text;
   head.cursor = std::min(place, text.cursor);
-  return count > shown(text).size() - shown(head).size();
+  return length.count > shown(text).size() - shown(head).size();
 }
 
 enum class Match { Yes, No, Unknown };
 
-Match match(const TakenText& taken, const std::u16string& text, std::uint32_t count) {
+Match match(const TakenText& taken, const std::u16string& text, Utf16Units length) {
   const std::u16string before = shown(taken.before);
   const std::u16string after = shown(taken.after);
   if (isKnown(text) && !after.ends_with(text)) return Match::No;
-  const std::size_t keeps = before.size() - std::min<std::size_t>(count, before.size());
+  const std::size_t keeps = before.size() - std::min<std::size_t>(length.count, before.size());
   const std::u16string_view kept = std::u16string_view(before).substr(0, keeps);
   if (!isKnown(std::u16string_view(before).substr(keeps))) {
     return isKnown(text) ? Match::No : Match::Unknown;
   }
-  if (count > before.size()) return Match::No;
+  if (length.count > before.size()) return Match::No;
   if (!isKnown(text)) return after.starts_with(kept) ? Match::Unknown : Match::No;
   // A text that has no room for more begins anew.
   const bool full = kept.size() + text.size() > kSessionTextSize;
@@ -132,16 +132,16 @@ void scanSentence(Instance& instance, BIMSessionRec& session) {
   state.late = !answered;
 }
 
-std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text,
-                                std::uint32_t count) {
+std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text, Utf16Units length) {
   const auto& state = instance.state<FixState>();
   const auto& taken = state.taken;
-  if (!taken) return state.textsCome && count != 0 ? std::optional(FixFault::Alone) : std::nullopt;
+  if (!taken)
+    return state.textsCome && length.count != 0 ? std::optional(FixFault::Alone) : std::nullopt;
   const BIMSessionRec* const session = BIMGetActiveSession(instance);
   if (!isUnchanged(session, *taken) || !taken->read) return FixFault::Overtaken;
-  const Match found = match(*taken, text, count);
+  const Match found = match(*taken, text, length);
   if (found == Match::No) return FixFault::Contradiction;
-  if (session->place != 0 && reachesTooFar(taken->before, session->place, count)) {
+  if (session->place != 0 && reachesTooFar(taken->before, session->place, length)) {
     return FixFault::Doubtful;
   }
   const bool doubtful = taken->late && (taken->retyped || found == Match::Unknown);

@@ -37,7 +37,7 @@ struct SavedText {
 
 /// A text that was taken over and waits for its message.
 struct TakenText {
-  std::uint32_t session = 0;  ///< handle
+  SessionHandle session{};
   SavedText before;
   SavedText after;
   bool read = false;     ///< the main application could read what it took the place of
@@ -62,10 +62,9 @@ void takeTextBack(Instance& instance);
 /// Has the text scanned and takes over what comes of it. Only inside a ToolRec.
 void scanSentence(Instance& instance, BIMSessionRec& session);
 
-/// The fault of a fix whose message has come: `text` in the place of `count` characters before the
-/// caret. Empty: it may go into the document.
-std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text,
-                                std::uint32_t count);
+/// The fault of a fix whose message has come: `text` in the place of what stands before the caret,
+/// `length` long. Empty: it may go into the document.
+std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text, Utf16Units length);
 /// It has gone there.
 void keepFix(Instance& instance);
 /// It has not: its text is taken back. Where more was typed meanwhile the session begins anew.

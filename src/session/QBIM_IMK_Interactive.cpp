@@ -23,7 +23,7 @@ struct WindowAndCount {
 
 bool sameSession(const ToolRec& record, const BIMSessionRec& session) {
   constexpr std::uint32_t kComparedBits = 0xFFFF;
-  return (session.handle & kComparedBits) ==
+  return (static_cast<std::uint32_t>(session.handle) & kComparedBits) ==
          (record.get(ToolCRecPtr_SessionHandle) & kComparedBits);
 }
 

@@ -6,9 +6,9 @@
 namespace quorvane {
 
 struct SessionEventState {
-  double LastTimeStampWhenKeyHit = 0;  ///< seconds
-  bool SeparateKeyPress = false;       ///< this key came more than 0.5 s after the previous one
-  bool followed = false;               ///< the session has seen the key that is under way
+  Seconds LastTimeStampWhenKeyHit{};
+  bool SeparateKeyPress = false;  ///< this key came more than 0.5 s after the previous one
+  bool followed = false;          ///< the session has seen the key that is under way
 };
 
 }  // namespace quorvane

@@ -20,7 +20,7 @@ void publishMarks(Instance& instance, const ToolRec& record, const BIMSessionRec
   record.put(ToolCRecPtr_SessionMark, session.appMark30);
   record.put(QorvStatus_AppFlags, flags, FieldGroup::QorvStatus);
   record.put(ToolCRecPtr_AppFlagStatus, flags);
-  record.put(ToolCRecPtr_SessionHandle, session.handle);
+  record.put(ToolCRecPtr_SessionHandle, static_cast<std::uint32_t>(session.handle));
 }
 
 void writeTextRecord(std::span<std::uint8_t> record, const BIMSessionRec& session,

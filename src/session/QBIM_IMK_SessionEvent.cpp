@@ -22,16 +22,16 @@ namespace {
 // Keys with one of these never reach the buffer; option and shift alone do.
 constexpr std::uint32_t kNotTypingMask =
     kEventKeyModifierFnMask | rightControlKey | controlKey | cmdKey;
-constexpr double kSeparateKeySeconds = 0.5;
+constexpr Seconds kSeparateKey{0.5};
 
 struct Key {
   std::uint8_t byte = 0;
   std::uint32_t modifiers = 0;
 };
 
-void noteTime(Instance& instance, double time) {
+void noteTime(Instance& instance, Seconds time) {
   auto& state = instance.state<SessionEventState>();
-  state.SeparateKeyPress = time > state.LastTimeStampWhenKeyHit + kSeparateKeySeconds;
+  state.SeparateKeyPress = time > state.LastTimeStampWhenKeyHit + kSeparateKey;
   state.LastTimeStampWhenKeyHit = time;
 }
 

@@ -29,7 +29,7 @@ SessionsInUse::~SessionsInUse() {
 BIMSessionRec* addRecord(SessionState& sessions) {
   std::unique_ptr<BIMSessionRec> record(new (std::nothrow) BIMSessionRec);
   if (!record) return nullptr;
-  record->handle = ++sessions.lastHandle;
+  record->handle = SessionHandle{++sessions.lastHandle};
   return sessions.records.emplace_back(std::move(record)).get();
 }
 
@@ -45,11 +45,11 @@ void freeSession(Instance& instance, BIMSessionRec* session) {
   forgetRetired(sessions);
 }
 
-std::uint64_t identityOf(const IMKTextInput* client) {
-  return reinterpret_cast<std::uintptr_t>(client);
+ClientID identityOf(const IMKTextInput* client) {
+  return static_cast<ClientID>(reinterpret_cast<std::uintptr_t>(client));
 }
 
-BIMSessionRec* findSession(Instance& instance, std::uint64_t handle) {
+BIMSessionRec* findSession(Instance& instance, SessionHandle handle) {
   const auto& records = instance.state<SessionState>().records;
   const auto found = std::find_if(records.begin(), records.end(),
                                   [&](const auto& record) { return record->handle == handle; });

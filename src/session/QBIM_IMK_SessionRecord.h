@@ -19,6 +19,11 @@ using SessionText = std::array<std::uint8_t, kSessionTextSize + 1>;
 /// and isn't to be read as Mac OS Roman.
 using SessionMarks = std::array<bool, kSessionTextSize + 1>;
 
+/// What identifies a client: the low 32 bits of its address.
+enum class ClientID : std::uint32_t { None = 0 };
+/// What identifies a session, in field 34 too. Never used again.
+enum class SessionHandle : std::uint32_t { None = 0 };
+
 struct BIMSessionRec {
   BIMSessionRec* next = nullptr;
   std::unique_ptr<SessionText> sessionText;  ///< null: every operation on text does nothing
@@ -35,10 +40,10 @@ struct BIMSessionRec {
   std::uint32_t scanMark7 = 0;
   std::uint32_t appMark30 = 0;
   std::uint32_t sentenceFlags = 0;
-  std::uint32_t clientID = 0;   ///< low 32 bits of the client's identity; 0: belongs to no client
+  ClientID clientID{};          ///< None: belongs to no client
   std::int32_t appInput = 0;    ///< field 9 at the last lookup
   std::uint32_t signature = 0;  ///< creator code of the front process then; 0: never reaped
-  std::uint32_t handle = 0;     ///< the identity that travels through field 34
+  SessionHandle handle{};
 };
 
 struct SessionState {
@@ -67,8 +72,7 @@ class SessionsInUse {
   SessionState& sessions_;
 };
 
-/// What identifies a client: its address.
-[[nodiscard]] std::uint64_t identityOf(const IMKTextInput* client);
+[[nodiscard]] ClientID identityOf(const IMKTextInput* client);
 
 /// A record of no session yet, owned by the state; null without memory.
 BIMSessionRec* addRecord(SessionState& sessions);
@@ -76,7 +80,7 @@ BIMSessionRec* addRecord(SessionState& sessions);
 /// it.
 void freeSession(Instance& instance, BIMSessionRec* session);
 /// The session of that handle; null where it is gone.
-BIMSessionRec* findSession(Instance& instance, std::uint64_t handle);
+BIMSessionRec* findSession(Instance& instance, SessionHandle handle);
 BIMSessionRec* BIMGetActiveSession(Instance& instance);
 
 /// Forgets the marks, and leaves text and cursor alone.

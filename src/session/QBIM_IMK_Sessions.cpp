@@ -14,8 +14,6 @@ namespace {
 
 constexpr FourCharCode kDocumentProperty = "dapy"_4cc;
 
-std::uint32_t idOf(std::uint64_t client) { return static_cast<std::uint32_t>(client); }
-
 void readDocument(Instance& instance, BIMSessionRec& session) {
   TextServicesManager& services = instance.platform().textServicesManager;
   const std::uint64_t document = services.TSMGetActiveDocument();
@@ -28,19 +26,19 @@ void readDocument(Instance& instance, BIMSessionRec& session) {
 }
 
 // Field 34 from now on. A window over the document belongs to what was there before.
-void announceSession(Instance& instance, std::uint32_t sessionValue) {
+void announceSession(Instance& instance, SessionHandle handle) {
   {
     const ToolRec record(instance);
     if (!record) return;
-    record.put(ToolCRecPtr_SessionHandle, sessionValue);
+    record.put(ToolCRecPtr_SessionHandle, static_cast<std::uint32_t>(handle));
   }
   BIMCancelWindowSession(instance);
 }
 
 // Field 34 names the session that has gone, or nothing.
-void announceRemoval(Instance& instance, std::uint32_t sessionValue) {
+void announceRemoval(Instance& instance, SessionHandle handle) {
   if (FRONTPROCESSSIGNATURE(instance) == kQuorvaneSignature) return;
-  announceSession(instance, sessionValue);
+  announceSession(instance, handle);
 }
 
 void activate(Instance& instance, BIMSessionRec& session) {
@@ -69,7 +67,7 @@ std::int32_t lookUpKnown(Instance& instance, BIMSessionRec& session, std::uint32
   return 1;
 }
 
-std::int32_t lookUpUnknown(Instance& instance, BIMSessionRec& tail, std::uint32_t clientID,
+std::int32_t lookUpUnknown(Instance& instance, BIMSessionRec& tail, ClientID clientID,
                            std::uint32_t appInput) {
   BIMSessionRec* session = CreateNewSessionHandle(instance, clientID);
   if (session == nullptr) return 0;
@@ -91,7 +89,7 @@ BIMSessionRec* unlinkNext(BIMSessionRec& predecessor) {
 
 }  // namespace
 
-BIMSessionRec* CreateNewSessionHandle(Instance& instance, std::uint64_t /*client*/) {
+BIMSessionRec* CreateNewSessionHandle(Instance& instance, ClientID /*client*/) {
   BIMSessionRec* session = addRecord(instance.state<SessionState>());
   if (session == nullptr) return nullptr;
   readDocument(instance, *session);
@@ -104,7 +102,7 @@ BIMSessionRec* CreateNewSessionHandle(Instance& instance, std::uint64_t /*client
 std::int32_t BIMSessionOpen(Instance& instance, std::uint64_t /*unused*/,
                             BIMSessionRec*& sessionOut) {
   if (isQUORVANEAPP_FRONT(instance) != 0 || sessionOut != nullptr) return 0;
-  sessionOut = CreateNewSessionHandle(instance, 0);
+  sessionOut = CreateNewSessionHandle(instance, ClientID::None);
   return sessionOut != nullptr ? 0 : ~0;
 }
 
@@ -130,29 +128,31 @@ void BIMSessionClose(Instance& instance, BIMSessionRec* session) {
 
 void DisposeSession(Instance& instance, BIMSessionRec* session) {
   if (session == nullptr) return;
-  const std::uint32_t handle = session->handle;
+  const SessionHandle handle = session->handle;
   if (session->windowRef != 0 && GetBIMWindowSession(instance, session->windowRef) == handle) {
-    SetBIMWindowSession(instance, session->windowRef, 0);
+    SetBIMWindowSession(instance, session->windowRef, SessionHandle::None);
   }
   freeSession(instance, session);
   announceRemoval(instance, handle);
 }
 
-std::uint64_t GetBIMWindowSession(Instance& instance, std::uint64_t window) {
-  return instance.platform().textServicesManager.GetWindowProperty(window);
+SessionHandle GetBIMWindowSession(Instance& instance, std::uint64_t window) {
+  return static_cast<SessionHandle>(
+      instance.platform().textServicesManager.GetWindowProperty(window));
 }
 
-void SetBIMWindowSession(Instance& instance, std::uint64_t window, std::uint64_t handle) {
-  instance.platform().textServicesManager.SetWindowProperty(window, handle);
+void SetBIMWindowSession(Instance& instance, std::uint64_t window, SessionHandle handle) {
+  instance.platform().textServicesManager.SetWindowProperty(window,
+                                                            static_cast<std::uint32_t>(handle));
 }
 
 BIMSessionRec* Get_ActiveSession(BIMSessionRec* session) { return session; }
 
-std::int32_t Get_SessionHandleFromID(Instance& instance, std::uint64_t client) {
-  const std::uint32_t clientID = idOf(client);
+std::int32_t Get_SessionHandleFromID(Instance& instance, ClientID clientID) {
   const std::uint32_t appInput = Get_Quorvane_App_Input(instance);
   BIMSessionRec* head = instance.state<SessionState>().gSessionHandleStart;
-  if (head == nullptr || FRONTPROCESSSIGNATURE(instance) == kQuorvaneSignature || clientID == 0) {
+  if (head == nullptr || FRONTPROCESSSIGNATURE(instance) == kQuorvaneSignature ||
+      clientID == ClientID::None) {
     return 0;
   }
   if (head->clientID == clientID) return lookUpHead(instance, *head, appInput);
@@ -164,14 +164,13 @@ std::int32_t Get_SessionHandleFromID(Instance& instance, std::uint64_t client) {
   return lookUpUnknown(instance, *tail, clientID, appInput);
 }
 
-std::int32_t DeleteSessionHandleID(Instance& instance, std::uint64_t client) {
-  const std::uint32_t clientID = idOf(client);
+std::int32_t DeleteSessionHandleID(Instance& instance, ClientID clientID) {
   BIMSessionRec* session = instance.state<SessionState>().gSessionHandleStart;
-  if (session == nullptr || clientID == 0) return 0;
+  if (session == nullptr || clientID == ClientID::None) return 0;
   for (; session->next != nullptr; session = session->next) {
     if (session->next->clientID != clientID) continue;
     freeSession(instance, unlinkNext(*session));
-    announceRemoval(instance, 0);
+    announceRemoval(instance, SessionHandle::None);
     return 1;
   }
   return 0;
@@ -181,7 +180,7 @@ void DeleteAllQorvSessionHandleID(Instance& instance) {
   BIMSessionRec* session = instance.state<SessionState>().gSessionHandleStart;
   while (session != nullptr && session->next != nullptr) {
     BIMSessionRec* next = session->next;
-    if (next->clientID != 0 && next->appInput != 0) {
+    if (next->clientID != ClientID::None && next->appInput != 0) {
       DeleteSessionHandleID(instance, next->clientID);
     } else {
       session = next;
@@ -229,14 +228,14 @@ void Set_ToolSessionhandle(Instance& instance, const BIMSessionRec* session) {
   announceSession(instance, session->handle);
 }
 
-std::uint32_t Do_Check_Quorvane_App_Input(Instance& instance, std::uint64_t client) {
+std::uint32_t Do_Check_Quorvane_App_Input(Instance& instance, ClientID clientID) {
   if (isQUORVANEAPP_FRONT(instance) != 0) return 1;
-  const std::uint32_t clientID = idOf(client);
   const BIMSessionRec* head = instance.state<SessionState>().gSessionHandleStart;
   // The head isn't examined.
   for (const BIMSessionRec* session = head != nullptr ? head->next : nullptr; session != nullptr;
        session = session->next) {
-    if (clientID != 0 && session->clientID == clientID && session->appInput != 0) return 1;
+    if (clientID != ClientID::None && session->clientID == clientID && session->appInput != 0)
+      return 1;
   }
   return Get_Quorvane_App_Input(instance);
 }

@@ -29,12 +29,12 @@ constexpr std::array<Quote, 2> kQuotes{{
 struct Dash {
   std::uint8_t previous;
   std::uint8_t next;
-  std::uint32_t replaceLength;  // of the document: only a hyphen makes room for its successor
+  Utf16Units replaceLength;  // of the document: only a hyphen makes room for its successor
 };
 constexpr std::array<Dash, 3> kDashes{{
-    {kHyphen, kEmDash, 1},
-    {kEmDash, kEnDash, 0},
-    {kEnDash, kHyphen, 0},
+    {kHyphen, kEmDash, {1}},
+    {kEmDash, kEnDash, {0}},
+    {kEnDash, kHyphen, {0}},
 }};
 
 const Quote* findQuote(std::uint8_t keyByte) {
@@ -52,7 +52,7 @@ std::optional<std::uint8_t> byteBeforeCursor(const BIMSessionRec& session) {
 
 // The buffer always gets the new character, and keeps the old one before it.
 std::int32_t replaceKey(Instance& instance, BIMSessionRec* session, std::uint8_t& keyByte,
-                        std::uint8_t replacement, std::uint32_t replaceLength) {
+                        std::uint8_t replacement, Utf16Units replaceLength) {
   keyByte = replacement;
   const std::int32_t taken =
       BIMHandleInput(instance, session, replacement, ByteOrigin::Replacement);
@@ -64,7 +64,8 @@ std::int32_t replaceHyphen(Instance& instance, BIMSessionRec* session, std::uint
                            std::optional<std::uint8_t> previous) {
   const auto* dash = std::find_if(kDashes.begin(), kDashes.end(),
                                   [&](const Dash& row) { return row.previous == previous; });
-  if (dash == kDashes.end() || session->cursor - dash->replaceLength < session->place) return 0;
+  if (dash == kDashes.end() || session->cursor - dash->replaceLength.count < session->place)
+    return 0;
   return replaceKey(instance, session, keyByte, dash->next, dash->replaceLength);
 }
 
@@ -99,7 +100,7 @@ std::int32_t Check_SmartQuotes(Instance& instance, EventRef /*event*/, BIMSessio
   }
   if (quote != nullptr && (allowed & kSmartQuotes) != 0) {
     const bool opens = !previous || is_space_closing_char(*previous, keyByte);
-    return replaceKey(instance, session, keyByte, opens ? quote->opening : quote->closing, 0);
+    return replaceKey(instance, session, keyByte, opens ? quote->opening : quote->closing, {});
   }
   if (!atStart || (allowed & kSentenceCapitals) == 0) return 0;
   return beginSentence(instance, *session, keyByte);

@@ -73,7 +73,7 @@ bool isPtInRect(QDPoint point, const QDRect& rect) {
          point.h < rect.right;
 }
 
-std::int32_t BIMCheckandClose_DocWindowSession(Instance& instance, std::uint64_t clientID) {
+std::int32_t BIMCheckandClose_DocWindowSession(Instance& instance, ClientID clientID) {
   if (Get_SessionHandleFromID(instance, clientID) == 0) return kNoSession;
   BIMSessionRec* session = BIMGetActiveSession(instance);
   if (session == nullptr) return kNoSession;

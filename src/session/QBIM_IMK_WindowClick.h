@@ -3,6 +3,7 @@
 
 #include "src/base/Instance.h"
 #include "src/base/ScreenPoint.h"
+#include "src/session/QBIM_IMK_SessionRecord.h"
 
 namespace quorvane {
 
@@ -12,7 +13,7 @@ struct WindowClickState {
 };
 
 /// 0: no session; 1: no window; 1028: there was one.
-std::int32_t BIMCheckandClose_DocWindowSession(Instance& instance, std::uint64_t clientID);
+std::int32_t BIMCheckandClose_DocWindowSession(Instance& instance, ClientID clientID);
 /// True: the main application was asked whether the click is its window's.
 bool BIMCancelMousePtWindowSession(Instance& instance, QDPoint point);
 std::int32_t Get_MouseDown_Cancel(Instance& instance);

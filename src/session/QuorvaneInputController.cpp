@@ -37,7 +37,7 @@ bool admits(Instance& instance, IMKTextInput* client) {
     return false;
   }
   if (Do_Check_Quorvane_App_Input(instance, identityOf(client)) != 0) {
-    Log(instance, "QorvWindow ", static_cast<std::uint32_t>(identityOf(client)));
+    Log(instance, "QorvWindow ", identityOf(client));
     return false;
   }
   return true;
@@ -52,10 +52,10 @@ bool reachesText(const NSEvent& event) {
 }
 
 // A click, or a key that the session doesn't see.
-void leaveBehind(Instance& instance, std::uint64_t client) {
+void leaveBehind(Instance& instance, ClientID client) {
   takeTextBack(instance);
   for (const auto& session : instance.state<SessionState>().records) {
-    if (session->clientID == static_cast<std::uint32_t>(client)) losePlace(session.get());
+    if (session->clientID == client) losePlace(session.get());
   }
 }
 

@@ -49,7 +49,7 @@ class QuorvaneInputController : public IMKInputController {
   /// Inserts what is parked; without a client it stays parked.
   void commitComposition(IMKTextInput* sender) override;
   /// False where there aren't so many characters before the caret: nothing is inserted.
-  bool nsstring_commit_to_composition(const std::u16string& text, std::uint32_t replaceLength) {
+  bool nsstring_commit_to_composition(const std::u16string& text, Utf16Units replaceLength) {
     return Do_nsstring_commit_to_composition(instance_, text, replaceLength);
   }
 

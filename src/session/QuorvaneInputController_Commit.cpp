@@ -16,12 +16,12 @@ namespace {
 
 constexpr NSRange kNoRange{NSNotFound, NSNotFound};
 
-bool standBefore(const NSRange& selected, std::uint32_t count) {
-  return count <= selected.location;
+bool standBefore(const NSRange& selected, Utf16Units length) {
+  return length.count <= selected.location;
 }
 
-NSRange rangeBefore(const NSRange& selected, std::uint32_t count) {
-  return {selected.location - count, count};
+NSRange rangeBefore(const NSRange& selected, Utf16Units length) {
+  return {selected.location - length.count, length.count};
 }
 
 // Tells the main application that the client is being called.
@@ -67,10 +67,10 @@ bool takeParked(Instance& instance) {
 void insertComposed(Instance& instance, IMKTextInput& sender) {
   auto& state = instance.state<CommitState>();
   const std::u16string text = std::exchange(state._composedBuffer, {});
-  const std::uint32_t replace = std::exchange(state.ORIGINALREPLACE, 0);
+  const Utf16Units replace = std::exchange(state.ORIGINALREPLACE, {});
   state._insertionIndex = 0;
   keepTypedWord(instance);
-  if (replace == 0) return sender.insertText(text, kNoRange);
+  if (replace.count == 0) return sender.insertText(text, kNoRange);
   const NSRange selected = sender.selectedRange();
   if (standBefore(selected, replace)) {
     return sender.insertText(text, rangeBefore(selected, replace));
@@ -81,12 +81,12 @@ void insertComposed(Instance& instance, IMKTextInput& sender) {
 }
 
 bool commitDirectly(Instance& instance, IMKTextInput& sender, const std::u16string& text,
-                    std::uint32_t replaceLength) {
+                    Utf16Units replaceLength) {
   keepTypedWord(instance);
   const NSRange selected = sender.selectedRange();
   if (!standBefore(selected, replaceLength)) return false;
   const ToolBusyScope busy(instance);
-  if (replaceLength != 0) {
+  if (replaceLength.count != 0) {
     sender.setMarkedText(text, selected, rangeBefore(selected, replaceLength));
   }
   sender.insertText(text, kNoRange);
@@ -94,12 +94,12 @@ bool commitDirectly(Instance& instance, IMKTextInput& sender, const std::u16stri
   return true;
 }
 
-void park(Instance& instance, const std::u16string& text, std::uint32_t replaceLength) {
+void park(Instance& instance, const std::u16string& text, Utf16Units replaceLength) {
   auto& state = instance.state<CommitState>();
   state.ORIGINALREPLACE = replaceLength;
   state.stringbuffer = text;
   HID_PressRelease_VirtualKey(instance, kVK_Shift);
-  instance.platform().clock.usleep(20);
+  instance.platform().clock.usleep(Microseconds(20));
   HID_PressRelease_VirtualKey(instance, kVK_Shift);
 }
 
@@ -113,7 +113,7 @@ void commitParked(Instance& instance, IMKTextInput& sender) {
 }
 
 bool Do_nsstring_commit_to_composition(Instance& instance, const std::u16string& text,
-                                       std::uint32_t replaceLength) {
+                                       Utf16Units replaceLength) {
   Check_Update_Document_Session_Buffer(instance, nullptr);
   WakeUpFront(instance);
   bool taken = true;
@@ -127,7 +127,7 @@ bool Do_nsstring_commit_to_composition(Instance& instance, const std::u16string&
 }
 
 void Do_commit_to_composition(Instance& instance, const std::uint8_t* bytes, std::uint32_t length,
-                              std::uint32_t originalReplace) {
+                              Utf16Units originalReplace) {
   auto& state = instance.state<CommitState>();
   state.ORIGINALREPLACE = originalReplace;
   state.stringbufferHandle.assign(bytes, bytes + length);

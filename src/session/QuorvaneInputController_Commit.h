@@ -19,7 +19,7 @@ struct CommitState {
   std::optional<std::u16string> stringbuffer;  ///< parked by the string path
   /// Parked by the byte path: UTF-8 and a terminator.
   std::vector<std::uint8_t> stringbufferHandle;
-  std::uint32_t ORIGINALREPLACE = 0;      ///< characters to replace with the parked text
+  Utf16Units ORIGINALREPLACE;             ///< to replace with the parked text
   IMKTextInput* commit_sender = nullptr;  ///< takes direct commits; once set never cleared
 };
 
@@ -28,10 +28,10 @@ void commitParked(Instance& instance, IMKTextInput& sender);
 /// String path: direct where a client has been seen, parked otherwise. False: there aren't so many
 /// characters before the caret, and nothing is inserted.
 bool Do_nsstring_commit_to_composition(Instance& instance, const std::u16string& text,
-                                       std::uint32_t replaceLength);
+                                       Utf16Units replaceLength);
 /// Byte path: always parks. The bytes are UTF-8.
 void Do_commit_to_composition(Instance& instance, const std::uint8_t* bytes, std::uint32_t length,
-                              std::uint32_t originalReplace);
+                              Utf16Units originalReplace);
 void WakeUpFront(Instance& instance);
 
 }  // namespace quorvane

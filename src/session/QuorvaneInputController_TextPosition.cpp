@@ -117,7 +117,7 @@ void reset_typing_count(Instance& instance) {
 }
 
 void do_Get_Text_Position(Instance& instance, IMKTextInput* client) {
-  Log(instance, "do_Get_Text_Position ", static_cast<std::uint32_t>(identityOf(client)));
+  Log(instance, "do_Get_Text_Position ", identityOf(client));
 }
 
 }  // namespace quorvane

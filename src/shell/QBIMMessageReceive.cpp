@@ -40,7 +40,7 @@ std::optional<std::u16string> decode(Instance& instance, std::span<const std::ui
 
 // The text, which the main application writes first, is there before its message is judged. Null:
 // the message has no text, and what the shared record says of it doesn't hold either.
-void commitFix(Instance& instance, const std::u16string* text, std::uint32_t replaceLength) {
+void commitFix(Instance& instance, const std::u16string* text, Utf16Units replaceLength) {
   Check_Update_Document_Session_Buffer(instance, nullptr);
   const auto fault =
       text != nullptr ? faultOf(instance, *text, replaceLength) : FixFault::Unreadable;
@@ -53,19 +53,19 @@ void commitFix(Instance& instance, const std::u16string* text, std::uint32_t rep
 }
 
 // Nothing where the session has gone meanwhile, or its document isn't marked for it.
-void refreshDocument(Instance& instance, std::uint32_t handle) {
+void refreshDocument(Instance& instance, SessionHandle handle) {
   BIMSessionRec* const session = findSession(instance, handle);
   if (session != nullptr && session->documentTag != 0) Update_Document_Session(instance, session);
 }
 
 void messageInput(Instance& instance, const CFData* data) {
   const BIMSessionRec* const session = BIMGetActiveSession(instance);
-  const std::uint32_t handle = session != nullptr ? session->handle : 0;
+  const auto handle = session != nullptr ? session->handle : SessionHandle::None;
   const auto replaceCount = headNumber(data);
   if (!replaceCount) return;
   const auto text = decode(instance, std::span(*data).subspan(kNumberSize));
   if (!text) Log(instance, "newStr NULL ERROR");
-  commitFix(instance, text ? &*text : nullptr, *replaceCount);
+  commitFix(instance, text ? &*text : nullptr, {*replaceCount});
   refreshDocument(instance, handle);
   Log(instance, "DONE");
 }

@@ -51,12 +51,13 @@ void readMenuResources(Instance& instance) {
 
 void makeFirstSessions(Instance& instance) {
   auto& sessions = instance.state<SessionState>();
-  BIMSessionRec* head = CreateNewSessionHandle(instance, 0);
+  BIMSessionRec* head = CreateNewSessionHandle(instance, ClientID::None);
   if (head == nullptr) return;
   sessions.gActiveSession = head;
   sessions.gSessionHandleStart = head;
-  instance.platform().textServicesManager.SetComponentInstanceStorage(nullptr, head->handle);
-  head->next = CreateNewSessionHandle(instance, 0);
+  instance.platform().textServicesManager.SetComponentInstanceStorage(
+      nullptr, static_cast<std::uint32_t>(head->handle));
+  head->next = CreateNewSessionHandle(instance, ClientID::None);
   if (head->next != nullptr) head->next->signature = 0;
 }
 

@@ -16,11 +16,11 @@ class ToolCalls : public BridgeTest {
 };
 
 TEST(TickCount, IsTheConstantsArithmeticNotADivision) {
-  EXPECT_EQ(ticksFromAbsoluteTime(16'666'666), 0u);
-  EXPECT_EQ(ticksFromAbsoluteTime(16'666'667), 1u);
-  EXPECT_EQ(ticksFromAbsoluteTime(1'000'000'000), 60u);  // a division would give 59
-  EXPECT_EQ(ticksFromAbsoluteTime(0x123456789ABCDEF0), 78'706'108'079u);
-  EXPECT_EQ(ticksFromAbsoluteTime(~std::uint64_t{0}), 1'106'804'644'863u);
+  EXPECT_EQ(ticksFromAbsoluteTime(16'666'666).count(), 0u);
+  EXPECT_EQ(ticksFromAbsoluteTime(16'666'667).count(), 1u);
+  EXPECT_EQ(ticksFromAbsoluteTime(1'000'000'000).count(), 60u);  // a division would give 59
+  EXPECT_EQ(ticksFromAbsoluteTime(0x123456789ABCDEF0).count(), 78'706'108'079u);
+  EXPECT_EQ(ticksFromAbsoluteTime(~std::uint64_t{0}).count(), 1'106'804'644'863u);
 }
 
 TEST_F(ToolCalls, APopupIsClosedByABitOfItsOwn) {

@@ -32,12 +32,12 @@ class MessagePortsConformance : public HostConformance {
   std::int32_t send(std::string_view name, std::int32_t id, const CFData& data) {
     const auto remote = ports_.CFMessagePortCreateRemote(name);
     if (remote == nullptr) return 1;
-    return ports_.CFMessagePortSendRequest(*remote, id, data, 0, 0, nullptr);
+    return ports_.CFMessagePortSendRequest(*remote, id, data, Seconds(0), Seconds(0), nullptr);
   }
   std::int32_t ask(std::string_view name, std::int32_t id, const CFData& data, CFData& reply) {
     const auto remote = ports_.CFMessagePortCreateRemote(name);
     if (remote == nullptr) return 1;
-    return ports_.CFMessagePortSendRequest(*remote, id, data, 10, 10, &reply);
+    return ports_.CFMessagePortSendRequest(*remote, id, data, Seconds(10), Seconds(10), &reply);
   }
 
   MessagePorts& ports_ = platform_.messagePorts;
@@ -112,7 +112,8 @@ TEST_P(MessagePortsConformance, ANameIsServedOnce) {
   EXPECT_EQ(ports_.CFMessagePortCreateLocal("own", recording(std::nullopt)), port);
   stage_->serveElsewhere("taken", recording(std::nullopt));
   EXPECT_EQ(ports_.CFMessagePortCreateLocal("taken", recording(std::nullopt)), nullptr);
-  EXPECT_EQ(ports_.CFMessagePortSendRequest(*port, 1, {}, 0, 0, nullptr), kCFMessagePortIsInvalid);
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*port, 1, {}, Seconds(0), Seconds(0), nullptr),
+            kCFMessagePortIsInvalid);
 }
 
 TEST_P(MessagePortsConformance, ARemotePortIsTheSameObjectUntilItsPeerDies) {
@@ -123,9 +124,9 @@ TEST_P(MessagePortsConformance, ARemotePortIsTheSameObjectUntilItsPeerDies) {
   EXPECT_EQ(ask("server", 1, {}, reply), kCFMessagePortSuccess);
   EXPECT_EQ(ports_.CFMessagePortCreateRemote("server"), remote);
   stage_->stopElsewhere("server");
-  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 2, {}, 0, 0, nullptr),
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 2, {}, Seconds(0), Seconds(0), nullptr),
             kCFMessagePortIsInvalid);
-  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 2, {}, 10, 10, &reply),
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 2, {}, Seconds(10), Seconds(10), &reply),
             kCFMessagePortIsInvalid);
   EXPECT_EQ(ports_.CFMessagePortCreateRemote("server"), nullptr);
   stage_->serveElsewhere("server", recording(CFData{}));
@@ -139,9 +140,10 @@ TEST_P(MessagePortsConformance, ASilentServerEndsAWaitAtItsTimeout) {
   const auto remote = ports_.CFMessagePortCreateRemote("silent");
   ASSERT_NE(remote, nullptr);
   CFData reply;
-  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 1, {}, 0.05, 0.05, &reply),
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 1, {}, Seconds(0.05), Seconds(0.05), &reply),
             kCFMessagePortReceiveTimeout);
-  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 2, {}, 0, 0, nullptr), kCFMessagePortSuccess);
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 2, {}, Seconds(0), Seconds(0), nullptr),
+            kCFMessagePortSuccess);
 }
 
 }  // namespace quorvane::conformance

@@ -17,9 +17,9 @@ class TurnedClock : public Clock {
  public:
   std::uint64_t now = 0;
   std::uint64_t mach_absolute_time() override { return now; }
-  double GetCurrentEventTime() override { return 0; }
-  CFAbsoluteTime CFAbsoluteTimeGetCurrent() override { return 0; }
-  void usleep(std::uint32_t microseconds) override { now += microseconds * std::uint64_t{1000}; }
+  Seconds GetCurrentEventTime() override { return {}; }
+  Seconds CFAbsoluteTimeGetCurrent() override { return {}; }
+  void usleep(Microseconds duration) override { now += duration.count() * std::uint64_t{1000}; }
 };
 
 /// Knows one mistake; `thinking` runs while it thinks.

@@ -21,7 +21,7 @@ class DesktopMessagePorts : public testing::Test {
     loop.CFRunLoopAddSource(*loop.CFRunLoopGetCurrent(),
                             ports_.CFMessagePortCreateRunLoopSource(port));
   }
-  std::int32_t ask(double timeout, CFData& reply) {
+  std::int32_t ask(Seconds timeout, CFData& reply) {
     const auto remote = ports_.CFMessagePortCreateRemote("port");
     if (remote == nullptr) return 1;
     return ports_.CFMessagePortSendRequest(*remote, 5, {}, timeout, timeout, &reply);
@@ -72,7 +72,7 @@ TEST_F(DesktopMessagePorts, SilentClientsAndThoseWhoNeverReadHoldNobodyUp) {
   const Descriptor greedy = client();
   for (int i = 0; i < 50 && put(greedy, {0, 0, 0, 1, 0, 0, 0, 1}); ++i) stage_.turn();
   CFData reply;
-  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(ask(Seconds(5), reply), kCFMessagePortSuccess);
   EXPECT_EQ(reply.size(), kMessagePayloadLimit);
 }
 
@@ -82,17 +82,17 @@ TEST_F(DesktopMessagePorts, ASendWithoutReplyNeverBlocksLongerThanItsTimeout) {
   const CFData data(kMessagePayloadLimit);
   std::int32_t status = kCFMessagePortSuccess;
   for (int i = 0; i < 1000 && status == kCFMessagePortSuccess; ++i) {
-    status = ports_.CFMessagePortSendRequest(*remote, 1, data, 0, 0, nullptr);
+    status = ports_.CFMessagePortSendRequest(*remote, 1, data, Seconds(0), Seconds(0), nullptr);
   }
   EXPECT_EQ(status, kCFMessagePortSendTimeout);
-  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 1, data, 0.05, 0, nullptr),
+  EXPECT_EQ(ports_.CFMessagePortSendRequest(*remote, 1, data, Seconds(0.05), Seconds(0), nullptr),
             kCFMessagePortSendTimeout);
 }
 
 TEST_F(DesktopMessagePorts, AnAnswerThatComesTooLateIsNotTakenForTheNextOne) {
   const Descriptor listener = listenAt(stage_.runtimeFile("port"));
   CFData reply;
-  EXPECT_EQ(ask(0.02, reply), kCFMessagePortReceiveTimeout);
+  EXPECT_EQ(ask(Seconds(0.02), reply), kCFMessagePortReceiveTimeout);
   const Descriptor late = acceptFrom(listener.get());
   put(late, {'l', 'a', 't', 'e'});
   const Descriptor next = acceptFrom(listener.get());
@@ -101,7 +101,7 @@ TEST_F(DesktopMessagePorts, AnAnswerThatComesTooLateIsNotTakenForTheNextOne) {
   const auto answering = stage_.host().runLoop().watch(next.get(), G_IO_IN, [&](GIOCondition) {
     if (takeRequest(next)) put(next, {'o', 'k'});
   });
-  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(ask(Seconds(5), reply), kCFMessagePortSuccess);
   EXPECT_EQ(reply, (CFData{'o', 'k'}));
 }
 
@@ -113,7 +113,7 @@ TEST_F(DesktopMessagePorts, AnEmptyAnswerCountsThoughTheServerHasLeft) {
     EXPECT_TRUE(put(server, {}));
   });
   CFData reply{1};
-  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(ask(Seconds(5), reply), kCFMessagePortSuccess);
   EXPECT_TRUE(reply.empty());
 }
 
@@ -125,11 +125,11 @@ TEST_F(DesktopMessagePorts, AServerThatIsKilledEndsTheWaitAndItsSocketIsTakenOve
     return false;
   });
   CFData reply;
-  EXPECT_EQ(ask(1600, reply), kCFMessagePortIsInvalid);
+  EXPECT_EQ(ask(Seconds(1600), reply), kCFMessagePortIsInvalid);
   EXPECT_TRUE(std::filesystem::exists(stage_.runtimeFile("port")));
   EXPECT_EQ(ports_.CFMessagePortCreateRemote("port"), nullptr);
   serveHere({'n'});
-  EXPECT_EQ(ask(5, reply), kCFMessagePortSuccess);
+  EXPECT_EQ(ask(Seconds(5), reply), kCFMessagePortSuccess);
   EXPECT_EQ(reply, CFData{'n'});
   stage_.closeHost();
   EXPECT_FALSE(std::filesystem::exists(stage_.runtimeFile("port")));

@@ -34,13 +34,13 @@ TEST(MemoryMessagePorts, TimersFireInDueOrderWithATurnBetween) {
     order.push_back(name + std::to_string((host.clock.now() - start) / 100'000'000));
   };
   RunLoop& loop = host.messagePorts;
-  std::unique_ptr<Registration> twice = loop.addTimer(0.3, 0.5, [&] {
+  std::unique_ptr<Registration> twice = loop.addTimer(Seconds(0.3), Seconds(0.5), [&] {
     note("a");
     if (order.size() > 2) twice.reset();
   });
-  const auto once = loop.addTimer(0.4, 0, [&] { note("b"); });
-  static_cast<void>(loop.addTimer(0.1, 0, [&] { note("cancelled"); }));
-  host.clock.usleep(350'000);
+  const auto once = loop.addTimer(Seconds(0.4), Seconds(0), [&] { note("b"); });
+  static_cast<void>(loop.addTimer(Seconds(0.1), Seconds(0), [&] { note("cancelled"); }));
+  host.clock.usleep(Microseconds(350'000));
   EXPECT_EQ(order, Lines{});
   host.wait(2'000'000'000);
   EXPECT_EQ(order, (Lines{"a4", "b4", "a9"}));

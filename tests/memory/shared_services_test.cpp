@@ -192,18 +192,18 @@ TEST_F(SharedServices, EncodingsAreStrict) {
 }
 
 TEST_F(SharedServices, RomanBecomesLittleEndianUnitsWithinTheCapacity) {
-  using Bytes = std::vector<std::uint8_t>;
-  const auto fromRoman = [this](const Bytes& roman, std::size_t capacity) {
-    Bytes out(64, 0xEE);
+  using Roman = std::vector<std::uint8_t>;
+  const auto fromRoman = [this](const Roman& roman, std::size_t capacity) {
+    Roman out(64, 0xEE);
     const std::ptrdiff_t count = encoding_.TECConvertText(roman, out.data(), capacity);
     EXPECT_EQ(out[capacity], 0xEE) << "written past the capacity";
-    return Bytes(out.begin(), out.begin() + std::clamp<std::ptrdiff_t>(count, 0, 64));
+    return Roman(out.begin(), out.begin() + std::clamp<std::ptrdiff_t>(count, 0, 64));
   };
   EXPECT_EQ(fromRoman({'a', 0xD5, 0x8E, 0xD0}, 32),
-            (Bytes{'a', 0, 0x19, 0x20, 0xE9, 0, 0x13, 0x20}));
-  EXPECT_EQ(fromRoman({'a', 'b', 'c'}, 5), (Bytes{'a', 0, 'b', 0}));
-  EXPECT_EQ(fromRoman({'a'}, 1), Bytes{});
-  EXPECT_EQ(fromRoman({}, 8), Bytes{});
+            (Roman{'a', 0, 0x19, 0x20, 0xE9, 0, 0x13, 0x20}));
+  EXPECT_EQ(fromRoman({'a', 'b', 'c'}, 5), (Roman{'a', 0, 'b', 0}));
+  EXPECT_EQ(fromRoman({'a'}, 1), Roman{});
+  EXPECT_EQ(fromRoman({}, 8), Roman{});
 }
 
 }  // namespace

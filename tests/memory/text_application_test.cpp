@@ -11,7 +11,7 @@
 namespace quorvane::field {
 namespace {
 
-constexpr NSRange kHere{NSNotFound, NSNotFound};
+constexpr NSRange kWhereItIs{NSNotFound, NSNotFound};
 constexpr std::uint32_t kAllEvents = 0x6001c06;
 
 /// Does what the test says, and notes what it was told.
@@ -57,7 +57,7 @@ TEST_F(TextApplicationTest, CarbonRecordStandsBehindTheEvent) {
   EXPECT_EQ(controller.carbon->kchr, std::uint8_t{'A'});
   EXPECT_EQ(controller.carbon->kmod, shiftKey | alphaLock);
   EXPECT_EQ(controller.carbon->kcod, 0U);
-  EXPECT_DOUBLE_EQ(controller.carbon->time, static_cast<double>(host.clock.now()) / 1e9);
+  EXPECT_DOUBLE_EQ(controller.carbon->time.count(), static_cast<double>(host.clock.now()) / 1e9);
   EXPECT_EQ(host.carbonEvents.GetCurrentKeyModifiers(), shiftKey | alphaLock);
   host.text.deliver({NSEventType::KeyDown, 0, 14, u"\u00E9", nullptr}, {true, true});
   EXPECT_EQ(controller.carbon->kind, kEventRawKeyRepeat);
@@ -93,11 +93,11 @@ TEST_F(TextApplicationTest, WhatIsThrownCostsNoKeyAndDoublesNone) {
        Outcome::PassedAfterError, u"a"},
       {"given what was owed",
        [this](IMKTextInput& client) {
-         client.insertText(u"X", kHere);
+         client.insertText(u"X", kWhereItIs);
          host.inputMethodKit.ownTextFollows();
        },
        Outcome::PassedAfterError, u"Xa"},
-      {"changed already", [](IMKTextInput& client) { client.insertText(u"X", kHere); },
+      {"changed already", [](IMKTextInput& client) { client.insertText(u"X", kWhereItIs); },
        Outcome::ConsumedAfterError, u"X"},
   };
   for (const auto& each : cases) {
@@ -117,7 +117,7 @@ TEST_F(TextApplicationTest, WhatIsThrownCostsNoKeyAndDoublesNone) {
 TEST_F(TextApplicationTest, NestedEventTakesTheSameWayAndAnswersForItself) {
   controller.onEvent = [this](const NSEvent& event, IMKTextInput& client) -> bool {
     if (event.characters == u"b") {
-      client.insertText(u"B", kHere);
+      client.insertText(u"B", kWhereItIs);
       return true;
     }
     EXPECT_TRUE(host.text.delivering());

@@ -82,7 +82,8 @@ TEST(Allocation, AKeyTakesNoneWithoutTheMainApplication) {
     method.host.log.enabled = logging;
     for (const char16_t character : std::u16string_view(u"a .\r\b\x1b\x1c\x1e\x7f\xe9\x201c")) {
       for (const NSEventType type : {NSEventType::KeyDown, NSEventType::KeyUp}) {
-        CarbonEvent record{kEventClassKeyboard, kEventRawKeyDown, 9, std::uint8_t{0}, 0U, 0U, {}};
+        CarbonEvent record{
+            kEventClassKeyboard, kEventRawKeyDown, Seconds(9), std::uint8_t{0}, 0U, 0U, {}};
         if (type == NSEventType::KeyUp) record.kind = kEventRawKeyUp;
         const NSEvent event{type, 0, 0, {character}, &record};
         EXPECT_EQ(allocationsOf([&] { method.controller.handleEvent(event, &method.client); }), 0u)

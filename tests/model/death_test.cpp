@@ -89,7 +89,7 @@ class DeathTest : public StartedInputMethod {
     const auto& send = instance.state<MessageSendState>();
     EXPECT_EQ(events.handleEvent_BUSY + send.TOOLCALLBUSY + send.AEITEM_Process_active, 0u) << when;
     EXPECT_FALSE(commit.stringbuffer) << when;
-    EXPECT_EQ(commit.ORIGINALREPLACE, 0u) << when;
+    EXPECT_EQ(commit.ORIGINALREPLACE, Utf16Units{0}) << when;
     EXPECT_EQ(field(16) | field(22), 0u) << when;
     EXPECT_FALSE(host.text.delivering()) << when;
     EXPECT_TRUE(host.text.errors().empty()) << when;

@@ -79,8 +79,8 @@ TEST(Windows, SessionsThatGoDuringAKeyStayUntilItsEnd) {
   popup.keyDown(u'a');
   std::size_t kept = 0;
   popup.atMessage([&] {
-    Get_SessionHandleFromID(popup.instance, 10);
-    Get_SessionHandleFromID(popup.instance, 11);
+    Get_SessionHandleFromID(popup.instance, ClientID{10});
+    Get_SessionHandleFromID(popup.instance, ClientID{11});
     popup.disposeOfEverySession();
     kept = popup.sessions.retired.size();
   });

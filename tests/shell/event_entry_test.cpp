@@ -73,17 +73,17 @@ TEST_F(EventEntry, AClientThatThrowsLeavesNothingBusyAndNothingWaiting) {
   for (const char* call : {"selectedRange", "setMarkedText", "insertText"}) {
     throwAt(call);
     EXPECT_THROW(
-        Get_QuorvaneInputController(method.instance).nsstring_commit_to_composition(u"A", 1),
+        Get_QuorvaneInputController(method.instance).nsstring_commit_to_composition(u"A", {1}),
         std::runtime_error);
     EXPECT_EQ(method.host.mainApplication.field(22), 0u) << call;
   }
 
   commit().stringbuffer = u"parked";
-  commit().ORIGINALREPLACE = 1;
+  commit().ORIGINALREPLACE = {1};
   throwAt("insertText");
   keyDown(u'b');
   EXPECT_FALSE(commit().stringbuffer);
-  EXPECT_EQ(commit().ORIGINALREPLACE, 0u);
+  EXPECT_EQ(commit().ORIGINALREPLACE, Utf16Units{0});
   EXPECT_EQ(Get_QuorvaneInputController(method.instance).composedBuffer(), u"");
   EXPECT_EQ(keyDown(u'c'), Outcome::PassedOn);
   EXPECT_EQ(method.sessionText(), "c");
@@ -107,8 +107,7 @@ TEST_F(EventEntry, AnEventWithinAnotherCommitsAndLooksUpBeforeItIsTurnedAway) {
   };
   EXPECT_EQ(keyDown(u'a'), Outcome::PassedOn);
   EXPECT_EQ(other.text(), u"-");
-  EXPECT_EQ(method.session().clientID,
-            static_cast<std::uint32_t>(identityOf(&method.host.text.clientOf(other))));
+  EXPECT_EQ(method.session().clientID, identityOf(&method.host.text.clientOf(other)));
 }
 
 TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
@@ -130,22 +129,23 @@ TEST_F(EventEntry, WhatIsParkedWaitsForAClient) {
 TEST_F(EventEntry, ParkedBytesThatAreNotUtf8DeleteWhatTheyWereToReplace) {
   method.type("abc");
   commit().stringbufferHandle = {0xFF, 'x', 0};
-  commit().ORIGINALREPLACE = 2;
+  commit().ORIGINALREPLACE = {2};
   deliver(NSEventType::FlagsChanged, {});
   EXPECT_EQ(method.document.text(), u"a");
   EXPECT_TRUE(commit().stringbufferHandle.empty());
 }
 
 TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
-  CarbonEvent key{kEventClassKeyboard, kEventRawKeyDown, 10.0, std::uint8_t{'q'}, 0u, {}, {}};
-  const auto separate = [&](double time) {
+  CarbonEvent key{
+      kEventClassKeyboard, kEventRawKeyDown, Seconds(10), std::uint8_t{'q'}, 0u, {}, {}};
+  const auto separate = [&](Seconds time) {
     key.time = time;
     EXPECT_EQ(sessionEvent(key), 0);
     return method.instance.state<SessionEventState>().SeparateKeyPress;
   };
-  EXPECT_TRUE(separate(10));
-  EXPECT_FALSE(separate(10.5)) << "not more than half a second";
-  EXPECT_TRUE(separate(11.001));
+  EXPECT_TRUE(separate(Seconds(10)));
+  EXPECT_FALSE(separate(Seconds(10.5))) << "not more than half a second";
+  EXPECT_TRUE(separate(Seconds(11.001)));
   EXPECT_EQ(method.sessionText(), "qqq");
   key.kmod = rightControlKey;
   sessionEvent(key, 'r');
@@ -154,7 +154,8 @@ TEST_F(EventEntry, ASessionEventFillsInWhatTheCallerLeftOut) {
 
 TEST_F(EventEntry, AMouseDownForgetsTheTextAndTellsWhereSaveWithControlHeld) {
   method.type("ab");
-  const CarbonEvent mouse{kEventClassMouse, kEventMouseDown, 0, {}, {}, {}, HIPoint{-3.9, 40000.5}};
+  const CarbonEvent mouse{kEventClassMouse,      kEventMouseDown, {}, {}, {}, {},
+                          HIPoint{-3.9, 40000.5}};
   method.host.carbonEvents.keyModifiers = controlKey;
   EXPECT_EQ(sessionEvent(mouse), 0);
   EXPECT_EQ(method.sessionText(), "ab");

@@ -15,7 +15,7 @@
 namespace quorvane::fuzz {
 namespace {
 
-constexpr int kStepLimit = 400;
+constexpr int kMostSteps = 400;
 constexpr std::u16string_view kMarks = u"*^~";  // by fixes, and the last by words
 constexpr char16_t kWordMark = u'~';
 constexpr std::array<std::string_view, 7> kWords{"a~", "a~~", "e~", "h~", "h~~", "t~", "t~~"};
@@ -61,7 +61,7 @@ class Typing {
     main_.writeCorrectedText("");  // it is one that sends a text with each fix
     main_.sendFix(0, "");
     turn();
-    for (int step = 0; step < kStepLimit && !input_.empty() && !subject_.ended(); ++step) {
+    for (int step = 0; step < kMostSteps && !input_.empty() && !subject_.ended(); ++step) {
       input_.below(4) == 0 ? meddle() : type();
     }
   }

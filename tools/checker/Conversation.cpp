@@ -89,7 +89,8 @@ Conversation::Findings Conversation::decide() {
   record->smartCharacters = (tool_.get(At::SmartCharacters) & kSmartQuotesAndDashes) != 0;
   const Sight sight = vouching_.observe(session(), *record, change);
   if (sight.isNew) {
-    if (options_.manner == Manner::Slow) clock_.usleep(options_.slowMilliseconds * 1000);
+    if (options_.manner == Manner::Slow)
+      clock_.usleep(Microseconds(options_.slowMilliseconds * 1000));
     if (sight.vouchedFrom) check(*record, *sight.vouchedFrom, found);
     found.fix = inManner(std::move(found.fix), *record);
   }

@@ -4,6 +4,7 @@
 
 #include "tools/checker/ForeignText.h"
 #include "tools/checker/OfferedSuggestions.h"
+#include "tools/corrections/Letters.h"
 
 namespace quorvane::checker {
 
@@ -16,25 +17,9 @@ using corrections::Writing;
 constexpr int kMeant = 2;
 constexpr std::size_t kMostLeft = 4096;
 
-bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
-
-std::string small(std::string word) {
-  for (char& c : word) {
-    if (isCapital(c)) c = static_cast<char>(c - 'A' + 'a');
-  }
-  return word;
-}
-
-std::string capitalised(std::string word) {
-  if (word.front() >= 'a' && word.front() <= 'z') {
-    word.front() = static_cast<char>(word.front() - 'a' + 'A');
-  }
-  return word;
-}
-
 Writing writingOf(const TypedWord& word) {
   if (word.joined) return Writing::Joined;
-  if (!isCapital(word.spelt.front())) return Writing::Small;
+  if (!isUpper(word.spelt.front())) return Writing::Small;
   return word.opensSentence ? Writing::CapitalAtStart : Writing::Capital;
 }
 
@@ -71,12 +56,12 @@ void Corrections::followKeyboard() {
 }
 
 bool Corrections::exists(const std::string& spelt) const {
-  return dictionary_.accepts(spelt) || dictionary_.accepts(small(spelt));
+  return dictionary_.accepts(spelt) || dictionary_.accepts(lowered(spelt));
 }
 
 corrections::Judgement Corrections::judge(const TypedWord& word) {
   followKeyboard();
-  return corrector_->judge(small(word.spelt), writingOf(word),
+  return corrector_->judge(lowered(word.spelt), writingOf(word),
                            [this](const std::string& other) { return dictionary_.accepts(other); });
 }
 
@@ -91,7 +76,7 @@ bool Corrections::isMeant(const std::string& spelt) const {
 }
 
 std::optional<std::string> Corrections::sureReplacement(const TypedWord& word) {
-  const std::string spelt = small(word.spelt);
+  const std::string spelt = lowered(word.spelt);
   if (switches_.smallI && isSmallI(word.spelt) && exists(capitalised(spelt))) {
     return capitalised(spelt);
   }
@@ -104,7 +89,7 @@ std::optional<std::string> Corrections::sureReplacement(const TypedWord& word) {
   }
   const std::string& best = judgement.ranked.front().word;
   if (isMeant(spelt) || takenBack_.refuses(spelt, best)) return std::nullopt;
-  return isCapital(word.spelt.front()) ? capitalised(best) : best;
+  return isUpper(word.spelt.front()) ? capitalised(best) : best;
 }
 
 std::optional<std::string> Corrections::replacement(const TypedWord& word) {
@@ -115,7 +100,7 @@ std::optional<std::string> Corrections::replacement(const TypedWord& word) {
     last_.reset();
   }
   if (undone_ && undone_->typed == word.spelt) {
-    takenBack_.learn(small(word.spelt), small(undone_->replacement));
+    takenBack_.learn(lowered(word.spelt), lowered(undone_->replacement));
     return std::nullopt;
   }
   if (endsInForeignText(word.before)) return std::nullopt;
@@ -129,8 +114,8 @@ std::optional<Passage> Corrections::passage(const TypedWord& word) {
   if (!corrector_ || endsInForeignText(word.before)) return std::nullopt;
   auto passage = passages_.endingIn(word);
   if (!passage) return std::nullopt;
-  const std::string typed = small(passage->typed);
-  const std::string meant = small(passage->meant);
+  const std::string typed = lowered(passage->typed);
+  const std::string meant = lowered(passage->meant);
   if (undone_ && undone_->typed == passage->typed) takenBack_.learn(typed, meant);
   if (takenBack_.refuses(typed, meant)) return std::nullopt;
   if (passage->certain) last_ = Made{word, passage->typed, passage->meant};
@@ -142,7 +127,7 @@ std::vector<std::string> Corrections::merged(std::vector<corrections::Candidate>
                                              const std::vector<std::string>& guesses,
                                              const std::string& typed) {
   for (const std::string& guess : guesses) {
-    const std::string spelt = small(guess);
+    const std::string spelt = lowered(guess);
     const bool listed = std::ranges::count(scored, spelt, &corrections::Candidate::word) > 0;
     if (listed || !corrections::isWord(spelt)) continue;
     scored.push_back({guess, corrector_->score(spelt, typed)});
@@ -161,7 +146,7 @@ std::vector<std::string> Corrections::offers(const TypedWord& word) {
   if (judgement.rule == Rule::Known) return {};
   auto guesses = dictionary_.suggestions(word.spelt);
   if (judgement.rule == Rule::NotAWord) return guesses;
-  return merged(std::move(judgement.ranked), guesses, small(word.spelt));
+  return merged(std::move(judgement.ranked), guesses, lowered(word.spelt));
 }
 
 }  // namespace quorvane::checker

@@ -20,7 +20,7 @@ constexpr std::array<std::string_view, 56> kLittleWords{
 static_assert(std::ranges::is_sorted(kLittleWords));
 
 bool isAscii(std::uint8_t byte) { return byte < 128; }
-bool isLetter(std::uint8_t byte) {
+bool isAnyLetter(std::uint8_t byte) {
   const auto small = static_cast<std::uint8_t>(byte | 0x20U);
   return !isAscii(byte) || (small >= 'a' && small <= 'z');
 }
@@ -40,9 +40,9 @@ bool isForeign(std::span<const std::uint8_t> word) {
 
 bool endsInForeignText(std::span<const std::uint8_t> text) {
   for (int words = 0; words < kWords; ++words) {
-    while (!text.empty() && !isLetter(text.back())) text = text.first(text.size() - 1);
+    while (!text.empty() && !isAnyLetter(text.back())) text = text.first(text.size() - 1);
     std::size_t start = text.size();
-    while (start > 0 && isLetter(text[start - 1])) --start;
+    while (start > 0 && isAnyLetter(text[start - 1])) --start;
     if (isForeign(text.subspan(start))) return true;
     text = text.first(start);
   }

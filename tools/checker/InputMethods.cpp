@@ -47,8 +47,8 @@ bool DesktopInputMethodPort::find() {
 
 bool DesktopInputMethodPort::send(std::int32_t messageId, std::span<const std::uint8_t> payload) {
   return remote_ != nullptr &&
-         ports_.CFMessagePortSendRequest(*remote_, messageId, payload, 0.0, 0.0, nullptr) ==
-             kCFMessagePortSuccess;
+         ports_.CFMessagePortSendRequest(*remote_, messageId, payload, Seconds(0), Seconds(0),
+                                         nullptr) == kCFMessagePortSuccess;
 }
 
 }  // namespace quorvane::checker

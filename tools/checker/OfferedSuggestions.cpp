@@ -1,19 +1,11 @@
 #include "tools/checker/OfferedSuggestions.h"
+#include "tools/corrections/Letters.h"
 
 #include <algorithm>
 
 namespace quorvane::checker {
 
 namespace {
-
-bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
-bool isLetter(char c) { return isUpper(c) || (c >= 'a' && c <= 'z'); }
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-std::string capitalised(std::string word) {
-  if (!word.empty()) word[0] = upper(word[0]);
-  return word;
-}
 
 bool usable(const std::string& suggestion) {
   return !suggestion.empty() &&

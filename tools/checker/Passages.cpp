@@ -5,6 +5,7 @@
 #include <span>
 
 #include "tools/checker/WordRules.h"
+#include "tools/corrections/Letters.h"
 
 namespace quorvane::checker {
 
@@ -43,15 +44,8 @@ constexpr auto kOftenTwice = std::to_array<std::string_view>(
 /// The h that nobody speaks.
 constexpr auto kSilentH = std::to_array<std::string_view>({"heir", "hone", "hono", "hour"});
 
-bool isOneOf(std::span<const std::string_view> words, std::string_view word) {
+bool contains(std::span<const std::string_view> words, std::string_view word) {
   return std::ranges::find(words, word) != words.end();
-}
-
-std::string small(std::string word) {
-  for (char& c : word) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return word;
 }
 
 /// A word with one blank behind it, at the end of a text.
@@ -82,7 +76,7 @@ bool endsClause(std::uint8_t key) { return key == '.' || key == '?' || key == '!
 
 bool beginsLikeItsSound(std::string_view word) {
   return std::string_view("aeio").find(word.front()) != std::string_view::npos ||
-         isOneOf(kSilentH, word.substr(0, 4));
+         contains(kSilentH, word.substr(0, 4));
 }
 
 }  // namespace
@@ -91,10 +85,10 @@ bool beginsLikeItsSound(std::string_view word) {
 std::optional<Passage> Passages::smallI(const TypedWord& word) const {
   const auto previous = previousWord(word);
   if (!previous) return std::nullopt;
-  if (word.spelt == "i" && word.endedBy == ' ' && isOneOf(kBeforeI, small(previous->spelt))) {
+  if (word.spelt == "i" && word.endedBy == ' ' && contains(kBeforeI, lowered(previous->spelt))) {
     return Passage{word.before.size(), "i", "I", true};
   }
-  if (previous->spelt != "i" || !isOneOf(kAfterI, word.spelt)) return std::nullopt;
+  if (previous->spelt != "i" || !contains(kAfterI, word.spelt)) return std::nullopt;
   return passageFrom(*previous, word, "I", true);
 }
 
@@ -103,14 +97,14 @@ std::optional<Passage> Passages::couldOf(const TypedWord& word) const {
   const auto previous = previousWord(word);
   if (!previous) return std::nullopt;
   if (word.spelt == "of") {
-    const std::string could = small(previous->spelt);
-    if (!isOneOf(kCould, could) || isOneOf(kAlsoNouns, could)) return std::nullopt;
+    const std::string could = lowered(previous->spelt);
+    if (!contains(kCould, could) || contains(kAlsoNouns, could)) return std::nullopt;
     return Passage{previous->start, previous->spelt + " of", previous->spelt + " have",
                    endsClause(word.endedBy)};
   }
-  if (previous->spelt != "of" || !isOneOf(kParticiples, word.spelt)) return std::nullopt;
+  if (previous->spelt != "of" || !contains(kParticiples, word.spelt)) return std::nullopt;
   const auto could = previousWord(std::span(word.before).first(previous->start));
-  if (!could || !isOneOf(kCould, small(could->spelt))) return std::nullopt;
+  if (!could || !contains(kCould, lowered(could->spelt))) return std::nullopt;
   return Passage{could->start, could->spelt + " of " + word.spelt,
                  could->spelt + " have " + word.spelt, true};
 }
@@ -119,9 +113,9 @@ std::optional<Passage> Passages::couldOf(const TypedWord& word) const {
 std::optional<Passage> Passages::article(const TypedWord& word) const {
   const auto previous = previousWord(word);
   if (!previous) return std::nullopt;
-  const std::string typed = small(previous->spelt);
+  const std::string typed = lowered(previous->spelt);
   const auto vowel = beginsWithVowel_(word.spelt);
-  if (!vowel || typed != (*vowel ? "a" : "an") || isOneOf(kBehindTheLetter, word.spelt)) {
+  if (!vowel || typed != (*vowel ? "a" : "an") || contains(kBehindTheLetter, word.spelt)) {
     return std::nullopt;
   }
   const std::string article = previous->spelt.substr(0, 1) + (*vowel ? "n" : "");
@@ -132,7 +126,7 @@ std::optional<Passage> Passages::article(const TypedWord& word) const {
 
 std::optional<Passage> Passages::doubledWord(const TypedWord& word) const {
   const auto previous = previousWord(word);
-  if (!previous || small(previous->spelt) != word.spelt || isOneOf(kOftenTwice, word.spelt)) {
+  if (!previous || lowered(previous->spelt) != word.spelt || contains(kOftenTwice, word.spelt)) {
     return std::nullopt;
   }
   return Passage{previous->start, previous->spelt + ' ' + word.spelt, previous->spelt, false};

@@ -69,7 +69,7 @@ void requestPaste(Paste paste, std::int32_t pid) {
   tool.record().put(At::ClipState, kRestoreArmed);
   const auto payload = bigEndianBytes(pid);
   const std::int32_t result = platform.messagePorts.CFMessagePortSendRequest(
-      *port, static_cast<std::int32_t>(paste), payload, 1.0, 0.0, nullptr);
+      *port, static_cast<std::int32_t>(paste), payload, Seconds(1), Seconds(0), nullptr);
   if (result == kCFMessagePortSuccess) return;
   tool.record().put(At::ClipState, 0);
   throw std::runtime_error("the input method takes no message");

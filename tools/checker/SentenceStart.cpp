@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "tools/checker/MacRoman.h"
+#include "tools/corrections/Letters.h"
 
 namespace quorvane::checker {
 
@@ -12,12 +13,6 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-bool isOneOf(std::string_view set, std::uint8_t byte) {
-  return byte < 128 && set.find(static_cast<char>(byte)) != std::string_view::npos;
-}
-bool isLetter(std::uint8_t byte) {
-  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
-}
 bool closes(const TextRecord& record, std::uint8_t byte) {
   return isOneOf("\"')]}", byte) ||
          (record.smartCharacters && (byte == kRightDoubleQuote || byte == kRightSingleQuote));

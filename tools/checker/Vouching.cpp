@@ -13,13 +13,13 @@ constexpr std::size_t kSessionLimit = 4096;
 /// From this length on a sentence's end makes the session's text start afresh at the next key.
 constexpr std::size_t kFreshStartLength = 320;
 
-bool isOneOf(std::initializer_list<std::uint8_t> set, std::uint8_t byte) {
+bool isAmong(std::initializer_list<std::uint8_t> set, std::uint8_t byte) {
   return std::ranges::find(set, byte) != set.end();
 }
 
 bool startsAfreshNext(const std::vector<std::uint8_t>& text) {
-  return text.size() >= kFreshStartLength && isOneOf({' ', '\r', '\t'}, text.back()) &&
-         isOneOf({'.', '?', '!', '\r'}, text[text.size() - 2]);
+  return text.size() >= kFreshStartLength && isAmong({' ', '\r', '\t'}, text.back()) &&
+         isAmong({'.', '?', '!', '\r'}, text[text.size() - 2]);
 }
 
 bool beginsWith(const std::vector<std::uint8_t>& text, const std::vector<std::uint8_t>& other,

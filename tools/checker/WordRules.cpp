@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "tools/checker/MacRoman.h"
+#include "tools/corrections/Letters.h"
 
 namespace quorvane::checker {
 
@@ -13,8 +14,6 @@ constexpr std::uint8_t kStraightApostrophe = 39;
 
 using Bytes = std::span<const std::uint8_t>;
 
-bool isUpper(std::uint8_t byte) { return byte >= 'A' && byte <= 'Z'; }
-bool isLetter(std::uint8_t byte) { return isUpper(byte) || (byte >= 'a' && byte <= 'z'); }
 bool isDigit(std::uint8_t byte) { return byte >= '0' && byte <= '9'; }
 /// A byte that may stand for any letter outside ASCII.
 bool isUnknown(const TextRecord& record, std::uint8_t byte) {
@@ -22,9 +21,6 @@ bool isUnknown(const TextRecord& record, std::uint8_t byte) {
 }
 bool isApostrophe(std::uint8_t byte) {
   return byte == kStraightApostrophe || byte == kRightSingleQuote;
-}
-bool isOneOf(std::string_view set, std::uint8_t byte) {
-  return byte < 128 && set.find(static_cast<char>(byte)) != std::string_view::npos;
 }
 bool isWhite(std::uint8_t byte) { return isOneOf(" \t\r", byte); }
 
@@ -48,7 +44,8 @@ bool isOrdinary(const TextRecord& record, Bytes word) {
   const auto ordinary = [&](std::uint8_t byte) {
     return isLetter(byte) || (isApostrophe(byte) && !isUnknown(record, byte));
   };
-  return std::ranges::all_of(word, ordinary) && std::ranges::none_of(word.subspan(1), isUpper);
+  return std::ranges::all_of(word, ordinary) &&
+         std::ranges::none_of(word.subspan(1), isUpper<std::uint8_t>);
 }
 
 /// Letters, digits, apostrophes (39, 213), and every byte from 128 up that isn't known to be a dash

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tools/corrections/Letters.h"
 #include "tools/corrections/WordForms.h"
 
 namespace quorvane::corrections {
@@ -17,11 +18,6 @@ constexpr float kSurelyAWord = 5.7F;
 bool keepsApostrophe(std::string_view word, std::string_view candidate) {
   return word.find('\'') == std::string_view::npos ||
          candidate.find('\'') != std::string_view::npos;
-}
-
-std::string capitalised(std::string word) {
-  if (isSmallLetter(word.front())) word.front() = static_cast<char>(word.front() - 32);
-  return word;
 }
 
 /// In small letters or as a name.

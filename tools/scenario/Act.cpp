@@ -224,15 +224,15 @@ void askForWritingStyles(World& world, const Arguments& /*is*/) {
 void parkBytes(World& world, const Arguments& is) {
   const std::string bytes = toBytes(is[0].text);
   Do_commit_to_composition(world.instance, reinterpret_cast<const std::uint8_t*>(bytes.data()),
-                           static_cast<std::uint32_t>(bytes.size()), is[1].u32());
+                           static_cast<std::uint32_t>(bytes.size()), {is[1].u32()});
 }
 void commitRomanByte(World& world, const Arguments& is) {
   const auto byte = static_cast<std::uint8_t>(is[0].number);
-  Send_Char_Fix(world.instance, &byte, is[1].u32());
+  Send_Char_Fix(world.instance, &byte, {is[1].u32()});
 }
 void deliverPosted(World& world, const Arguments& /*is*/) { world.settle(); }
 
-constexpr Pattern kPatterns[] = {
+constexpr Pattern kActs[] = {
     {"start", start},
     {"start with TEXT", startWith},
     {"start with TEXT TEXT", startWith},
@@ -286,6 +286,6 @@ constexpr Pattern kPatterns[] = {
 
 }  // namespace
 
-std::span<const Pattern> actPatterns() { return kPatterns; }
+std::span<const Pattern> actPatterns() { return kActs; }
 
 }  // namespace quorvane::scenario

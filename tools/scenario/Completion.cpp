@@ -133,7 +133,7 @@ constexpr Pattern kStagePatterns[] = {
     {"completion with NAME", setSwitch},
 };
 
-constexpr Pattern kPatterns[] = {
+constexpr Pattern kCompletion[] = {
     {"pick TEXT", pick},
     {"completion is cancelled", cancelCompletion},
     {"completion is switched off", switchOffCompletion},
@@ -146,6 +146,6 @@ constexpr Pattern kPatterns[] = {
 }  // namespace
 
 std::span<const Pattern> completionStagePatterns() { return kStagePatterns; }
-std::span<const Pattern> completionPatterns() { return kPatterns; }
+std::span<const Pattern> completionPatterns() { return kCompletion; }
 
 }  // namespace quorvane::scenario

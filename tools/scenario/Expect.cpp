@@ -151,7 +151,8 @@ void expectBitClear(World& world, const Arguments& is) { expectBit(world, is, fa
 void expectFieldNamesSession(World& world, const Arguments& is) {
   const BIMSessionRec* session = world.sessionOf(is[1].word);
   if (session == nullptr) return world.expect(false, "a session of " + is[1].word, "none");
-  world.expectNumber(session->handle, world.records().field(is[0].u32()));
+  world.expectNumber(static_cast<std::uint32_t>(session->handle),
+                     world.records().field(is[0].u32()));
 }
 void expectPublished(World& world, const Arguments& is) {
   const memory::PublishedText found = world.records().published();
@@ -302,7 +303,7 @@ void expectTimes(World& world, const Arguments& is) {
   world.expectNumber(is[0].number, count);
 }
 
-constexpr Pattern kPatterns[] = {
+constexpr Pattern kExpectations[] = {
     {"expect document TEXT", expectDocument},
     {"expect document NAME TEXT", expectNamedDocument},
     {"expect consumed", expectConsumed},
@@ -346,6 +347,6 @@ constexpr Pattern kPatterns[] = {
 
 }  // namespace
 
-std::span<const Pattern> expectPatterns() { return kPatterns; }
+std::span<const Pattern> expectPatterns() { return kExpectations; }
 
 }  // namespace quorvane::scenario

@@ -72,7 +72,7 @@ constexpr std::array<Cancel, 6> kCancels{{
      }},
     {"document-window",
      [](World& world) {
-       const std::uint64_t client = identityOf(&world.host.text.clientOf(world.focused()));
+       const ClientID client = identityOf(&world.host.text.clientOf(world.focused()));
        return std::int64_t{BIMCheckandClose_DocWindowSession(world.instance, client)};
      }},
     {"interactive-window",
@@ -106,7 +106,7 @@ void expectAnswer(World& world, const Arguments& is) {
   world.expectNumber(is[0].number, world.answer);
 }
 
-constexpr Pattern kPatterns[] = {
+constexpr Pattern kKeyStatements[] = {
     {"keyboard layout NAME", setLayout},
     {"program types CODE", typeByProgram},
     {"program types CODE as text", typeAsText},
@@ -122,6 +122,6 @@ constexpr Pattern kPatterns[] = {
 
 }  // namespace
 
-std::span<const Pattern> keyPatterns() { return kPatterns; }
+std::span<const Pattern> keyPatterns() { return kKeyStatements; }
 
 }  // namespace quorvane::scenario

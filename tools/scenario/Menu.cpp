@@ -26,8 +26,8 @@ void setDate(World& world, const Arguments& is) {
     return sys_days(std::chrono::year(y) / std::chrono::month(m) / std::chrono::day(d));
   };
   const auto days = dayOf(year, month, day) - dayOf(2001, 1, 1);
-  world.host.clock.setDate(static_cast<double>(days.count()) * 86'400 + hour * 3600.0 +
-                           minute * 60.0 + second);
+  world.host.clock.setDate(days + std::chrono::hours(hour) + std::chrono::minutes(minute) +
+                           std::chrono::seconds(second));
 }
 void setTimeZone(World& world, const Arguments& is) {
   world.host.dateFormatting.systemTimeZone = is[0].word;

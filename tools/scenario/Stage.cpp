@@ -142,7 +142,7 @@ void giveFirstSession(World& world, const Arguments& is) {
   BIMSessionRec* head = world.instance.state<SessionState>().gSessionHandleStart;
   if (head == nullptr) throw BadStatement("there is no session yet");
   const field::Client& client = world.host.text.clientOf(world.document(is[0].word));
-  head->clientID = static_cast<std::uint32_t>(identityOf(&client));
+  head->clientID = identityOf(&client);
 }
 void startApplication(World& world, const Arguments& is) {
   memory::MemoryProcess instance;
@@ -288,7 +288,7 @@ void completionStage(World& world, const Arguments& /*is*/) {
   setUsualStage(world, kUsualSwitches | kCompletionFlag);
 }
 
-constexpr Pattern kPatterns[] = {
+constexpr Pattern kStage[] = {
     {"usual stage", usualStage},
     {"completion stage", completionStage},
     {"switches HEX", setSwitches},
@@ -337,6 +337,6 @@ constexpr Pattern kPatterns[] = {
 
 }  // namespace
 
-std::span<const Pattern> stagePatterns() { return kPatterns; }
+std::span<const Pattern> stagePatterns() { return kStage; }
 
 }  // namespace quorvane::scenario

@@ -206,7 +206,7 @@ ProcessSerialNumber World::application(const std::string& name) {
 
 BIMSessionRec* World::sessionOf(const std::string& documentName) {
   const field::Client& client = host.text.clientOf(knownDocument(documentName));
-  const auto id = static_cast<std::uint32_t>(identityOf(&client));
+  const ClientID id = identityOf(&client);
   BIMSessionRec* session = instance.state<SessionState>().gSessionHandleStart;
   while (session != nullptr && session->clientID != id) session = session->next;
   return session;

@@ -10,10 +10,10 @@
 namespace quorvane::word_data {
 namespace {
 
-using Parts = std::vector<std::string>;
+using Columns = std::vector<std::string>;
 
-Parts splitAtTabs(std::string_view line) {
-  Parts parts;
+Columns splitAtTabs(std::string_view line) {
+  Columns parts;
   while (true) {
     const std::size_t end = std::min(line.find('\t'), line.size());
     parts.emplace_back(line.substr(0, end));
@@ -25,11 +25,11 @@ Parts splitAtTabs(std::string_view line) {
 // Calls `take` with the word of each entry and the parts after it, of which there must be `least`
 // to `most`.
 void readTable(const std::filesystem::path& path, std::size_t least, std::size_t most,
-               const std::function<void(std::string, Parts)>& take) {
+               const std::function<void(std::string, Columns)>& take) {
   const TextFile file(path);
   for (std::size_t line = 0; line < file.lines().size(); ++line) {
     if (file.lines()[line].empty() || file.lines()[line].starts_with('#')) continue;
-    Parts parts = splitAtTabs(file.lines()[line]);
+    Columns parts = splitAtTabs(file.lines()[line]);
     std::string word = std::move(parts.front());
     parts.erase(parts.begin());
     const std::string_view letters = std::string_view(word).substr(0, word.find('*'));
@@ -40,7 +40,7 @@ void readTable(const std::filesystem::path& path, std::size_t least, std::size_t
 }
 
 void readSet(const std::filesystem::path& path, Tables::WordSet& words) {
-  readTable(path, 0, 0, [&](std::string word, const Parts&) { words.insert(std::move(word)); });
+  readTable(path, 0, 0, [&](std::string word, const Columns&) { words.insert(std::move(word)); });
 }
 
 void addOffensive(Tables& tables, const std::string& word) {
@@ -61,14 +61,14 @@ bool Tables::isOffensive(const std::string& word) const {
 Tables readTables(const std::filesystem::path& folder) {
   constexpr std::size_t Many = 3;
   Tables tables;
-  readTable(folder / "function_words.txt", 0, Many, [&](std::string word, Parts glosses) {
+  readTable(folder / "function_words.txt", 0, Many, [&](std::string word, Columns glosses) {
     tables.functionWords[std::move(word)] = std::move(glosses);
   });
-  readTable(folder / "pronunciations.txt", 1, 1, [&](std::string word, Parts ipa) {
+  readTable(folder / "pronunciations.txt", 1, 1, [&](std::string word, Columns ipa) {
     tables.pronunciations[std::move(word)] = std::move(ipa.front());
   });
   readTable(folder / "offensive_words.txt", 0, 0,
-            [&](const std::string& word, const Parts&) { addOffensive(tables, word); });
+            [&](const std::string& word, const Columns&) { addOffensive(tables, word); });
   readSet(folder / "inoffensive_words.txt", tables.inoffensive);
   readSet(folder / "admitted_words.txt", tables.admitted);
   readSet(folder / "split_contractions.txt", tables.splitContractions);
