@@ -8,6 +8,7 @@
 #include "src/keys/AsciiToKeyCode.h"
 #include "src/menu/BIM_InitMenu.h"
 #include "src/menu/InputMenu.h"
+#include "src/menu/MenuEventTimer.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/QBIMMessageReceive.h"
@@ -105,6 +106,7 @@ std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t
   Open_IMK_Resource(instance);
   Init_Toolversion(instance);
   Set_MacPantherMenu(instance, Get_MainMenu(instance));
+  Install_MenuEventHandlers(instance);
   set_SETMENUFLAG(instance, 1);
   if (BIMInitializeMessageReceiving(instance) != 0) {
     Log(instance, "BIMInitializeMessageReceiving Create Port Error ");

@@ -4,6 +4,7 @@
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/CompletionState.h"
 #include "src/completion/ConversionEngine.h"
+#include "src/session/QuorvaneInputController.h"
 #include "src/shell/MenuDispatch.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
 
@@ -40,6 +41,7 @@ void wakeMainMenu(Instance& instance, const NibOutlets& outlets) {
   auto& delegate = instance.state<QuorvaneInputAppDelegate>();
   delegate.setMenu(outlets.menu);
   delegate.awakeFromNib();
+  Get_QuorvaneInputController(instance).awakeFromNib();
 }
 
 }  // namespace

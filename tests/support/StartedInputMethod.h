@@ -25,6 +25,7 @@ struct StartedInputMethod {
     host.text.setController(&controller);
     host.processes.setFront(memory::MemoryProcesses::editor());
     host.runPending();
+    host.wait(600'000'000);  // the timers have seen who is in front
     instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0x11833;
     host.text.focus(&document);
   }
