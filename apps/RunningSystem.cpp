@@ -12,7 +12,7 @@
 
 #include "apps/Command.h"
 #include "src/bridge/qorv_sharedmem_State.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/shell/main.h"
 
 namespace quorvane {
@@ -82,6 +82,7 @@ Platform RunningSystem::platform() {
           .characterSets = host.characterSets,
           .clock = host.clock,
           .console = host.console,
+          .dateFormatting = host.dateFormatting,
           .eventPosting = host.eventPosting,
           .fileManager = host.fileManager,
           .inputMethodKit = host.inputMethodKit,

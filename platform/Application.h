@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/AppKitWindows.h"
+#include "platform/NSMenu.h"
 
 namespace quorvane {
 
@@ -14,11 +15,12 @@ struct NSOperatingSystemVersion {
   std::int64_t minorVersion = 0;
 };
 
-/// What a nib's objects are connected to; null where the nib holds no such thing. Both live as long
+/// What a nib's objects are connected to; null where the nib holds no such thing. All live as long
 /// as the host.
 struct NibOutlets {
   NSPanel* panel = nullptr;
   NSTextField* view = nullptr;
+  NSMenu* menu = nullptr;
 };
 
 class Application {

@@ -55,6 +55,8 @@ class CarbonEvents {
   virtual std::uint32_t GetCurrentKeyModifiers() = 0;
   /// The keys held at this moment.
   virtual void GetKeys(KeyMap& keys) = 0;
+  /// A button of the mouse is down at this moment.
+  virtual bool Button() = 0;
   /// True where the user has asked to stop (Command-period). The caller may ignore it.
   virtual bool CheckEventQueueForUserCancel() = 0;
 };

@@ -15,6 +15,8 @@ class Clock {
   virtual std::uint64_t mach_absolute_time() = 0;
   /// Since start-up; the time base of events.
   virtual Seconds GetCurrentEventTime() = 0;
+  /// Since 1 January 2001, 0:00 in UTC, by the clock on the wall; also +[NSDate date].
+  virtual Seconds CFAbsoluteTimeGetCurrent() = 0;
   virtual void usleep(Microseconds duration) = 0;
 };
 

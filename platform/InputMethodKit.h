@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/AppKitEvents.h"
+#include "platform/NSMenu.h"
 
 namespace quorvane {
 
@@ -56,6 +56,12 @@ class IMKTextInput {
   virtual void attributesForCharacterIndex(std::uint64_t index, NSRect& lineHeightRectangle) = 0;
 };
 
+/// What comes with a menu action: the dictionary of the chosen item.
+struct IMKCommandDictionary {
+  NSMenuItem* IMKCommandMenuItem = nullptr;
+  std::u16string IMKMenuTitle;
+};
+
 /// What the framework calls for the client that has the focus.
 class IMKInputController {
  public:
@@ -76,6 +82,14 @@ class IMKInputController {
   virtual void candidateSelected(const NSAttributedString& /*candidate*/) {}
   /// Null: the text field has made the marked text its own, and there is nothing to insert.
   virtual void commitComposition(IMKTextInput* /*sender*/) {}
+
+  /// The Input Menu; null: none.
+  virtual NSMenu* menu() { return nullptr; }
+  /// Of an item that has an action: whether it may be chosen.
+  virtual bool validateMenuItem(const NSMenuItem& /*item*/) { return true; }
+  /// An item of that action was chosen.
+  virtual void doCommandBySelectorCommandDictionary(
+      std::string_view /*selector*/, const IMKCommandDictionary& /*infoDictionary*/) {}
 };
 
 struct IMKServer {

@@ -8,6 +8,7 @@
 #include "platform/CharacterSets.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
+#include "platform/DateFormatting.h"
 #include "platform/EventPosting.h"
 #include "platform/FileManager.h"
 #include "platform/InputMethodKit.h"
@@ -37,6 +38,7 @@ struct Platform {
   CharacterSets& characterSets;
   Clock& clock;
   Console& console;
+  DateFormatting& dateFormatting;
   EventPosting& eventPosting;
   FileManager& fileManager;
   InputMethodKit& inputMethodKit;

@@ -12,6 +12,7 @@ namespace quorvane {
 enum class NSStringEncoding : std::uint32_t {
   ASCII = 1,
   UTF8 = 4,
+  ShiftJIS = 8,
   UTF16LittleEndian = 0x94000100,
 };
 

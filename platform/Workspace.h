@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "platform/MacTypes.h"
 #include "platform/Registration.h"
@@ -39,6 +40,10 @@ class Workspace {
   /// Null where nothing is in front.
   virtual const NSRunningApplication* frontmostApplication() = 0;
   virtual const NSRunningApplication* menuBarOwningApplication() = 0;
+  /// openURLs:withAppBundleIdentifier:options:additionalEventParamDescriptor:launchIdentifiers:
+  /// with one address, no descriptor and no identifiers. False where it can't be opened.
+  virtual bool openURLs(const std::string& address, std::string_view bundleIdentifier,
+                        std::uint32_t options) = 0;
   /// The observer is called on the run loop, in the order of registration.
   [[nodiscard]] virtual std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                                   Observer observer) = 0;

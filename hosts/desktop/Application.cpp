@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "hosts/menu/MainMenu.h"
+
 namespace quorvane::desktop {
 namespace {
 
@@ -36,8 +38,14 @@ std::string Application::bundleURL() {
 bool Application::loadNibNamed(std::string_view name,
                                std::function<void(const NibOutlets&)> awakeFromNib) {
   if (std::ranges::find(kNibs, name) == kNibs.end()) return false;
-  if (awakeFromNib) awakeFromNib(name == kNibs.front() ? annotationWindow_ : NibOutlets{});
+  if (awakeFromNib) awakeFromNib(outletsOf(name));
   return true;
+}
+
+NibOutlets Application::outletsOf(std::string_view nib) {
+  if (nib == kNibs.front()) return annotationWindow_;
+  menu_ = loadMainMenu();
+  return {.menu = menu_.get()};
 }
 
 void Application::run() { runLoop_.run(); }

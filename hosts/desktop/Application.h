@@ -24,8 +24,11 @@ class Application final : public quorvane::Application {
   NSOperatingSystemVersion operatingSystemVersion() override;
 
  private:
+  NibOutlets outletsOf(std::string_view nib);
+
   RunLoop& runLoop_;
   NibOutlets annotationWindow_;
+  std::unique_ptr<NSMenu> menu_;  ///< what the nib "MainMenu" holds, once it has been loaded
   std::function<void()> cleanUp_;
 };
 

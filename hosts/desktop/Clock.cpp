@@ -8,9 +8,11 @@ namespace {
 
 constexpr std::uint64_t kNanosecondsPerSecond = 1'000'000'000;
 
-timespec now() {
+constexpr time_t kReferenceDate = 978'307'200;  // 2001, since 1970
+
+timespec now(clockid_t clock = CLOCK_MONOTONIC) {
   timespec time{};
-  clock_gettime(CLOCK_MONOTONIC, &time);
+  clock_gettime(clock, &time);
   return time;
 }
 
@@ -23,6 +25,12 @@ std::uint64_t Clock::mach_absolute_time() {
 }
 
 Seconds Clock::GetCurrentEventTime() { return std::chrono::nanoseconds(mach_absolute_time()); }
+
+Seconds Clock::CFAbsoluteTimeGetCurrent() {
+  const timespec time = now(CLOCK_REALTIME);
+  return std::chrono::seconds(time.tv_sec - kReferenceDate) +
+         std::chrono::nanoseconds(time.tv_nsec);
+}
 
 void Clock::usleep(Microseconds duration) {
   const std::uint64_t until = mach_absolute_time() + std::uint64_t{duration.count()} * 1000;

@@ -49,6 +49,7 @@ Platform DesktopHost::platform() {
           .characterSets = characterSets_,
           .clock = clock_,
           .console = console_,
+          .dateFormatting = dateFormatting_,
           .eventPosting = clients_.eventPosting,
           .fileManager = fileManager_,
           .inputMethodKit = clients_.inputMethodKit,

@@ -23,6 +23,7 @@
 #include "hosts/desktop/UserDefaults.h"
 #include "hosts/desktop/Workspace.h"
 #include "hosts/icu/IcuCharacterSets.h"
+#include "hosts/icu/IcuDateFormatting.h"
 #include "hosts/icu/IcuTextEncoding.h"
 #include "hosts/json/SimdjsonSerialization.h"
 #include "hosts/keyboard/Translate.h"
@@ -70,6 +71,7 @@ class DesktopHost {
   IcuCharacterSets characterSets_;
   Clock clock_;
   Console console_;
+  IcuDateFormatting dateFormatting_;
   FileManager fileManager_;
   SimdjsonSerialization jsonSerialization_{fileManager_};
   ResourceManager resourceManager_;

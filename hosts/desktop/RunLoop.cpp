@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdlib>
 #include <exception>
 #include <string>
 
@@ -119,14 +120,24 @@ void RunLoop::removeAllSources() {
 
 std::unique_ptr<Registration> RunLoop::addTimer(Seconds first, Seconds interval,
                                                 std::function<void()> action) {
-  GSource* source = g_timeout_source_new(static_cast<guint>(millisecondsOf(interval).count()));
-  g_source_set_ready_time(source, g_get_monotonic_time() + millisecondsOf(first).count() * 1000);
+  const Milliseconds period = millisecondsOf(interval);
+  GSource* source = g_timeout_source_new(static_cast<guint>(period.count()));
+  g_source_set_ready_time(source, firstDue(millisecondsOf(first), period));
   auto call = [repeats = interval > Seconds(0), action = std::move(action)](GIOCondition) {
     action();
     return repeats;
   };
   return std::make_unique<SourceOwner>(source, timerFired, Handler{std::move(call), log_},
                                        context_);
+}
+
+gint64 RunLoop::firstDue(Milliseconds first, Milliseconds interval) {
+  constexpr gint64 kAlmost = 5'000;
+  const gint64 due = g_get_monotonic_time() + first.count() * 1000;
+  if (interval == Milliseconds(0)) return due;
+  gint64& latest = latestDue_[interval];
+  if (std::abs(due - latest) > kAlmost) latest = due;
+  return latest;
 }
 
 std::unique_ptr<Registration> RunLoop::addTimer(Milliseconds interval, std::function<bool()> tick) {

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <functional>
 #include <list>
+#include <map>
 #include <memory>
 #include <span>
 #include <vector>
@@ -39,6 +40,8 @@ class RunLoop final : public quorvane::RunLoop {
   void CFRunLoopAddSource(CFRunLoop& loop, std::shared_ptr<CFRunLoopSource> source) override;
   void performAfterDelay(std::function<void()> function, Seconds delay) override;
 
+  /// Those of one interval that begin at almost the same time fall due together: they wake an idle
+  /// process once.
   [[nodiscard]] std::unique_ptr<Registration> addTimer(Seconds first, Seconds interval,
                                                        std::function<void()> action) override;
   /// Calls `tick` every `interval` until it returns false or the result is destroyed.
@@ -121,14 +124,18 @@ class RunLoop final : public quorvane::RunLoop {
   std::unique_ptr<Registration> watchByGLib(int descriptor, GIOCondition condition,
                                             std::function<void(GIOCondition)> handler);
 
+  /// In GLib's monotonic microseconds.
+  gint64 firstDue(Milliseconds first, Milliseconds interval);
+
   quorvane::LogSink& log_;
   GMainContext* context_;
   Current current_;
   std::shared_ptr<DescriptorSet> descriptors_ = std::make_shared<DescriptorSet>();
   std::unique_ptr<Registration> descriptorsWatch_;
-  std::vector<bool*> running_;   ///< innermost last: is it over?
-  bool handled_ = false;         ///< a descriptor, just now
-  std::vector<GPollFD> polled_;  ///< first the one that is asked for, then GLib's own
+  std::map<Milliseconds, gint64> latestDue_;  ///< of the repeating timers, by interval
+  std::vector<bool*> running_;                ///< innermost last: is it over?
+  bool handled_ = false;                      ///< a descriptor, just now
+  std::vector<GPollFD> polled_;               ///< first the one that is asked for, then GLib's own
   std::vector<std::shared_ptr<CFRunLoopSource>> sources_;
   std::list<std::unique_ptr<Registration>> delayed_;
 };

@@ -1,6 +1,9 @@
 #include "hosts/desktop/Workspace.h"
 
+#include <glib.h>
+
 #include <algorithm>
+#include <array>
 
 namespace quorvane::desktop {
 
@@ -15,6 +18,16 @@ const NSRunningApplication* Workspace::frontmostApplication() {
 }
 
 const NSRunningApplication* Workspace::menuBarOwningApplication() { return frontmostApplication(); }
+
+bool Workspace::openURLs(const std::string& address, std::string_view /*bundleIdentifier*/,
+                         std::uint32_t /*options*/) {
+  std::string program = "xdg-open";
+  std::string argument = address;
+  std::array<char*, 3> arguments{program.data(), argument.data(), nullptr};
+  const int flags = G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL;
+  return g_spawn_async(nullptr, arguments.data(), nullptr, static_cast<GSpawnFlags>(flags), nullptr,
+                       nullptr, nullptr, nullptr) != FALSE;
+}
 
 std::unique_ptr<Registration> Workspace::addObserver(WorkspaceNotification name,
                                                      Observer observer) {

@@ -12,6 +12,9 @@ class Workspace final : public quorvane::Workspace {
   std::span<const NSRunningApplication> runningApplications() override;
   const NSRunningApplication* frontmostApplication() override;
   const NSRunningApplication* menuBarOwningApplication() override;
+  /// In whatever shows such addresses here: `bundleIdentifier` names a program of another system.
+  bool openURLs(const std::string& address, std::string_view bundleIdentifier,
+                std::uint32_t options) override;
   [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                           Observer observer) override;
 

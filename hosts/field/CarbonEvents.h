@@ -11,6 +11,8 @@ class CarbonEvents final : public quorvane::CarbonEvents {
                    CarbonEvent& event) override;
   std::uint32_t GetCurrentKeyModifiers() override;
   void GetKeys(KeyMap& keys) override;
+  /// A click is over as soon as it is known of.
+  bool Button() override { return false; }
   bool CheckEventQueueForUserCancel() override { return false; }
 
   /// Whose keys are asked about; until then none is held. It outlives the last question.

@@ -49,6 +49,21 @@ std::optional<std::u16string> fromUtf16LittleEndian(Bytes bytes) {
   return text;
 }
 
+std::optional<std::u16string> fromShiftJIS(Bytes bytes) {
+  if (!fitsIcu(bytes.size())) return {};
+  UErrorCode error = U_ZERO_ERROR;
+  const Converter converter(ucnv_open("Shift_JIS", &error));
+  if (U_FAILURE(error)) return {};
+  ucnv_setToUCallBack(converter.get(), UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &error);
+  std::u16string text(bytes.size(), u'\0');  // no character takes more units than bytes
+  const std::int32_t length = ucnv_toUChars(
+      converter.get(), text.data(), static_cast<std::int32_t>(text.size()),
+      reinterpret_cast<const char*>(bytes.data()), static_cast<std::int32_t>(bytes.size()), &error);
+  if (U_FAILURE(error)) return {};
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
 }  // namespace
 
 IcuTextEncoding::IcuTextEncoding() {
@@ -81,6 +96,8 @@ std::optional<std::u16string> IcuTextEncoding::initWithData(std::span<const std:
       return fromAscii(bytes);
     case NSStringEncoding::UTF8:
       return fromUtf8(bytes);
+    case NSStringEncoding::ShiftJIS:
+      return fromShiftJIS(bytes);
     case NSStringEncoding::UTF16LittleEndian:
       return fromUtf16LittleEndian(bytes);
   }

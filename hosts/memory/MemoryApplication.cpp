@@ -1,5 +1,7 @@
 #include "hosts/memory/MemoryApplication.h"
 
+#include "hosts/menu/MainMenu.h"
+
 namespace quorvane::memory {
 
 bool MemoryApplication::respondsToBeginActivity() {
@@ -25,10 +27,15 @@ bool MemoryApplication::loadNibNamed(std::string_view name,
                                      std::function<void(const NibOutlets&)> awakeFromNib) {
   const std::size_t line = journal_.call("loadNibNamed ", name);
   if (!nibs.contains(name)) return journal_.result(line, false);
-  NibOutlets outlets;
-  if (name == "AnnotationWindow") outlets = {&annotationWindow, &annotationWindow};
-  if (awakeFromNib) awakeFromNib(outlets);
+  if (awakeFromNib) awakeFromNib(outletsOf(name));
   return true;
+}
+
+NibOutlets MemoryApplication::outletsOf(std::string_view nib) {
+  if (nib == "AnnotationWindow") return {.panel = &annotationWindow, .view = &annotationWindow};
+  if (nib != "MainMenu") return {};
+  menu = loadMainMenu();
+  return {.menu = menu.get()};
 }
 
 void MemoryApplication::run() {

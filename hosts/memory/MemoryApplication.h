@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -38,12 +39,16 @@ class MemoryApplication : public Application {
   NSOperatingSystemVersion systemVersion{10, 15};
   /// What the nib "AnnotationWindow" holds.
   field::AnnotationWindow annotationWindow;
+  /// What the nib "MainMenu" holds, once it has been loaded.
+  std::unique_ptr<NSMenu> menu;
   /// What the run loop does inside `run`; without it `run` returns at once.
   std::function<void()> whileRunning;
   /// Of the first call of `exit`.
   std::optional<int> exitStatus;
 
  private:
+  NibOutlets outletsOf(std::string_view nib);
+
   Journal& journal_;
 };
 

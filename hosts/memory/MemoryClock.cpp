@@ -24,6 +24,15 @@ Seconds MemoryClock::GetCurrentEventTime() {
   return toSeconds(now_);
 }
 
+Seconds MemoryClock::CFAbsoluteTimeGetCurrent() {
+  journal_.call("CFAbsoluteTimeGetCurrent");
+  return date();
+}
+
+Seconds MemoryClock::date() const { return dateAtStart_ + toSeconds(now_); }
+
+void MemoryClock::setDate(Seconds date) { dateAtStart_ = date - toSeconds(now_); }
+
 void MemoryClock::usleep(Microseconds duration) {
   journal_.call("usleep ", duration.count());
   advance(std::uint64_t{duration.count()} * 1000);

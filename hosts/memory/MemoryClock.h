@@ -24,12 +24,16 @@ class MemoryClock : public Clock {
 
   std::uint64_t mach_absolute_time() override;
   Seconds GetCurrentEventTime() override;
+  Seconds CFAbsoluteTimeGetCurrent() override;
   void usleep(Microseconds duration) override;
 
   [[nodiscard]] std::uint64_t now() const { return now_; }
   /// Moves time, stopping at each scheduled moment on the way. Called from a scheduled function or
   /// a hook it only moves the time; what falls due by that runs afterwards.
   void advance(std::uint64_t nanoseconds);
+  /// The date moves with the time.
+  [[nodiscard]] Seconds date() const;
+  void setDate(Seconds date);
   void advanceTicks(double ticks);
   void advanceSeconds(double seconds);
   /// Runs `function` once, `nanoseconds` from now. In due order; equal moments in the order of
@@ -56,6 +60,7 @@ class MemoryClock : public Clock {
     explicit Quiet(MemoryClock& clock) : clock_(clock) {}
     std::uint64_t mach_absolute_time() override { return clock_.now(); }
     Seconds GetCurrentEventTime() override;
+    Seconds CFAbsoluteTimeGetCurrent() override { return clock_.date(); }
     void usleep(Microseconds duration) override;
 
    private:
@@ -67,6 +72,7 @@ class MemoryClock : public Clock {
   Journal& journal_;
   Quiet quiet_;
   std::uint64_t now_ = 1'000'000'000;
+  Seconds dateAtStart_{};  ///< when `now_` was 0
   std::uint64_t scheduled_ = 0;
   std::vector<Due> due_;
   std::list<std::function<void()>> hooks_;  ///< a hook may add another

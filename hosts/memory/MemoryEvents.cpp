@@ -52,6 +52,11 @@ std::uint32_t MemoryCarbonEvents::GetCurrentKeyModifiers() {
   return keyModifiers ? *keyModifiers : latestModifiers();
 }
 
+bool MemoryCarbonEvents::Button() {
+  journal_.count();
+  return buttonDown;
+}
+
 bool MemoryCarbonEvents::CheckEventQueueForUserCancel() {
   journal_.call("CheckEventQueueForUserCancel");
   return userCancelled;

@@ -20,8 +20,10 @@ class MemoryCarbonEvents : public CarbonEvents {
                    CarbonEvent& event) override;
   std::uint32_t GetCurrentKeyModifiers() override;
   void GetKeys(KeyMap& keys) override;
+  bool Button() override;
   bool CheckEventQueueForUserCancel() override;
 
+  bool buttonDown = false;
   bool createEventFails = false;
   bool userCancelled = false;
   /// In place of those of the latest event.

@@ -8,6 +8,8 @@ MemoryHost::MemoryHost() {
   carbonEvents.latestModifiers = [this] { return text.currentKeyModifiers(); };
   carbonEvents.heldKeys = [this] { return text.heldKeys(); };
   useLayout(keyboard::usLayout());
+  dateFormatting.locale = "en_US";
+  dateFormatting.systemTimeZone = "UTC";
   queue.layout = [this] {
     const TISInputSourceRef& layout = textInputSources.layout;
     return layout ? layout->kTISPropertyUnicodeKeyLayoutData : nullptr;
@@ -38,6 +40,7 @@ Platform MemoryHost::platform() {
       .characterSets = characterSets,
       .clock = clock,
       .console = console,
+      .dateFormatting = dateFormatting,
       .eventPosting = eventPosting,
       .fileManager = files,
       .inputMethodKit = inputMethodKit,

@@ -4,6 +4,7 @@
 
 #include "hosts/field/TextApplication.h"
 #include "hosts/icu/IcuCharacterSets.h"
+#include "hosts/icu/IcuDateFormatting.h"
 #include "hosts/journal/Journal.h"
 #include "hosts/json/SimdjsonSerialization.h"
 #include "hosts/keyboard/Translate.h"
@@ -44,6 +45,7 @@ class MemoryHost {
   Journal journal;
   MemoryClock clock{journal};
   MemoryConsole console{journal};
+  IcuDateFormatting dateFormatting;  ///< American, and of UTC at first
   MemoryLogSink log;
   MemoryApplication application{journal};
   MemoryUserDefaults userDefaults{journal};

@@ -137,6 +137,12 @@ const NSRunningApplication* MemoryProcesses::menuBarOwningApplication() {
   return activeApplication();
 }
 
+bool MemoryProcesses::openURLs(const std::string& address, std::string_view bundleIdentifier,
+                               std::uint32_t options) {
+  journal_.call("openURLs ", address, " ", bundleIdentifier, " ", Journal::Hex{options});
+  return true;
+}
+
 std::unique_ptr<Registration> MemoryProcesses::addObserver(WorkspaceNotification name,
                                                            Observer observer) {
   journal_.call("addObserver ", nameOf(name));

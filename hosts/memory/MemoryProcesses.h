@@ -48,6 +48,8 @@ class MemoryProcesses : public ProcessManager, public Workspace {
   std::span<const NSRunningApplication> runningApplications() override;
   const NSRunningApplication* frontmostApplication() override;
   const NSRunningApplication* menuBarOwningApplication() override;
+  bool openURLs(const std::string& address, std::string_view bundleIdentifier,
+                std::uint32_t options) override;
   [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                           Observer observer) override;
 

@@ -174,4 +174,13 @@ std::optional<CFData> Convert_ASCIITo_Unicode(Instance& instance, const std::uin
   return block;
 }
 
+std::optional<std::u16string> textFromRoman(Instance& instance, std::string_view roman) {
+  const auto unicode =
+      Convert_ASCIITo_Unicode(instance, reinterpret_cast<const std::uint8_t*>(roman.data()),
+                              static_cast<std::uint32_t>(roman.size()));
+  if (!unicode) return std::nullopt;
+  return instance.platform().textEncoding.initWithData(*unicode,
+                                                       NSStringEncoding::UTF16LittleEndian);
+}
+
 }  // namespace quorvane

@@ -9,6 +9,8 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "src/base/Instance.h"
 
@@ -109,5 +111,7 @@ std::int32_t Singular(std::uint8_t* word);
 /// Mac OS Roman to UTF-16, little-endian. Empty where it can't be converted.
 std::optional<CFData> Convert_ASCIITo_Unicode(Instance& instance, const std::uint8_t* text,
                                               std::uint32_t length);
+/// The same as a string.
+std::optional<std::u16string> textFromRoman(Instance& instance, std::string_view roman);
 
 }  // namespace quorvane

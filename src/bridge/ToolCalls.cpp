@@ -23,6 +23,11 @@ Ticks Tick_Count(Instance& instance) {
   return ticksFromAbsoluteTime(instance.platform().clock.mach_absolute_time());
 }
 
+void Timer_Tickout(Instance& instance, Ticks ticks) {
+  const Ticks end = Tick_Count(instance) + ticks;
+  while (Tick_Count(instance) < end) continue;
+}
+
 void Set_AEToolEventSelectStruct(Instance& instance, AEToolEventSelectStruct* record,
                                  std::uint32_t cmd) {
   if (record != nullptr) return describe(instance, *record, cmd);

@@ -19,6 +19,8 @@
 namespace quorvane {
 
 Ticks Tick_Count(Instance& instance);
+/// Spins until so many have passed.
+void Timer_Tickout(Instance& instance, Ticks ticks);
 /// What Tick_Count makes of a clock that counts nanoseconds.
 constexpr Ticks ticksFromAbsoluteTime(std::uint64_t t) {
   constexpr std::uint64_t kMultiplier = 0x80D9594E;

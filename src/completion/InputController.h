@@ -77,6 +77,16 @@ class InputController : public IMKInputController, public WordInProgress {
   /// Top left corner for the annotation window, in the coordinates of the client's line.
   NSPoint calculatePositionOfTranslationWindow();
 
+  // The Input Menu.
+  NSMenu* menu() override;
+  /// An action that isn't known does nothing.
+  void doCommandBySelectorCommandDictionary(std::string_view selector,
+                                            const IMKCommandDictionary& infoDictionary) override;
+  void SubMenuActions(const IMKCommandDictionary& sender);
+  void Set_SubMenuActions(const void* sender, NSMenuItem& item);
+  void showIMEPreferences(const void* sender);
+  void openUrl(const std::string& address);
+
  private:
   // Events.
   bool sessionTakes(const NSEvent& event, IMKTextInput* client);

@@ -3,7 +3,7 @@
 
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/completion/InputController.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 
 namespace quorvane {
 namespace {

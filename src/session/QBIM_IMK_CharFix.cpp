@@ -7,10 +7,7 @@
 namespace quorvane {
 
 void Send_Char_Fix(Instance& instance, const std::uint8_t* byteAddress, Utf16Units replaceLength) {
-  const auto unicode = Convert_ASCIITo_Unicode(instance, byteAddress, 1);
-  if (!unicode) return;
-  const auto text =
-      instance.platform().textEncoding.initWithData(*unicode, NSStringEncoding::UTF16LittleEndian);
+  const auto text = textFromRoman(instance, {reinterpret_cast<const char*>(byteAddress), 1});
   if (!text) return;
   // A key is never lost: where there is nothing to replace it stands as it is.
   if (!Do_nsstring_commit_to_composition(instance, *text, replaceLength)) {

@@ -5,6 +5,8 @@
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/menu/MenuState.h"
+#include "src/menu/PendingCommand.h"
 #include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_CaretMoves.h"
 #include "src/session/QBIM_IMK_Clipboard.h"
@@ -40,6 +42,9 @@ Key readKey(Instance& instance, const CarbonEvent& event, std::uint8_t keyByte) 
 }
 
 std::int32_t handleKeyDown(Instance& instance, BIMSessionRec* session, EventRef event, Key key) {
+  if (IsMenuCallEvent(instance) != 0) {
+    return DoHandleQorvMenuCommandSequence(instance, key.byte);
+  }
   instance.state<SessionEventState>().followed = true;
   if (key.modifiers != 0) {
     Check_Menu_Key_Interactive_Cancel(instance, session, key.modifiers, key.byte);
@@ -62,6 +67,7 @@ std::int32_t handleKeyEvent(Instance& instance, BIMSessionRec* session, EventRef
     case kEventRawKeyRepeat:
       return handleKeyDown(instance, session, event, key);
     case kEventRawKeyModifiersChanged:
+      DoHandleQorvMenuCommandSequence(instance, 0);
       Reset_Clip(instance, key.modifiers);
       return 0;
     default:
@@ -99,6 +105,7 @@ std::int32_t BIMSessionEvent(Instance& instance, BIMSessionRec* /*session*/, Eve
     return 0;
   }
   MasterCloseToolRecPtr(instance);
+  SetMenuWhenAppChanges(instance);
   return consumed;
 }
 

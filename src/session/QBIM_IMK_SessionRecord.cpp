@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <new>
 
+#include "src/menu/MenuState.h"
+
 namespace quorvane {
 
 namespace {
@@ -65,12 +67,14 @@ void BIM_Cancel_Session_Text(BIMSessionRec* session) {
   session->sentenceFlags = 0;
 }
 
-void BIMMouseEditCancelSession(Instance& /*process*/, BIMSessionRec* session) {
-  if (session == nullptr) return;
-  if (session->cursor != 0) session->editState = kEditCancelled;
-  session->cursor = 0;
-  session->length = 0;
-  BIM_Cancel_Session_Text(session);
+void BIMMouseEditCancelSession(Instance& instance, BIMSessionRec* session) {
+  if (session != nullptr) {
+    if (session->cursor != 0) session->editState = kEditCancelled;
+    session->cursor = 0;
+    session->length = 0;
+    BIM_Cancel_Session_Text(session);
+  }
+  SetMenuWhenAppChanges(instance);
 }
 
 void BIM_CancelSessionTextBuffer(Instance& instance, BIMSessionRec* session) {

@@ -29,6 +29,8 @@ QDPoint cornerOf(std::uint32_t field) {
   return {static_cast<std::int16_t>(field & 0xFFFF), static_cast<std::int16_t>(field >> 16)};
 }
 
+constexpr Seconds kMouseTick{0.25};
+
 constexpr std::int32_t kNoSession = 0;
 
 constexpr std::int32_t kNoWindowWasUp = 1;
@@ -55,7 +57,34 @@ std::int32_t Check_MouseDown_ForWindowCancel(Instance& instance, std::uint32_t u
   if (!isBelowMenuBar(instance, point) || isQUORVANEAPP_FRONT(instance) != 0) return 0;
   QDRect rect;
   if (Get_InteractiveWindow_GlobalRectangle(instance, rect, point, 0)) return 0;
-  return Is_Quorvane_AppReady(instance);
+  if (Is_Quorvane_AppReady(instance) == 0) return 0;
+  InstallMouseCommandEventTimer(instance);
+  return 1;
+}
+
+void InstallMouseCommandEventTimer(Instance& instance) {
+  auto& state = instance.state<WindowClickState>();
+  state.temp_lastactivatedsender = state.lastactivatedsender;
+  if (state.QorvMouseEventLoopTimer) return;
+  state.QorvMouseEventLoopTimer = instance.platform().runLoop.addTimer(
+      Seconds{0}, kMouseTick, [&instance] { CallQuorvaneMouseCheckEventCompletion(instance); });
+}
+
+void RemoveMouseCommandEventTimer(Instance& instance) {
+  instance.state<WindowClickState>().QorvMouseEventLoopTimer.reset();
+}
+
+void CallQuorvaneMouseCheckEventCompletion(Instance& instance) {
+  auto& state = instance.state<WindowClickState>();
+  if (state.CallQuorvaneMouseCheckEventCompletionBusy) return;
+  const FlagGuard busy(state.CallQuorvaneMouseCheckEventCompletionBusy);
+  IMKTextInput* const clicked = state.temp_lastactivatedsender;
+  if (clicked != nullptr && clicked == state.activatedsender) {
+    BIMCheckandClose_DocWindowSession(instance, identityOf(clicked));
+  } else {
+    BIMCancelWindowSession(instance);
+  }
+  RemoveMouseCommandEventTimer(instance);
 }
 
 bool Get_InteractiveWindow_GlobalRectangle(Instance& instance, QDRect& rectOut, QDPoint point,

@@ -8,6 +8,7 @@
 #include "src/base/Text.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/menu/MenuCommand.h"
 #include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_KeyTime.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
@@ -173,6 +174,10 @@ void QuorvaneInputController::originalBufferAppend(const std::u16string& text,
 void QuorvaneInputController::commitComposition(IMKTextInput* sender) {
   if (instance_.state<ControllerState>().INITED_FLAG == 0 || sender == nullptr) return;
   commitParked(instance_, *sender);
+}
+
+void QuorvaneInputController::SubMenuActions(const IMKCommandDictionary& sender) {
+  quorvane::SubMenuActions(instance_, sender);
 }
 
 void QuorvaneInputController::dealloc() {

@@ -2,6 +2,7 @@
 // The session's side of the input method: one controller does all its work, whatever client an
 // event comes from. The framework's own object is InputController, which asks this one first.
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -23,7 +24,14 @@ struct ControllerState {
 
   std::uint32_t is_ACTIVE = 0;  ///< between activation and deactivation
   std::uint32_t activateServer_Inted = 0;
-  IMKTextInput* activatedsender = nullptr;  ///< the client of the last activation
+};
+
+/// Of the repeating timers.
+struct TimerState {
+  bool Mouse_Recurion_Flag = false;
+  bool CallQuorvaneMenuIconCheckEventCompletionBusy = false;
+  bool Buttonflag = false;  ///< a mouse button was down at the last tick
+  std::int32_t lastprocessPID = 0;
 };
 
 class QuorvaneInputController : public IMKInputController {
@@ -36,8 +44,17 @@ class QuorvaneInputController : public IMKInputController {
   void activateServer(IMKTextInput* sender) override;
   void deactivateServer(IMKTextInput* sender) override;
   std::uint32_t recognizedEvents(IMKTextInput* sender) override;
+  /// The nib has one controller, which looks after the whole process.
+  void awakeFromNib();
   /// Ends the controller: its client's session goes, and those of applications that have gone.
   void dealloc();
+
+  // Housekeeping.
+  void Install_Timer();
+  void doApplicationTimer();
+  void doMouseTimer();
+  void DidTerminateApplication();
+  void connectionDidDie();
 
   // Commit.
   std::u16string& composedBuffer() { return commit_._composedBuffer; }
@@ -52,6 +69,10 @@ class QuorvaneInputController : public IMKInputController {
   bool nsstring_commit_to_composition(const std::u16string& text, Utf16Units replaceLength) {
     return Do_nsstring_commit_to_composition(instance_, text, replaceLength);
   }
+
+  // The Input Menu.
+  void SubMenuActions(const IMKCommandDictionary& sender);
+  bool validateMenuItem(const NSMenuItem& /*item*/) override { return true; }
 
   // Nothing to do on this side: composition and candidates are completion's.
   void ClearComposedBuffer() {}
@@ -75,6 +96,9 @@ class QuorvaneInputController : public IMKInputController {
   Instance& instance_;
   CommitState& commit_;  ///< made before the controller, so it outlives it
   IMKTextInput* _currentClient = nullptr;
+  std::unique_ptr<Registration> applicationTimer_;
+  std::unique_ptr<Registration> mouseTimer_;
+  std::unique_ptr<Registration> terminations_;
 };
 
 QuorvaneInputController& Get_QuorvaneInputController(Instance& instance);
@@ -92,5 +116,10 @@ void loadPressAndHold();
 void set_INITED_FLAG(Instance& instance, std::uint32_t value);
 void cancel_keyDownEvent(Instance& instance);
 IMKTextInput* GetLastClient(Instance& instance);
+/// The keyboard types into us at present.
+bool CHECK_Quorvane_InputMenu(Instance& instance);
+/// Another application in front ends a suspension and hides the window. 1: it is the same one.
+std::int32_t ProcessSwitch_App_CurrentFront(Instance& instance);
+void CallQuorvaneMenuIconCheckEventCompletion(Instance& instance);
 
 }  // namespace quorvane

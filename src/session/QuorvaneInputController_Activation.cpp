@@ -1,5 +1,6 @@
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Sessions.h"
+#include "src/session/QBIM_IMK_WindowClick.h"
 #include "src/session/QuorvaneInputController.h"
 
 namespace quorvane {
@@ -9,7 +10,7 @@ void QuorvaneInputController::activateServer(IMKTextInput* sender) {
   state.is_ACTIVE = 1;
   if (state.INITED_FLAG == 0) return;
   _currentClient = sender;
-  state.activatedsender = sender;
+  instance_.state<WindowClickState>().activatedsender = sender;
   Get_SessionHandleFromID(instance_, identityOf(sender));
   Get_Reset_Quorvane_App_Input(instance_);
 }

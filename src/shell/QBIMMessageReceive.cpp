@@ -11,6 +11,7 @@
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/QBIM_Paste_IMK.h"
+#include "src/menu/MenuCommand.h"
 #include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QuorvaneInputController_Commit.h"
@@ -98,6 +99,11 @@ void stateVersion(Instance& instance, const CFData* /*data*/) { Init_Toolversion
 
 void quitMenulet(Instance& instance, const CFData* /*data*/) { BIMQuitMenulet(instance); }
 
+void dockCommand(Instance& instance, const CFData* data) {
+  const auto command = headNumber(data);
+  if (command) do_QorvMain_Do_Menu_Tool_CommandID(instance, *command);
+}
+
 void nothing(Instance& /*process*/, const CFData* /*data*/) {}
 
 struct Message {
@@ -106,7 +112,7 @@ struct Message {
 };
 constexpr std::array<Message, 11> kMessages{{{kBasicMessageInput, messageInput},
                                              {220, nothing},
-                                             {kBasicMessage_DockCommand, nothing},
+                                             {kBasicMessage_DockCommand, dockCommand},
                                              {240, nothing},
                                              {kBasicMessagePaste, paste},
                                              {kBasicMessage_DoSpecialPasteCommand, specialPaste},
@@ -159,6 +165,7 @@ std::optional<CFData> BIMMessagePortCallBack(Instance& instance, std::int32_t id
     known->handle(instance, data);
   } else {
     Log(instance, "*** BIMMessagePortCallBack InputMethod");
+    do_QorvMain_Do_Menu_Tool_CommandID(instance, static_cast<std::uint32_t>(id));
   }
   return std::nullopt;
 }

@@ -6,6 +6,9 @@
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/AsciiToKeyCode.h"
+#include "src/menu/BIM_InitMenu.h"
+#include "src/menu/InputMenu.h"
+#include "src/menu/MenuEventTimer.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/QBIMMessageReceive.h"
@@ -38,9 +41,10 @@ std::string listString(const Handle& list, std::size_t index) {
 void readMenuResources(Instance& instance) {
   ResourceManager& resources = instance.platform().resourceManager;
   auto& state = instance.state<StartState>();
+  auto& menu = instance.state<InputMenuState>();
   const Handle strings = resources.Get1Resource(kStringList, kMenuStrings);
-  state.OpenMenuItemStr = listString(strings, 1);
-  state.QuitMenuItemStr = listString(strings, 2);
+  menu.OpenMenuItemStr = listString(strings, 1);
+  menu.QuitMenuItemStr = listString(strings, 2);
   if (state.gKeyGlyphHandle) return;
   state.gKeyGlyphHandle = resources.Get1Resource(kGlyphs, kGlyphTable);
   if (state.gKeyGlyphHandle) resources.DetachResource(state.gKeyGlyphHandle);
@@ -73,6 +77,9 @@ void Init_Carbon_Menu(Instance& instance) {
   if (state.NoRecursion || state.inited) return;
   FlagGuard recursion(state.NoRecursion);
   state.inited = true;
+  NSMenu* const carbonMenuRef = Get_MainMenu(instance);
+  Set_MacPantherMenu(instance, carbonMenuRef);
+  Init_Main_InputMenuItems(instance, carbonMenuRef);
   OpenIMComponent(instance);
   set_INITED_FLAG(instance, 1);
 }
@@ -93,9 +100,13 @@ void OpenIMComponent(Instance& instance) {
 std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t /*unused*/) {
   EnablePressAndHoldPalette();
   instance.state<SessionState>().gActiveSession = nullptr;
+  instance.state<InputMenuState>().gPencilMenu = nullptr;
+  Set_MacPantherMenu(instance, nullptr);
   InitAscii2KeyCodeTable();
   Open_IMK_Resource(instance);
   Init_Toolversion(instance);
+  Set_MacPantherMenu(instance, Get_MainMenu(instance));
+  Install_MenuEventHandlers(instance);
   set_SETMENUFLAG(instance, 1);
   if (BIMInitializeMessageReceiving(instance) != 0) {
     Log(instance, "BIMInitializeMessageReceiving Create Port Error ");

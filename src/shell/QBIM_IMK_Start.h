@@ -1,8 +1,6 @@
 #pragma once
 // The start of the core: the delegate triggers it once the nib has been loaded.
 
-#include <string>
-
 #include "src/base/Instance.h"
 
 namespace quorvane {
@@ -10,8 +8,6 @@ namespace quorvane {
 struct StartState {
   bool NoRecursion = false;
   bool inited = false;
-  std::string OpenMenuItemStr;  ///< Mac OS Roman bytes of the Pascal string
-  std::string QuitMenuItemStr;
   Handle gKeyGlyphHandle;
 };
 

@@ -5,6 +5,7 @@
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
+#include "src/menu/InputMenu.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/QBIM_IMK_Start.h"
 
@@ -27,6 +28,7 @@ FourCharCode signatureOf(Instance& instance, const ProcessSerialNumber& psn) {
 
 void QuorvaneInputAppDelegate::awakeFromNib() {
   instance_.state<AppDelegateState>().Quorvane_InputAppDelegate = this;
+  instance_.state<InputMenuState>().qorvinputMenu = menu();
   app_DidFinishLaunching();
 }
 
@@ -42,6 +44,7 @@ void QuorvaneInputAppDelegate::app_DidFinishLaunching() {
       workspace.addObserver(WorkspaceNotification::DidActivateApplication,
                             [this](const auto& notification) { Frontappchanged(notification); }),
   };
+  if (menu() != nullptr) menu()->delegate = this;
   Init_From_Delegate_applicationDidFinishLaunching(instance_);
 }
 

@@ -4,6 +4,8 @@
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/CompletionState.h"
 #include "src/completion/ConversionEngine.h"
+#include "src/session/QuorvaneInputController.h"
+#include "src/shell/MenuDispatch.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
 
 namespace quorvane {
@@ -34,6 +36,14 @@ void wakeAnnotationWindow(Instance& instance, const NibOutlets& outlets) {
   controller.awakeFromNib();
 }
 
+void wakeMainMenu(Instance& instance, const NibOutlets& outlets) {
+  Install_MenuDispatch(instance);
+  auto& delegate = instance.state<QuorvaneInputAppDelegate>();
+  delegate.setMenu(outlets.menu);
+  delegate.awakeFromNib();
+  Get_QuorvaneInputController(instance).awakeFromNib();
+}
+
 }  // namespace
 
 int InputMethodMain(Instance& instance, const std::vector<std::string>& arguments) {
@@ -46,9 +56,8 @@ int InputMethodMain(Instance& instance, const std::vector<std::string>& argument
     wakeAnnotationWindow(instance, outlets);
   });
   initPreference(instance);
-  application.loadNibNamed("MainMenu", [&instance](const NibOutlets& /*outlets*/) {
-    instance.state<QuorvaneInputAppDelegate>().awakeFromNib();
-  });
+  application.loadNibNamed(
+      "MainMenu", [&instance](const NibOutlets& outlets) { wakeMainMenu(instance, outlets); });
   application.run();
   return 0;
 }

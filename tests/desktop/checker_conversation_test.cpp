@@ -18,6 +18,7 @@ class TurnedClock : public Clock {
   std::uint64_t now = 0;
   std::uint64_t mach_absolute_time() override { return now; }
   Seconds GetCurrentEventTime() override { return {}; }
+  Seconds CFAbsoluteTimeGetCurrent() override { return {}; }
   void usleep(Microseconds duration) override { now += duration.count() * std::uint64_t{1000}; }
 };
 

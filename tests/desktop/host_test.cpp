@@ -145,6 +145,19 @@ TEST(DesktopRunLoop, ATimerRepeatsUntilItsOwnerGoes) {
   EXPECT_EQ(calls, 13);
 }
 
+TEST(DesktopRunLoop, TimersOfOneIntervalWakeAnIdleProcessOnce) {
+  tests::DesktopStage stage;
+  RunLoop& loop = stage.host().runLoop();
+  std::array<int, 2> calls{};
+  const auto first = loop.addTimer(milliseconds(20), milliseconds(10), [&] { ++calls[0]; });
+  usleep(2000);
+  const auto second = loop.addTimer(milliseconds(20), milliseconds(10), [&] { ++calls[1]; });
+  while (calls[0] < 10) {
+    g_main_context_iteration(nullptr, TRUE);
+    ASSERT_EQ(calls[0], calls[1]);
+  }
+}
+
 TEST(DesktopRunLoop, WhatIsAlwaysReadyHoldsNeitherTimersNorOthers) {
   tests::DesktopStage stage;
   RunLoop& loop = stage.host().runLoop();

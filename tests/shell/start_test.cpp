@@ -5,6 +5,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/menu/InputMenu.h"
 #include "src/session/QuorvaneInputController_TextPosition.h"
 #include "src/shell/QBIM_IMK_Start.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
@@ -22,6 +23,7 @@ struct Start : testing::Test {
 
 TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
   auto& state = instance.state<StartState>();
+  const auto& menu = instance.state<InputMenuState>();
   host.resources.openResult = -1;
   Open_IMK_Resource(instance);
   EXPECT_EQ(host.log.lines.back(), "CAUTION: no refnum --  not open");
@@ -29,8 +31,8 @@ TEST_F(Start, TheMenuStringsAndTheGlyphsComeFromTheBundleOnce) {
   host.resources.bundle[{"STR#"_4cc, 131}] = {0, 3, 4, 'O', 'p', 'e', 'n', 4, 'Q', 'u', 'i', 't'};
   host.resources.bundle[{"GLYP"_4cc, 15873}] = {1, 2, 3};
   Open_IMK_Resource(instance);
-  EXPECT_EQ(state.OpenMenuItemStr, "Open");
-  EXPECT_EQ(state.QuitMenuItemStr, "Quit");
+  EXPECT_EQ(menu.OpenMenuItemStr, "Open");
+  EXPECT_EQ(menu.QuitMenuItemStr, "Quit");
   EXPECT_EQ(host.resources.CurResFile(), memory::MemoryResources::kApplicationFile);
   ASSERT_TRUE(state.gKeyGlyphHandle);
   EXPECT_FALSE(state.gKeyGlyphHandle->isResource) << "it outlives the map";

@@ -131,7 +131,9 @@ struct InputMethodModel {
   void arrived(const Message& message) {
     constexpr std::int32_t kUpdate = 0x55706474;
     if (message.id == kUpdate) return update();
+    if (isUnknown(message.id)) return prepareCommand();
     if (!message.number) return;
+    if (message.id == 230) return prepareCommand();
     if (message.id == 250 || message.id == 251) return paste(message);
     if (message.id != 202) return;
     arrivedFix(message);
@@ -147,9 +149,7 @@ struct InputMethodModel {
     taken_.reset();
     if (lastClient_) return fix(count, *message.text);
     parked_ = {count, *message.text};
-    for (const std::uint32_t flags : {NSEventModifierFlagShift, 0U, NSEventModifierFlagShift, 0U}) {
-      posted.push_back({NSEventType::FlagsChanged, flags, 0, {}, nullptr});
-    }
+    tapTwice(NSEventModifierFlagShift);
   }
 
   /// Takes the place of the `count` units before the selection. Where there aren't so many it lands
@@ -162,6 +162,13 @@ struct InputMethodModel {
     ++reached[fits ? "fixes landed" : "keys without the place"];
   }
 
+  /// A click was looked at again, once it was known where the focus is.
+  void clicked(std::size_t client) {
+    if (client == active) session().cancel();
+    cancelWindow();
+    ++reached[client == active ? "clicks within" : "clicks elsewhere"];
+  }
+
   void press(char16_t character, std::uint32_t flags) {
     for (const auto type : {NSEventType::KeyDown, NSEventType::KeyUp}) {
       posted.push_back({type, flags, 0, {character}, nullptr});
@@ -170,8 +177,21 @@ struct InputMethodModel {
 
  private:
   SessionModel& session() { return sessions[active]; }
+  static bool isUnknown(std::int32_t id) { return id == 7 || id == -1; }
   static bool isDigit(std::uint8_t key) { return key >= '0' && key <= '9'; }
   static bool isLetter(std::uint8_t key) { return (key | 32) >= 'a' && (key | 32) <= 'z'; }
+
+  /// No message holds a command that there is; the keys for it are pressed all the same.
+  void prepareCommand() {
+    tapTwice(NSEventModifierFlagCommand);
+    ++reached["commands prepared"];
+  }
+
+  void tapTwice(std::uint32_t modifier) {
+    for (const std::uint32_t flags : {modifier, 0U, modifier, 0U}) {
+      posted.push_back({NSEventType::FlagsChanged, flags, 0, {}, nullptr});
+    }
+  }
 
   // The window.
 

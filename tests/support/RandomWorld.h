@@ -89,7 +89,16 @@ class RandomWorld : private IMKInputController {
     event.type = NSEventType::LeftMouseUp;
     expected_.push_back(event);
     clickIndex_ = random_.below(200);
+    host_.clock.advance(kHalfSecond);
+    turn();
+    const std::size_t client = model_.active;
+    const bool ready = model_.fields[kReady] != 0;
     host_.text.click(clickIndex_);
+    if (random_.chance(300)) host_.text.focus(random_.oneOf(host_.text.documents()).get());
+    host_.clock.advance(1);
+    host_.messagePorts.runPending();
+    if (ready) model_.clicked(client);
+    compareSession();
   }
 
   void documents() {

@@ -6,7 +6,7 @@
 
 #include "hosts/memory/MemoryHost.h"
 #include "src/completion/InputController.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/main.h"
@@ -25,6 +25,7 @@ struct StartedInputMethod {
     host.text.setController(&controller);
     host.processes.setFront(memory::MemoryProcesses::editor());
     host.runPending();
+    host.wait(600'000'000);  // the timers have seen who is in front
     instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = 0x11833;
     host.text.focus(&document);
   }

@@ -109,6 +109,9 @@ void closeDocument(World& world, const Arguments& is) { world.document(is[0].wor
 void endController(World& world, const Arguments& /*is*/) {
   Get_QuorvaneInputController(world.instance).dealloc();
 }
+void endConnection(World& world, const Arguments& /*is*/) {
+  Get_QuorvaneInputController(world.instance).connectionDidDie();
+}
 
 // Messages to the own port.
 
@@ -253,6 +256,7 @@ constexpr Pattern kActs[] = {
     {"deactivate NAME", deactivate},
     {"document NAME closes", closeDocument},
     {"controller ends", endController},
+    {"connection ends", endConnection},
     {"message NUMBER", message},
     {"message NUMBER number NUMBER", messageWithNumber},
     {"fix NUMBER to TEXT", fix},

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "src/bridge/QBIMMessageSend.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {
@@ -166,6 +166,13 @@ void installInputSource(World& world, const Arguments& is) {
       TISInputSource{toBytes(is[0].text), toBytes(is[0].text),
                      choose(is[1].word, "mode-only selectable") != 0, nullptr}));
 }
+void useInputSource(World& world, const Arguments& is) {
+  world.host.textInputSources.current = std::make_shared<TISInputSource>(
+      TISInputSource{toBytes(is[0].text), toBytes(is[0].text), true, nullptr});
+}
+void holdMouseButton(World& world, const Arguments& is) {
+  world.host.carbonEvents.buttonDown = choose(is[0].word, "up down") != 0;
+}
 
 // What doesn't work.
 
@@ -299,6 +306,8 @@ constexpr Pattern kStage[] = {
     {"mouse at MEASURE MEASURE", moveMouse},
     {"default TEXT is set NAME", setDefault},
     {"input source TEXT NAME", installInputSource},
+    {"input source in use TEXT", useInputSource},
+    {"mouse button NAME", holdMouseButton},
     {"field FIELD becomes NUMBER", setField},
     {"status ENTRY becomes NUMBER", setStatus},
     {"entry ENTRY becomes NUMBER", setEntry},

@@ -224,7 +224,7 @@ bool isOneOf(const Statement& statement, std::span<const Pattern> patterns) {
 
 bool setsTheStage(const Statement& statement) {
   return isOneOf(statement, stagePatterns()) || isOneOf(statement, completionStagePatterns()) ||
-         beginsAgain(statement);
+         isOneOf(statement, menuStagePatterns()) || beginsAgain(statement);
 }
 
 // One act with its expectations, or what sets the stage.
@@ -260,8 +260,9 @@ std::string suggestions(std::string_view firstWord) {
 
 std::vector<const Pattern*> allPatterns() {
   std::vector<const Pattern*> patterns;
-  for (const auto table : {stagePatterns(), completionStagePatterns(), actPatterns(),
-                           expectPatterns(), completionPatterns(), keyPatterns()}) {
+  for (const auto table :
+       {stagePatterns(), completionStagePatterns(), menuStagePatterns(), actPatterns(),
+        menuPatterns(), expectPatterns(), completionPatterns(), keyPatterns()}) {
     for (const Pattern& pattern : table) patterns.push_back(&pattern);
   }
   return patterns;

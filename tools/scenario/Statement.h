@@ -1,6 +1,7 @@
 #pragma once
 // Statements: what a line may say, and what it then does. The tables of the three kinds (Stage.cpp,
-// Act.cpp, Expect.cpp), of word completion and of pressed keys and windows are the language.
+// Act.cpp, Expect.cpp), of word completion, of pressed keys and windows, and of the menu are the
+// language.
 
 #include <cstdint>
 #include <span>
@@ -55,6 +56,8 @@ std::span<const Pattern> expectPatterns();
 std::span<const Pattern> completionStagePatterns();
 std::span<const Pattern> completionPatterns();
 std::span<const Pattern> keyPatterns();
+std::span<const Pattern> menuStagePatterns();
+std::span<const Pattern> menuPatterns();
 /// Every pattern there is, in the order in which they are tried.
 std::vector<const Pattern*> allPatterns();
 

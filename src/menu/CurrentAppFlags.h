@@ -6,7 +6,10 @@
 namespace quorvane {
 
 inline constexpr std::uint32_t kInteractiveMask = 0x73;  ///< any of these: the handler works at all
+inline constexpr std::uint32_t kGrammarFlag = 0x1;       ///< interactive grammar
+inline constexpr std::uint32_t kSpellingFlag = 0x2;      ///< interactive spelling
 inline constexpr std::uint32_t kAutoCorrectFlag = 0x10;  ///< smart characters
+inline constexpr std::uint32_t kAutoTypeFlag = 0x20;     ///< abbreviations
 inline constexpr std::uint32_t kCompletionFlag = 0x40;   ///< word completion
 inline constexpr std::uint32_t kTextPositionFlag = 0x1000;  ///< publish the text position
 inline constexpr std::uint32_t kInteractiveCheck =

@@ -1,0 +1,146 @@
+// Statements about the Input Menu: what its titles are made of, its opening, a choice in it, and
+// how its items stand.
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+
+#include "hosts/menu/MenuTracking.h"
+#include "tools/scenario/World.h"
+
+namespace quorvane::scenario {
+namespace {
+
+// Dates, and the two titles of the open-or-quit item.
+
+void setDate(World& world, const Arguments& is) {
+  using std::chrono::sys_days;
+  int year = 0;
+  unsigned month = 0, day = 0, hour = 0, minute = 0, second = 0;
+  if (std::sscanf(is[0].word.c_str(), "%4d-%2u-%2u %2u:%2u:%2u", &year, &month, &day, &hour,
+                  &minute, &second) != 6) {
+    throw BadStatement("no date of the form 2026-03-04 15:09:26");
+  }
+  const auto dayOf = [](int y, unsigned m, unsigned d) {
+    return sys_days(std::chrono::year(y) / std::chrono::month(m) / std::chrono::day(d));
+  };
+  const auto days = dayOf(year, month, day) - dayOf(2001, 1, 1);
+  world.host.clock.setDate(days + std::chrono::hours(hour) + std::chrono::minutes(minute) +
+                           std::chrono::seconds(second));
+}
+void setTimeZone(World& world, const Arguments& is) {
+  world.host.dateFormatting.systemTimeZone = is[0].word;
+}
+void setLanguage(World& world, const Arguments& is) {
+  world.host.dateFormatting.locale = is[0].word;
+}
+void setOpenAndQuit(World& world, const Arguments& is) {
+  world.mustNotHaveStarted();
+  std::vector<std::uint8_t> list{0, 2};
+  for (const Argument& title : is) {
+    const std::string bytes = toBytes(title.text);
+    list.push_back(static_cast<std::uint8_t>(bytes.size()));
+    list.insert(list.end(), bytes.begin(), bytes.end());
+  }
+  world.host.resources.openResult = 7;
+  world.host.resources.bundle[{"STR#"_4cc, 131}] = list;
+}
+
+// Items: heads of submenus and leaves, depth first.
+
+void gather(NSMenu& menu, std::vector<NSMenuItem*>& items) {
+  for (const auto& item : menu.itemArray) {
+    if (!item->separatorItem) items.push_back(item.get());
+    if (item->submenu) gather(*item->submenu, items);
+  }
+}
+
+std::vector<NSMenuItem*> items(World& world) {
+  NSMenu* const menu = world.controller.menu();
+  if (menu == nullptr) throw BadStatement("there is no menu");
+  std::vector<NSMenuItem*> all;
+  gather(*menu, all);
+  return all;
+}
+
+NSMenuItem& itemTitled(World& world, const Literal& title) {
+  for (NSMenuItem* const item : items(world)) {
+    if (item->title == toUtf16(title)) return *item;
+  }
+  throw BadStatement("the menu has no item " + describe(title));
+}
+
+void openMenu(World& world, const Arguments& /*is*/) {
+  const MenuTracking tracking(world.controller);
+  world.settle();
+}
+void choose(World& world, const Arguments& is) {
+  MenuTracking tracking(world.controller);
+  const bool chosen = tracking.choose(itemTitled(world, is[0].text));
+  if (!chosen) world.expect(false, "an item that can be chosen", "disabled");
+  world.settle();
+}
+
+struct ItemState {
+  std::string_view name;
+  bool (*holds)(World& world, const NSMenuItem& item);
+};
+constexpr std::array<ItemState, 4> kItemStates{{
+    {"enabled", [](World& world, const auto& item) { return isEnabled(world.controller, item); }},
+    {"disabled", [](World& world, const auto& item) { return !isEnabled(world.controller, item); }},
+    {"checked", [](World& /*world*/, const auto& item) { return item.state == NSOnState; }},
+    {"unchecked", [](World& /*world*/, const auto& item) { return item.state == NSOffState; }},
+}};
+
+const ItemState& stateOf(const Argument& name) {
+  const auto* state = std::ranges::find(kItemStates, name.word, &ItemState::name);
+  if (state == kItemStates.end()) throw BadStatement("no item is " + name.word);
+  return *state;
+}
+
+void expectState(World& world, const Literal& title, const Argument& state) {
+  const bool holds = stateOf(state).holds(world, itemTitled(world, title));
+  world.expect(holds, "\"" + describe(title) + "\" " + state.word, "not " + state.word);
+}
+void expectItem(World& world, const Arguments& is) { expectState(world, is[0].text, is[1]); }
+void expectItems(World& world, const Arguments& is) {
+  for (const Literal& title : is[1].texts) expectState(world, title, is[0]);
+}
+void expectCount(World& world, const Arguments& is) {
+  const ItemState& state = stateOf(is[1]);
+  const auto all = items(world);
+  world.expectNumber(is[0].number, std::ranges::count_if(all, [&](const NSMenuItem* item) {
+                       return state.holds(world, *item);
+                     }));
+}
+void expectTitle(World& world, const Arguments& is) {
+  for (const NSMenuItem* const item : items(world)) {
+    if (item->tag != is[0].number) continue;
+    return world.expectEqual(describe(is[1].text), describe(literalFromUtf16(item->title)));
+  }
+  throw BadStatement("the menu has no item of tag " + is[0].word);
+}
+
+constexpr Pattern kStagePatterns[] = {
+    {"date TEXT", setDate},
+    {"time zone TEXT", setTimeZone},
+    {"language TEXT", setLanguage},
+    {"menu titles TEXT and TEXT", setOpenAndQuit},
+};
+
+constexpr Pattern kPatterns[] = {
+    {"open menu", openMenu},
+    {"choose TEXT", choose},
+    {"expect item TEXT NAME", expectItem},
+    {"expect items NAME TEXTS", expectItems},
+    {"expect PLACE items NAME", expectCount},
+    {"expect item NUMBER titled TEXT", expectTitle},
+};
+
+}  // namespace
+
+std::span<const Pattern> menuStagePatterns() { return kStagePatterns; }
+std::span<const Pattern> menuPatterns() { return kPatterns; }
+
+}  // namespace quorvane::scenario
