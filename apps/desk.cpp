@@ -9,7 +9,7 @@
 #include "apps/desk/DeskOptions.h"
 #include "apps/desk/DeskSession.h"
 #include "apps/desk/TerminalType.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 
 namespace quorvane {
 namespace {

@@ -26,7 +26,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/completion/InputController.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/main.h"
 

@@ -72,6 +72,9 @@ std::filesystem::path cacheDirectory(const Environment& environment) {
 }
 
 std::filesystem::path dataDirectory(const Environment& environment) {
+  if (const auto own = valueOf(environment, "QUORVANE_DATA_DIR")) {
+    return std::filesystem::absolute(*own);
+  }
   if (const auto data = absolutePath(environment, "XDG_DATA_HOME")) return *data;
   return homeDirectory(environment) / ".local" / "share";
 }

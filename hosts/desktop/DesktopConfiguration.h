@@ -35,9 +35,9 @@ struct DesktopConfiguration {
   /// quorvane-<uid> in the temporary folder; $XDG_CONFIG_HOME/quorvane, else
   /// $HOME/.config/quorvane; $QUORVANE_BUNDLE_DIR, else ../data beside the program's folder where
   /// that exists, else ../share/quorvane; $HOME, else the user's folder as the system has it;
-  /// $XDG_CACHE_HOME/quorvane, else .cache/quorvane at home; $XDG_DATA_HOME, else .local/share at
-  /// home; $XDG_CONFIG_HOME, else .config at home; $QUORVANE_SCREEN, as 1440x900. Throws
-  /// std::runtime_error on a value that can't be read.
+  /// $XDG_CACHE_HOME/quorvane, else .cache/quorvane at home; $QUORVANE_DATA_DIR, else
+  /// $XDG_DATA_HOME, else .local/share at home; $XDG_CONFIG_HOME, else .config at home;
+  /// $QUORVANE_SCREEN, as 1440x900. Throws std::runtime_error on a value that can't be read.
   static DesktopConfiguration fromEnvironment();
   static DesktopConfiguration fromEnvironment(const Environment& environment);
 };

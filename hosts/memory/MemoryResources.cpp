@@ -16,16 +16,4 @@ void MemoryResources::CFBundleCloseBundleResourceMap(std::string_view bundleIden
   CloseResFile(refNum);
 }
 
-OSStatus MemoryResources::FSOpenResourceFile(const FSRef& ref, std::int8_t permissions,
-                                             std::int32_t& refNum) {
-  const std::size_t line = journal_.call("FSOpenResourceFile ", permissions);
-  return journal_.result(line, ResourceFiles::FSOpenResourceFile(ref, permissions, refNum));
-}
-
-void MemoryResources::WriteResource(const Handle& handle) {
-  const std::size_t line = journal_.call("WriteResource");
-  ResourceFiles::WriteResource(handle);
-  journal_.result(line, ResError());
-}
-
 }  // namespace quorvane::memory

@@ -1,6 +1,6 @@
 #pragma once
-// Resource files in memory: those of MemoryFileManager, and the bundle's map of resources by type
-// and number.
+// Resource files in memory: those of MemoryFileManager, which are no platform calls either, and the
+// bundle's map of resources by type and number.
 
 #include <map>
 #include <utility>
@@ -18,9 +18,6 @@ class MemoryResources : public resources::ResourceFiles {
   std::int32_t CFBundleOpenBundleResourceMap(std::string_view bundleIdentifier) override;
   void CFBundleCloseBundleResourceMap(std::string_view bundleIdentifier,
                                       std::int32_t refNum) override;
-  OSStatus FSOpenResourceFile(const FSRef& ref, std::int8_t permissions,
-                              std::int32_t& refNum) override;
-  void WriteResource(const Handle& handle) override;
 
   /// Where it isn't positive, this is what opening the bundle's map gives. It has no map at first.
   std::int32_t openResult = 0;

@@ -4,7 +4,7 @@
 #include "src/bridge/Presence.h"
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/CompletionState.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_SessionRecord.h"
 #include "src/session/QuorvaneInputController.h"
 

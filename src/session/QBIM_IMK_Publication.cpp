@@ -7,7 +7,7 @@
 #include "src/base/BigEndian.h"
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 
 namespace quorvane {
 namespace {

@@ -4,8 +4,8 @@
 #include "src/base/Log.h"
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/session/CharacterPolicy.h"
-#include "src/session/CurrentAppFlags.h"
 
 namespace quorvane {
 namespace {

@@ -6,6 +6,7 @@
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/AsciiToKeyCode.h"
+#include "src/menu/QBIM_IMK_Params.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/QBIMMessageReceive.h"
@@ -84,6 +85,7 @@ void Init_Controller(Instance& instance) {
 
 void OpenIMComponent(Instance& instance) {
   BIMInitialize(instance, nullptr, 0);
+  GetAndSetMenuParams3(instance);
   Init_Toolversion(instance);
   if (instance.state<SessionState>().gSessionHandleStart != nullptr) return;
   makeFirstSessions(instance);
@@ -95,6 +97,7 @@ std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t
   InitAscii2KeyCodeTable();
   Open_IMK_Resource(instance);
   Init_Toolversion(instance);
+  GetAndSetMenuParams3(instance);
   set_SETMENUFLAG(instance, 1);
   if (BIMInitializeMessageReceiving(instance) != 0) {
     Log(instance, "BIMInitializeMessageReceiving Create Port Error ");

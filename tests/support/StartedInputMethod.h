@@ -6,7 +6,7 @@
 
 #include "hosts/memory/MemoryHost.h"
 #include "src/completion/InputController.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/main.h"

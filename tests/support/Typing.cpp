@@ -8,7 +8,7 @@
 
 #include "src/base/Text.h"
 #include "src/bridge/SharedLayout.h"
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "tests/support/Law.h"
 #include "tests/support/World.h"
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "src/session/CurrentAppFlags.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "tests/support/RandomKeys.h"
 
 namespace quorvane::fuzz {
