@@ -20,6 +20,7 @@ namespace quorvane {
 namespace {
 
 constexpr const char* kRuntimeDir = "QUORVANE_RUNTIME_DIR";
+constexpr const char* kDataDir = "QUORVANE_DATA_DIR";
 constexpr const char* kKeyOffset = "QUORVANE_KEY_OFFSET";
 constexpr std::string_view kFolderPrefix = "type-";
 /// The keys of the five segments.
@@ -68,6 +69,11 @@ void removeLeftovers(const std::filesystem::path& usualFolder) {
 
 OwnSurroundings::OwnSurroundings() {
   if (!isSet(kRuntimeDir)) makeFolder();
+  if (!isSet(kDataDir)) {
+    const auto folder = desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory;
+    dataFolder_ = folder / ("data-" + std::to_string(::getpid()));
+    ::setenv(kDataDir, dataFolder_.c_str(), 1);
+  }
   if (!isSet(kKeyOffset)) {
     keyOffset_ = keyOffsetOf(::getpid());
     ::setenv(kKeyOffset, std::to_string(keyOffset_).c_str(), 1);
@@ -87,9 +93,11 @@ void OwnSurroundings::makeFolder() {
 void OwnSurroundings::remove() {
   if (keyOffset_ != 0) removeSegments(keyOffset_);
   keyOffset_ = 0;
-  std::error_code ignored;
-  if (!folder_.empty()) std::filesystem::remove_all(folder_, ignored);
-  folder_.clear();
+  for (std::filesystem::path* const folder : {&dataFolder_, &folder_}) {
+    std::error_code ignored;
+    if (!folder->empty()) std::filesystem::remove_all(*folder, ignored);
+    folder->clear();
+  }
 }
 
 }  // namespace quorvane

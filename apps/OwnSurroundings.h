@@ -1,6 +1,6 @@
 #pragma once
-// What keeps one `type` or `desk` apart from every other: a runtime folder and shared-memory keys
-// of its own.
+// What keeps one `type` or `desk` apart from every other: a runtime folder, application support in
+// it, and shared-memory keys of its own.
 
 #include <cstdint>
 #include <filesystem>
@@ -12,8 +12,8 @@ constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
   return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
 }
 
-/// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
-/// unless it is set already, and clears away what dead ones left.
+/// Sets $QUORVANE_RUNTIME_DIR, $QUORVANE_DATA_DIR and $QUORVANE_KEY_OFFSET for this process and its
+/// children, each unless it is set already, and clears away what dead ones left.
 class OwnSurroundings {
  public:
   /// Throws std::runtime_error where the folder can't be used.
@@ -28,8 +28,9 @@ class OwnSurroundings {
  private:
   void makeFolder();
 
-  std::filesystem::path folder_;  ///< empty: it isn't ours
-  std::uint32_t keyOffset_ = 0;   ///< 0: not ours
+  std::filesystem::path folder_;      ///< empty: it isn't ours
+  std::filesystem::path dataFolder_;  ///< likewise
+  std::uint32_t keyOffset_ = 0;       ///< 0: not ours
 };
 
 }  // namespace quorvane

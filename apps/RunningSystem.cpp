@@ -14,6 +14,7 @@
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "src/shell/main.h"
+#include "tools/parameters/disk/ParameterFileOnDisk.h"
 
 namespace quorvane {
 namespace {
@@ -62,10 +63,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       document_(textApplication_.addDocument()) {
   host_.log().enabled = options.logDescriptor.has_value();
   host_.log().showPrivate = options.showPrivate;
-  instance_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = options.switches;
-  instance_.state<MainState>().GlobalAutoCompleteFlags = {std::uint8_t{options.withSpace},
-                                                          std::uint8_t{options.vertical},
-                                                          std::uint8_t{options.shiftToggle}};
+  if (!standsAside()) writeParameters(options);
   connectKeyboard();
   field_.connect(textApplication_, host_.screens(), host_.application());
   textApplication_.setController(&controller_);
@@ -102,6 +100,15 @@ Platform RunningSystem::platform() {
           .unicodeUtilities = host.unicodeUtilities,
           .userDefaults = host.userDefaults,
           .workspace = host.workspace};
+}
+
+/// The document's application is this process.
+void RunningSystem::writeParameters(const SystemOptions& options) {
+  const desktop::Announcement& own = configuration_.ownProcess;
+  parameters::changeParameterFile(configuration_.dataDirectory, [&](auto& file) {
+    parameters::setSwitches(file, {own.signature, own.bundleIdentifier}, options.switches);
+    parameters::setCompletionFlags(file, options.completion);
+  });
 }
 
 /// Keys posted to any other process than this one have nowhere to go.

@@ -42,9 +42,10 @@ void addSwitches(CLI::App& command, SystemOptions& options) {
 
 void addSystemOptions(CLI::App& command, SystemOptions& options) {
   addSwitches(command, options);
-  command.add_flag("--with-space", options.withSpace, "A completed word brings a space along");
-  command.add_flag("--vertical", options.vertical, "The candidates stand in a column");
-  command.add_flag("--shift-toggle", options.shiftToggle,
+  command.add_flag("--with-space", options.completion.withSpace,
+                   "A completed word brings a space along");
+  command.add_flag("--vertical", options.completion.vertical, "The candidates stand in a column");
+  command.add_flag("--shift-toggle", options.completion.shiftToggle,
                    "A tap of Shift turns completion off and on");
   command.add_flag_callback(
       "--smart", [&options] { options.standIn.smartCharacters = kAllSmartCharacters; },

@@ -6,6 +6,7 @@
 
 #include "apps/StandIn.h"
 #include "tools/checker/CheckerOptions.h"
+#include "tools/parameters/ParameterFile.h"
 
 namespace CLI {
 class App;
@@ -15,10 +16,8 @@ namespace quorvane {
 
 struct SystemOptions {
   std::uint32_t switches = 0;  ///< CURRENTAPPFLAGSTATUS
-  bool withSpace = false;      ///< a completed word brings a space along
-  bool vertical = false;       ///< the candidates panel is a column
-  bool shiftToggle = false;    ///< a tap of Shift turns completion off and on
-  bool checker = true;         ///< the stand-in runs beside us
+  parameters::CompletionFlags completion{};
+  bool checker = true;  ///< the stand-in runs beside us
   StandIn::Talk talk = StandIn::Talk::None;
   checker::CheckerOptions standIn{};   ///< what `StandIn` takes of them
   std::optional<int> logDescriptor{};  ///< of log and console; none: they go nowhere

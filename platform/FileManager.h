@@ -1,11 +1,15 @@
 #pragma once
-// Files: NSFileManager, and the reading and writing of whole files. Paths are UTF-8.
+// Files: NSFileManager, the reading and writing of whole files, and the File Manager's references,
+// folders and catalogue. Paths are UTF-8.
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
+
+#include "platform/MacTypes.h"
 
 namespace quorvane {
 
@@ -28,6 +32,52 @@ class FileData {
   [[nodiscard]] virtual std::span<const std::uint8_t> bytes() const = 0;
 };
 
+inline constexpr OSStatus errFSNoMoreItems = -1417;
+
+inline constexpr std::int16_t kUserDomain = -32763;
+inline constexpr std::int16_t kOnAppropriateDisk = -32767;
+inline constexpr FourCharCode kApplicationSupportFolderType = "asup"_4cc;
+inline constexpr FourCharCode kPreferencesFolderType = "pref"_4cc;
+inline constexpr FourCharCode kApplicationsFolderType = "apps"_4cc;
+
+inline constexpr std::uint32_t kFSCatInfoNodeFlags = 2;
+inline constexpr std::uint32_t kFSCatInfoContentMod = 64;
+inline constexpr std::uint32_t kFSCatInfoFinderInfo = 2048;
+inline constexpr std::uint16_t kFSNodeIsDirectoryMask = 16;
+
+/// A file or a folder, by nothing that a path says: it stays valid while the item lives, under
+/// whatever name in its folder, and a folder above may change its name too. Only the host that made
+/// it understands it; the same item has the same bytes.
+struct FSRef {
+  std::array<std::uint8_t, 80> hidden{};
+  bool operator==(const FSRef&) const = default;
+};
+
+/// Since the beginning of 1904, UTC.
+struct UTCDateTime {
+  std::uint16_t highSeconds = 0;
+  std::uint32_t lowSeconds = 0;
+  std::uint16_t fraction = 0;  ///< of a second, in 1/65536
+  bool operator==(const UTCDateTime&) const = default;
+};
+
+/// What a catalogue says of an item, as far as it was asked for.
+struct FSCatalogInfo {
+  std::uint16_t nodeFlags = 0;
+  UTCDateTime contentModDate;
+  FourCharCode fileType = 0;  ///< Finder info; 0 where there is none
+  FourCharCode fileCreator = 0;
+};
+
+struct FSCatalogItem {
+  FSCatalogInfo info;
+  FSRef ref;
+  std::u16string name;
+};
+
+/// An enumeration of a folder.
+using FSIterator = std::uint64_t;
+
 class FileManager {
  public:
   virtual ~FileManager() = default;
@@ -48,6 +98,27 @@ class FileManager {
   /// Makes the folders on the way. Only our user may read it. A power cut may leave a part.
   virtual bool writeToFile(const std::string& path,
                            std::span<const std::span<const std::uint8_t>> parts) = 0;
+
+  // Every one of these that gives a status leaves what it would fill on failure.
+
+  /// Doesn't make the folder.
+  virtual OSStatus FSFindFolder(std::int16_t domain, FourCharCode folderType, FSRef& ref) = 0;
+  virtual bool FSIsFSRefValid(const FSRef& ref) = 0;
+  /// The items of the folder itself, in no order.
+  virtual OSStatus FSOpenIterator(const FSRef& container, FSIterator& iterator) = 0;
+  /// The next ones, as many as fit; `count` says how many. errFSNoMoreItems where the folder has no
+  /// more, and then there may be some all the same.
+  virtual OSStatus FSGetCatalogInfoBulk(FSIterator iterator, std::uint32_t whichInfo,
+                                        std::span<FSCatalogItem> items, std::size_t& count) = 0;
+  virtual OSStatus FSCloseIterator(FSIterator iterator) = 0;
+  /// Each of `info`, `name` and `parent` may be null.
+  virtual OSStatus FSGetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo, FSCatalogInfo* info,
+                                    std::u16string* name, FSRef* parent) = 0;
+  /// Of an item only the content's modification date can be set; the rest of `whichInfo` is passed
+  /// over.
+  virtual OSStatus FSSetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo,
+                                    const FSCatalogInfo& info) = 0;
+  virtual OSStatus FSRefMakePath(const FSRef& ref, std::string& path) = 0;
 };
 
 }  // namespace quorvane

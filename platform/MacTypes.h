@@ -8,6 +8,11 @@ namespace quorvane {
 
 using OSStatus = std::int32_t;
 inline constexpr OSStatus noErr = 0;
+inline constexpr OSStatus ioErr = -36;
+inline constexpr OSStatus eofErr = -39;
+inline constexpr OSStatus fnfErr = -43;
+inline constexpr OSStatus paramErr = -50;
+inline constexpr OSStatus wrPermErr = -61;
 inline constexpr OSStatus procNotFound = -600;
 
 /// Four characters in 32 bits, the first in the top byte.

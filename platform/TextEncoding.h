@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "platform/MacTypes.h"
 
@@ -25,6 +26,9 @@ class TextEncoding {
   /// converted.
   virtual std::ptrdiff_t TECConvertText(std::span<const std::uint8_t> roman, std::uint8_t* out,
                                         std::size_t capacity) = 0;
+  /// The text in Mac OS Roman and a 0 behind it. False, with `out` as it was, where a character has
+  /// no place there or it doesn't fit.
+  virtual bool CFStringGetCString(std::u16string_view text, std::span<std::uint8_t> out) = 0;
   /// Empty where the bytes aren't valid in the encoding. No bytes give an empty string.
   virtual std::optional<std::u16string> initWithData(std::span<const std::uint8_t> bytes,
                                                      NSStringEncoding encoding) = 0;

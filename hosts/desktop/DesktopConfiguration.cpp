@@ -71,6 +71,14 @@ std::filesystem::path cacheDirectory(const Environment& environment) {
   return homeDirectory(environment) / ".cache" / "quorvane";
 }
 
+std::filesystem::path dataDirectory(const Environment& environment) {
+  if (const auto own = valueOf(environment, "QUORVANE_DATA_DIR")) {
+    return std::filesystem::absolute(*own);
+  }
+  if (const auto data = absolutePath(environment, "XDG_DATA_HOME")) return *data;
+  return homeDirectory(environment) / ".local" / "share";
+}
+
 std::filesystem::path bundleDirectory(const Environment& environment) {
   if (const auto own = valueOf(environment, "QUORVANE_BUNDLE_DIR")) {
     return std::filesystem::absolute(*own);
@@ -111,6 +119,8 @@ DesktopConfiguration DesktopConfiguration::fromEnvironment(const Environment& en
   configuration.bundleDirectory = quorvane::desktop::bundleDirectory(environment);
   configuration.homeDirectory = quorvane::desktop::homeDirectory(environment);
   configuration.cacheDirectory = quorvane::desktop::cacheDirectory(environment);
+  configuration.dataDirectory = quorvane::desktop::dataDirectory(environment);
+  configuration.preferencesDirectory = configuration.configDirectory.parent_path();
   configuration.screen = quorvane::desktop::screen(environment, configuration.screen);
   return configuration;
 }

@@ -22,6 +22,8 @@ struct DesktopConfiguration {
   std::filesystem::path bundleDirectory;  ///< what ships with the program
   std::filesystem::path homeDirectory;
   std::filesystem::path cacheDirectory;  ///< of ours
+  std::filesystem::path dataDirectory;   ///< the user's application support
+  std::filesystem::path preferencesDirectory;
   NSRect screen{0, 0, 1440, 900};
   int logDescriptor = STDERR_FILENO;
   int consoleDescriptor = STDERR_FILENO;
@@ -33,8 +35,9 @@ struct DesktopConfiguration {
   /// quorvane-<uid> in the temporary folder; $XDG_CONFIG_HOME/quorvane, else
   /// $HOME/.config/quorvane; $QUORVANE_BUNDLE_DIR, else ../data beside the program's folder where
   /// that exists, else ../share/quorvane; $HOME, else the user's folder as the system has it;
-  /// $XDG_CACHE_HOME/quorvane, else .cache/quorvane at home; $QUORVANE_SCREEN, as 1440x900. Throws
-  /// std::runtime_error on a value that can't be read.
+  /// $XDG_CACHE_HOME/quorvane, else .cache/quorvane at home; $QUORVANE_DATA_DIR, else
+  /// $XDG_DATA_HOME, else .local/share at home; $XDG_CONFIG_HOME, else .config at home;
+  /// $QUORVANE_SCREEN, as 1440x900. Throws std::runtime_error on a value that can't be read.
   static DesktopConfiguration fromEnvironment();
   static DesktopConfiguration fromEnvironment(const Environment& environment);
 };

@@ -1,16 +1,14 @@
 #include "hosts/desktop/FileManager.h"
 
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <utility>
 #include <vector>
 
 #include "hosts/desktop/AtomicFile.h"
-#include "hosts/desktop/Descriptor.h"
+#include "hosts/desktop/PlainFile.h"
 
 namespace quorvane::desktop {
 namespace {
@@ -43,38 +41,11 @@ class MappedData final : public FileData {
   std::size_t size_;
 };
 
-struct OpenFile {
-  Descriptor file;  ///< not valid: it is no plain file, too large, or can't be opened
-  std::size_t size = 0;
-};
-
-OpenFile openPlainFile(const std::string& path) {
-  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  struct stat status {};
-  if (!file.valid() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  const auto size = static_cast<std::uint64_t>(status.st_size);
-  if (size > FileManager::kLargestFile) return {};
-  return {std::move(file), static_cast<std::size_t>(size)};
-}
-
-/// How much there was, at most `size` bytes; none on failure.
-std::optional<std::size_t> readWhole(int file, std::uint8_t* out, std::size_t size) {
-  std::size_t done = 0;
-  while (done < size) {
-    const ssize_t count = read(file, out + done, size - done);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return {};
-    if (count == 0) break;
-    done += static_cast<std::size_t>(count);
-  }
-  return done;
-}
-
 }  // namespace
 
 FileManager::FileManager(std::filesystem::path home, std::filesystem::path caches,
-                         quorvane::LogSink& log)
-    : home_(std::move(home)), caches_(std::move(caches)), log_(log) {}
+                         SpecialFolders folders, quorvane::LogSink& log)
+    : home_(std::move(home)), caches_(std::move(caches)), folders_(std::move(folders)), log_(log) {}
 
 std::optional<FileAttributes> FileManager::attributesOfItemAtPath(const std::string& path) {
   struct stat status {};
@@ -85,7 +56,7 @@ std::optional<FileAttributes> FileManager::attributesOfItemAtPath(const std::str
 }
 
 std::unique_ptr<FileData> FileManager::dataWithContentsOfFile(const std::string& path) {
-  const OpenFile opened = openPlainFile(path);
+  const PlainFile opened = openPlainFile(path, kLargestFile);
   if (!opened.file.valid()) return nullptr;
   auto content =
       std::make_unique_for_overwrite<std::uint8_t[]>(opened.size + FileData::kReadableBehind);
@@ -96,7 +67,7 @@ std::unique_ptr<FileData> FileManager::dataWithContentsOfFile(const std::string&
 }
 
 std::unique_ptr<FileData> FileManager::dataWithContentsOfMappedFile(const std::string& path) {
-  const OpenFile opened = openPlainFile(path);
+  const PlainFile opened = openPlainFile(path, kLargestFile);
   if (!opened.file.valid()) return nullptr;
   if (opened.size == 0) return std::make_unique<ReadData>(nullptr, 0);  // can't be mapped
   void* const start = mmap(nullptr, opened.size, PROT_READ, MAP_PRIVATE, opened.file.get(), 0);

@@ -89,6 +89,18 @@ std::ptrdiff_t IcuTextEncoding::TECConvertText(std::span<const std::uint8_t> rom
   return static_cast<std::ptrdiff_t>(2 * units);
 }
 
+bool IcuTextEncoding::CFStringGetCString(std::u16string_view text, std::span<std::uint8_t> out) {
+  const auto romanOf = [this](char16_t unit) { return std::ranges::find(roman_, unit); };
+  const bool converts = std::ranges::all_of(
+      text, [&](char16_t unit) { return unit != 0 && romanOf(unit) != roman_.end(); });
+  if (!hasRoman_ || !converts || text.size() >= out.size()) return false;
+  const auto end = std::ranges::transform(text, out.begin(), [&](char16_t unit) {
+                     return static_cast<std::uint8_t>(romanOf(unit) - roman_.begin());
+                   }).out;
+  *end = 0;
+  return true;
+}
+
 std::optional<std::u16string> IcuTextEncoding::initWithData(std::span<const std::uint8_t> bytes,
                                                             NSStringEncoding encoding) {
   switch (encoding) {

@@ -15,6 +15,8 @@ class IcuTextEncoding final : public TextEncoding {
   /// Whole UTF-16 units only: what doesn't fit `capacity` is cut.
   std::ptrdiff_t TECConvertText(std::span<const std::uint8_t> roman, std::uint8_t* out,
                                 std::size_t capacity) override;
+  /// Unit by unit.
+  bool CFStringGetCString(std::u16string_view text, std::span<std::uint8_t> out) override;
   /// Strict: overlong forms, surrogates in UTF-8, bytes from 128 up in ASCII and half a UTF-16 unit
   /// are all invalid.
   std::optional<std::u16string> initWithData(std::span<const std::uint8_t> bytes,

@@ -28,17 +28,26 @@ std::string resourcePath(std::string_view fileName) {
   return std::string("/bundle/").append(fileName);
 }
 
+std::string folderOf(const std::string& path) { return path.substr(0, path.rfind('/')); }
+
 }  // namespace
+
+MemoryFileManager::MemoryFileManager() {
+  for (const auto& folder : {applicationSupportFolder, preferencesFolder, applicationsFolder}) {
+    makeFolder(folder);
+  }
+}
 
 std::optional<FileAttributes> MemoryFileManager::attributesOfItemAtPath(const std::string& path) {
   const auto file = files_.find(path);
-  if (file == files_.end()) return {};
+  if (file == files_.end() || file->second.content == nullptr) return {};
   return file->second.attributes;
 }
 
 std::unique_ptr<FileData> MemoryFileManager::dataWithContentsOfFile(const std::string& path) {
   const auto file = files_.find(path);
-  if (file == files_.end() || (readFails && readFails(path))) return nullptr;
+  if (file == files_.end() || file->second.content == nullptr) return nullptr;
+  if (readFails && readFails(path)) return nullptr;
   return std::make_unique<SharedData>(file->second.content);
 }
 
@@ -57,14 +66,25 @@ bool MemoryFileManager::writeToFile(const std::string& path,
   if (writeFails) return false;
   const auto content = std::make_shared<Bytes>();
   for (const auto part : parts) content->insert(content->end(), part.begin(), part.end());
-  const std::uint64_t change = ++changes_;
-  const FileAttributes attributes{
-      .size = content->size(),
-      .modificationNanoseconds = static_cast<std::int64_t>(change) * 1'000'000,
-      .systemFileNumber = change};
+  makeFolder(folderOf(path));
+  const FileAttributes attributes = newAttributes(content->size());
   content->resize(content->size() + FileData::kReadableBehind);
   files_[path] = {content, attributes};
+  touchFolderOf(path);
   return true;
+}
+
+FileAttributes MemoryFileManager::newAttributes(std::size_t size) {
+  const std::uint64_t change = ++changes_;
+  return {.size = size,
+          .modificationNanoseconds = static_cast<std::int64_t>(change) * 1'000'000,
+          .systemFileNumber = change};
+}
+
+void MemoryFileManager::touchFolderOf(const std::string& path) {
+  const auto folder = files_.find(folderOf(path));
+  if (folder == files_.end()) return;
+  folder->second.attributes.modificationNanoseconds = newAttributes(0).modificationNanoseconds;
 }
 
 void MemoryFileManager::put(const std::string& path, std::string_view content) {
@@ -73,6 +93,45 @@ void MemoryFileManager::put(const std::string& path, std::string_view content) {
                                             content.size());
   writeToFile(path, {&bytes, 1});
   writeFails = fails;
+}
+
+void MemoryFileManager::putResources(const std::string& path, resources::FinderInfo info,
+                                     const resources::ResourceFork& fork) {
+  resources::AppleDouble file;
+  file.setFinderInfo(info);
+  file.contentOf(resources::kResourceForkEntry) = resources::writeResourceFork(fork).value.value();
+  const Bytes bytes = resources::writeAppleDouble(file).value.value();
+  put(resources::appleDoublePath(path),
+      {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+}
+
+void MemoryFileManager::makeFolder(const std::string& path) {
+  if (path.empty() || files_.contains(path)) return;
+  makeFolder(folderOf(path));
+  files_[path] = {nullptr, newAttributes(0)};
+  touchFolderOf(path);
+}
+
+void MemoryFileManager::remove(const std::string& path) {
+  files_.erase(resources::appleDoublePath(path));
+  files_.erase(path);
+  std::erase_if(files_, [&](const auto& each) { return each.first.starts_with(path + "/"); });
+  touchFolderOf(path);
+}
+
+void MemoryFileManager::rename(const std::string& from, const std::string& to) {
+  Files renamed;
+  const auto move = [&](const std::string& path, const std::string& name) {
+    if (const auto file = files_.find(path); file != files_.end()) renamed[name] = file->second;
+  };
+  for (const auto& [path, file] : files_) {
+    if (path.starts_with(from + "/")) renamed[to + path.substr(from.size())] = file;
+  }
+  move(from, to);
+  move(resources::appleDoublePath(from), resources::appleDoublePath(to));
+  remove(from);
+  files_.merge(renamed);
+  touchFolderOf(to);
 }
 
 /// Not in place: who has the file in hands keeps what it was.

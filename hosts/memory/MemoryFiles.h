@@ -10,13 +10,19 @@
 #include <vector>
 
 #include "hosts/icu/IcuTextEncoding.h"
+#include "hosts/resources/AppleDouble.h"
+#include "hosts/resources/ForkStore.h"
+#include "hosts/resources/ResourceFork.h"
 #include "platform/Bundle.h"
 #include "platform/FileManager.h"
 
 namespace quorvane::memory {
 
-class MemoryFileManager : public FileManager {
+/// Type, creator and resources lie in files `._name`, as on a disk of another system.
+class MemoryFileManager : public FileManager, public resources::ForkStore {
  public:
+  MemoryFileManager();
+
   std::string NSHomeDirectory() override { return homeDirectory; }
   std::string cachesDirectory() override { return cacheDirectory; }
   std::optional<FileAttributes> attributesOfItemAtPath(const std::string& path) override;
@@ -26,28 +32,70 @@ class MemoryFileManager : public FileManager {
   bool writeToFile(const std::string& path,
                    std::span<const std::span<const std::uint8_t>> parts) override;
 
+  OSStatus FSFindFolder(std::int16_t domain, FourCharCode folderType, FSRef& ref) override;
+  bool FSIsFSRefValid(const FSRef& ref) override;
+  OSStatus FSOpenIterator(const FSRef& container, FSIterator& iterator) override;
+  OSStatus FSGetCatalogInfoBulk(FSIterator iterator, std::uint32_t whichInfo,
+                                std::span<FSCatalogItem> items, std::size_t& count) override;
+  OSStatus FSCloseIterator(FSIterator iterator) override;
+  OSStatus FSGetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo, FSCatalogInfo* info,
+                            std::u16string* name, FSRef* parent) override;
+  OSStatus FSSetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo,
+                            const FSCatalogInfo& info) override;
+  OSStatus FSRefMakePath(const FSRef& ref, std::string& path) override;
+
+  std::optional<resources::Bytes> read(const FSRef& ref) override;
+  Lock lock(const FSRef& ref) override;
+  bool replace(const FSRef& ref, resources::ByteView content) override;
+  void complain(const FSRef& ref, std::string_view reason) override;
+
   // The script's side.
   /// As if written by another program: a new file each time, with a date of its own.
   void put(const std::string& path, std::string_view content);
-  void remove(const std::string& path) { files_.erase(path); }
+  /// The file's `._name`.
+  void putResources(const std::string& path, resources::FinderInfo info,
+                    const resources::ResourceFork& fork);
+  /// And the folders above it.
+  void makeFolder(const std::string& path);
+  /// A file with its `._name`, or a folder with all that is in it.
+  void remove(const std::string& path);
+  void rename(const std::string& from, const std::string& to);
   [[nodiscard]] bool has(const std::string& path) const { return files_.contains(path); }
   /// The same size, date and inode, another content.
   void damage(const std::string& path, std::size_t at, std::uint8_t byte);
 
   std::string homeDirectory = "/home/user";
   std::string cacheDirectory = "/caches";
+  std::string applicationSupportFolder = "/application support";
+  std::string preferencesFolder = "/preferences";
+  std::string applicationsFolder = "/applications";
   bool writeFails = false;
   /// The file is there and can't be read.
   std::function<bool(const std::string& path)> readFails;
+  std::vector<std::string> complaints;  ///< damaged resource files: name, colon, reason
 
  private:
   using Content = std::shared_ptr<std::vector<std::uint8_t>>;
   struct File {
-    Content content;
+    Content content;  ///< null: a folder
     FileAttributes attributes;
   };
+  using Files = std::map<std::string, File>;
+  struct Iteration {
+    std::vector<std::string> paths;
+    std::size_t next = 0;
+  };
 
-  std::map<std::string, File> files_;
+  [[nodiscard]] FileAttributes newAttributes(std::size_t size);
+  void touchFolderOf(const std::string& path);
+  [[nodiscard]] Files::iterator find(const FSRef& ref);
+  [[nodiscard]] FSRef refOf(const std::string& path) const;
+  std::u16string unitsOf(std::string_view name);
+  [[nodiscard]] FSCatalogInfo infoOf(const Files::value_type& file, std::uint32_t whichInfo) const;
+
+  Files files_;
+  std::map<FSIterator, Iteration> iterations_;
+  FSIterator lastIterator_ = 0;
   std::uint64_t changes_ = 0;
   IcuTextEncoding encoding_;
 };

@@ -59,7 +59,7 @@ class MemoryHost {
   MemoryProcesses processes{journal};
   MemorySharedMemory sharedMemory{journal};
   MemoryMessagePorts messagePorts{journal, clock};
-  MemoryResources resources{journal};
+  MemoryResources resources{journal, files};
   MemoryScreens screens{journal};
   MemoryTextEncoding textEncoding{journal};
   MemoryTextInputSources textInputSources{journal};

@@ -84,6 +84,9 @@ class MemoryTextEncoding : public TextEncoding {
 
   std::ptrdiff_t TECConvertText(std::span<const std::uint8_t> roman, std::uint8_t* out,
                                 std::size_t capacity) override;
+  bool CFStringGetCString(std::u16string_view text, std::span<std::uint8_t> out) override {
+    return encoding_.CFStringGetCString(text, out);
+  }
   std::optional<std::u16string> initWithData(std::span<const std::uint8_t> bytes,
                                              NSStringEncoding encoding) override;
 

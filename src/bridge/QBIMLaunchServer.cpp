@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "src/base/Log.h"
 #include "src/base/OSVersion.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/ProcessWalk.h"
@@ -13,6 +14,8 @@ namespace {
 
 constexpr std::uint32_t kProcessInfoLength = 72;
 constexpr std::uint16_t kFirstWithMenuBarOwner = 107;
+constexpr std::uint16_t kFirstWithFrontmostApplication = 107;
+constexpr std::size_t kLongestIdentifier = 63;
 constexpr ProcessSerialNumber kNoProcess{};
 
 std::int32_t idOf(const NSRunningApplication* application) {
@@ -24,6 +27,30 @@ std::int32_t activeApplicationID(Instance& instance) {
   const auto active = std::find_if(running.begin(), running.end(),
                                    [](const auto& application) { return application.isActive; });
   return active == running.end() ? 0 : active->processIdentifier;
+}
+
+bool isKnownProcess(Instance& instance, const NSRunningApplication& application) {
+  ProcessManager& manager = instance.platform().processManager;
+  ProcessSerialNumber psn;
+  const OSStatus status = manager.GetProcessForPID(application.processIdentifier, psn);
+  if (status != noErr) Log(instance, "ERR GetProcessForPID ", status);
+  ProcessInfoRec info;
+  Set_InfoRec_ProcessInfoRec(instance, info);
+  return status == noErr && manager.GetProcessInformation(psn, info) == noErr;
+}
+
+/// The one in front or, where the system can't tell or it has no identifier, the first active one
+/// that the Process Manager knows.
+const NSRunningApplication* frontWithIdentifier(Instance& instance) {
+  Workspace& workspace = instance.platform().workspace;
+  if (Get_OS_MAC_VERSION(instance) >= kFirstWithFrontmostApplication) {
+    const NSRunningApplication* const front = workspace.frontmostApplication();
+    if (front != nullptr && !front->bundleIdentifier.empty()) return front;
+  }
+  for (const auto& application : workspace.runningApplications()) {
+    if (application.isActive && isKnownProcess(instance, application)) return &application;
+  }
+  return nullptr;
 }
 
 bool hasSignature(Instance& instance, FourCharCode signature, const ProcessSerialNumber& psn) {
@@ -141,6 +168,14 @@ std::int32_t Get_FrontApp_AEToolEventSelectStruct(Instance& instance,
                                : activeApplicationID(instance);
   record.frontProcessID = static_cast<std::uint32_t>(pid);
   return pid;
+}
+
+void Get_FRONT_bundleIdentifier(Instance& instance, std::span<std::uint8_t> out) {
+  std::ranges::fill(out, std::uint8_t{0});
+  const NSRunningApplication* const front = frontWithIdentifier(instance);
+  if (front == nullptr || out.empty()) return;
+  const std::string_view text = front->bundleIdentifier;
+  std::ranges::copy(text.substr(0, std::min(kLongestIdentifier, out.size() - 1)), out.begin());
 }
 
 std::int32_t isPencilMenuRunning(Instance& instance) {

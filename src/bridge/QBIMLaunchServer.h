@@ -1,6 +1,7 @@
 #pragma once
 // Finding, waking and stopping the sibling processes. Nothing here allocates.
 
+#include <span>
 #include <string_view>
 
 #include "src/base/Instance.h"
@@ -52,6 +53,10 @@ void Set_InfoRec_ProcessInfoRec(Instance& instance, ProcessInfoRec& info);
 /// Writes the front application's process id into the record and returns it; 0: none.
 std::int32_t Get_FrontApp_AEToolEventSelectStruct(Instance& instance,
                                                   AEToolEventSelectStruct& record);
+
+/// The front application's bundle identifier as a C string, at most 63 bytes and as many as fit;
+/// `out` is empty where it has none.
+void Get_FRONT_bundleIdentifier(Instance& instance, std::span<std::uint8_t> out);
 
 // The Pencil Menu.
 

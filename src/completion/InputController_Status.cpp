@@ -4,6 +4,7 @@
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/completion/InputController.h"
 #include "src/menu/CurrentAppFlags.h"
+#include "src/menu/QBIM_IMK_Params.h"
 
 namespace quorvane {
 namespace {
@@ -25,6 +26,7 @@ std::uint32_t Get_InteractiveCheck_Status(Instance& instance) {
   if (!record) return 0;
   const std::uint32_t interactive = record.get(ToolCRecPtr_InteractiveMode);
   if ((record.get(ToolCRecPtr_MenuFlags) & record.get(ToolCRecPtr_MenuMask)) != 0) return 0;
+  Get_Qorvatatus_Flags(instance);
   const std::uint32_t flags = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   const bool on = interactive != 0 && (flags & kInteractiveCheck) != 0;
   return on ? flags & kCompletionFlag : 0;

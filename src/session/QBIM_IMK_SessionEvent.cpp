@@ -7,6 +7,7 @@
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/MenuState.h"
 #include "src/menu/PendingCommand.h"
+#include "src/menu/QBIM_IMK_Params.h"
 #include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_CaretMoves.h"
 #include "src/session/QBIM_IMK_Clipboard.h"
@@ -93,6 +94,7 @@ std::int32_t BIMSessionEvent(Instance& instance, BIMSessionRec* /*session*/, Eve
   if (event == nullptr) return 0;
   if (Init_Toolversion(instance) == 0 || isQUORVANEAPP_FRONT(instance) != 0) return 0;
   Init_Toolversion(instance);
+  GetAndSetMenuParams3(instance);
   const Key key = readKey(instance, *event, keyByte);
   const SessionsInUse inUse(instance);
   BIMSessionRec* const active = BIMGetActiveSession(instance);

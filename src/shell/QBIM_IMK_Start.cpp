@@ -9,6 +9,7 @@
 #include "src/menu/BIM_InitMenu.h"
 #include "src/menu/InputMenu.h"
 #include "src/menu/MenuEventTimer.h"
+#include "src/menu/QBIM_IMK_Params.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/QBIMMessageReceive.h"
@@ -92,6 +93,7 @@ void Init_Controller(Instance& instance) {
 
 void OpenIMComponent(Instance& instance) {
   BIMInitialize(instance, nullptr, 0);
+  GetAndSetMenuParams3(instance);
   Init_Toolversion(instance);
   if (instance.state<SessionState>().gSessionHandleStart != nullptr) return;
   makeFirstSessions(instance);
@@ -106,6 +108,7 @@ std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t
   Open_IMK_Resource(instance);
   Init_Toolversion(instance);
   Set_MacPantherMenu(instance, Get_MainMenu(instance));
+  GetAndSetMenuParams3(instance);
   Install_MenuEventHandlers(instance);
   set_SETMENUFLAG(instance, 1);
   if (BIMInitializeMessageReceiving(instance) != 0) {

@@ -4,6 +4,8 @@
 #include "src/completion/AnnotationWinController.h"
 #include "src/completion/CompletionState.h"
 #include "src/completion/ConversionEngine.h"
+#include "src/menu/QBIMEndianCallBacks.h"
+#include "src/menu/QBIM_IMK_Params.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/MenuDispatch.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
@@ -50,6 +52,7 @@ int InputMethodMain(Instance& instance, const std::vector<std::string>& argument
   Application& application = instance.platform().application;
   beginActivity(instance);
   if (!arguments.empty() && arguments.front() == "--install") return install(instance);
+  Install_CoreEndianInstallFlippers(instance);
   if (init_inputmenu_server(instance) == nullptr) return -1;
   instance.state<CompletionState>().engine = &ConversionEngine::sharedEngine(instance);
   application.loadNibNamed("AnnotationWindow", [&instance](const NibOutlets& outlets) {
@@ -77,11 +80,6 @@ IMKCandidates* init_inputmenu_server(Instance& instance) {
         kConnectionName, ".");
   }
   return state.sharedCandidates.get();
-}
-
-std::uint8_t Get_GlobalAutoCompleteFlag(Instance& instance, std::size_t index) {
-  const auto& flags = instance.state<MainState>().GlobalAutoCompleteFlags;
-  return index < flags.size() ? flags[index] : std::uint8_t{0};
 }
 
 void initPreference(Instance& instance) {

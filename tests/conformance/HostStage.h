@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "hosts/resources/AppleDouble.h"
+#include "hosts/resources/ResourceFork.h"
 #include "platform/Platform.h"
 
 namespace quorvane::conformance {
@@ -17,6 +19,16 @@ struct HostStage {
   virtual void turn() = 0;
   /// Where files may be written; need not exist.
   virtual std::string folder() = 0;
+  /// The application support folder, which exists.
+  virtual std::string supportFolder() = 0;
+  // As another program would do it.
+  virtual void putFile(const std::string& path, resources::FinderInfo info,
+                       const resources::ResourceFork& fork) = 0;
+  /// What the file's `._name` holds.
+  virtual resources::AppleDouble resourcesOf(const std::string& path) = 0;
+  virtual void makeFolder(const std::string& path) = 0;
+  virtual void rename(const std::string& from, const std::string& to) = 0;
+  virtual void remove(const std::string& path) = 0;
   /// Somebody else serves `name`; without a callback he never answers.
   virtual void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) = 0;
   /// Both sides have noticed when it returns.

@@ -1,11 +1,15 @@
 // The desktop host under the suites that every host must pass.
 
+#include <fstream>
 #include <map>
 
+#include "hosts/desktop/AppleDoubleFile.h"
 #include "hosts/desktop/AtomicFile.h"
+#include "tests/conformance/CatalogConformance.h"
 #include "tests/conformance/FilesConformance.h"
 #include "tests/conformance/MessagePortsConformance.h"
 #include "tests/conformance/ProcessesConformance.h"
+#include "tests/conformance/ResourcesConformance.h"
 #include "tests/conformance/SharedMemoryConformance.h"
 #include "tests/support/DesktopStage.h"
 
@@ -17,6 +21,27 @@ class Stage : public HostStage {
   Platform platform() override { return desktop_.platform(); }
   void turn() override { desktop_.turn(); }
   std::string folder() override { return desktop_.configuration().homeDirectory; }
+
+  std::string supportFolder() override {
+    makeFolder(desktop_.configuration().dataDirectory);
+    return desktop_.configuration().dataDirectory;
+  }
+  void putFile(const std::string& path, resources::FinderInfo info,
+               const resources::ResourceFork& fork) override {
+    std::ofstream(path) << "data";
+    desktop::updateAppleDouble(path, [&](resources::AppleDouble& file) {
+      file.setFinderInfo(info);
+      file.contentOf(resources::kResourceForkEntry) = writeResourceFork(fork).value.value();
+    });
+  }
+  resources::AppleDouble resourcesOf(const std::string& path) override {
+    return resources::readAppleDouble(desktop::readAppleDoubleFile(path).value()).value.value();
+  }
+  void makeFolder(const std::string& path) override { std::filesystem::create_directories(path); }
+  void rename(const std::string& from, const std::string& to) override {
+    std::filesystem::rename(from, to);
+  }
+  void remove(const std::string& path) override { std::filesystem::remove_all(path); }
 
   void serveElsewhere(std::string_view name, CFMessagePortCallBack callback) override {
     auto& loop = desktop_.host().runLoop();
@@ -64,9 +89,11 @@ class Stage : public HostStage {
 
 std::unique_ptr<HostStage> make() { return std::make_unique<Stage>(); }
 
+INSTANTIATE_TEST_SUITE_P(Desktop, CatalogConformance, testing::Values(make));
 INSTANTIATE_TEST_SUITE_P(Desktop, FilesConformance, testing::Values(make));
 INSTANTIATE_TEST_SUITE_P(Desktop, MessagePortsConformance, testing::Values(make));
 INSTANTIATE_TEST_SUITE_P(Desktop, ProcessesConformance, testing::Values(make));
+INSTANTIATE_TEST_SUITE_P(Desktop, ResourcesConformance, testing::Values(make));
 INSTANTIATE_TEST_SUITE_P(Desktop, SharedMemoryConformance, testing::Values(make));
 
 }  // namespace

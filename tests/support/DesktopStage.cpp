@@ -20,6 +20,8 @@ DesktopStage::DesktopStage() {
   configuration_.bundleDirectory = folder_.path() / "bundle";
   configuration_.homeDirectory = folder_.path() / "home";
   configuration_.cacheDirectory = folder_.path() / "cache";
+  configuration_.dataDirectory = folder_.path() / "data";
+  configuration_.preferencesDirectory = folder_.path() / "preferences";
   openHost();
 }
 

@@ -2,11 +2,11 @@
 // panel, and what panel and annotation window show.
 
 #include <algorithm>
+#include <array>
 #include <sstream>
 #include <utility>
 
 #include "src/completion/InputController.h"
-#include "src/shell/main.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {
@@ -59,8 +59,12 @@ void writeFile(World& world, const Arguments& is) {
 }
 void setSwitch(World& world, const Arguments& is) {
   world.mustNotHaveStarted();
-  const std::size_t index = choose(is[0].word, "space vertical shift-toggle");
-  world.instance.state<MainState>().GlobalAutoCompleteFlags[index] = 1;
+  const std::array<bool parameters::CompletionFlags::*, 3> flags{
+      &parameters::CompletionFlags::withSpace, &parameters::CompletionFlags::vertical,
+      &parameters::CompletionFlags::shiftToggle};
+  world.completionFlags.*flags[choose(is[0].word, "space vertical shift-toggle")] = true;
+  parameters::changeParameterFile(
+      world.host.files, [&](auto& file) { setCompletionFlags(file, world.completionFlags); });
 }
 
 // Acts.

@@ -4,6 +4,7 @@
 
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/menu/CurrentAppFlags.h"
+#include "tools/parameters/UseSwitches.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {
@@ -11,11 +12,16 @@ namespace {
 
 constexpr std::int64_t kUsualSwitches = 0x11833;
 
+/// In the parameter file, for the application in front, and known to both sides.
 void useSwitches(World& world, std::int64_t switches) {
   const auto word = static_cast<std::uint32_t>(switches);
   world.host.mainApplication.appFlagStatus = word;
   world.host.mainApplication.setField(49, word);
-  world.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = word;
+  if (world.mainResult) {
+    parameters::useSwitches(world.host, world.instance, word);
+  } else {
+    parameters::useSwitches(world.host, word);
+  }
 }
 
 void setSwitches(World& world, const Arguments& is) { useSwitches(world, is[0].number); }

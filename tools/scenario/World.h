@@ -12,6 +12,7 @@
 #include "hosts/memory/MemoryHost.h"
 #include "src/completion/InputController.h"
 #include "src/session/QBIM_IMK_Sessions.h"
+#include "tools/parameters/ParameterFileInMemory.h"
 #include "tools/scenario/CompletionData.h"
 #include "tools/scenario/Statement.h"
 
@@ -81,7 +82,6 @@ class World {
   /// Null: the document has no session.
   BIMSessionRec* sessionOf(const std::string& documentName);
   BIMSessionRec* activeSession();
-
   memory::MemoryHost host;
   Instance instance{host.platform()};
   InputController controller{instance};
@@ -97,6 +97,7 @@ class World {
   std::uint64_t markedTime = 0;
   std::int64_t answer = 0;        ///< of the last question that gave one
   CompletionData completionData;  ///< what the scenario has said of single words
+  parameters::CompletionFlags completionFlags;
   std::optional<Hook> atClientCall, beforePlatformCall;
 
   std::vector<Failure> failures;

@@ -1,0 +1,28 @@
+#pragma once
+// Reading of files that must be plain ones, so that nothing blocks that bears a file's name.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/desktop/Descriptor.h"
+
+namespace quorvane::desktop {
+
+struct PlainFile {
+  Descriptor
+      file;  ///< not valid, with errno set: it is no plain file, too large, or can't be opened
+  std::size_t size = 0;
+};
+
+PlainFile openPlainFile(const std::string& path, std::uint64_t largest);
+
+/// How much there was, at most `size` bytes; none, with errno set, on failure.
+std::optional<std::size_t> readWhole(int file, std::uint8_t* out, std::size_t size);
+
+/// The whole file; none, with errno set, where it can't be had.
+std::optional<std::vector<std::uint8_t>> readPlainFile(const std::string& path,
+                                                       std::uint64_t largest);
+
+}  // namespace quorvane::desktop

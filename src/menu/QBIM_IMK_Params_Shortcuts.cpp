@@ -1,0 +1,74 @@
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "src/base/HostWords.h"
+#include "src/bridge/Presence.h"
+#include "src/menu/QBIM_IMK_Params.h"
+
+namespace quorvane {
+namespace {
+
+using Records = std::span<const std::uint8_t>;
+
+constexpr std::array<std::uint16_t, 15> kFunctionKeys{96,  97,  98,  99,  100, 101, 103, 105,
+                                                      107, 109, 111, 113, 118, 120, 122};
+
+Records bytesOf(const Handle& handle) {
+  if (GetHandleSize(handle) == 0) return {};
+  return handle->content;
+}
+
+/// The shortcuts of the first block with the signature; none where there is no such block. What a
+/// block claims beyond the resource's end isn't there.
+std::optional<Records> recordsOf(Records blocks, FourCharCode signature) {
+  std::uint32_t left = hostWord32(blocks, 0) & kCountMask;
+  blocks = blocks.subspan(std::min(blocks.size(), sizeof left));
+  for (; left > 0 && blocks.size() >= sizeof(ApplicationBlock); --left) {
+    const auto block = recordAt<ApplicationBlock>(blocks, 0);
+    blocks = blocks.subspan(sizeof block);
+    const std::size_t claimed = (block.count & kCountMask) * sizeof(Shortcut);
+    const Records records = blocks.first(std::min(claimed, blocks.size()));
+    if (block.signature == signature) return records;
+    blocks = blocks.subspan(records.size());
+  }
+  return {};
+}
+
+Records recordsForFront(Instance& instance) {
+  const auto& state = instance.state<ParamsState>();
+  const FourCharCode signature = FRONTPROCESSSIGNATURE(instance);
+  if (signature != 0) {
+    const auto own = recordsOf(bytesOf(state.QORVMENUKEYSXHAND), signature);
+    if (own) return *own;
+  }
+  return bytesOf(state.QORVMENUKEYSHAND);
+}
+
+}  // namespace
+
+const std::uint8_t* GetMenuKeysPtr(Instance& instance, std::uint32_t* countOut) {
+  const Records records = recordsForFront(instance);
+  if (countOut != nullptr)
+    *countOut = static_cast<std::uint32_t>(records.size() / sizeof(Shortcut));
+  return records.data();
+}
+
+std::int32_t GetKeyShortcutForCommandID(Instance& instance, std::uint32_t commandID,
+                                        Shortcut& shortcut) {
+  const Records records = bytesOf(instance.state<ParamsState>().APPQORVMENUKEYSHAND);
+  for (std::size_t at = 0; at + sizeof(Shortcut) <= records.size(); at += sizeof(Shortcut)) {
+    const auto record = recordAt<Shortcut>(records, at);
+    if (record.commandID != commandID) continue;
+    shortcut = record;
+    return 1;
+  }
+  shortcut = {.commandID = commandID};
+  return 0;
+}
+
+bool IsValidKeyboardShortcut(std::uint16_t keyCode) {
+  return std::ranges::find(kFunctionKeys, keyCode) != kFunctionKeys.end();
+}
+
+}  // namespace quorvane

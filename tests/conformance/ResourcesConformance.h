@@ -1,0 +1,149 @@
+#pragma once
+// What every host's resource files must do.
+
+#include <algorithm>
+
+#include "tests/conformance/HostStage.h"
+
+namespace quorvane::conformance {
+
+class ResourcesConformance : public HostConformance {
+ protected:
+  using Bytes = std::vector<std::uint8_t>;
+
+  ResourcesConformance() {
+    fork_.reserved[7] = 1;
+    fork_.resources = {{"Pmen"_4cc, 8888, 32, 5, "pen", {1}}, {"Pmen"_4cc, 1, 0, 0, {}, {2, 3}}};
+    stage_->makeFolder(path_.substr(0, path_.rfind('/')));
+    stage_->putFile(path_, {"PREF"_4cc, "QVKT"_4cc}, fork_);
+  }
+  FSRef ref() {
+    FSRef folder;
+    FSIterator iterator = 0;
+    std::vector<FSCatalogItem> items(1);
+    std::size_t count = 0;
+    files_.FSFindFolder(kUserDomain, kApplicationSupportFolderType, folder);
+    for (int depth = 0; depth < 2; ++depth) {
+      EXPECT_EQ(files_.FSOpenIterator(folder, iterator), noErr);
+      files_.FSGetCatalogInfoBulk(iterator, 0, items, count);
+      EXPECT_EQ(count, 1U);
+      files_.FSCloseIterator(iterator);
+      folder = items[0].ref;
+    }
+    return folder;
+  }
+  std::int32_t open(std::int8_t permission = fsRdWrShPerm) {
+    std::int32_t refNum = -1;
+    EXPECT_EQ(resources_.FSOpenResourceFile(ref(), permission, refNum), noErr);
+    EXPECT_EQ(resources_.CurResFile(), refNum);
+    return refNum;
+  }
+  resources::ResourceFork forkNow() {
+    const auto file = stage_->resourcesOf(path_);
+    EXPECT_EQ(file.finderInfo(), (resources::FinderInfo{"PREF"_4cc, "QVKT"_4cc}));
+    return resources::readResourceFork(file.content(resources::kResourceForkEntry)).value.value();
+  }
+
+  FileManager& files_ = platform_.fileManager;
+  ResourceManager& resources_ = platform_.resourceManager;
+  const std::string path_ = stage_->supportFolder() + "/Quorvane/Parameters";
+  resources::ResourceFork fork_;
+};
+
+TEST_P(ResourcesConformance, WhatIsWrittenIsThereAndAllElseStays) {
+  const std::int32_t before = resources_.CurResFile();
+  const std::int32_t refNum = open();
+  const Handle first = resources_.Get1Resource("Pmen"_4cc, 8888);
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(resources_.Get1Resource("Pmen"_4cc, 8888), first);
+  EXPECT_EQ(resources_.Get1Resource("Pmen"_4cc, 2), nullptr);
+  EXPECT_EQ(resources_.ResError(), resNotFound);
+  first->content = {9, 9, 9};
+  resources_.WriteResource(first);
+  EXPECT_EQ(forkNow(), fork_) << "it hasn't been called changed";
+  resources_.ChangedResource(first);
+  resources_.WriteResource(first);
+  ASSERT_EQ(resources_.ResError(), noErr);
+  fork_.resources[0].data = {9, 9, 9};
+  EXPECT_EQ(forkNow(), fork_);
+
+  const Handle added = NewHandle(2);
+  resources_.AddResource(added, "Fmen"_4cc, 1, "new");
+  resources_.AddResource(added, "Fmen"_4cc, 2, "");
+  EXPECT_EQ(resources_.ResError(), addResFailed) << "it is one already";
+  resources_.WriteResource(added);
+  resources_.DetachResource(added);
+  EXPECT_NE(resources_.Get1Resource("Fmen"_4cc, 1), added);
+  fork_.resources.push_back({"Fmen"_4cc, 1, 0, 0, "new", {0, 0}});
+  EXPECT_EQ(forkNow(), fork_);
+
+  first->content = {4};
+  resources_.ChangedResource(first);
+  resources_.CloseResFile(refNum);
+  fork_.resources[0].data = {4};
+  EXPECT_EQ(forkNow(), fork_) << "closing writes";
+  EXPECT_FALSE(first->hasContent);
+  EXPECT_EQ(added->content, Bytes(2)) << "detached";
+  EXPECT_EQ(resources_.CurResFile(), before);
+  resources_.UseResFile(refNum);
+  EXPECT_EQ(resources_.ResError(), resFNotFound);
+  EXPECT_EQ(resources_.CurResFile(), before);
+}
+
+TEST_P(ResourcesConformance, AFileOpenedForReadingOrDamagedIsNotWritten) {
+  const std::int32_t refNum = open(fsRdPerm);
+  const Handle handle = resources_.Get1Resource("Pmen"_4cc, 8888);
+  resources_.ChangedResource(handle);
+  resources_.WriteResource(handle);
+  EXPECT_NE(resources_.ResError(), noErr);
+  resources_.AddResource(NewHandle(1), "Fmen"_4cc, 1, "");
+  EXPECT_EQ(resources_.ResError(), addResFailed);
+  resources_.CloseResFile(refNum);
+  EXPECT_EQ(forkNow(), fork_);
+
+  std::int32_t other = 77;
+  stage_->putFile(path_, {"PREF"_4cc, "QVKT"_4cc}, {});
+  EXPECT_EQ(resources_.FSOpenResourceFile(ref(), fsCurPerm, other), noErr);
+  resources_.CloseResFile(other);
+  other = 77;
+  EXPECT_NE(resources_.FSOpenResourceFile({}, fsCurPerm, other), noErr);
+  EXPECT_EQ(resources_.FSOpenResFile({}, fsCurPerm), -1);
+  EXPECT_EQ(other, 77);
+}
+
+/// Another program writes one resource while this one has changed another.
+TEST_P(ResourcesConformance, WhatSomebodyElseWroteMeanwhileStays) {
+  const std::int32_t refNum = open(fsCurPerm);
+  const Handle mine = resources_.Get1Resource("Pmen"_4cc, 1);
+  mine->content = {8};
+  fork_.resources[0].data = {7};
+  fork_.resources.push_back({"Else"_4cc, 1, 0, 0, {}, {6}});
+  stage_->putFile(path_, {"PREF"_4cc, "QVKT"_4cc}, fork_);
+  resources_.ChangedResource(mine);
+  resources_.CloseResFile(refNum);
+  fork_.resources[1].data = {8};
+  EXPECT_EQ(forkNow(), fork_);
+}
+
+TEST_P(ResourcesConformance, AFlipperSeesWhatIsReadAndWhatIsWritten) {
+  std::vector<bool> calls;
+  resources_.CoreEndianInstallFlipper(
+      kCoreEndianResourceManagerDomain, "Pmen"_4cc,
+      [&](FourCharCode, FourCharCode, std::int16_t id, std::span<std::uint8_t> data, bool native) {
+        if (id == 1) std::ranges::reverse(data);
+        calls.push_back(native);
+        return noErr;
+      });
+  const std::int32_t refNum = open();
+  const Handle handle = resources_.Get1Resource("Pmen"_4cc, 1);
+  EXPECT_EQ(handle->content, (Bytes{3, 2}));
+  handle->content = {5, 4};
+  resources_.ChangedResource(handle);
+  resources_.WriteResource(handle);
+  EXPECT_EQ(handle->content, (Bytes{5, 4})) << "it stays native";
+  resources_.CloseResFile(refNum);
+  EXPECT_EQ(forkNow().resources[1].data, (Bytes{4, 5}));
+  EXPECT_EQ(calls, (std::vector<bool>{false, true}));
+}
+
+}  // namespace quorvane::conformance

@@ -1,0 +1,137 @@
+// Resource files that several processes write, and that die while they do.
+
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <functional>
+#include <random>
+#include <thread>
+
+#include "hosts/desktop/FileManager.h"
+#include "hosts/desktop/ResourceManager.h"
+#include "tests/support/RunningProgram.h"
+#include "tools/parameters/disk/ParameterFileOnDisk.h"
+
+namespace quorvane::desktop {
+namespace {
+
+constexpr FourCharCode kTable = "CGMI"_4cc;
+
+struct NoLog : quorvane::LogSink {
+  void writeLine(std::string_view /*line*/) override {}
+};
+
+/// One process's view of the parameter file.
+struct View {
+  explicit View(const std::filesystem::path& support)
+      : files({}, {}, {{kApplicationSupportFolderType, support / parameters::kFolder}}, log),
+        resources(files, {}, log) {}
+
+  /// Runs `work` on the table, with the file open.
+  void withTable(const std::function<void(const Handle&)>& work) {
+    FSRef folder;
+    FSIterator iterator = 0;
+    files.FSFindFolder(kUserDomain, kApplicationSupportFolderType, folder);
+    files.FSOpenIterator(folder, iterator);
+    std::vector<FSCatalogItem> items(256);
+    std::size_t count = 0;
+    files.FSGetCatalogInfoBulk(iterator, kFSCatInfoFinderInfo, items, count);
+    files.FSCloseIterator(iterator);
+    for (const FSCatalogItem& item : std::span(items).first(count)) {
+      if (item.info.fileType != "PREF"_4cc) continue;
+      const std::int32_t refNum = resources.FSOpenResFile(item.ref, fsRdWrShPerm);
+      work(resources.Get1Resource(kTable, 8889));
+      resources.CloseResFile(refNum);
+    }
+  }
+
+  NoLog log;
+  FileManager files;
+  ResourceManager resources;
+};
+
+/// A child that runs `work` and ends.
+pid_t start(const std::function<void()>& work) {
+  const pid_t pid = fork();
+  if (pid != 0) return pid;
+  work();
+  _exit(0);
+}
+
+struct ResourceFilesOfTwo : testing::Test {
+  tests::OwnFolder folder;
+  void change(const std::function<void(resources::ResourceFork&)>& work) {
+    parameters::changeParameterFile(folder.path(), work);
+  }
+};
+
+TEST_F(ResourceFilesOfTwo, LoseNoRecordOfEachOther) {
+  constexpr int kRecords = 100;
+  change([](auto& fork) { fork.at(kTable, 8889); });
+  std::array<pid_t, 2> children{};
+  for (std::uint8_t writer = 0; writer < 2; ++writer) {
+    children[writer] = start([&, writer] {
+      View view(folder.path());
+      for (int i = 0; i < kRecords; ++i) {
+        view.withTable([&](const Handle& table) {
+          table->content.push_back(writer);
+          view.resources.ChangedResource(table);
+        });
+      }
+    });
+  }
+  const auto own = [](auto& fork) { fork.at("Else"_4cc, 1).data.push_back(1); };
+  for (int i = 0; i < kRecords; ++i) change(own);
+  for (const pid_t child : children) waitpid(child, nullptr, 0);
+  change([&](const auto& fork) {
+    const auto& table = fork.find(kTable, 8889)->data;
+    EXPECT_EQ(std::ranges::count(table, 0), kRecords);
+    EXPECT_EQ(std::ranges::count(table, 1), kRecords);
+    EXPECT_EQ(fork.find("Else"_4cc, 1)->data.size(), std::size_t{kRecords});
+  });
+}
+
+/// One that is killed holds nobody up, and leaves the old word or the new.
+TEST_F(ResourceFilesOfTwo, AKillAtAnyMomentLeavesAWholeFile) {
+  constexpr int kToggles = 1000;
+  using Word = std::vector<std::uint8_t>;
+  const Word a(40'000, 0xAA);
+  const Word b(40'040, 0x55);
+  change([&](auto& fork) {
+    fork.at(kTable, 8889).data = a;
+    fork.at("Else"_4cc, 1).data = {1, 2, 3};
+  });
+  auto* const toggles =
+      static_cast<std::atomic<int>*>(mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE,
+                                          MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+  std::minstd_rand random(7);
+  while (toggles->load() < kToggles) {
+    const int before = toggles->load();
+    const pid_t child = start([&] {
+      View view(folder.path());
+      for (;; ++*toggles) {
+        view.withTable([&](const Handle& table) {
+          table->content = table->content == a ? b : a;
+          view.resources.ChangedResource(table);
+        });
+      }
+    });
+    while (toggles->load() < before + 20) std::this_thread::yield();
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 3000));
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    change([&](const auto& fork) {
+      const Word& now = fork.find(kTable, 8889)->data;
+      EXPECT_TRUE(now == a || now == b);
+      EXPECT_EQ(fork.find("Else"_4cc, 1)->data, (Word{1, 2, 3}));
+    });
+  }
+  munmap(toggles, sizeof(std::atomic<int>));
+}
+
+}  // namespace
+}  // namespace quorvane::desktop

@@ -1,0 +1,237 @@
+// The parameter file: what of it counts for the application in front, and what is written back.
+
+#include <gtest/gtest.h>
+
+#include "hosts/memory/MemoryHost.h"
+#include "src/bridge/QBIMLaunchServer.h"
+#include "src/menu/CurrentAppFlags.h"
+#include "src/menu/QBIMEndianCallBacks.h"
+#include "src/menu/QBIM_IMK_Params.h"
+
+namespace quorvane {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+void add(Bytes& bytes, std::uint32_t number) { resources::appendNumber(bytes, number); }
+void addShortcut(Bytes& bytes, FourCharCode command, std::uint32_t modifiers, std::int16_t key) {
+  add(bytes, command);
+  add(bytes, modifiers);
+  resources::appendNumber(bytes, key);
+  resources::appendNumber(bytes, std::uint16_t{0xABCD});
+}
+void addSwitches(Bytes& bytes, FourCharCode signature, std::uint32_t word, std::string_view name) {
+  add(bytes, signature);
+  add(bytes, word);
+  const std::size_t end = bytes.size() + 32;
+  bytes.insert(bytes.end(), name.begin(), name.end());
+  bytes.resize(end);
+}
+
+/// References into it stay good.
+std::vector<resources::Resource> roomForSome() {
+  std::vector<resources::Resource> resources;
+  resources.reserve(8);
+  return resources;
+}
+
+struct Params : testing::Test {
+  Params() { Install_CoreEndianInstallFlippers(instance); }
+
+  void putFile() {
+    if (!host.files.has(path)) host.files.put(path, "");
+    host.files.putResources(path, {"PREF"_4cc, "QVKT"_4cc}, fork);
+  }
+  Bytes inFile(FourCharCode type, std::int16_t id) {
+    const auto around = host.files.dataWithContentsOfFile(resources::appleDoublePath(path));
+    const auto file = resources::readAppleDouble(around->bytes());
+    const auto now = resources::readResourceFork(file.value->content(2));
+    const auto* const found = now.value->find(type, id);
+    return found == nullptr ? Bytes() : found->data;
+  }
+  void show(const ProcessSerialNumber& psn) {
+    host.processes.setFront(psn, memory::Notice::Missed);
+  }
+  void bringToFront(FourCharCode signature, std::string bundle) {
+    const auto psn =
+        host.processes.add({{}, 0, "Letters", signature, "APPL"_4cc, 0, bundle, false});
+    show(psn);
+  }
+  std::uint32_t load() {
+    GetAndSetMenuParams3(instance);
+    return word;
+  }
+  void save(std::uint32_t now) {
+    word = now;
+    SaveAppInteractivedata(instance);
+  }
+
+  memory::MemoryHost host;
+  Instance instance{host.platform()};
+  std::uint32_t& word = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  resources::ResourceFork fork{.reserved = {}, .mapReserved = {}, .resources = roomForSome()};
+  Bytes& table = fork.at("CGMI"_4cc, 8889).data;
+  const std::string path = host.files.applicationSupportFolder + "/Quorvane/Parameters";
+};
+using ParamsSwitches = Params;
+using ParamsShortcuts = Params;
+
+TEST_F(ParamsSwitches, AreFoundBySignatureOrByBundleIdentifier) {
+  addSwitches(table, 0, 1, "com.example.freed");
+  addSwitches(table, "\?\?\?\?"_4cc, 2, "com.example.letters");
+  addSwitches(table, "LETT"_4cc, 3, "com.example.other");
+  addSwitches(table, "SOME"_4cc, 4, "com.example.a.name.of.31.bytes.");
+  putFile();
+  struct Case {
+    FourCharCode signature;
+    std::string bundle;
+    std::uint32_t expected;
+  };
+  for (const Case& each : std::initializer_list<Case>{
+           {"LETT"_4cc, "com.example.new", 3},
+           {"LETT"_4cc, "com.example.letters", 2},  // the first record that is its
+           {"\?\?\?\?"_4cc, "com.example.other", 3},
+           {"\?\?\?\?"_4cc, "com.example.new", 0x1800},
+           {"NEWS"_4cc, "com.example.a.name.of.31.bytes.and.more", 4},
+           {"NEWS"_4cc, "com.example.freed", 0x1800},
+           {"NEWS"_4cc, "", 0x1800}}) {
+    bringToFront(each.signature, each.bundle);
+    EXPECT_EQ(load(), each.expected) << each.bundle;
+  }
+}
+
+TEST_F(ParamsSwitches, AreReadOnceForAnApplicationAndStayWithoutAFile) {
+  word = 0x11833;
+  EXPECT_EQ(load(), 0x11833U) << "there is no file";
+  addSwitches(table, "WRTR"_4cc, 5, "com.example.writer");
+  putFile();
+  EXPECT_EQ(load(), 0x11833U) << "the same application";
+  bringToFront("LETT"_4cc, "");
+  EXPECT_EQ(load(), 0x1800U);
+  show(memory::MemoryProcesses::editor());
+  EXPECT_EQ(load(), 5U);
+  const std::uint64_t calls = host.journal.calls();
+  load();
+  EXPECT_EQ(host.journal.calls(), calls + 1) << "which one is in front, and no more";
+}
+
+TEST_F(ParamsSwitches, AreWrittenBackWhereTheyWereFoundOrIntoAFreeRecord) {
+  addSwitches(table, "OTHR"_4cc, 7, "com.example.other");
+  putFile();
+  save(0x1873);
+  addSwitches(table, "WRTR"_4cc, 0x1873, "com.example.writer");
+  EXPECT_EQ(inFile("CGMI"_4cc, 8889), table) << "a new one behind the others";
+  save(0);
+  Bytes freed(table.begin(), table.begin() + 40);
+  addSwitches(freed, 0, 0, "com.example.writer");
+  EXPECT_EQ(inFile("CGMI"_4cc, 8889), freed);
+  bringToFront("\?\?\?\?"_4cc, std::string(40, 'b'));
+  EXPECT_EQ(load(), 0x1800U);
+  save(3);
+  save(0x10000);
+  Bytes reused(table.begin(), table.begin() + 40);
+  addSwitches(reused, "\?\?\?\?"_4cc, 0x10000, std::string(31, 'b'));
+  EXPECT_EQ(inFile("CGMI"_4cc, 8889), reused);
+  EXPECT_EQ(inFile("Pmen"_4cc, 8888), Bytes());
+  show(memory::MemoryProcesses::editor());
+  EXPECT_EQ(load(), 0x1800U) << "what was freed counts no more";
+}
+
+TEST_F(ParamsSwitches, ATableIsMadeWhereThereIsNone) {
+  fork.resources.clear();
+  fork.at("Else"_4cc, 1).data = {1};
+  putFile();
+  load();
+  EXPECT_EQ(inFile("CGMI"_4cc, 8889), Bytes(40));
+  EXPECT_EQ(inFile("Else"_4cc, 1), Bytes{1});
+  save(0x1810);
+  EXPECT_EQ(inFile("CGMI"_4cc, 8889).size(), 40U);
+  host.files.writeFails = true;
+  save(0x1811);
+  bringToFront("LETT"_4cc, "");
+  load();
+  show(memory::MemoryProcesses::editor());
+  EXPECT_EQ(load(), 0x1810U);
+}
+
+TEST_F(Params, FlagsAreReadByIndexAndWritten) {
+  EXPECT_EQ(Get_GlobalAutoCompleteFlag(instance, 0), 0);
+  EXPECT_EQ(Get_GlobalPencilMenuFlag(instance), 1) << "as it was";
+  fork.at("AutC"_4cc, 8888).data = {0, 5};
+  fork.at("Pmen"_4cc, 8888).data = {0};
+  putFile();
+  EXPECT_EQ(Get_GlobalAutoCompleteFlag(instance, 1), 5);
+  EXPECT_EQ(Get_GlobalAutoCompleteFlag(instance, 2), 0);
+  EXPECT_EQ(Get_GlobalPencilMenuFlag(instance), 0);
+  Set_FlagMenuActivationFlag(instance, 9);
+  EXPECT_EQ(inFile("Fmen"_4cc, 8888), Bytes{9});
+  EXPECT_EQ(host.resources.CurResFile(), memory::MemoryResources::kApplicationFile);
+}
+
+TEST_F(ParamsShortcuts, AreThoseOfTheApplicationOrElseThoseOfAll) {
+  Bytes& all = fork.at("QKYS"_4cc, 8888).data;
+  Bytes& own = fork.at("QKYX"_4cc, 8888).data;
+  addShortcut(all, "CkSp"_4cc, 0x1100, 1);
+  addShortcut(all, "CkAl"_4cc, 0, -1);
+  add(own, 0x05000002);  // only the low 24 bits count
+  for (const FourCharCode signature : {"OTHR"_4cc, "LETT"_4cc}) {
+    add(own, signature);
+    own.resize(own.size() + 16, 0xEE);
+    add(own, 1);
+    addShortcut(own, "CkSp"_4cc, 0x100, signature == "LETT"_4cc ? 7 : 8);
+  }
+  putFile();
+  const auto keyOf = [&](FourCharCode command) {
+    Shortcut shortcut;
+    const bool found = GetKeyShortcutForCommandID(instance, command, shortcut) == 1;
+    EXPECT_EQ(shortcut.commandID, command);
+    EXPECT_TRUE(found || (shortcut.modifiers == 0 && shortcut.keyCode == -1));
+    return found ? shortcut.keyCode : -2;
+  };
+  load();
+  EXPECT_EQ(keyOf("CkSp"_4cc), 1);
+  EXPECT_EQ(keyOf("CkAl"_4cc), -1);
+  bringToFront("LETT"_4cc, "");
+  load();
+  EXPECT_EQ(keyOf("CkSp"_4cc), 7);
+  EXPECT_EQ(keyOf("CkAl"_4cc), -2) << "nothing of all is mixed in";
+  std::erase_if(fork.resources, [](const auto& each) { return each.type == "QKYS"_4cc; });
+  putFile();
+  show(memory::MemoryProcesses::editor());
+  load();
+  bringToFront("LETT"_4cc, "");
+  load();
+  EXPECT_EQ(instance.state<ParamsState>().APPQORVMENUKEYSHAND, nullptr)
+      << "without those of all there are none";
+  EXPECT_TRUE(IsValidKeyboardShortcut(96));
+  EXPECT_FALSE(IsValidKeyboardShortcut(102));
+}
+
+TEST_F(ParamsShortcuts, WhatClaimsMoreThanThereIsStaysWithinItsBytes) {
+  Bytes& own = fork.at("QKYX"_4cc, 8888).data;
+  addShortcut(fork.at("QKYS"_4cc, 8888).data, "CkSp"_4cc, 0, 1);
+  add(own, 0xFFFFFF);
+  add(own, "WRTR"_4cc);
+  own.resize(own.size() + 16);
+  add(own, 0xFFFFFF);
+  addShortcut(own, "CkAl"_4cc, 0, 5);
+  own.resize(own.size() + 7);
+  const Bytes whole = own;
+  for (std::size_t size = 0; size <= whole.size(); ++size) {
+    own.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+    Bytes flipped = own;
+    flipApplicationBlocks(flipped, false);
+    flipApplicationBlocks(flipped, true);
+    EXPECT_EQ(flipped, own);
+    putFile();
+    bringToFront("ELSE"_4cc, "");
+    load();
+    show(memory::MemoryProcesses::editor());
+    load();
+    const auto& handle = instance.state<ParamsState>().APPQORVMENUKEYSHAND;
+    EXPECT_EQ(GetHandleSize(handle), size >= 40 || size < 28 ? 12U : 0U) << size;
+  }
+}
+
+}  // namespace
+}  // namespace quorvane
