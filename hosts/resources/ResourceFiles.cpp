@@ -54,7 +54,7 @@ void ResourceFiles::UseResFile(std::int32_t refNum) {
 
 Handle ResourceFiles::Get1Resource(FourCharCode type, std::int16_t id) {
   const auto file = files_.find(current_);
-  const Handle handle = file == files_.end() ? nullptr : handleOf(file->second, type, id);
+  Handle handle = file == files_.end() ? nullptr : handleOf(file->second, type, id);
   error_ = handle == nullptr ? resNotFound : noErr;
   return handle;
 }

@@ -33,7 +33,7 @@ bool frontApplicationChanged(Instance& instance) {
 /// Outlives the file; null, logged, where the file hasn't got it.
 Handle takeShortcuts(Instance& instance, FourCharCode type, std::string_view name) {
   ResourceManager& resources = instance.platform().resourceManager;
-  const Handle handle = resources.Get1Resource(type, kParamsID);
+  Handle handle = resources.Get1Resource(type, kParamsID);
   if (handle != nullptr) {
     resources.DetachResource(handle);
   } else {

@@ -85,8 +85,8 @@ bool writeSwitches(std::vector<std::uint8_t>& table, const FrontApplication& fro
     return record.has_value();
   }
   at = findRecord(table, [](const AppSwitches& record) { return record.signature == 0; });
-  const std::size_t end = table.size();
-  if (!at) table.resize(end + sizeof(AppSwitches));
+  const std::size_t end = table.size() / sizeof(AppSwitches) * sizeof(AppSwitches);
+  if (!at) table.resize(table.size() + sizeof(AppSwitches));
   putRecord(table, at.value_or(end), AppSwitches{front.signature, word, front.bundleIdentifier});
   return true;
 }
