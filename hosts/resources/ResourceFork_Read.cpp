@@ -1,12 +1,10 @@
 #include "hosts/resources/ResourceFork.h"
+#include "hosts/resources/ResourceFork_Layout.h"
 
 namespace quorvane::resources {
 namespace {
 
 constexpr std::size_t kHeader = 16;
-constexpr std::size_t kMapHead = 28;
-constexpr std::size_t kTypeEntry = 8;
-constexpr std::size_t kReference = 12;
 constexpr std::uint16_t kNoName = 0xFFFF;
 
 struct Areas {
@@ -112,7 +110,7 @@ std::vector<Resource> readResources(const Areas& areas) {
   return resources;
 }
 
-ResourceFork read(ByteView bytes) {
+ResourceFork readFork(ByteView bytes) {
   require(bytes.size() <= kLargest, "the fork is larger than 16 MiB");
   ResourceFork fork;
   if (bytes.empty()) return fork;
@@ -140,7 +138,7 @@ Resource& ResourceFork::at(FourCharCode type, std::int16_t id) {
 }
 
 Outcome<ResourceFork> readResourceFork(ByteView bytes) {
-  return outcomeOf([&] { return read(bytes); });
+  return outcomeOf([&] { return readFork(bytes); });
 }
 
 }  // namespace quorvane::resources

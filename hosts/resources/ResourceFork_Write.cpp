@@ -1,12 +1,10 @@
 #include "hosts/resources/ResourceFork.h"
+#include "hosts/resources/ResourceFork_Layout.h"
 
 namespace quorvane::resources {
 namespace {
 
 constexpr std::size_t kDataStart = 256;
-constexpr std::size_t kMapHead = 28;
-constexpr std::size_t kTypeEntry = 8;
-constexpr std::size_t kReference = 12;
 constexpr std::size_t kLargestOffset = 0xFFFF;
 
 using Group = std::vector<const Resource*>;

@@ -125,6 +125,12 @@ class ToolRec : public Attachment<GetToolCRecPtr, CloseToolRecPtr> {
   [[nodiscard]] std::span<std::uint8_t> bytes() const;
 };
 
+/// In a ToolRec of its own.
+inline void putField(Instance& instance, std::uint32_t field, std::uint32_t value) {
+  const ToolRec record(instance);
+  record.put(field, value);
+}
+
 /// The creating attach: a cleared block, null, or the kShmFailed of a failing attach. The segment's
 /// id stays in `shmid[slot]`.
 void* GETSAFEMEMBLOCK(Instance& instance, std::uint32_t key, std::size_t size, std::uint32_t slot);

@@ -47,11 +47,6 @@ std::optional<WindowFields> handOver(Instance& instance, std::uint32_t modifiers
   return fields;
 }
 
-void putField(Instance& instance, std::uint32_t field, std::uint32_t value) {
-  const ToolRec record(instance);
-  record.put(field, value);
-}
-
 void orderRestore(Instance& instance, BIMSessionRec* session, bool textChanged) {
   putField(instance, ToolCRecPtr_ClipState, 0);
   Do_BIM_CallDirectQorvToolCommandAppEvent(instance, kRestoreClipboardCommand);

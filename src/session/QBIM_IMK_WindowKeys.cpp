@@ -18,11 +18,6 @@ constexpr std::uint32_t kPopupTakesNoKeys = 0x400;  // of field 7
 
 bool isDigit(std::uint8_t keyByte) { return keyByte >= '0' && keyByte <= '9'; }
 
-void putField(Instance& instance, std::uint32_t field, std::uint32_t value) {
-  const ToolRec record(instance);
-  record.put(field, value);
-}
-
 // What the main application has left of the key; the key itself where there is no record any more.
 std::uint32_t answerTo(Instance& instance, std::uint8_t keyByte) {
   const ToolRec record(instance);

@@ -75,7 +75,7 @@ void openMenu(World& world, const Arguments& /*is*/) {
   const MenuTracking tracking(world.controller);
   world.settle();
 }
-void choose(World& world, const Arguments& is) {
+void chooseItem(World& world, const Arguments& is) {
   MenuTracking tracking(world.controller);
   const bool chosen = tracking.choose(itemTitled(world, is[0].text));
   if (!chosen) world.expect(false, "an item that can be chosen", "disabled");
@@ -122,16 +122,16 @@ void expectTitle(World& world, const Arguments& is) {
   throw BadStatement("the menu has no item of tag " + is[0].word);
 }
 
-constexpr Pattern kStagePatterns[] = {
+constexpr Pattern kMenuStage[] = {
     {"date TEXT", setDate},
     {"time zone TEXT", setTimeZone},
     {"language TEXT", setLanguage},
     {"menu titles TEXT and TEXT", setOpenAndQuit},
 };
 
-constexpr Pattern kPatterns[] = {
+constexpr Pattern kMenu[] = {
     {"open menu", openMenu},
-    {"choose TEXT", choose},
+    {"choose TEXT", chooseItem},
     {"expect item TEXT NAME", expectItem},
     {"expect items NAME TEXTS", expectItems},
     {"expect PLACE items NAME", expectCount},
@@ -140,7 +140,7 @@ constexpr Pattern kPatterns[] = {
 
 }  // namespace
 
-std::span<const Pattern> menuStagePatterns() { return kStagePatterns; }
-std::span<const Pattern> menuPatterns() { return kPatterns; }
+std::span<const Pattern> menuStagePatterns() { return kMenuStage; }
+std::span<const Pattern> menuPatterns() { return kMenu; }
 
 }  // namespace quorvane::scenario
