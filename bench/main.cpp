@@ -97,7 +97,7 @@ class InputMethod {
   Instance instance_{host_.platform()};
   InputController controller_{instance_};
   QuietClient client_;
-  CarbonEvent carbon_{kEventClassKeyboard, kEventRawKeyDown, 1.0, 'a', 0, 0, {}};
+  CarbonEvent carbon_{kEventClassKeyboard, kEventRawKeyDown, Seconds(1), 'a', 0, 0, {}};
   NSEvent event_{NSEventType::KeyDown, 0, 0, u"a", &carbon_};
   std::uint64_t keys_ = 0;
 };
