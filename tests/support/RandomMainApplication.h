@@ -76,6 +76,8 @@ class RandomMainApplication {
     if (host_.mainApplication.sendFix(count, utf8)) sent(std::move(fix));
   }
 
+  /// A message of its is on the way.
+  [[nodiscard]] bool hasSent() const { return !sent_.empty(); }
   /// The run loop has turned: all messages have come in.
   void tellArrived() {
     for (; !sent_.empty(); sent_.pop_front()) model_.arrived(sent_.front());

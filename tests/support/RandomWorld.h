@@ -90,7 +90,9 @@ class RandomWorld : private IMKInputController {
     expected_.push_back(event);
     clickIndex_ = random_.below(200);
     host_.clock.advance(kHalfSecond);
-    turn();
+    do {
+      turn();
+    } while (mainApplication_.hasSent());
     const std::size_t client = model_.active;
     const bool ready = model_.fields[kReady] != 0;
     host_.text.click(clickIndex_);
