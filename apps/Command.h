@@ -23,5 +23,6 @@ void addCandidatesCommand(CLI::App& app, Run& run);
 void addCheckerCommand(CLI::App& app, Run& run);
 void addCorrectionsCommand(CLI::App& app, Run& run);
 void addReplayCommand(CLI::App& app, Run& run);
+void addSettingsCommand(CLI::App& app, Run& run);
 
 }  // namespace quorvane

@@ -67,13 +67,10 @@ void removeLeftovers(const std::filesystem::path& usualFolder) {
 
 }  // namespace
 
-OwnSurroundings::OwnSurroundings() {
+OwnSurroundings::OwnSurroundings(bool ownData)
+    : usersData_(desktop::DesktopConfiguration::fromEnvironment().dataDirectory) {
   if (!isSet(kRuntimeDir)) makeFolder();
-  if (!isSet(kDataDir)) {
-    const auto folder = desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory;
-    dataFolder_ = folder / ("data-" + std::to_string(::getpid()));
-    ::setenv(kDataDir, dataFolder_.c_str(), 1);
-  }
+  if (ownData) makeDataFolder();
   if (!isSet(kKeyOffset)) {
     keyOffset_ = keyOffsetOf(::getpid());
     ::setenv(kKeyOffset, std::to_string(keyOffset_).c_str(), 1);
@@ -88,6 +85,12 @@ void OwnSurroundings::makeFolder() {
   folder_ = usual.path() / (std::string(kFolderPrefix) + std::to_string(::getpid()));
   ::setenv(kRuntimeDir, folder_.c_str(), 1);
   const desktop::RuntimeFolder own(folder_);
+}
+
+void OwnSurroundings::makeDataFolder() {
+  const auto folder = desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory;
+  dataFolder_ = folder / ("data-" + std::to_string(::getpid()));
+  ::setenv(kDataDir, dataFolder_.c_str(), 1);
 }
 
 void OwnSurroundings::remove() {

@@ -1,6 +1,6 @@
 #pragma once
-// What keeps one `type` or `desk` apart from every other: a runtime folder, application support in
-// it, and shared-memory keys of its own.
+// What keeps one `type` or `desk` apart from every other: a runtime folder, shared-memory keys of
+// its own and, where it is asked for, application support.
 
 #include <cstdint>
 #include <filesystem>
@@ -12,22 +12,27 @@ constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
   return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
 }
 
-/// Sets $QUORVANE_RUNTIME_DIR, $QUORVANE_DATA_DIR and $QUORVANE_KEY_OFFSET for this process and its
-/// children, each unless it is set already, and clears away what dead ones left.
+/// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
+/// unless it is set already, and clears away what dead ones left.
 class OwnSurroundings {
  public:
-  /// Throws std::runtime_error where the folder can't be used.
-  OwnSurroundings();
+  /// `ownData`: sets $QUORVANE_DATA_DIR, too. Throws std::runtime_error where the folder can't be
+  /// used.
+  explicit OwnSurroundings(bool ownData);
   ~OwnSurroundings() { remove(); }
   OwnSurroundings(const OwnSurroundings&) = delete;
   OwnSurroundings& operator=(const OwnSurroundings&) = delete;
 
+  /// Application support as it is without us.
+  [[nodiscard]] const std::filesystem::path& usersData() const { return usersData_; }
   /// Removes what was made here. Doing it twice does no harm.
   void remove();
 
  private:
   void makeFolder();
+  void makeDataFolder();
 
+  std::filesystem::path usersData_;
   std::filesystem::path folder_;      ///< empty: it isn't ours
   std::filesystem::path dataFolder_;  ///< likewise
   std::uint32_t keyOffset_ = 0;       ///< 0: not ours

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "apps/Command.h"
+#include "apps/UserParameters.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "src/shell/main.h"
@@ -33,7 +34,22 @@ desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.logDescriptor = options.logDescriptor.value_or(nowhere);
   configuration.consoleDescriptor = configuration.logDescriptor;
+  configuration.ownProcess.signature = options.application.signature;
   return configuration;
+}
+
+/// The user's, with what this run has otherwise.
+parameters::ResourceFork parametersFor(parameters::ResourceFork file,
+                                       const SystemOptions& options) {
+  const parameters::Application own = options.application.application();
+  const auto users = parameters::switchesOf(file, own);
+  std::uint32_t word = options.switches.value_or(users ? users->word : options.application.usual);
+  if (!options.completes) word &= ~kCompletionFlag;
+  parameters::setSwitches(file, own, word);
+  if (options.completion.withSpace) parameters::setFlag(file, parameters::kWithSpace, true);
+  if (options.completion.vertical) parameters::setFlag(file, parameters::kVertical, true);
+  if (options.completion.shiftToggle) parameters::setFlag(file, parameters::kShiftToggle, true);
+  return file;
 }
 
 std::string whyEnded(const std::string& lastLine) {
@@ -47,7 +63,8 @@ std::string whyEnded(const std::string& lastLine) {
 }  // namespace
 
 RunningSystem::RunningSystem(const SystemOptions& options)
-    : standIn_(startStandIn(options)),
+    : surroundings_(options.ownParameters()),
+      standIn_(startStandIn(options)),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
       configuration_(configurationFor(options, nowhere_.get())),
       host_(configuration_, field_.forPlatform()),
@@ -63,7 +80,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       document_(textApplication_.addDocument()) {
   host_.log().enabled = options.logDescriptor.has_value();
   host_.log().showPrivate = options.showPrivate;
-  if (!standsAside()) writeParameters(options);
+  if (!standsAside()) prepareParameters(options);
   connectKeyboard();
   field_.connect(textApplication_, host_.screens(), host_.application());
   textApplication_.setController(&controller_);
@@ -103,12 +120,12 @@ Platform RunningSystem::platform() {
 }
 
 /// The document's application is this process.
-void RunningSystem::writeParameters(const SystemOptions& options) {
-  const desktop::Announcement& own = configuration_.ownProcess;
-  parameters::changeParameterFile(configuration_.dataDirectory, [&](auto& file) {
-    parameters::setSwitches(file, {own.signature, own.bundleIdentifier}, options.switches);
-    parameters::setCompletionFlags(file, options.completion);
-  });
+void RunningSystem::prepareParameters(const SystemOptions& options) {
+  const auto& users = surroundings_.usersData();
+  prepareUserParameters(users);
+  if (!options.ownParameters()) return;
+  const auto file = parametersFor(parameters::readParameterFile(users), options);
+  parameters::changeParameterFile(configuration_.dataDirectory, [&](auto& own) { own = file; });
 }
 
 /// Keys posted to any other process than this one have nowhere to go.

@@ -65,7 +65,7 @@ class RunningSystem {
 
  private:
   [[nodiscard]] Platform platform();
-  void writeParameters(const SystemOptions& options);
+  void prepareParameters(const SystemOptions& options);
   void connectKeyboard();
   void watchSignals();
   void interrupted(int signal);

@@ -1,23 +1,17 @@
 #include "apps/SystemOptions.h"
 
 #include <CLI/CLI.hpp>
-#include <array>
 #include <charconv>
 #include <string>
 #include <string_view>
 
+#include "apps/Hexadecimal.h"
 #include "src/session/QBIM_IMK_SmartQuotes.h"
 
 namespace quorvane {
 namespace {
 
 constexpr std::uint32_t kAllSmartCharacters = kSmartQuotes | kSmartDashes | kSentenceCapitals;
-
-std::string hexadecimal(std::uint32_t word) {
-  std::array<char, 8> digits;
-  const auto end = std::to_chars(digits.begin(), digits.end(), word, 16);
-  return {digits.begin(), end.ptr};
-}
 
 std::optional<std::uint32_t> fromHexadecimal(std::string_view text) {
   std::uint32_t word = 0;
@@ -31,11 +25,11 @@ void addSwitches(CLI::App& command, SystemOptions& options) {
       .add_option_function<std::string>(
           "--switches",
           [&options](const std::string& text) { options.switches = *fromHexadecimal(text); },
-          "The application's switch word")
+          "The switch word of this run instead of the user's settings")
       ->check([](const std::string& text) {
         return fromHexadecimal(text) ? std::string() : "not a hexadecimal word of 32 bits: " + text;
       })
-      ->option_text("HEX [" + hexadecimal(options.switches) + "]");
+      ->option_text("HEX [" + hexadecimal(options.application.usual) + "]");
 }
 
 }  // namespace
@@ -43,7 +37,7 @@ void addSwitches(CLI::App& command, SystemOptions& options) {
 void addSystemOptions(CLI::App& command, SystemOptions& options) {
   addSwitches(command, options);
   command.add_flag("--with-space", options.completion.withSpace,
-                   "A completed word brings a space along");
+                   "A completed word brings a space along in this run");
   command.add_flag("--vertical", options.completion.vertical, "The candidates stand in a column");
   command.add_flag("--shift-toggle", options.completion.shiftToggle,
                    "A tap of Shift turns completion off and on");

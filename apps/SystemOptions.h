@@ -6,7 +6,7 @@
 
 #include "apps/StandIn.h"
 #include "tools/checker/CheckerOptions.h"
-#include "tools/parameters/ParameterFile.h"
+#include "tools/parameters/UsualParameters.h"
 
 namespace CLI {
 class App;
@@ -15,17 +15,23 @@ class App;
 namespace quorvane {
 
 struct SystemOptions {
-  std::uint32_t switches = 0;  ///< CURRENTAPPFLAGSTATUS
-  parameters::CompletionFlags completion{};
-  bool checker = true;  ///< the stand-in runs beside us
+  parameters::OwnApplication application;    ///< whose text field it is
+  std::optional<std::uint32_t> switches{};   ///< of this run; none: what the user's file says
+  bool completes = true;                     ///< false: no words in this run, whatever that says
+  parameters::CompletionFlags completion{};  ///< on in this run, beside those that the user has on
+  bool checker = true;                       ///< the stand-in runs beside us
   StandIn::Talk talk = StandIn::Talk::None;
   checker::CheckerOptions standIn{};   ///< what `StandIn` takes of them
   std::optional<int> logDescriptor{};  ///< of log and console; none: they go nowhere
   bool showPrivate = false;            ///< typed text in log lines
+
+  /// It has a parameter file of its own, and what is switched in it isn't kept.
+  [[nodiscard]] bool ownParameters() const {
+    return switches || !completes || completion != parameters::CompletionFlags();
+  }
 };
 
-/// The options of a command that fill `options`, which outlives the parsing. `options.switches` is
-/// the default.
+/// The options of a command that fill `options`, which outlives the parsing.
 void addSystemOptions(CLI::App& command, SystemOptions& options);
 
 }  // namespace quorvane

@@ -7,7 +7,7 @@
 namespace quorvane {
 
 struct TypeOptions {
-  SystemOptions system{.switches = 0x11833};
+  SystemOptions system{.application = parameters::kTypeApplication};
   std::chrono::milliseconds delay{0};  ///< behind each key, spent in the run loop
   bool trace = false;
   bool times = false;  ///< tell how long word ends took

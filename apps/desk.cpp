@@ -9,7 +9,6 @@
 #include "apps/desk/DeskOptions.h"
 #include "apps/desk/DeskSession.h"
 #include "apps/desk/TerminalType.h"
-#include "src/menu/CurrentAppFlags.h"
 
 namespace quorvane {
 namespace {
@@ -33,9 +32,9 @@ int runDesk(const desk::DeskOptions& options) {
 
 /// A word that is being completed isn't the stand-in's to check, and quotes that come with it
 /// aren't smart.
-void switchCompletionOff(const CLI::App& command, SystemOptions& system) {
+void switchCompletionOff(SystemOptions& system) {
   const bool wanted = system.standIn.popup || system.standIn.smartCharacters != 0;
-  if (wanted && command.count("--switches") == 0) system.switches &= ~kCompletionFlag;
+  if (wanted && !system.switches) system.completes = false;
 }
 
 }  // namespace
@@ -56,8 +55,8 @@ void addDeskCommand(CLI::App& app, Run& run) {
       "Keys: F2 annotation on and off, F3 a tap of Shift, F10 or Ctrl-Q or Ctrl-C quit; all\n"
       "others go to the system. With --popup or --smart words aren't completed unless\n"
       "--switches says so.");
-  command->callback([&run, command, options] {
-    switchCompletionOff(*command, options->system);
+  command->callback([&run, options] {
+    switchCompletionOff(options->system);
     run = [options] { return runDesk(*options); };
   });
 }

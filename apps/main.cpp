@@ -42,6 +42,7 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addCandidatesCommand(app, run);
   quorvane::addCheckerCommand(app, run);
   quorvane::addCorrectionsCommand(app, run);
+  quorvane::addSettingsCommand(app, run);
   quorvane::addReplayCommand(app, run);
   try {
     app.parse(argc, argv);

@@ -2,6 +2,7 @@
 
 #include "fuzz/Target.h"
 #include "src/menu/CurrentAppFlags.h"
+#include "src/menu/MenuShortcuts.h"
 #include "src/menu/QBIMEndianCallBacks.h"
 #include "tools/parameters/UseSwitches.h"
 

@@ -7,7 +7,7 @@
 namespace quorvane::desk {
 
 struct DeskOptions {
-  SystemOptions system{.switches = 0x11873};
+  SystemOptions system{.application = parameters::kDeskApplication};
   bool annotation = false;  ///< shown from the start
   std::string log;          ///< a file for the log; empty: there is none
 };

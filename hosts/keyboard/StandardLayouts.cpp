@@ -2,25 +2,14 @@
 
 #include <string_view>
 
+#include "hosts/keyboard/PrintedKeys.h"
 #include "hosts/keyboard/StandardTables.h"
 
 namespace quorvane::keyboard {
 namespace {
 
-/// The keys that type something, row by row from the top left.
-constexpr std::array<std::uint8_t, 48> kPrintedKeys{
-    50, 18, 19, 20, 21, 23, 22, 26, 28, 25, 29, 27, 24,  // digits
-    12, 13, 14, 15, 17, 16, 32, 34, 31, 35, 33, 30, 42,  //
-    0,  1,  2,  3,  5,  4,  38, 40, 37, 41, 39,          //
-    6,  7,  8,  9,  11, 45, 46, 43, 47, 44, 49};
-
-using Print = std::array<std::string_view, 2>;  ///< plain and shifted, in the order of the keys
-
-constexpr Print kUS{"`1234567890-=qwertyuiop[]\\asdfghjkl;'zxcvbnm,./ ",
-                    "~!@#$%^&*()_+QWERTYUIOP{}|ASDFGHJKL:\"ZXCVBNM<>? "};
 constexpr Print kDvorak{"`1234567890[]',.pyfgcrl/=\\aoeuidhtns-;qjkxbmwvz ",
                         "~!@#$%^&*(){}\"<>PYFGCRL?+|AOEUIDHTNS_:QJKXBMWVZ "};
-static_assert(kUS[0].size() == kPrintedKeys.size() && kUS[1].size() == kPrintedKeys.size());
 static_assert(kDvorak[0].size() == kPrintedKeys.size() && kDvorak[1].size() == kPrintedKeys.size());
 
 // By letter, from a to z.
@@ -86,12 +75,12 @@ void addDeadKeys(LayoutTables& tables) {
 }  // namespace
 
 LayoutData usLayout() {
-  static const LayoutData layout = writeLayout(tablesOf(kUS));
+  static const LayoutData layout = writeLayout(tablesOf(kUSPrint));
   return layout;
 }
 
 LayoutData usLayoutWithDeadKeys() {
-  LayoutTables tables = tablesOf(kUS);
+  LayoutTables tables = tablesOf(kUSPrint);
   addDeadKeys(tables);
   return writeLayout(tables);
 }

@@ -7,6 +7,7 @@
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "src/menu/InputMenu.h"
+#include "src/menu/QBIM_IMK_Params.h"
 #include "src/menu/qorvTextTools.h"
 
 namespace quorvane {
@@ -131,6 +132,7 @@ void NS_IMK_PencilMenuEnableItems(Instance& instance, const NSMenuItem* item,
 void NS_Set_InteractiveMenuItems(Instance& instance, const NSMenuItem* /*item*/,
                                  std::uint32_t interactive) {
   const FourCharCode front = FRONTPROCESSSIGNATURE(instance);
+  Get_Qorvatatus_Flags(instance);
   auto& switches = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   const std::uint32_t shown = interactive != 0 ? switches : 0;
   bool master = (shown & kInteractiveCheck) != 0;

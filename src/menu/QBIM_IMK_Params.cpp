@@ -9,6 +9,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/ResFile.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/menu/MenuShortcuts.h"
 
 namespace quorvane {
 namespace {
@@ -69,7 +70,8 @@ void keepShortcuts(Instance& instance) {
   if (state.QORVMENUKEYSHAND != nullptr) {
     std::uint32_t count = 0;
     const std::uint8_t* const records = GetMenuKeysPtr(instance, &count);
-    state.APPQORVMENUKEYSHAND = CopyPtrToNewHandle(records, count * sizeof(Shortcut));
+    instance.state<MenuShortcutsState>().APPQORVMENUKEYSHAND =
+        CopyPtrToNewHandle(records, count * sizeof(Shortcut));
   }
   Disposblock(instance, std::exchange(state.QORVMENUKEYSHAND, nullptr));
   Disposblock(instance, std::exchange(state.QORVMENUKEYSXHAND, nullptr));
@@ -100,11 +102,12 @@ std::int32_t Open_Params_ResourceFile(Instance& instance) {
 
 void GetAndSetMenuParams3(Instance& instance) {
   if (!frontApplicationChanged(instance)) return;
-  auto& state = instance.state<ParamsState>();
-  Disposblock(instance, std::exchange(state.APPQORVMENUKEYSHAND, nullptr));
+  auto& shortcuts = instance.state<MenuShortcutsState>().APPQORVMENUKEYSHAND;
+  Disposblock(instance, std::exchange(shortcuts, nullptr));
   if (!ToolRec(instance)) Log(instance, "** ToolCRecPtr not open");
   loadFile(instance);
   keepShortcuts(instance);
+  if (shortcuts != nullptr) NS_SetMenuCommandKeyAction_walkMenu(instance);
 }
 
 std::int16_t Write_Changed_Resource(Instance& instance, const Handle& handle) {

@@ -8,10 +8,9 @@
 namespace quorvane {
 
 struct ParamsState {
-  FSRef GrammarFolderRef;      ///< the file, once it has been found
-  Handle QORVMENUKEYSHAND;     ///< QKYS, while it is being loaded
-  Handle QORVMENUKEYSXHAND;    ///< QKYX, likewise
-  Handle APPQORVMENUKEYSHAND;  ///< shortcuts of the application last loaded for; null: none
+  FSRef GrammarFolderRef;    ///< the file, once it has been found
+  Handle QORVMENUKEYSHAND;   ///< QKYS, while it is being loaded
+  Handle QORVMENUKEYSXHAND;  ///< QKYX, likewise
   std::uint8_t Global_PencilMenuFlag = 1;
   FourCharCode LASTGLOBALAPPLSIG = 0;          ///< loaded for, before 10.7 …
   std::int32_t LASTGLOBALAPPLSIG_app_pid = 0;  ///< … and from then on
@@ -21,8 +20,8 @@ struct ParamsState {
 std::int32_t Get_APPParamsLocation(Instance& instance);
 /// The file's reference number, and it is current; -1 where it can't be opened.
 std::int32_t Open_Params_ResourceFile(Instance& instance);
-/// Loads switches and shortcuts of the application in front. While that is the same, nothing
-/// happens and nothing is asked of the system.
+/// Loads switches and shortcuts of the application in front, and puts these on the menu. While that
+/// is the same, nothing happens and nothing is asked of the system.
 void GetAndSetMenuParams3(Instance& instance);
 
 /// The same where the record's switches differ from ours.
@@ -48,11 +47,6 @@ void Set_FlagMenuActivationFlag(Instance& instance, std::uint8_t flag);
 /// Records of the application in front, else those of every application, from what is being loaded.
 /// `countOut` may be null.
 const std::uint8_t* GetMenuKeysPtr(Instance& instance, std::uint32_t* countOut);
-/// 1 and the shortcut, or 0, no modifiers and no key. Needs APPQORVMENUKEYSHAND.
-std::int32_t GetKeyShortcutForCommandID(Instance& instance, std::uint32_t commandID,
-                                        Shortcut& shortcut);
-/// A function key, which is a shortcut without modifiers too.
-bool IsValidKeyboardShortcut(std::uint16_t keyCode);
 
 // Resources.
 

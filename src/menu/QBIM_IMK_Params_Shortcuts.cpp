@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <optional>
 
 #include "src/base/HostWords.h"
@@ -10,9 +9,6 @@ namespace quorvane {
 namespace {
 
 using Records = std::span<const std::uint8_t>;
-
-constexpr std::array<std::uint16_t, 15> kFunctionKeys{96,  97,  98,  99,  100, 101, 103, 105,
-                                                      107, 109, 111, 113, 118, 120, 122};
 
 Records bytesOf(const Handle& handle) {
   if (GetHandleSize(handle) == 0) return {};
@@ -52,23 +48,6 @@ const std::uint8_t* GetMenuKeysPtr(Instance& instance, std::uint32_t* countOut) 
   if (countOut != nullptr)
     *countOut = static_cast<std::uint32_t>(records.size() / sizeof(Shortcut));
   return records.data();
-}
-
-std::int32_t GetKeyShortcutForCommandID(Instance& instance, std::uint32_t commandID,
-                                        Shortcut& shortcut) {
-  const Records records = bytesOf(instance.state<ParamsState>().APPQORVMENUKEYSHAND);
-  for (std::size_t at = 0; at + sizeof(Shortcut) <= records.size(); at += sizeof(Shortcut)) {
-    const auto record = recordAt<Shortcut>(records, at);
-    if (record.commandID != commandID) continue;
-    shortcut = record;
-    return 1;
-  }
-  shortcut = {.commandID = commandID};
-  return 0;
-}
-
-bool IsValidKeyboardShortcut(std::uint16_t keyCode) {
-  return std::ranges::find(kFunctionKeys, keyCode) != kFunctionKeys.end();
 }
 
 }  // namespace quorvane

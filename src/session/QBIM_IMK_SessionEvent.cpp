@@ -5,6 +5,7 @@
 #include "src/base/ScreenPoint.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/menu/MenuKeyMatch.h"
 #include "src/menu/MenuState.h"
 #include "src/menu/PendingCommand.h"
 #include "src/menu/QBIM_IMK_Params.h"
@@ -23,6 +24,9 @@ namespace {
 // Keys with one of these never reach the buffer; option and shift alone do.
 constexpr std::uint32_t kNotTypingMask =
     kEventKeyModifierFnMask | rightControlKey | controlKey | cmdKey;
+// Keys with one of these may be a shortcut; with shift alone none is.
+constexpr std::uint32_t kShortcutMask = kNotTypingMask | optionKey | rightOptionKey;
+static_assert(kShortcutMask == 0x2D900);
 constexpr Seconds kSeparateKey{0.5};
 
 struct Key {
@@ -42,6 +46,11 @@ Key readKey(Instance& instance, const CarbonEvent& event, std::uint8_t keyByte) 
   return {keyByte != 0 ? keyByte : event.kchr.value_or(0), event.kmod.value_or(0)};
 }
 
+bool runsCommand(Instance& instance, EventRef event, std::uint32_t modifiers) {
+  return (modifiers & kShortcutMask) != 0 &&
+         BIMCarbonPencilMenuKeyMatchEventHandler(instance, nullptr, event, nullptr) == 0;
+}
+
 std::int32_t handleKeyDown(Instance& instance, BIMSessionRec* session, EventRef event, Key key) {
   if (IsMenuCallEvent(instance) != 0) {
     return DoHandleQorvMenuCommandSequence(instance, key.byte);
@@ -49,7 +58,8 @@ std::int32_t handleKeyDown(Instance& instance, BIMSessionRec* session, EventRef 
   instance.state<SessionEventState>().followed = true;
   if (key.modifiers != 0) {
     Check_Menu_Key_Interactive_Cancel(instance, session, key.modifiers, key.byte);
-    Reset_Clip(instance, key.modifiers);
+    const bool reset = Reset_Clip(instance, key.modifiers) != 0;
+    if (!reset && runsCommand(instance, event, key.modifiers)) return 1;
   }
   if (leavesText(key.byte, key.modifiers)) {
     leaveText(instance, session, key.byte);

@@ -13,6 +13,7 @@
 #include "src/menu/MenuCommand.h"
 #include "src/menu/MenuState.h"
 #include "src/menu/PendingCommand.h"
+#include "src/menu/QBIM_IMK_Params.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_WindowCancel.h"
 
@@ -256,6 +257,7 @@ void Install_MenuDispatch(Instance& instance) { instance.state<MenuCommandState>
 void Set_CURRENTAPPFLAGSTATUS(Instance& instance, std::uint32_t mask) {
   auto& switches = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
   switches ^= mask;
+  SaveAppInteractivedata(instance);
   SetGrammarMenuIcon();
   if (const ToolRec record(instance); record) record.put(ToolCRecPtr_AppFlagStatus, switches);
 }

@@ -105,34 +105,6 @@ TEST_F(FileSearch, TheListGrowsBeyondItsFirstRoomAndIsSortedByBytes) {
   EXPECT_EQ(ref, itemOfList(Get_iterate_Handle(instance), 0));
 }
 
-TEST_F(FileSearch, AnEmptyListGoesWhenItIsAskedForItsFirst) {
-  Set_iterate_Handle(instance);
-  Reset_iterate_Handle(instance);
-  EXPECT_EQ(names(), Names{});
-  FSRef ref;
-  EXPECT_EQ(Finish_Return_Search(instance, ref), 0);
-  EXPECT_EQ(names(), Names{"none"});
-  EXPECT_EQ(Finish_Return_Search(instance, ref), 0);
-  host.files.remove(folder_);
-  do_Search_ItemForFSRef(instance, 3, support(), false);
-  EXPECT_EQ(names(), Names{"none"}) << "a folder that can't be opened";
-}
-
-TEST_F(FileSearch, AnInsertionGoesBehindAnEqualNameInTheMiddleAndBeforeItAtTheEnd) {
-  for (const auto* name : {"a", "c", "e"}) put(name, "PREF"_4cc, "QVKT"_4cc);
-  search(18);
-  const Handle list = Get_iterate_Handle(instance);
-  const auto place = [&](const char* name, std::int32_t high) {
-    return binarySearch(instance, list, reinterpret_cast<const std::uint8_t*>(name), 0, high);
-  };
-  EXPECT_EQ(place("c", 2), 2);
-  EXPECT_EQ(place("e", 2), 2);
-  EXPECT_EQ(place("f", 2), 3);
-  EXPECT_EQ(place("b", 2), 1);
-  EXPECT_EQ(place("a", 0), 0);
-  EXPECT_EQ(place("b", 0), 1);
-}
-
 TEST_F(FileSearch, TheMainApplicationIsLookedForInItsFolder) {
   FSRef ref;
   EXPECT_EQ(ScanforApplicationFile(instance, ref), 0);

@@ -1,13 +1,11 @@
 #pragma once
 // What every host's resource files must do.
 
-#include <algorithm>
-
-#include "tests/conformance/HostStage.h"
+#include "tests/conformance/CatalogConformance.h"
 
 namespace quorvane::conformance {
 
-class ResourcesConformance : public HostConformance {
+class ResourcesConformance : public CatalogConformance {
  protected:
   using Bytes = std::vector<std::uint8_t>;
 
@@ -17,21 +15,7 @@ class ResourcesConformance : public HostConformance {
     stage_->makeFolder(path_.substr(0, path_.rfind('/')));
     stage_->putFile(path_, {"PREF"_4cc, "QVKT"_4cc}, fork_);
   }
-  FSRef ref() {
-    FSRef folder;
-    FSIterator iterator = 0;
-    std::vector<FSCatalogItem> items(1);
-    std::size_t count = 0;
-    files_.FSFindFolder(kUserDomain, kApplicationSupportFolderType, folder);
-    for (int depth = 0; depth < 2; ++depth) {
-      EXPECT_EQ(files_.FSOpenIterator(folder, iterator), noErr);
-      files_.FSGetCatalogInfoBulk(iterator, 0, items, count);
-      EXPECT_EQ(count, 1U);
-      files_.FSCloseIterator(iterator);
-      folder = items[0].ref;
-    }
-    return folder;
-  }
+  FSRef ref() { return refOf(refOf(supportRef(), u"Quorvane"), u"Parameters"); }
   std::int32_t open(std::int8_t permission = fsRdWrShPerm) {
     std::int32_t refNum = -1;
     EXPECT_EQ(resources_.FSOpenResourceFile(ref(), permission, refNum), noErr);
@@ -44,7 +28,6 @@ class ResourcesConformance : public HostConformance {
     return resources::readResourceFork(file.content(resources::kResourceForkEntry)).value.value();
   }
 
-  FileManager& files_ = platform_.fileManager;
   ResourceManager& resources_ = platform_.resourceManager;
   const std::string path_ = stage_->supportFolder() + "/Quorvane/Parameters";
   resources::ResourceFork fork_;
@@ -109,41 +92,6 @@ TEST_P(ResourcesConformance, AFileOpenedForReadingOrDamagedIsNotWritten) {
   EXPECT_NE(resources_.FSOpenResourceFile({}, fsCurPerm, other), noErr);
   EXPECT_EQ(resources_.FSOpenResFile({}, fsCurPerm), -1);
   EXPECT_EQ(other, 77);
-}
-
-/// Another program writes one resource while this one has changed another.
-TEST_P(ResourcesConformance, WhatSomebodyElseWroteMeanwhileStays) {
-  const std::int32_t refNum = open(fsCurPerm);
-  const Handle mine = resources_.Get1Resource("Pmen"_4cc, 1);
-  mine->content = {8};
-  fork_.resources[0].data = {7};
-  fork_.resources.push_back({"Else"_4cc, 1, 0, 0, {}, {6}});
-  stage_->putFile(path_, {"PREF"_4cc, "QVKT"_4cc}, fork_);
-  resources_.ChangedResource(mine);
-  resources_.CloseResFile(refNum);
-  fork_.resources[1].data = {8};
-  EXPECT_EQ(forkNow(), fork_);
-}
-
-TEST_P(ResourcesConformance, AFlipperSeesWhatIsReadAndWhatIsWritten) {
-  std::vector<bool> calls;
-  resources_.CoreEndianInstallFlipper(
-      kCoreEndianResourceManagerDomain, "Pmen"_4cc,
-      [&](FourCharCode, FourCharCode, std::int16_t id, std::span<std::uint8_t> data, bool native) {
-        if (id == 1) std::ranges::reverse(data);
-        calls.push_back(native);
-        return noErr;
-      });
-  const std::int32_t refNum = open();
-  const Handle handle = resources_.Get1Resource("Pmen"_4cc, 1);
-  EXPECT_EQ(handle->content, (Bytes{3, 2}));
-  handle->content = {5, 4};
-  resources_.ChangedResource(handle);
-  resources_.WriteResource(handle);
-  EXPECT_EQ(handle->content, (Bytes{5, 4})) << "it stays native";
-  resources_.CloseResFile(refNum);
-  EXPECT_EQ(forkNow().resources[1].data, (Bytes{4, 5}));
-  EXPECT_EQ(calls, (std::vector<bool>{false, true}));
 }
 
 }  // namespace quorvane::conformance

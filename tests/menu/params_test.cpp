@@ -5,8 +5,10 @@
 #include "hosts/memory/MemoryHost.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/menu/CurrentAppFlags.h"
+#include "src/menu/MenuShortcuts.h"
 #include "src/menu/QBIMEndianCallBacks.h"
 #include "src/menu/QBIM_IMK_Params.h"
+#include "tools/parameters/ParameterFile.h"
 
 namespace quorvane {
 namespace {
@@ -14,12 +16,6 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 void add(Bytes& bytes, std::uint32_t number) { resources::appendNumber(bytes, number); }
-void addShortcut(Bytes& bytes, FourCharCode command, std::uint32_t modifiers, std::int16_t key) {
-  add(bytes, command);
-  add(bytes, modifiers);
-  resources::appendNumber(bytes, key);
-  resources::appendNumber(bytes, std::uint16_t{0xABCD});
-}
 void addSwitches(Bytes& bytes, FourCharCode signature, std::uint32_t word, std::string_view name) {
   add(bytes, signature);
   add(bytes, word);
@@ -74,7 +70,6 @@ struct Params : testing::Test {
   const std::string path = host.files.applicationSupportFolder + "/Quorvane/Parameters";
 };
 using ParamsSwitches = Params;
-using ParamsShortcuts = Params;
 
 TEST_F(ParamsSwitches, AreFoundBySignatureOrByBundleIdentifier) {
   addSwitches(table, 0, 1, "com.example.freed");
@@ -146,12 +141,6 @@ TEST_F(ParamsSwitches, ATableIsMadeWhereThereIsNone) {
   EXPECT_EQ(inFile("Else"_4cc, 1), Bytes{1});
   save(0x1810);
   EXPECT_EQ(inFile("CGMI"_4cc, 8889).size(), 40U);
-  host.files.writeFails = true;
-  save(0x1811);
-  bringToFront("LETT"_4cc, "");
-  load();
-  show(memory::MemoryProcesses::editor());
-  EXPECT_EQ(load(), 0x1810U);
 }
 
 TEST_F(Params, FlagsAreReadByIndexAndWritten) {
@@ -168,69 +157,30 @@ TEST_F(Params, FlagsAreReadByIndexAndWritten) {
   EXPECT_EQ(host.resources.CurResFile(), memory::MemoryResources::kApplicationFile);
 }
 
-TEST_F(ParamsShortcuts, AreThoseOfTheApplicationOrElseThoseOfAll) {
-  Bytes& all = fork.at("QKYS"_4cc, 8888).data;
+TEST_F(Params, ShortcutsOfAnApplicationNeedThoseOfAll) {
   Bytes& own = fork.at("QKYX"_4cc, 8888).data;
-  addShortcut(all, "CkSp"_4cc, 0x1100, 1);
-  addShortcut(all, "CkAl"_4cc, 0, -1);
-  add(own, 0x05000002);  // only the low 24 bits count
-  for (const FourCharCode signature : {"OTHR"_4cc, "LETT"_4cc}) {
-    add(own, signature);
-    own.resize(own.size() + 16, 0xEE);
-    add(own, 1);
-    addShortcut(own, "CkSp"_4cc, 0x100, signature == "LETT"_4cc ? 7 : 8);
-  }
+  parameters::setShortcut(fork, {.command = "CkSp"_4cc, .modifiers = 0x100, .key = 1});
+  parameters::setShortcut(fork, "OTHR"_4cc, {.command = "CkSp"_4cc, .key = 8});
+  parameters::setShortcut(fork, "LETT"_4cc, {.command = "CkSp"_4cc, .key = 7});
+  own[0] = 5;  // only the low 24 bits of a count are read
   putFile();
-  const auto keyOf = [&](FourCharCode command) {
+  const auto loadedFor = [&](FourCharCode signature) {
+    bringToFront(signature, "");
+    load();
     Shortcut shortcut;
-    const bool found = GetKeyShortcutForCommandID(instance, command, shortcut) == 1;
-    EXPECT_EQ(shortcut.commandID, command);
-    EXPECT_TRUE(found || (shortcut.modifiers == 0 && shortcut.keyCode == -1));
-    return found ? shortcut.keyCode : -2;
+    GetKeyShortcutForCommandID(instance, "CkSp"_4cc, shortcut);
+    return shortcut.keyCode;
   };
-  load();
-  EXPECT_EQ(keyOf("CkSp"_4cc), 1);
-  EXPECT_EQ(keyOf("CkAl"_4cc), -1);
-  bringToFront("LETT"_4cc, "");
-  load();
-  EXPECT_EQ(keyOf("CkSp"_4cc), 7);
-  EXPECT_EQ(keyOf("CkAl"_4cc), -2) << "nothing of all is mixed in";
-  std::erase_if(fork.resources, [](const auto& each) { return each.type == "QKYS"_4cc; });
+  EXPECT_EQ(loadedFor("NEWS"_4cc), 1);
+  EXPECT_EQ(loadedFor("LETT"_4cc), 7);
+  own.resize(own.size() - 12);  // the last block claims one that isn't there
   putFile();
   show(memory::MemoryProcesses::editor());
   load();
-  bringToFront("LETT"_4cc, "");
-  load();
-  EXPECT_EQ(instance.state<ParamsState>().APPQORVMENUKEYSHAND, nullptr)
-      << "without those of all there are none";
-  EXPECT_TRUE(IsValidKeyboardShortcut(96));
-  EXPECT_FALSE(IsValidKeyboardShortcut(102));
-}
-
-TEST_F(ParamsShortcuts, WhatClaimsMoreThanThereIsStaysWithinItsBytes) {
-  Bytes& own = fork.at("QKYX"_4cc, 8888).data;
-  addShortcut(fork.at("QKYS"_4cc, 8888).data, "CkSp"_4cc, 0, 1);
-  add(own, 0xFFFFFF);
-  add(own, "WRTR"_4cc);
-  own.resize(own.size() + 16);
-  add(own, 0xFFFFFF);
-  addShortcut(own, "CkAl"_4cc, 0, 5);
-  own.resize(own.size() + 7);
-  const Bytes whole = own;
-  for (std::size_t size = 0; size <= whole.size(); ++size) {
-    own.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
-    Bytes flipped = own;
-    flipApplicationBlocks(flipped, false);
-    flipApplicationBlocks(flipped, true);
-    EXPECT_EQ(flipped, own);
-    putFile();
-    bringToFront("ELSE"_4cc, "");
-    load();
-    show(memory::MemoryProcesses::editor());
-    load();
-    const auto& handle = instance.state<ParamsState>().APPQORVMENUKEYSHAND;
-    EXPECT_EQ(GetHandleSize(handle), size >= 40 || size < 28 ? 12U : 0U) << size;
-  }
+  EXPECT_EQ(loadedFor("LETT"_4cc), -1);
+  std::erase_if(fork.resources, [](const auto& each) { return each.type == "QKYS"_4cc; });
+  putFile();
+  EXPECT_EQ(loadedFor("OTHR"_4cc), -1);
 }
 
 }  // namespace

@@ -96,19 +96,6 @@ TEST(ResourceFork, ResourcesThatShareBytesAreNone) {
   EXPECT_EQ(readResourceFork(bytes).fault, "resources overlap");
 }
 
-TEST(ResourceFork, WhateverByteChangesWhatIsReadIsWrittenAsItWasRead) {
-  const Bytes whole = smallFork();
-  for (std::size_t at = 0; at < whole.size(); ++at) {
-    Bytes bytes = whole;
-    bytes[at] ^= static_cast<std::uint8_t>(1U << at % 8);
-    const auto fork = readResourceFork(bytes);
-    if (fork) {
-      EXPECT_EQ(readResourceFork(writeResourceFork(*fork.value).value.value()).value, fork.value);
-    }
-    readResourceFork(ByteView(whole).first(at));
-  }
-}
-
 TEST(AppleDouble, EntriesStayWhereTheyWereAndTheForkGoesLast) {
   AppleDouble file;
   file.filler[3] = 5;

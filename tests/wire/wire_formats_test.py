@@ -48,7 +48,8 @@ def is_undamaged(program, typed, possible):
 
 
 if __name__ == "__main__":
-    with tempfile.TemporaryDirectory() as folder:
+    with tempfile.TemporaryDirectory() as folder, tempfile.TemporaryDirectory() as data:
+        os.environ["QUORVANE_DATA_DIR"] = data
         os.environ["QUORVANE_RUNTIME_DIR"] = folder
         os.environ["QUORVANE_KEY_OFFSET"] = str(0x20000000 + 32 * os.getpid())
         try:

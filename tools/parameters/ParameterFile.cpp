@@ -4,46 +4,108 @@ namespace quorvane::parameters {
 namespace {
 
 using resources::Bytes;
+using resources::ByteView;
 
+constexpr FourCharCode kSwitchesType = "CGMI"_4cc;
+constexpr std::int16_t kSwitchesID = 8889;
+constexpr std::int16_t kFlagsID = 8888;
 constexpr std::size_t kSwitchesRecord = 40;
+constexpr std::size_t kIdentifierAt = 8;
 constexpr std::size_t kLongestIdentifier = 31;
+
+std::string cut(const std::string& identifier) { return identifier.substr(0, kLongestIdentifier); }
 
 Bytes recordFor(const Application& application, std::uint32_t word) {
   Bytes record;
   resources::appendNumber(record, application.signature);
   resources::appendNumber(record, word);
-  const std::string identifier = application.bundleIdentifier.substr(0, kLongestIdentifier);
+  const std::string identifier = cut(application.bundleIdentifier);
   record.insert(record.end(), identifier.begin(), identifier.end());
   record.resize(kSwitchesRecord);
   return record;
 }
 
-/// The record's signature and bundle identifier; the word between them is what may differ.
-bool isSameApplication(const Bytes& table, std::size_t at, const Bytes& record) {
-  const resources::ByteView known = resources::ByteView(table).subspan(at, kSwitchesRecord);
-  if (!std::ranges::equal(known.first(4), resources::ByteView(record).first(4))) return false;
-  const bool hasSignature = bigEndianNumber<FourCharCode>(record) != Application().signature;
-  return hasSignature ||
-         std::ranges::equal(known.subspan(8), resources::ByteView(record).subspan(8));
+Switches switchesAt(ByteView table, std::size_t at) {
+  const ByteView record = table.subspan(at, kSwitchesRecord);
+  const ByteView identifier = record.subspan(kIdentifierAt);
+  const auto end = std::ranges::find(identifier, 0);
+  return {{bigEndianNumber<FourCharCode>(record), std::string(identifier.begin(), end)},
+          bigEndianNumber<std::uint32_t>(record.subspan(4))};
+}
+
+bool isSame(const Application& a, const Application& b) {
+  return a.signature == b.signature &&
+         (a.signature != kNoSignature || cut(a.bundleIdentifier) == cut(b.bundleIdentifier));
+}
+
+/// By signature, or by bundle identifier whatever the signature.
+bool countsFor(const Application& known, const Application& application) {
+  if (known.signature == 0) return false;
+  const bool bySignature = application.signature != kNoSignature;
+  return (bySignature && known.signature == application.signature) ||
+         (!known.bundleIdentifier.empty() &&
+          cut(known.bundleIdentifier) == cut(application.bundleIdentifier));
 }
 
 }  // namespace
 
-void setSwitches(resources::ResourceFork& file, const Application& application,
-                 std::uint32_t word) {
-  const Bytes record = recordFor(application, word);
-  Bytes& table = file.at("CGMI"_4cc, 8889).data;
+void setSwitches(ResourceFork& file, const Application& application, std::uint32_t word) {
+  Bytes& table = file.at(kSwitchesType, kSwitchesID).data;
   std::size_t at = 0;
-  while (at + kSwitchesRecord <= table.size() && !isSameApplication(table, at, record)) {
+  while (at + kSwitchesRecord <= table.size() &&
+         !isSame(switchesAt(table, at).application, application)) {
     at += kSwitchesRecord;
   }
   table.resize(std::max(table.size(), at + kSwitchesRecord));
-  std::ranges::copy(record, table.begin() + static_cast<std::ptrdiff_t>(at));
+  std::ranges::copy(recordFor(application, word), table.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
-void setCompletionFlags(resources::ResourceFork& file, CompletionFlags flags) {
-  file.at("AutC"_4cc, 8888).data = {std::uint8_t{flags.withSpace}, std::uint8_t{flags.vertical},
-                                    std::uint8_t{flags.shiftToggle}};
+std::vector<Switches> switchesIn(const ResourceFork& file) {
+  std::vector<Switches> all;
+  const auto* const table = file.find(kSwitchesType, kSwitchesID);
+  const std::size_t size = table == nullptr ? 0 : table->data.size();
+  for (std::size_t at = 0; at + kSwitchesRecord <= size; at += kSwitchesRecord) {
+    const Switches each = switchesAt(table->data, at);
+    if (each.application.signature != 0) all.push_back(each);
+  }
+  return all;
+}
+
+std::optional<Switches> switchesOf(const ResourceFork& file, const Application& application) {
+  for (const Switches& each : switchesIn(file)) {
+    if (countsFor(each.application, application)) return each;
+  }
+  return {};
+}
+
+bool forgetSwitches(ResourceFork& file, const Application& application) {
+  if (file.find(kSwitchesType, kSwitchesID) == nullptr) return false;
+  Bytes& table = file.at(kSwitchesType, kSwitchesID).data;
+  bool found = false;
+  for (std::size_t at = 0; at + kSwitchesRecord <= table.size(); at += kSwitchesRecord) {
+    if (!isSame(switchesAt(table, at).application, application)) continue;
+    std::ranges::fill(std::span(table).subspan(at, kSwitchesRecord), std::uint8_t{0});
+    found = true;
+  }
+  return found;
+}
+
+std::optional<bool> flagIn(const ResourceFork& file, const Flag& flag) {
+  const auto* const flags = file.find(flag.type, kFlagsID);
+  if (flags == nullptr || flag.index >= flags->data.size()) return {};
+  return flags->data[flag.index] != 0;
+}
+
+void setFlag(ResourceFork& file, const Flag& flag, bool on) {
+  Bytes& flags = file.at(flag.type, kFlagsID).data;
+  flags.resize(std::max(flags.size(), flag.index + 1));
+  flags[flag.index] = on ? 1 : 0;
+}
+
+void setCompletionFlags(ResourceFork& file, CompletionFlags flags) {
+  setFlag(file, kWithSpace, flags.withSpace);
+  setFlag(file, kVertical, flags.vertical);
+  setFlag(file, kShiftToggle, flags.shiftToggle);
 }
 
 }  // namespace quorvane::parameters

@@ -1,13 +1,18 @@
 #pragma once
-// The parameter file as the main application writes it, whose half of it this is: see
-// docs/wire-formats.md.
+// The parameter file as the main application reads and writes it, whose half of it this is: see
+// docs/wire-formats.md. What isn't touched stays as it is.
 
+#include <array>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "hosts/resources/AppleDouble.h"
 #include "hosts/resources/ResourceFork.h"
 
 namespace quorvane::parameters {
+
+using resources::ResourceFork;
 
 /// Its place in the application support folder.
 inline constexpr std::string_view kFolder = "Quorvane";
@@ -15,20 +20,80 @@ inline constexpr std::string_view kFile = "Quorvane Parameters";
 /// What it is known by.
 inline constexpr resources::FinderInfo kFinderInfo{"PREF"_4cc, "QVKT"_4cc};
 
+inline constexpr FourCharCode kNoSignature = "\?\?\?\?"_4cc;
+
+// --- Switches ------------------------------------------------------------------------------------
+
 struct Application {
-  FourCharCode signature = "\?\?\?\?"_4cc;
+  FourCharCode signature = kNoSignature;
   std::string bundleIdentifier;
+};
+struct Switches {
+  Application application;
+  std::uint32_t word = 0;
 };
 
 /// A word of switches for one application, known by its signature or, without one, by its bundle
 /// identifier.
-void setSwitches(resources::ResourceFork& file, const Application& application, std::uint32_t word);
+void setSwitches(ResourceFork& file, const Application& application, std::uint32_t word);
+/// In the order of the file, without what is free.
+std::vector<Switches> switchesIn(const ResourceFork& file);
+/// Those that count for it. None: those of an application that isn't known.
+std::optional<Switches> switchesOf(const ResourceFork& file, const Application& application);
+/// False: there are none under this signature or identifier.
+bool forgetSwitches(ResourceFork& file, const Application& application);
+
+// --- Shortcuts -----------------------------------------------------------------------------------
+
+struct KeyShortcut {
+  FourCharCode command = 0;
+  std::uint32_t modifiers = 0;  ///< classic mask
+  std::int16_t key = -1;        ///< virtual key code; -1: none
+  std::uint16_t unused = 0;
+};
+using Shortcuts = std::vector<KeyShortcut>;
+
+/// An application's own: the others don't count there.
+struct ApplicationShortcuts {
+  FourCharCode signature = 0;
+  std::array<std::uint8_t, 16> unused{};
+  Shortcuts shortcuts{};
+};
+
+/// Of every application that has none of its own.
+Shortcuts shortcutsIn(const ResourceFork& file);
+std::vector<ApplicationShortcuts> applicationShortcutsIn(const ResourceFork& file);
+/// One for each command.
+void setShortcut(ResourceFork& file, const KeyShortcut& shortcut);
+void setShortcut(ResourceFork& file, FourCharCode signature, const KeyShortcut& shortcut);
+/// An application's own. False: it has none.
+bool forgetShortcuts(ResourceFork& file, FourCharCode signature);
+
+// --- Flags ---------------------------------------------------------------------------------------
+
+/// A byte of a resource.
+struct Flag {
+  std::string_view name;
+  FourCharCode type;
+  std::size_t index;
+};
+inline constexpr Flag kWithSpace{"completion.space", "AutC"_4cc, 0};
+inline constexpr Flag kVertical{"completion.vertical", "AutC"_4cc, 1};
+inline constexpr Flag kShiftToggle{"completion.shift-toggle", "AutC"_4cc, 2};
+inline constexpr Flag kPencilMenu{"pencil", "Pmen"_4cc, 0};
+/// Written by the input method alone.
+inline constexpr Flag kMenuActivated{"menu-activated", "Fmen"_4cc, 0};
+
+/// None: the file doesn't say.
+std::optional<bool> flagIn(const ResourceFork& file, const Flag& flag);
+void setFlag(ResourceFork& file, const Flag& flag, bool on);
 
 struct CompletionFlags {
   bool withSpace = false;    ///< a completed word brings a space along
   bool vertical = false;     ///< the candidates panel is a column
   bool shiftToggle = false;  ///< a tap of Shift turns completion off and on
+  bool operator==(const CompletionFlags&) const = default;
 };
-void setCompletionFlags(resources::ResourceFork& file, CompletionFlags flags);
+void setCompletionFlags(ResourceFork& file, CompletionFlags flags);
 
 }  // namespace quorvane::parameters

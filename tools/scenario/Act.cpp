@@ -55,6 +55,7 @@ void pressKeyCode(World& world, const Arguments& is) {
   NSEvent event;
   event.keyCode = static_cast<std::uint16_t>(is[0].number);
   event.characters = toUtf16(is[1].text);
+  if (is.size() > 2) event.modifierFlags = is[2].key.modifierFlags;
   world.deliver(event);
 }
 void deliverOne(World& world, NSEventType type, const Keystroke& stroke, bool repeat = false) {
@@ -244,6 +245,7 @@ constexpr Pattern kActs[] = {
     {"press KEYS", press},
     {"press KEY without an event record", pressWithoutRecord},
     {"press key code CODE giving TEXT", pressKeyCode},
+    {"press key code CODE giving TEXT with MODIFIERS", pressKeyCode},
     {"key down KEY", keyDown},
     {"key repeat KEY", keyRepeat},
     {"key up KEY", keyUp},

@@ -5,8 +5,11 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <stdexcept>
 
 #include "hosts/menu/MenuTracking.h"
+#include "tools/parameters/ParameterFileInMemory.h"
+#include "tools/parameters/ShortcutNames.h"
 #include "tools/scenario/World.h"
 
 namespace quorvane::scenario {
@@ -45,6 +48,26 @@ void setOpenAndQuit(World& world, const Arguments& is) {
   }
   world.host.resources.openResult = 7;
   world.host.resources.bundle[{"STR#"_4cc, 131}] = list;
+}
+
+// Shortcuts in the parameter file.
+
+parameters::KeyShortcut shortcutIn(const Argument& command, const Argument& keys) {
+  try {
+    return parameters::shortcutOf(command.u32(), toBytes(keys.text));
+  } catch (const std::invalid_argument& error) {
+    throw BadStatement(error.what());
+  }
+}
+void setShortcutOfAll(World& world, const Arguments& is) {
+  const auto shortcut = shortcutIn(is[0], is[1]);
+  parameters::changeParameterFile(world.host.files,
+                                  [&](auto& file) { setShortcut(file, shortcut); });
+}
+void setShortcutOfOne(World& world, const Arguments& is) {
+  const auto shortcut = shortcutIn(is[0], is[2]);
+  parameters::changeParameterFile(world.host.files,
+                                  [&](auto& file) { setShortcut(file, is[1].u32(), shortcut); });
 }
 
 // Items: heads of submenus and leaves, depth first.
@@ -122,11 +145,20 @@ void expectTitle(World& world, const Arguments& is) {
   throw BadStatement("the menu has no item of tag " + is[0].word);
 }
 
+/// The key equivalent, and its modifiers: which of them the item shows is in the mask.
+void expectKey(World& world, const Arguments& is) {
+  const NSMenuItem& item = itemTitled(world, is[0].text);
+  world.expectEqual(describe(is[1].text), describe(literalFromUtf16(item.keyEquivalent)));
+  world.expectNumber(is[2].number, item.keyEquivalentModifierMask);
+}
+
 constexpr Pattern kMenuStage[] = {
     {"date TEXT", setDate},
     {"time zone TEXT", setTimeZone},
     {"language TEXT", setLanguage},
     {"menu titles TEXT and TEXT", setOpenAndQuit},
+    {"shortcut NUMBER is TEXT", setShortcutOfAll},
+    {"shortcut NUMBER in NUMBER is TEXT", setShortcutOfOne},
 };
 
 constexpr Pattern kMenu[] = {
@@ -136,6 +168,7 @@ constexpr Pattern kMenu[] = {
     {"expect items NAME TEXTS", expectItems},
     {"expect PLACE items NAME", expectCount},
     {"expect item NUMBER titled TEXT", expectTitle},
+    {"expect item TEXT shows TEXT with HEX", expectKey},
 };
 
 }  // namespace

@@ -8,9 +8,18 @@
 
 namespace quorvane::parameters {
 
+// All of these throw std::runtime_error, with a message that names the file and the reason.
+
+/// Without resources where there is no file. One that can't be read throws.
+ResourceFork readParameterFile(const std::filesystem::path& support);
+
 /// Changes the file, made with its folder where there is none. What other programs write meanwhile
-/// stays. Throws std::runtime_error, with a message that names the file and the reason.
+/// stays, and what `change` throws leaves the file as it was.
 void changeParameterFile(const std::filesystem::path& support,
-                         const std::function<void(resources::ResourceFork&)>& change);
+                         const std::function<void(ResourceFork&)>& change);
+
+/// Adds what is usual and missing. A file that is damaged is kept aside first and made anew: what
+/// it is called then; empty: it wasn't.
+std::filesystem::path prepareParameterFile(const std::filesystem::path& support);
 
 }  // namespace quorvane::parameters

@@ -1,0 +1,243 @@
+// `quorvane settings`
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "apps/Command.h"
+#include "apps/SettingsList.h"
+#include "apps/UserParameters.h"
+#include "hosts/desktop/DesktopConfiguration.h"
+#include "src/menu/MenuTable.h"
+#include "tools/parameters/ShortcutNames.h"
+#include "tools/parameters/SwitchNames.h"
+#include "tools/parameters/UsualParameters.h"
+#include "tools/parameters/disk/ParameterFileOnDisk.h"
+
+namespace quorvane {
+namespace {
+
+using parameters::Application;
+using parameters::ResourceFork;
+using Names = std::vector<std::string>;
+
+constexpr std::array<parameters::Flag, 4> kSettable{parameters::kWithSpace, parameters::kVertical,
+                                                    parameters::kShiftToggle,
+                                                    parameters::kPencilMenu};
+
+std::filesystem::path usersData() {
+  return desktop::DesktopConfiguration::fromEnvironment().dataDirectory;
+}
+
+template <class Table>
+Names namesOf(const Table& table) {
+  Names names;
+  for (const auto& each : table) names.emplace_back(each.name);
+  return names;
+}
+
+std::string listed(const Names& names) {
+  std::string all;
+  for (const std::string& name : names) all += (all.empty() ? "" : ", ") + name;
+  return all;
+}
+
+Application applicationOf(const std::string& word) {
+  for (const parameters::OwnApplication* const own : parameters::kOwnApplications) {
+    if (word == own->name) return own->application();
+  }
+  if (word.find('.') != std::string::npos) return {parameters::kNoSignature, word};
+  if (word.size() != 4) {
+    throw std::invalid_argument("no application \"" + word +
+                                "\": type, desk, a signature of four characters or a bundle "
+                                "identifier such as com.example.letters");
+  }
+  const std::vector<std::uint8_t> bytes(word.begin(), word.end());
+  return {bigEndianNumber<FourCharCode>(bytes), {}};
+}
+
+FourCharCode commandOf(const std::string& word) {
+  Names known;
+  for (const MenuRow& row : kMenuTable) {
+    known.push_back(codeText(row.commandID));
+    if (known.back() == word) return row.commandID;
+  }
+  throw std::invalid_argument("no command \"" + word + "\"; known are " + listed(known));
+}
+
+/// `work` says what it has changed.
+template <class Change>
+int change(const Change& work) {
+  const std::filesystem::path support = usersData();
+  prepareUserParameters(support);
+  std::string said;
+  parameters::changeParameterFile(support, [&](ResourceFork& file) { said = work(file); });
+  std::cout << said << '\n';
+  return kExitDone;
+}
+
+int listSettings(bool json) {
+  const ResourceFork file = parameters::readParameterFile(usersData());
+  std::cout << (json ? settingsAsJSON(file) : settingsAsText(file));
+  return kExitDone;
+}
+
+int setOne(const std::string& name, bool on) {
+  const auto* const flag = std::ranges::find(kSettable, name, &parameters::Flag::name);
+  return change([&](ResourceFork& file) {
+    const bool was = parameters::flagIn(file, *flag).value_or(false);
+    parameters::setFlag(file, *flag, on);
+    return name + (was == on ? " was " : " is now ") + (on ? "on" : "off") +
+           (was == on ? " already" : "");
+  });
+}
+
+// Switches.
+
+struct SwitchChange {
+  std::uint32_t on = 0;
+  std::uint32_t off = 0;
+};
+
+SwitchChange changeOf(const Names& words) {
+  SwitchChange all;
+  for (const std::string& word : words) {
+    const bool on = word.starts_with('+');
+    const bool hasSign = on || word.starts_with('-');
+    const std::string name = hasSign ? word.substr(1) : std::string();
+    const auto* const known =
+        std::ranges::find(parameters::kSwitchNames, name, &parameters::SwitchName::name);
+    if (known == parameters::kSwitchNames.end()) {
+      throw std::invalid_argument("not a switch with + or - before it: \"" + word +
+                                  "\"; known are " + listed(namesOf(parameters::kSwitchNames)));
+    }
+    (on ? all.on : all.off) |= known->bit;
+  }
+  return all;
+}
+
+int changeSwitches(const Names& words) {
+  if (words.size() < 2) throw std::invalid_argument("switches needs APP and +NAME or -NAME");
+  const Application asked = applicationOf(words.front());
+  const SwitchChange wanted = changeOf({words.begin() + 1, words.end()});
+  return change([&](ResourceFork& file) {
+    const parameters::Switches before =
+        parameters::switchesOf(file, asked).value_or(parameters::Switches{asked, kUnknownSwitches});
+    const std::uint32_t word = (before.word & ~wanted.off) | wanted.on;
+    parameters::setSwitches(file, before.application, word);
+    return words.front() + ": " + switchesText(before.word) + "\n  is now: " + switchesText(word);
+  });
+}
+
+// Shortcuts.
+
+std::string shownKeys(const parameters::Shortcuts& all, FourCharCode command) {
+  const auto known = std::ranges::find(all, command, &parameters::KeyShortcut::command);
+  return known == all.end() ? "none" : parameters::keysOf(*known);
+}
+
+int changeShortcut(const std::string& command, const std::string& keys) {
+  const auto shortcut = parameters::shortcutOf(commandOf(command), keys);
+  return change([&](ResourceFork& file) {
+    const std::string before = shownKeys(parameters::shortcutsIn(file), shortcut.command);
+    parameters::setShortcut(file, shortcut);
+    return command + ": " + before + " is now " + parameters::keysOf(shortcut);
+  });
+}
+
+int reset(const std::string& name) {
+  const Application asked = applicationOf(name);
+  return change([&](ResourceFork& file) {
+    const auto known = parameters::switchesOf(file, asked);
+    const Application application = known ? known->application : asked;
+    const bool switches = parameters::forgetSwitches(file, application);
+    const bool shortcuts = parameters::forgetShortcuts(file, application.signature);
+    if (!switches && !shortcuts) return name + " had no settings of its own";
+    return name + ": forgotten are its " + (switches ? "switches" : "") +
+           (switches && shortcuts ? " and " : "") + (shortcuts ? "shortcuts" : "");
+  });
+}
+
+/// What a word can't mean is bad usage.
+template <class Work>
+Run usage(const Work& work) {
+  return [work] {
+    try {
+      return work();
+    } catch (const std::invalid_argument& error) {
+      std::cerr << "quorvane settings: " << error.what() << '\n';
+      return kExitBadUsage;
+    }
+  };
+}
+
+void addList(CLI::App& command, Run& run) {
+  CLI::App* const print = command.add_subcommand("list", "Print all of them");
+  const auto json = std::make_shared<bool>(false);
+  print->add_flag("--json", *json, "As JSON");
+  print->callback([&run, json] { run = [json] { return listSettings(*json); }; });
+}
+
+void addSet(CLI::App& command, Run& run) {
+  CLI::App* const turn = command.add_subcommand("set", "Turn a setting on or off");
+  const auto words = std::make_shared<std::array<std::string, 2>>();
+  turn->add_option("NAME", (*words)[0])->required()->check(CLI::IsMember(namesOf(kSettable)));
+  turn->add_option("VALUE", (*words)[1])->required()->check(CLI::IsMember({"on", "off"}));
+  turn->callback(
+      [&run, words] { run = [words] { return setOne((*words)[0], (*words)[1] == "on"); }; });
+}
+
+// -NAME isn't an option: what begins with APP is taken as it stands.
+void addSwitches(CLI::App& command, Run& run) {
+  CLI::App* const turn = command.add_subcommand(
+      "switches", "Turn switches of an application on or off: switches APP +spelling -grammar");
+  turn->prefix_command();
+  std::string names = "Switches:";
+  for (const auto& each : parameters::kSwitchNames) {
+    names.append("\n  ").append(each.name).append(": ").append(each.meaning);
+  }
+  turn->footer(names);
+  turn->callback(
+      [&run, turn] { run = usage([words = turn->remaining()] { return changeSwitches(words); }); });
+}
+
+void addShortcut(CLI::App& command, Run& run) {
+  CLI::App* const choose = command.add_subcommand(
+      "shortcut", "Give a command of the menu a shortcut: shortcut CkSp cmd+shift+s");
+  const auto words = std::make_shared<std::array<std::string, 2>>();
+  choose->add_option("COMMAND", (*words)[0], "One that `list` prints")->required();
+  choose->add_option("KEYS", (*words)[1], "Modifiers and a key, or none")->required();
+  choose->callback(
+      [&run, words] { run = usage([words] { return changeShortcut((*words)[0], (*words)[1]); }); });
+}
+
+void addReset(CLI::App& command, Run& run) {
+  CLI::App* const forget =
+      command.add_subcommand("reset", "Forget what an application has of its own");
+  const auto name = std::make_shared<std::string>();
+  forget->add_option("APP", *name)->required();
+  forget->callback([&run, name] { run = usage([name] { return reset(*name); }); });
+}
+
+}  // namespace
+
+void addSettingsCommand(CLI::App& app, Run& run) {
+  CLI::App* const command = app.add_subcommand(
+      "settings", "What the user has set: shortcuts, switches of applications, completion.");
+  command->require_subcommand(1);
+  addList(*command, run);
+  addSet(*command, run);
+  addSwitches(*command, run);
+  addShortcut(*command, run);
+  addReset(*command, run);
+  command->footer(
+      "APP is `type` or `desk`, a signature of four characters or a bundle identifier. A text\n"
+      "field sees a change when another application has come to the front, or at its next start.");
+}
+
+}  // namespace quorvane

@@ -1,0 +1,27 @@
+#pragma once
+// What a parameter file holds before anybody has changed it.
+
+#include "tools/parameters/ParameterFile.h"
+
+namespace quorvane::parameters {
+
+/// A text field of ours. The bundle identifier is every input method's, so that the signature says
+/// which it is.
+struct OwnApplication {
+  std::string_view name;
+  FourCharCode signature = 0;
+  std::string_view identifier;  ///< in its record: nobody bears it
+  std::uint32_t usual = 0;      ///< its switches
+
+  [[nodiscard]] Application application() const { return {signature, std::string(identifier)}; }
+};
+inline constexpr OwnApplication kTypeApplication{"type", "QVTY"_4cc, "quorvane type", 0x11833};
+inline constexpr OwnApplication kDeskApplication{"desk", "QVDK"_4cc, "quorvane desk", 0x11873};
+inline constexpr std::array<const OwnApplication*, 2> kOwnApplications{&kTypeApplication,
+                                                                       &kDeskApplication};
+
+/// Adds what is missing: shortcuts, where the file hasn't any resource of them, and the switches of
+/// our text fields. False: nothing was.
+bool addUsual(ResourceFork& file);
+
+}  // namespace quorvane::parameters
