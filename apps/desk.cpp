@@ -52,9 +52,9 @@ void addDeskCommand(CLI::App& app, Run& run) {
   command->add_option("--log", options->log, "Write the log to a file")->option_text("FILE");
   command->add_flag("--show-private", options->system.showPrivate, "Show typed text in the log");
   command->footer(
-      "Keys: F2 annotation on and off, F3 a tap of Shift, F10 or Ctrl-Q or Ctrl-C quit; all\n"
-      "others go to the system. With --popup or --smart words aren't completed unless\n"
-      "--switches says so.");
+      "Keys: F2 annotation on and off, F3 a tap of Shift, F9 the Input Menu, F10 or Ctrl-Q or\n"
+      "Ctrl-C quit; all others go to the system. With --popup or --smart words aren't completed\n"
+      "unless --switches says so.");
   command->callback([&run, options] {
     switchCompletionOff(options->system);
     run = [options] { return runDesk(*options); };

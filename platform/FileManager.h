@@ -3,6 +3,7 @@
 // folders and catalogue. Paths are UTF-8.
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include <string>
 
 #include "platform/MacTypes.h"
+#include "platform/Units.h"
 
 namespace quorvane {
 
@@ -60,6 +62,18 @@ struct UTCDateTime {
   std::uint16_t fraction = 0;  ///< of a second, in 1/65536
   bool operator==(const UTCDateTime&) const = default;
 };
+
+/// `time` as Clock::CFAbsoluteTimeGetCurrent gives it.
+inline OSStatus UCConvertCFAbsoluteTimeToUTCDateTime(Seconds time, UTCDateTime& date) {
+  constexpr double kSecondsTo2001 = 3'061'152'000;  // from the beginning of 1904
+  const double since1904 = time.count() + kSecondsTo2001;
+  const double whole = std::floor(since1904);
+  const auto seconds = static_cast<std::uint64_t>(whole);
+  date = {.highSeconds = static_cast<std::uint16_t>(seconds >> 32),
+          .lowSeconds = static_cast<std::uint32_t>(seconds),
+          .fraction = static_cast<std::uint16_t>((since1904 - whole) * 65536)};
+  return noErr;
+}
 
 /// What a catalogue says of an item, as far as it was asked for.
 struct FSCatalogInfo {

@@ -40,6 +40,18 @@ void Canvas::fill(const CellRect& rect, char32_t character, Look look) {
   }
 }
 
+void Canvas::frame(const CellRect& rect) {
+  const int right = rect.column + rect.columns - 1;
+  const int bottom = rect.row + rect.rows - 1;
+  fill(rect, U' ');
+  for (const int row : {rect.row, bottom}) fill({row, rect.column, 1, rect.columns}, U'\u2500');
+  for (const int side : {rect.column, right}) fill({rect.row, side, rect.rows, 1}, U'\u2502');
+  fill({rect.row, rect.column, 1, 1}, U'\u250C');
+  fill({rect.row, right, 1, 1}, U'\u2510');
+  fill({bottom, rect.column, 1, 1}, U'\u2514');
+  fill({bottom, right, 1, 1}, U'\u2518');
+}
+
 void Canvas::put(int row, int column, char32_t character, int cells, Look look) {
   if (cells == 0) {
     if (!holds(row, column - 1)) return;

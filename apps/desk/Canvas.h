@@ -47,6 +47,9 @@ class Canvas {
   int write(int row, int column, int end, std::u32string_view text, Look look = {});
   void fill(const CellRect& rect, char32_t character, Look look = {});
 
+  /// Clears it, but for a line along its edge.
+  void frame(const CellRect& rect);
+
   int cursorRow = 0;
   int cursorColumn = 0;
   bool cursorShown = false;

@@ -30,7 +30,7 @@ constexpr std::array<Meaning, 8> kControls{{
     {kControlQ, {DeskCommand::Quit}},
 }};
 
-constexpr std::array<Meaning, 14> kCodes{{
+constexpr std::array<Meaning, 15> kCodes{{
     {KEY_LEFT, typed(28)},
     {KEY_RIGHT, typed(29)},
     {KEY_UP, typed(30)},
@@ -44,6 +44,7 @@ constexpr std::array<Meaning, 14> kCodes{{
     {KEY_ENTER, typed(3)},
     {KEY_F(2), {DeskCommand::ToggleAnnotation}},
     {KEY_F(3), {DeskCommand::TapShift}},
+    {KEY_F(9), {DeskCommand::Menu}},
     {KEY_F(10), {DeskCommand::Quit}},
 }};
 

@@ -7,7 +7,7 @@
 
 namespace quorvane::desk {
 
-enum class DeskCommand { Type, ToggleAnnotation, TapShift, Quit };
+enum class DeskCommand { Type, ToggleAnnotation, TapShift, Menu, Quit };
 
 struct DeskKey {
   DeskCommand command = DeskCommand::Type;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/desk/MenuView.h"
 #include "platform/MacTypes.h"
 
 namespace quorvane::desk {
@@ -48,6 +49,7 @@ struct DeskModel {
   std::optional<PanelView> panel;
   std::optional<AnnotationView> annotation;
   std::optional<PopupView> popup;
+  std::vector<MenuView> menus;  ///< the Input Menu while it is open, and its open submenus
   std::vector<Fact> facts;
 };
 

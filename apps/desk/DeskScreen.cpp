@@ -5,6 +5,7 @@
 
 #include "apps/desk/CandidatesDrawing.h"
 #include "apps/desk/Characters.h"
+#include "apps/desk/MenuDrawing.h"
 #include "apps/desk/TextDrawing.h"
 
 namespace quorvane::desk {
@@ -15,7 +16,7 @@ constexpr Look kTitle{.bold = true};
 constexpr Look kMarked{.underlined = true};
 constexpr Look kSelected{.reversed = true};
 
-constexpr std::u32string_view kKeys = U" F2 annotation   F3 tap of Shift   Ctrl-Q quit";
+constexpr std::u32string_view kKeys = U" F2 annotation   F3 tap of Shift   F9 menu   Ctrl-Q quit";
 
 bool isIn(std::size_t index, const NSRange& range) {
   return index >= range.location && index - range.location < range.length;
@@ -66,18 +67,6 @@ CellRect frameOf(const CellRect& area, const TextPlace& corner, int rows, int co
   return within(area, {under ? corner.row : corner.row - 1 - height, left, height, columns});
 }
 
-void drawBox(Canvas& canvas, const CellRect& box) {
-  const int right = box.column + box.columns - 1;
-  const int bottom = box.row + box.rows - 1;
-  canvas.fill(box, U' ');
-  for (const int row : {box.row, bottom}) canvas.fill({row, box.column, 1, box.columns}, U'\u2500');
-  for (const int side : {box.column, right}) canvas.fill({box.row, side, box.rows, 1}, U'\u2502');
-  canvas.fill({box.row, box.column, 1, 1}, U'\u250C');
-  canvas.fill({box.row, right, 1, 1}, U'\u2510');
-  canvas.fill({bottom, box.column, 1, 1}, U'\u2514');
-  canvas.fill({bottom, right, 1, 1}, U'\u2518');
-}
-
 void drawPopup(Canvas& canvas, const DeskPlan& plan, const PopupView& popup) {
   std::size_t longest = 0;
   for (const std::string& text : popup.suggestions) longest = std::max(longest, text.size());
@@ -86,7 +75,7 @@ void drawPopup(Canvas& canvas, const DeskPlan& plan, const PopupView& popup) {
   const CellRect box = frameOf(plan.document(), plan.cellAt(popup.corner), rows,
                                static_cast<int>(longest) + kAround);
   if (box.rows < 3 || box.columns < kAround) return;
-  drawBox(canvas, box);
+  canvas.frame(box);
   for (int i = 0; i < box.rows - 2; ++i) {
     const std::string line =
         std::to_string(i + 1) + ' ' + popup.suggestions[static_cast<std::size_t>(i)];
@@ -136,6 +125,8 @@ Canvas drawDesk(const DeskPlan& plan, const DeskModel& model) {
   drawCandidates(canvas, plan, model,
                  text.placeOf(model.marked.value_or(model.selection).location).row);
   if (model.popup) drawPopup(canvas, plan, *model.popup);
+  drawMenus(canvas, plan, model.menus);
+  canvas.cursorShown = canvas.cursorShown && model.menus.empty();
   return canvas;
 }
 

@@ -96,6 +96,7 @@ bool DeskSession::turn() {
 }
 
 void DeskSession::obey(const DeskKey& key) {
+  if (menu_ && key.command != DeskCommand::Quit) return obeyInMenu(key);
   switch (key.command) {
     case DeskCommand::Type:
       system_.textApplication().type(key.character, 0, key.time);
@@ -104,9 +105,32 @@ void DeskSession::obey(const DeskKey& key) {
       return toggleAnnotation();
     case DeskCommand::TapShift:
       return tapShift();
+    case DeskCommand::Menu:
+      return openMenu();
     case DeskCommand::Quit:
       over_ = true;
   }
+}
+
+void DeskSession::openMenu() {
+  system_.textApplication().callController(
+      [this](IMKInputController& controller) { tracking_.emplace(controller); });
+  if (!tracking_ || tracking_->menu() == nullptr) return tracking_.reset();
+  menu_.emplace(*tracking_->menu(),
+                [this](const NSMenuItem& item) { return isEnabled(system_.controller(), item); });
+}
+
+/// A key that means nothing to a menu closes it.
+void DeskSession::obeyInMenu(const DeskKey& key) {
+  const bool typed = key.command == DeskCommand::Type;
+  const MenuOutcome outcome = typed ? menu_->press(key.character) : MenuOutcome::Closes;
+  if (outcome == MenuOutcome::StaysOpen) return;
+  NSMenuItem* const chosen = outcome == MenuOutcome::Chooses ? menu_->highlighted() : nullptr;
+  menu_.reset();
+  system_.textApplication().callController([&](IMKInputController& /*controller*/) {
+    if (chosen != nullptr) tracking_->choose(*chosen);
+  });
+  tracking_.reset();
 }
 
 void DeskSession::tapShift() {
@@ -176,6 +200,7 @@ void DeskSession::draw() {
                                    .panel = panel(),
                                    .annotation = annotation(),
                                    .popup = std::move(window.popup),
+                                   .menus = menu_ ? menu_->views() : std::vector<MenuView>(),
                                    .facts = facts_.all(window.state)}));
 }
 

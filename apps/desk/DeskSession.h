@@ -11,7 +11,9 @@
 #include "apps/desk/DeskOptions.h"
 #include "apps/desk/DeskPlan.h"
 #include "apps/desk/DeskScreen.h"
+#include "apps/desk/OpenMenu.h"
 #include "apps/desk/Terminal.h"
+#include "hosts/menu/MenuTracking.h"
 
 namespace quorvane::desk {
 
@@ -34,6 +36,8 @@ class DeskSession {
   bool turn();
   [[nodiscard]] bool ends() const { return over_ || signal() != 0; }
   void obey(const DeskKey& key);
+  void openMenu();
+  void obeyInMenu(const DeskKey& key);
   void tapShift();
   void toggleAnnotation();
   void fit();
@@ -51,6 +55,8 @@ class DeskSession {
   bool showAnnotation_;
   RunningSystem system_;
   DeskFacts facts_{system_};
+  std::optional<MenuTracking> tracking_;  ///< while the Input Menu is open …
+  std::optional<OpenMenu> menu_;          ///< … as this shows it
   std::optional<Terminal> terminal_;
   DeskPlan plan_{0, 0};
   std::deque<DeskKey> keys_;  ///< read, and not yet typed

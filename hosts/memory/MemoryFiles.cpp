@@ -105,6 +105,20 @@ void MemoryFileManager::putResources(const std::string& path, resources::FinderI
       {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
+void MemoryFileManager::changeResources(
+    const std::string& path,
+    const std::function<void(resources::FinderInfo&, resources::ResourceFork&)>& change) {
+  const auto around = dataWithContentsOfFile(resources::appleDoublePath(path));
+  const auto file =
+      resources::readAppleDouble(around == nullptr ? resources::ByteView() : around->bytes());
+  auto fork = resources::readResourceFork(file ? file.value->content(resources::kResourceForkEntry)
+                                               : resources::ByteView());
+  if (!fork) fork.value.emplace();
+  auto info = file ? file.value->finderInfo() : resources::FinderInfo{};
+  change(info, *fork.value);
+  putResources(path, info, *fork.value);
+}
+
 void MemoryFileManager::makeFolder(const std::string& path) {
   if (path.empty() || files_.contains(path)) return;
   makeFolder(folderOf(path));

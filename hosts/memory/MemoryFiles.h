@@ -55,6 +55,18 @@ class MemoryFileManager : public FileManager, public resources::ForkStore {
   /// The file's `._name`.
   void putResources(const std::string& path, resources::FinderInfo info,
                     const resources::ResourceFork& fork);
+  /// The same, of what it holds by now; made where there is none, and made anew where it can't be
+  /// read.
+  void changeResources(
+      const std::string& path,
+      const std::function<void(resources::FinderInfo&, resources::ResourceFork&)>& change);
+  /// Of a file or a folder, since the beginning of 1970.
+  void setModificationDate(const std::string& path, std::int64_t nanoseconds) {
+    files_.at(path).attributes.modificationNanoseconds = nanoseconds;
+  }
+  [[nodiscard]] std::int64_t modificationDate(const std::string& path) const {
+    return files_.at(path).attributes.modificationNanoseconds;
+  }
   /// And the folders above it.
   void makeFolder(const std::string& path);
   /// A file with its `._name`, or a folder with all that is in it.

@@ -14,6 +14,7 @@ constexpr std::size_t kTextAt = 8;
 constexpr std::size_t kKeyByteAt = 392;
 constexpr std::size_t kClientNameAt = 4;
 constexpr unsigned kScanField = 54;
+constexpr unsigned kWritingStylesBit = 28;
 constexpr std::int32_t kMessageInput = 202;
 
 std::string toString(const std::vector<std::uint8_t>& bytes) {
@@ -30,6 +31,7 @@ MemoryMainApplication::MemoryMainApplication(MemoryClock& clock, MemorySharedMem
                                              MemoryProcesses& processes, MemoryMessagePorts& ports)
     : clock_(clock), memory_(memory), processes_(processes), ports_(ports) {
   clock_.onMove([this] { poll(); });
+  answer(kWritingStylesBit, {});
 }
 
 void MemoryMainApplication::launch(Notice notice) {

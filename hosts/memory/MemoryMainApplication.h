@@ -88,7 +88,8 @@ class MemoryMainApplication {
   /// Queues any message on the input method's port.
   bool sendMessage(std::int32_t id, std::optional<CFData> data);
 
-  // Answers. A bit that has none isn't looked at and stays set.
+  // Answers. A bit that has none isn't looked at and stays set. At first there is one for that of
+  // the writing styles, which the input method waits for whenever the menu opens.
   void answer(unsigned bit, Answer answer) { answers_[bit] = {std::move(answer), std::nullopt}; }
   void answerScan(Answer answer) { answers_[kScanBit] = {std::move(answer), std::nullopt}; }
   void ignore(unsigned bit) { answers_.erase(bit); }

@@ -141,12 +141,16 @@ std::int32_t Finish_Return_Search(Instance& instance, FSRef& ref) {
   return 1;
 }
 
+std::int32_t Search_First(Instance& instance, std::uint32_t kind, FSRef& ref) {
+  do_Search_ItemForFSRef(instance, kind, ref, false);
+  return Finish_Return_Search(instance, ref);
+}
+
 std::int32_t ScanforApplicationFile(Instance& instance, FSRef& ref) {
   FileManager& files = instance.platform().fileManager;
   if (files.FSFindFolder(kOnAppropriateDisk, kApplicationsFolderType, ref) != noErr) return 0;
   for (const std::uint32_t kind : {kSearchApplicationFolder, kSearchApplication}) {
-    do_Search_ItemForFSRef(instance, kind, ref, false);
-    if (Finish_Return_Search(instance, ref) == 0) return 0;
+    if (Search_First(instance, kind, ref) == 0) return 0;
   }
   Log(instance, "Got  Quorvane app");
   NSLog_File_Dir_Name(instance, ref);

@@ -50,6 +50,9 @@ void Append_Found_FSRef(Instance& instance, std::uint32_t kind, const FSRef& ref
                         std::u16string_view name, const FSCatalogInfo& info);
 /// 1 and the first item; 0 where there is none, and then an empty list goes.
 std::int32_t Finish_Return_Search(Instance& instance, FSRef& ref);
+/// A step of a chain: a search through `ref`, which becomes the first item found; 0 and it stays
+/// where there is none.
+std::int32_t Search_First(Instance& instance, std::uint32_t kind, FSRef& ref);
 /// `Quorvane.app` in its folder in the Applications folder; 1 where there is one.
 std::int32_t ScanforApplicationFile(Instance& instance, FSRef& ref);
 /// In: the Preferences folder; out: the file. An empty list stays.
@@ -58,6 +61,9 @@ std::int32_t ScanforQorvPrefFile(Instance& instance, FSRef& ref);
 // --- The list ------------------------------------------------------------------------------------
 
 Handle Get_iterate_Handle(Instance& instance);
+/// The list itself, out of reach of the next search. Null where there is none.
+Handle Take_iterate_Handle(Instance& instance);
+std::size_t countOfList(const Handle& list);
 /// The `index`-th FSRef of a list, which must have so many.
 FSRef itemOfList(const Handle& list, std::size_t index);
 /// Makes the list if there is none.

@@ -22,6 +22,13 @@ Handle Get_iterate_Handle(Instance& instance) {
   return instance.state<FileSearchState>().iterate_Handle;
 }
 
+Handle Take_iterate_Handle(Instance& instance) {
+  Start_iterate_Count(instance);
+  return std::exchange(instance.state<FileSearchState>().iterate_Handle, nullptr);
+}
+
+std::size_t countOfList(const Handle& list) { return GetHandleSize(list) / kFSRefSize; }
+
 FSRef itemOfList(const Handle& list, std::size_t index) {
   FSRef ref;
   std::memcpy(ref.hidden.data(), list->content.data() + index * kFSRefSize, kFSRefSize);
@@ -68,7 +75,7 @@ void Dispose_iterate_Handle(Instance& instance) {
 }
 
 void insertionSort(Instance& instance, const Handle& block) {
-  const auto count = static_cast<std::int32_t>(GetHandleSize(block) / kFSRefSize);
+  const auto count = static_cast<std::int32_t>(countOfList(block));
   for (std::int32_t i = 1; i < count; ++i) {
     const FSRef item = itemOfList(block, static_cast<std::size_t>(i));
     FileName name{};

@@ -1,6 +1,6 @@
 #pragma once
 // The submenus that are filled are filled once after the start, when the main application may be
-// ready: looked at every half second, until all have items or for seven ticks.
+// ready: tried every half second, until all have items or for seven ticks.
 
 #include <memory>
 

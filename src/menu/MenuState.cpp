@@ -7,7 +7,10 @@
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "src/menu/InputMenu.h"
+#include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
+#include "src/menu/QBIM_SpellMenu_IMK.h"
+#include "src/menu/QBIM_WritingStyle_IMK.h"
 #include "src/menu/qorvTextTools.h"
 
 namespace quorvane {
@@ -65,6 +68,11 @@ std::optional<ApplicationState> readState(Instance& instance) {
 template <std::size_t Count>
 void disableTags(Instance& instance, const std::array<std::int64_t, Count>& tags) {
   for (const std::int64_t tag : tags) EnableNSMenuItemTag(instance, tag, false);
+}
+
+/// Nothing else takes back that a head was disabled while the main application was away.
+void enableFilledHead(Instance& instance, std::uint32_t head) {
+  EnableNSMenuItem(instance, head, SubMenu_Count(instance, head) != 0);
 }
 
 void disableFilledHeads(Instance& instance) {
@@ -173,13 +181,15 @@ void Set_up_Submenus(Instance& instance, std::uint32_t commandID) {
 }
 
 void Get_Spelling_Submenu(Instance& instance) {
-  EnableNSMenuItem(instance, "SpLg"_4cc, SubMenu_Count(instance, "SpLg"_4cc) != 0);
+  MSPELLCreateMenu(instance, 0);
+  enableFilledHead(instance, "SpLg"_4cc);
 }
 
 void GetAndSet_Style_SubMenu(Instance& instance, std::uint32_t commandID) {
   if (Is_Quorvane_AppReady(instance) == 0) return;
-  // Nothing else takes back that it was disabled while the main application was away.
-  EnableNSMenuItem(instance, commandID, SubMenu_Count(instance, commandID) != 0);
+  if (commandID == "MWSt"_4cc) GetWritingStyleMenu(instance, 1000);
+  if (commandID == "ATyp"_4cc) Get_AutoType_Menu(instance, 3000);
+  enableFilledHead(instance, commandID);
 }
 
 std::int32_t Get_Menu_Interval(Instance& instance, std::size_t index) {

@@ -30,7 +30,8 @@ void NS_Set_CheckAllMenuItems(Instance& instance, bool on);
 /// Open or Quit, by whether the main application runs.
 void SETOPENQUITMENUTEXT(Instance& instance);
 
-/// Of a head of a submenu that is filled.
+/// Builds the submenu of that head, where something has changed; an empty one stays closed. All
+/// three are closed while the main application can't be used.
 void Set_up_Submenus(Instance& instance, std::uint32_t commandID);
 void Get_Spelling_Submenu(Instance& instance);
 void GetAndSet_Style_SubMenu(Instance& instance, std::uint32_t commandID);

@@ -86,8 +86,7 @@ std::int32_t Get_APPParamsLocation(Instance& instance) {
   FSRef ref;
   if (files.FSFindFolder(kUserDomain, kApplicationSupportFolderType, ref) != noErr) return 0;
   for (const std::uint32_t kind : {kSearchQuorvaneFolder, kSearchParameterFile}) {
-    do_Search_ItemForFSRef(instance, kind, ref, false);
-    if (Finish_Return_Search(instance, ref) == 0) return 0;
+    if (Search_First(instance, kind, ref) == 0) return 0;
   }
   Dispose_iterate_Handle(instance);
   known = ref;

@@ -13,7 +13,9 @@
 #include "src/menu/MenuCommand.h"
 #include "src/menu/MenuState.h"
 #include "src/menu/PendingCommand.h"
+#include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
+#include "src/menu/QBIM_SpellMenu_IMK.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_WindowCancel.h"
 
@@ -130,7 +132,9 @@ void chooseWritingStyle(Instance& instance, std::uint32_t number) {
 }
 
 void chooseSpelling(Instance& instance, std::uint32_t number) {
-  Log(instance, "Spelling: ", static_cast<std::int32_t>(number) - 1);
+  const std::int32_t index = static_cast<std::int32_t>(number) - 1;
+  Log(instance, "Spelling: ", index);
+  SaveSPELLCreateMenuItem(instance, index);
 }
 
 void chooseAutoType(Instance& instance, std::uint32_t number) {
@@ -140,6 +144,7 @@ void chooseAutoType(Instance& instance, std::uint32_t number) {
     Log(instance, "AutoType: ", number);
     record.put(ToolCRecPtr_AutoTypeSelection, number);
   }
+  SaveAutoTypeCreateMenuItem(instance, number);
   direct(instance, kAutoTypeCommand);
 }
 

@@ -9,7 +9,10 @@
 #include "src/menu/BIM_InitMenu.h"
 #include "src/menu/InputMenu.h"
 #include "src/menu/MenuEventTimer.h"
+#include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
+#include "src/menu/QBIM_SpellMenu_IMK.h"
+#include "src/menu/QBIM_WritingStyle_IMK.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/QBIMMessageReceive.h"
@@ -68,6 +71,9 @@ void makeFirstSessions(Instance& instance) {
 void Init_From_Delegate_applicationDidFinishLaunching(Instance& instance) {
   Set_Quorvane_Is_Active(instance, Init_GetQUORVANEPROCESS(instance));
   Init_Carbon_Menu(instance);
+  Init_AutoType_Menu_Files(instance);
+  Init_Spell_Menu_Files(instance);
+  Init_WritingStyle_Menu(instance);
   Init_Controller(instance);
   auto& controller = instance.state<ControllerState>();
   if (controller.INITED_FLAG == 0) controller.INITED_FLAG = 1;

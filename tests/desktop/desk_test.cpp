@@ -213,13 +213,37 @@ TEST(Desk, PopupWithSuggestions) {
   EXPECT_TRUE(eventually([&] { return desk.screen().find("\u250C") == std::string::npos; }));
 }
 
+TEST(Desk, TheInputMenu) {
+  Desk desk("");
+  desk.keys("F9");
+  EXPECT_TRUE(desk.shows("\u2502  Check While Typing         \u25B8\u2502")) << desk.screen();
+  desk.keys("c c c c c Right");
+  EXPECT_TRUE(desk.shows("\u2502\u2713 Complete Words ")) << desk.screen();
+  EXPECT_TRUE(desk.shows("\u2502\u2713 In This Application ")) << desk.screen();
+  desk.keys("Left Right C C C C Enter account");
+  EXPECT_TRUE(desk.line(0, "account")) << desk.screen();
+  EXPECT_EQ(desk.screen().find(">account"), std::string::npos) << desk.screen();
+  desk.keys("F9");
+  EXPECT_TRUE(desk.shows("Check All and Mark Up")) << desk.screen();
+  desk.keys("Escape");
+  desk.keys("F9 Down Down Down Down Down Right");
+  EXPECT_TRUE(desk.shows("\u2502  Complete Words ")) << desk.screen();
+  desk.keys("Left");
+  desk.tmux("resize-window -x 72 -y 16");
+  desk.keys("End");
+  EXPECT_TRUE(desk.shows(" About Quorvane")) << desk.screen();
+  EXPECT_TRUE(desk.shows("\u25B2\u2510")) << "more above\n" << desk.screen();
+  desk.keys("Home F9 Space x");
+  EXPECT_TRUE(desk.line(0, "account x")) << desk.screen();
+}
+
 TEST(Desk, ACrashGivesTheTerminalBack) {
   Desk desk("--smart");
   for (const char* label :
        {" document", "what the input method knows", "last event", "session text, cursor 0 of 0",
         "published record, cursor 0 of 0", "key \"", "main application: runs", "window: none",
         "messages: none", "calls on the document: none",
-        " F2 annotation   F3 tap of Shift   Ctrl-Q quit"}) {
+        " F2 annotation   F3 tap of Shift   F9 menu   Ctrl-Q quit"}) {
     EXPECT_TRUE(desk.shows(label)) << label << desk.screen();
   }
   desk.keys("'i \"account\" '");

@@ -93,6 +93,12 @@ TEST(ScenarioLanguage, EachKindOfExpectationCanFail) {
         "expect annotation \"x\" at 0 0",
         "expect passed on after an error",
         "expect start failed \"*\"",
+        "expect submenu \"Spelling\" holds \"x\"",
+        "expect submenu \"Text Tools\" empty",
+        "folder \"a\" \n the folder is dated \"2026-03-04 15:09:26\" \n"
+        "expect the folder is dated \"2026-03-04 15:09:27\"",
+        "folder \"a\", file \"b\" with type 1 and creator 2, switch of file \"b\" is 1 \n"
+        "expect switch of file \"b\" is 0",
         "begin again, completion stage \n type \"he\": panel hidden",
         "at client call \"selectedRange\" do: start",
         "before platform call 9999 do: start",

@@ -19,14 +19,10 @@ template <class Change>
 void changeParameterFile(memory::MemoryFileManager& files, const Change& change) {
   const std::string path = pathOfParameterFile(files);
   if (!files.has(path)) files.put(path, {});
-  const auto around = files.dataWithContentsOfFile(resources::appleDoublePath(path));
-  const auto file =
-      resources::readAppleDouble(around == nullptr ? resources::ByteView() : around->bytes());
-  auto fork = resources::readResourceFork(file ? file.value->content(resources::kResourceForkEntry)
-                                               : resources::ByteView());
-  if (!fork) fork.value.emplace();
-  change(*fork.value);
-  files.putResources(path, kFinderInfo, *fork.value);
+  files.changeResources(path, [&](resources::FinderInfo& info, resources::ResourceFork& fork) {
+    info = kFinderInfo;
+    change(fork);
+  });
 }
 
 }  // namespace quorvane::parameters

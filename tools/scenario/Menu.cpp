@@ -17,21 +17,7 @@ namespace {
 
 // Dates, and the two titles of the open-or-quit item.
 
-void setDate(World& world, const Arguments& is) {
-  using std::chrono::sys_days;
-  int year = 0;
-  unsigned month = 0, day = 0, hour = 0, minute = 0, second = 0;
-  if (std::sscanf(is[0].word.c_str(), "%4d-%2u-%2u %2u:%2u:%2u", &year, &month, &day, &hour,
-                  &minute, &second) != 6) {
-    throw BadStatement("no date of the form 2026-03-04 15:09:26");
-  }
-  const auto dayOf = [](int y, unsigned m, unsigned d) {
-    return sys_days(std::chrono::year(y) / std::chrono::month(m) / std::chrono::day(d));
-  };
-  const auto days = dayOf(year, month, day) - dayOf(2001, 1, 1);
-  world.host.clock.setDate(days + std::chrono::hours(hour) + std::chrono::minutes(minute) +
-                           std::chrono::seconds(second));
-}
+void setDate(World& world, const Arguments& is) { world.host.clock.setDate(parseDate(is[0].word)); }
 void setTimeZone(World& world, const Arguments& is) {
   world.host.dateFormatting.systemTimeZone = is[0].word;
 }
@@ -152,6 +138,25 @@ void expectKey(World& world, const Arguments& is) {
   world.expectNumber(is[2].number, item.keyEquivalentModifierMask);
 }
 
+NSMenu& submenuTitled(World& world, const Literal& title) {
+  NSMenuItem& head = itemTitled(world, title);
+  if (!head.submenu) throw BadStatement(describe(title) + " is no submenu");
+  return *head.submenu;
+}
+std::string titlesOf(const NSMenu& menu) {
+  std::string titles;
+  for (const auto& item : menu.itemArray) titles += describe(literalFromUtf16(item->title)) + "\n";
+  return titles;
+}
+void expectSubmenu(World& world, const Arguments& is) {
+  std::string titles;
+  for (const Literal& title : is[1].texts) titles += describe(title) + "\n";
+  world.expectEqual(titles, titlesOf(submenuTitled(world, is[0].text)));
+}
+void expectEmptySubmenu(World& world, const Arguments& is) {
+  world.expectEqual("", titlesOf(submenuTitled(world, is[0].text)));
+}
+
 constexpr Pattern kMenuStage[] = {
     {"date TEXT", setDate},
     {"time zone TEXT", setTimeZone},
@@ -169,6 +174,8 @@ constexpr Pattern kMenu[] = {
     {"expect PLACE items NAME", expectCount},
     {"expect item NUMBER titled TEXT", expectTitle},
     {"expect item TEXT shows TEXT with HEX", expectKey},
+    {"expect submenu TEXT holds TEXTS", expectSubmenu},
+    {"expect submenu TEXT empty", expectEmptySubmenu},
 };
 
 }  // namespace

@@ -79,6 +79,12 @@ void setWritingStyles(World& world, const Arguments& is) {
   world.records().setMenuBuffer(items, 1);
 }
 
+void nameWritingStyles(World& world, const Arguments& is) {
+  std::vector<std::string> items;
+  for (const Literal& title : is[1].texts) items.push_back(toBytes(title));
+  world.records().setMenuBuffer(items, is[0].u32());
+}
+
 int segment(World& world, const Argument& key) {
   const auto id = world.host.sharedMemory.find(key.u32());
   if (!id) throw BadStatement("there is no segment " + key.word);
@@ -318,6 +324,7 @@ constexpr Pattern kStage[] = {
     {"status ENTRY becomes NUMBER", setStatus},
     {"entry ENTRY becomes NUMBER", setEntry},
     {"writing styles PLACE", setWritingStyles},
+    {"writing style PLACE of TEXTS", nameWritingStyles},
     {"segment SEGMENT at PLACE becomes BYTES", writeBytes},
     {"segment SEGMENT is scribbled over", scribble},
     {"segment SEGMENT is removed", removeSegment},

@@ -224,7 +224,8 @@ bool isOneOf(const Statement& statement, std::span<const Pattern> patterns) {
 
 bool setsTheStage(const Statement& statement) {
   return isOneOf(statement, stagePatterns()) || isOneOf(statement, completionStagePatterns()) ||
-         isOneOf(statement, menuStagePatterns()) || beginsAgain(statement);
+         isOneOf(statement, menuStagePatterns()) || isOneOf(statement, fileStagePatterns()) ||
+         beginsAgain(statement);
 }
 
 // One act with its expectations, or what sets the stage.
@@ -260,9 +261,9 @@ std::string suggestions(std::string_view firstWord) {
 
 std::vector<const Pattern*> allPatterns() {
   std::vector<const Pattern*> patterns;
-  for (const auto table :
-       {stagePatterns(), completionStagePatterns(), menuStagePatterns(), actPatterns(),
-        menuPatterns(), expectPatterns(), completionPatterns(), keyPatterns()}) {
+  for (const auto table : {stagePatterns(), completionStagePatterns(), menuStagePatterns(),
+                           fileStagePatterns(), actPatterns(), menuPatterns(), filePatterns(),
+                           expectPatterns(), completionPatterns(), keyPatterns()}) {
     for (const Pattern& pattern : table) patterns.push_back(&pattern);
   }
   return patterns;

@@ -1,7 +1,7 @@
 #pragma once
 // Statements: what a line may say, and what it then does. The tables of the three kinds (Stage.cpp,
-// Act.cpp, Expect.cpp), of word completion, of pressed keys and windows, and of the menu are the
-// language.
+// Act.cpp, Expect.cpp), of word completion, of pressed keys and windows, of the menu and of
+// files are the language.
 
 #include <cstdint>
 #include <span>
@@ -57,6 +57,8 @@ std::span<const Pattern> completionStagePatterns();
 std::span<const Pattern> completionPatterns();
 std::span<const Pattern> keyPatterns();
 std::span<const Pattern> menuStagePatterns();
+std::span<const Pattern> fileStagePatterns();
+std::span<const Pattern> filePatterns();
 std::span<const Pattern> menuPatterns();
 /// Every pattern there is, in the order in which they are tried.
 std::vector<const Pattern*> allPatterns();

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <charconv>
+#include <chrono>
+#include <cstdio>
 #include <system_error>
 
 #include "platform/AppKitEvents.h"
@@ -194,6 +196,21 @@ std::optional<double> parseMeasure(std::string_view word) {
   const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   const bool whole = error == std::errc{} && end == word.data() + word.size();
   return whole ? std::optional(number) : std::nullopt;
+}
+
+Seconds parseDate(const std::string& text) {
+  using std::chrono::sys_days;
+  int year = 0;
+  unsigned month = 0, day = 0, hour = 0, minute = 0, second = 0;
+  if (std::sscanf(text.c_str(), "%4d-%2u-%2u %2u:%2u:%2u", &year, &month, &day, &hour, &minute,
+                  &second) != 6) {
+    throw BadStatement("no date of the form 2026-03-04 15:09:26");
+  }
+  const auto dayOf = [](int y, unsigned m, unsigned d) {
+    return sys_days(std::chrono::year(y) / std::chrono::month(m) / std::chrono::day(d));
+  };
+  return dayOf(year, month, day) - dayOf(2001, 1, 1) + std::chrono::hours(hour) +
+         std::chrono::minutes(minute) + std::chrono::seconds(second);
 }
 
 std::optional<Keystroke> parseKeystroke(std::string_view word) {

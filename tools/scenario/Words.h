@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Units.h"
+
 namespace quorvane::scenario {
 
 /// A statement that can't be read, or that speaks of something that isn't there.
@@ -36,6 +38,9 @@ std::vector<Word> splitWords(std::string_view line);
 std::optional<std::int64_t> parseNumber(std::string_view word);
 std::optional<std::uint32_t> parseHex(std::string_view word);
 std::optional<double> parseMeasure(std::string_view word);
+
+/// `2026-03-04 15:09:26`, as it is counted since the beginning of 2001. Throws BadStatement.
+Seconds parseDate(const std::string& text);
 
 struct Keystroke {
   char32_t character = 0;           ///< a character or a classic code; 0: modifiers alone

@@ -96,6 +96,7 @@ class World {
   std::map<std::string, std::size_t> seen;   ///< lines of each record that are behind us
   std::uint64_t markedTime = 0;
   std::int64_t answer = 0;        ///< of the last question that gave one
+  std::string folder;             ///< where the files that the scenario speaks of lie
   CompletionData completionData;  ///< what the scenario has said of single words
   parameters::CompletionFlags completionFlags;
   std::optional<Hook> atClientCall, beforePlatformCall;
