@@ -216,7 +216,7 @@ TEST(Desk, PopupWithSuggestions) {
 TEST(Desk, TheInputMenu) {
   Desk desk("");
   desk.keys("F9");
-  EXPECT_TRUE(desk.shows("\u2502  Check While Typing         \u25B8\u2502")) << desk.screen();
+  EXPECT_TRUE(desk.shows("\u2502  Check While Typing               \u25B8\u2502")) << desk.screen();
   desk.keys("c c c c c Right");
   EXPECT_TRUE(desk.shows("\u2502\u2713 Complete Words ")) << desk.screen();
   EXPECT_TRUE(desk.shows("\u2502\u2713 In This Application ")) << desk.screen();
