@@ -38,7 +38,7 @@ std::string_view itemOf(FourCharCode command) {
 }
 
 /// `type` and `desk` by their names, others by what they have.
-std::string nameOf(const parameters::Application& application) {
+std::string nameOf(const parameters::KnownApplication& application) {
   for (const parameters::OwnApplication* const own : parameters::kOwnApplications) {
     if (application.signature == own->signature) return std::string(own->name);
   }

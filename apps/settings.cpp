@@ -22,7 +22,6 @@
 namespace quorvane {
 namespace {
 
-using parameters::Application;
 using parameters::ResourceFork;
 using Names = std::vector<std::string>;
 
@@ -47,7 +46,7 @@ std::string listed(const Names& names) {
   return all;
 }
 
-Application applicationOf(const std::string& word) {
+parameters::KnownApplication applicationOf(const std::string& word) {
   for (const parameters::OwnApplication* const own : parameters::kOwnApplications) {
     if (word == own->name) return own->application();
   }
@@ -123,7 +122,7 @@ SwitchChange changeOf(const Names& words) {
 
 int changeSwitches(const Names& words) {
   if (words.size() < 2) throw std::invalid_argument("switches needs APP and +NAME or -NAME");
-  const Application asked = applicationOf(words.front());
+  const parameters::KnownApplication asked = applicationOf(words.front());
   const SwitchChange wanted = changeOf({words.begin() + 1, words.end()});
   return change([&](ResourceFork& file) {
     const parameters::Switches before =
@@ -151,10 +150,10 @@ int changeShortcut(const std::string& command, const std::string& keys) {
 }
 
 int reset(const std::string& name) {
-  const Application asked = applicationOf(name);
+  const parameters::KnownApplication asked = applicationOf(name);
   return change([&](ResourceFork& file) {
     const auto known = parameters::switchesOf(file, asked);
-    const Application application = known ? known->application : asked;
+    const parameters::KnownApplication application = known ? known->application : asked;
     const bool switches = parameters::forgetSwitches(file, application);
     const bool shortcuts = parameters::forgetShortcuts(file, application.signature);
     if (!switches && !shortcuts) return name + " had no settings of its own";

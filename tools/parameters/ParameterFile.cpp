@@ -15,7 +15,7 @@ constexpr std::size_t kLongestIdentifier = 31;
 
 std::string cut(const std::string& identifier) { return identifier.substr(0, kLongestIdentifier); }
 
-Bytes recordFor(const Application& application, std::uint32_t word) {
+Bytes recordFor(const KnownApplication& application, std::uint32_t word) {
   Bytes record;
   resources::appendNumber(record, application.signature);
   resources::appendNumber(record, word);
@@ -33,13 +33,13 @@ Switches switchesAt(ByteView table, std::size_t at) {
           bigEndianNumber<std::uint32_t>(record.subspan(4))};
 }
 
-bool isSame(const Application& a, const Application& b) {
+bool isSame(const KnownApplication& a, const KnownApplication& b) {
   return a.signature == b.signature &&
          (a.signature != kNoSignature || cut(a.bundleIdentifier) == cut(b.bundleIdentifier));
 }
 
 /// By signature, or by bundle identifier whatever the signature.
-bool countsFor(const Application& known, const Application& application) {
+bool countsFor(const KnownApplication& known, const KnownApplication& application) {
   if (known.signature == 0) return false;
   const bool bySignature = application.signature != kNoSignature;
   return (bySignature && known.signature == application.signature) ||
@@ -49,7 +49,7 @@ bool countsFor(const Application& known, const Application& application) {
 
 }  // namespace
 
-void setSwitches(ResourceFork& file, const Application& application, std::uint32_t word) {
+void setSwitches(ResourceFork& file, const KnownApplication& application, std::uint32_t word) {
   Bytes& table = file.at(kSwitchesType, kSwitchesID).data;
   std::size_t at = 0;
   while (at + kSwitchesRecord <= table.size() &&
@@ -71,14 +71,14 @@ std::vector<Switches> switchesIn(const ResourceFork& file) {
   return all;
 }
 
-std::optional<Switches> switchesOf(const ResourceFork& file, const Application& application) {
+std::optional<Switches> switchesOf(const ResourceFork& file, const KnownApplication& application) {
   for (const Switches& each : switchesIn(file)) {
     if (countsFor(each.application, application)) return each;
   }
   return {};
 }
 
-bool forgetSwitches(ResourceFork& file, const Application& application) {
+bool forgetSwitches(ResourceFork& file, const KnownApplication& application) {
   if (file.find(kSwitchesType, kSwitchesID) == nullptr) return false;
   Bytes& table = file.at(kSwitchesType, kSwitchesID).data;
   bool found = false;

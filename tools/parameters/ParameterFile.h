@@ -24,24 +24,24 @@ inline constexpr FourCharCode kNoSignature = "\?\?\?\?"_4cc;
 
 // --- Switches ------------------------------------------------------------------------------------
 
-struct Application {
+struct KnownApplication {
   FourCharCode signature = kNoSignature;
   std::string bundleIdentifier;
 };
 struct Switches {
-  Application application;
+  KnownApplication application;
   std::uint32_t word = 0;
 };
 
 /// A word of switches for one application, known by its signature or, without one, by its bundle
 /// identifier.
-void setSwitches(ResourceFork& file, const Application& application, std::uint32_t word);
+void setSwitches(ResourceFork& file, const KnownApplication& application, std::uint32_t word);
 /// In the order of the file, without what is free.
 std::vector<Switches> switchesIn(const ResourceFork& file);
 /// Those that count for it. None: those of an application that isn't known.
-std::optional<Switches> switchesOf(const ResourceFork& file, const Application& application);
+std::optional<Switches> switchesOf(const ResourceFork& file, const KnownApplication& application);
 /// False: there are none under this signature or identifier.
-bool forgetSwitches(ResourceFork& file, const Application& application);
+bool forgetSwitches(ResourceFork& file, const KnownApplication& application);
 
 // --- Shortcuts -----------------------------------------------------------------------------------
 

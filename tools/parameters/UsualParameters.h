@@ -13,7 +13,9 @@ struct OwnApplication {
   std::string_view identifier;  ///< in its record: nobody bears it
   std::uint32_t usual = 0;      ///< its switches
 
-  [[nodiscard]] Application application() const { return {signature, std::string(identifier)}; }
+  [[nodiscard]] KnownApplication application() const {
+    return {signature, std::string(identifier)};
+  }
 };
 inline constexpr OwnApplication kTypeApplication{"type", "QVTY"_4cc, "quorvane type", 0x11833};
 inline constexpr OwnApplication kDeskApplication{"desk", "QVDK"_4cc, "quorvane desk", 0x11873};
