@@ -12,6 +12,7 @@
 #include "src/menu/CurrentAppFlags.h"
 #include "src/menu/MenuCommand.h"
 #include "src/menu/MenuState.h"
+#include "src/menu/OpeningRoute.h"
 #include "src/menu/PendingCommand.h"
 #include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
