@@ -42,27 +42,22 @@ std::optional<std::chrono::nanoseconds> ClipboardFile::age() const {
          std::chrono::nanoseconds(now.tv_nsec - status->st_mtim.tv_nsec);
 }
 
-bool ClipboardFile::copy(std::string_view text) {
-  if (text.size() > kClipboardLimit) return put(text);
-  ::unlink(before_.c_str());
-  ::link(file_.c_str(), before_.c_str());
-  return put(text);
-}
-
-bool ClipboardFile::put(std::string_view text) {
+bool ClipboardFile::replace(std::string_view text, const std::filesystem::path& former) {
   const bool fits = text.size() <= kClipboardLimit;
-  if (fits && writeFileAtomically(file_, text, Durability::UntilReboot)) return true;
-  if (log_.enabled) {
-    log_.writeLine("clipboard: stays as it is: " +
-                   (fits ? std::string(std::strerror(errno)) : "more than 8 MiB"));
+  if (fits) {
+    ::unlink(former.c_str());
+    ::link(file_.c_str(), former.c_str());
   }
+  if (fits && writeFileAtomically(file_, text, Durability::UntilReboot)) return true;
+  const std::string reason = fits ? std::strerror(errno) : "more than 8 MiB";
+  if (log_.enabled) log_.writeLine("clipboard: stays as it is: " + reason);
   return false;
 }
 
 /// A rename of one file to itself under another name does nothing: the other name goes here.
-void ClipboardFile::takeBack() {
-  if (std::rename(before_.c_str(), file_.c_str()) != 0) ::unlink(file_.c_str());
-  ::unlink(before_.c_str());
+void ClipboardFile::standAgain(const std::filesystem::path& former) {
+  if (std::rename(former.c_str(), file_.c_str()) != 0) ::unlink(file_.c_str());
+  ::unlink(former.c_str());
 }
 
 }  // namespace quorvane::desktop

@@ -2,7 +2,7 @@
 // The clipboard of all processes that meet in a runtime folder: the file `clipboard` there, UTF-8,
 // mode 0600, at most 8 MiB, written whole and then renamed. A copy keeps beside it, as
 // `clipboard.before`, what stood there until then, so that whoever had something copied for a
-// purpose of its own can give it back.
+// purpose of its own can take that back.
 
 #include <chrono>
 #include <cstdint>
@@ -32,6 +32,7 @@ class ClipboardFile {
   ClipboardFile(const std::filesystem::path& runtimeFolder, quorvane::LogSink& log)
       : file_(runtimeFolder / "clipboard"),
         before_(runtimeFolder / "clipboard.before"),
+        kept_(runtimeFolder / "clipboard.kept"),
         log_(log) {}
 
   /// Bytes as they lie, which may be no UTF-8. None where there is nothing, or no such file.
@@ -42,15 +43,22 @@ class ClipboardFile {
 
   /// What a client does: the content until then is kept beside it. False, with a log line, where
   /// the text is too long or can't be written; the clipboard is then as before.
-  bool copy(std::string_view text);
-  /// The same, but what a copy has kept stays.
-  bool put(std::string_view text);
+  bool copy(std::string_view text) { return replace(text, before_); }
   /// What the latest copy has kept stands again: also nothing, where nothing stood before.
-  void takeBack();
+  void takeBackCopy() { standAgain(before_); }
+
+  /// For a paste: nobody's copy goes by it.
+  bool lend(std::string_view text) { return replace(text, kept_); }
+  /// What stood there before the text was lent stands again.
+  void endLoan() { standAgain(kept_); }
 
  private:
+  bool replace(std::string_view text, const std::filesystem::path& former);
+  void standAgain(const std::filesystem::path& former);
+
   std::filesystem::path file_;
   std::filesystem::path before_;
+  std::filesystem::path kept_;
   quorvane::LogSink& log_;
 };
 

@@ -18,14 +18,19 @@ struct ClipboardTest : testing::Test {
 TEST_F(ClipboardTest, WhatACopyReplacedIsGivenBack) {
   clipboard.copy("first");
   clipboard.copy("second");
-  clipboard.put("made of the second");
-  holds("made of the second");
-  clipboard.takeBack();
+  holds("second");
+  clipboard.takeBackCopy();
+  holds("first");
+  clipboard.lend("to be pasted");
+  clipboard.copy("copied meanwhile");
+  clipboard.takeBackCopy();
+  holds("to be pasted");
+  clipboard.endLoan();
   holds("first");
   struct stat status {};
   ASSERT_EQ(::stat(stage.runtimeFile("clipboard").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0600U);
-  clipboard.takeBack();
+  clipboard.takeBackCopy();
   EXPECT_EQ(clipboard.text(), std::nullopt) << "nothing was kept: nothing stood there";
   EXPECT_EQ(clipboard.age(), std::nullopt);
 }
