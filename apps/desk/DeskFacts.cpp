@@ -3,9 +3,9 @@
 #include <span>
 
 #include "apps/Describe.h"
+#include "apps/Segment.h"
 #include "apps/Utf8Input.h"
 #include "apps/desk/CheckerWindow.h"
-#include "apps/desk/Segment.h"
 #include "src/bridge/Presence.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "tools/checker/TextRecord.h"

@@ -77,8 +77,7 @@ std::unique_ptr<Window> MainWindow::windowAbout(const Command& command, const st
   auto text = readDocumentText(utf8);
   if (!text) return std::make_unique<TextWindow>(command.title, kNoText);
   if (command.describe != nullptr) {
-    return std::make_unique<TextWindow>(command.title,
-                                        command.describe(statisticsOf(text->units)));
+    return std::make_unique<TextWindow>(command.title, command.describe(statisticsOf(text->units)));
   }
   if (command.about == About::Copied) {
     return std::make_unique<TextWindow>(command.title, parts_.definition(text->units));

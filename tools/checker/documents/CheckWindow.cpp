@@ -66,7 +66,8 @@ WindowOutcome CheckWindow::press(char32_t key) {
 WindowOutcome CheckWindow::decide(std::optional<std::u16string> text) {
   decisions_.push_back(std::move(text));
   if (!decided()) return WindowOutcome::StaysOpen;
-  const bool any = std::ranges::any_of(decisions_, [](const auto& each) { return each.has_value(); });
+  const bool any =
+      std::ranges::any_of(decisions_, [](const auto& each) { return each.has_value(); });
   return any ? WindowOutcome::Pastes : WindowOutcome::Closes;
 }
 
