@@ -102,6 +102,9 @@ Fact DeskFacts::publishedRecord() {
 Fact DeskFacts::mainApplication(std::uint32_t windowState) {
   if (system_.standsAside()) return {"another input method has it", {u"every key passes"}};
   const bool runs = IsQUORVANEAPPRUNNING(system_.instance()) != 0;
+  if (runs && system_.front().mainWindowTakesKeys()) {
+    return {"main application: in front", {u"window: its own"}};
+  }
   if (runs) return {"main application: runs", {nameOf(windowState)}};
   return {system_.standIn() == nullptr ? "main application: none" : "main application: has ended",
           {}};

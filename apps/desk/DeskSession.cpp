@@ -102,7 +102,7 @@ void DeskSession::obey(const DeskKey& key) {
   if (menu_ && !quits) return obeyInMenu(key);
   switch (key.command) {
     case DeskCommand::Type:
-      system_.textApplication().type(key.character, 0, key.time);
+      system_.textApplication().type(key.character, key.modifiers, key.time);
       return;
     case DeskCommand::ToggleAnnotation:
       return toggleAnnotation();
@@ -125,7 +125,7 @@ void DeskSession::openMenu() {
 
 /// A key that means nothing to a menu closes it.
 void DeskSession::obeyInMenu(const DeskKey& key) {
-  const bool typed = key.command == DeskCommand::Type;
+  const bool typed = key.command == DeskCommand::Type && key.modifiers == 0;
   const MenuOutcome outcome = typed ? menu_->press(key.character) : MenuOutcome::Closes;
   if (outcome == MenuOutcome::StaysOpen) return;
   NSMenuItem* const chosen = outcome == MenuOutcome::Chooses ? menu_->highlighted() : nullptr;
@@ -138,7 +138,7 @@ void DeskSession::obeyInMenu(const DeskKey& key) {
 
 /// Waits until the window has had the key: the next one may be for the document again.
 void DeskSession::pressInWindow(const DeskKey& key) {
-  if (key.command != DeskCommand::Type) return;
+  if (key.command != DeskCommand::Type || key.modifiers != 0) return;
   constexpr Seconds kPatience{2};
   MessagePorts& ports = system_.host().platform().messagePorts;
   const auto port = ports.CFMessagePortCreateRemote(checker::kWindowKeyPort);

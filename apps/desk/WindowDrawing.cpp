@@ -1,5 +1,7 @@
 #include "apps/desk/WindowDrawing.h"
 
+#include <algorithm>
+
 #include "apps/desk/Characters.h"
 #include "apps/desk/TextDrawing.h"
 
@@ -20,10 +22,11 @@ void writeInFrame(Canvas& canvas, const CellRect& box, int row, const std::u16st
 
 void drawWindow(Canvas& canvas, const DeskPlan& plan, const checker::WindowText& window) {
   const CellRect area{1, 0, plan.rows() - 2, plan.columns()};
+  const CellRect document = plan.document();
   const int rows = static_cast<int>(window.lines.size()) + 2;
   const int columns = static_cast<int>(checker::kWindowColumns) + 2 * kAround;
   const CellRect box = within(area, {area.row + (area.rows - rows) / 2,
-                                     area.column + (area.columns - columns) / 2, rows, columns});
+                                     std::max(0, (document.columns - columns) / 2), rows, columns});
   canvas.frame(box);
   writeInFrame(canvas, box, box.row, window.title);
   writeInFrame(canvas, box, box.row + box.rows - 1, window.keys);
