@@ -22,8 +22,7 @@ std::optional<struct stat> statusOf(const std::filesystem::path& path) {
 }  // namespace
 
 std::optional<std::string> ClipboardFile::text() const {
-  if (!statusOf(file_)) return {};
-  const auto bytes = readPlainFile(file_, kClipboardLimit);
+  const auto bytes = readPlainFile(file_, kClipboardLimit, Links::Refuse);
   if (!bytes) return {};
   return std::string(bytes->begin(), bytes->end());
 }

@@ -7,7 +7,6 @@ namespace {
 /// From the key that copies to the command it is less than two seconds.
 constexpr std::chrono::seconds kJustNow{5};
 
-constexpr std::uint32_t kRestoreArmed = 1;
 constexpr std::uint64_t kSecond = 1'000'000'000;
 constexpr std::uint64_t kLongestPaste = kSecond;
 constexpr std::uint64_t kLongestLoan = 10 * kSecond;

@@ -44,6 +44,7 @@ inline constexpr std::uint32_t kSmartQuotesAndDashes = 3;   ///< in SmartCharact
 inline constexpr std::uint32_t kScanBit = 1U << 16;         ///< in Requests and in ScanFlags
 inline constexpr std::uint32_t kInteractiveSpelling = 0x2;  ///< in AppFlags
 inline constexpr std::uint32_t kWordCompletion = 0x40;      ///< in AppFlags
+inline constexpr std::uint32_t kRestoreArmed = 1;           ///< in ClipState
 inline constexpr std::uint32_t kTextOverflowed = 2;         ///< in SessionChange
 inline constexpr std::uint32_t kTextCancelled = 3;          ///< in SessionChange
 

@@ -77,7 +77,8 @@ void removeWindowFile(const std::filesystem::path& runtimeFolder) {
 }
 
 std::optional<WindowText> readWindowFile(const std::filesystem::path& runtimeFolder) {
-  const auto bytes = desktop::readPlainFile(windowFileIn(runtimeFolder), kWindowFileLimit);
+  const auto bytes =
+      desktop::readPlainFile(windowFileIn(runtimeFolder), kWindowFileLimit, desktop::Links::Refuse);
   if (!bytes) return std::nullopt;
   return parseWindowFile({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
 }

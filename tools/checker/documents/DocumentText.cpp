@@ -14,14 +14,14 @@ namespace quorvane::checker {
 namespace {
 
 /// In the order of their bytes, from 208 on.
-constexpr std::u16string_view kSmartChars = u"\u2013\u2014\u201C\u201D\u2018\u2019";
+constexpr std::u16string_view kSmartUnits = u"\u2013\u2014\u201C\u201D\u2018\u2019";
 /// The first byte of many a character; it tells nothing of its own.
 constexpr std::uint8_t kSomeCharacter = 0xE2;
 
 /// A byte of a letter beyond Latin isn't to be taken for a dash or a quote.
 std::uint8_t byteOf(char16_t unit) {
   if (unit == u'\n') return '\r';
-  if (const std::size_t smart = kSmartChars.find(unit); smart != std::u16string_view::npos) {
+  if (const std::size_t smart = kSmartUnits.find(unit); smart != std::u16string_view::npos) {
     return static_cast<std::uint8_t>(kFirstSmartChar + smart);
   }
   const std::uint8_t first = firstUtf8Byte({&unit, 1});
