@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "apps/Command.h"
+#include "apps/DesktopClipboard.h"
 #include "apps/UserParameters.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
@@ -75,8 +76,11 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       application_(
           host_.application(), [this] { begin(); }, [this] { exiting(); }),
       instance_(platform()),
+      front_(host_, instance_, configuration_.runtimeDirectory),
       controller_(instance_),
-      textApplication_(host_.platform().clock, host_.log(), field_.events),
+      textApplication_(
+          host_.platform().clock, host_.log(), field_.events,
+          std::make_shared<DesktopClipboard>(configuration_.runtimeDirectory, host_.log())),
       document_(textApplication_.addDocument()) {
   host_.log().enabled = options.logDescriptor.has_value();
   host_.log().showPrivate = options.showPrivate;
@@ -202,6 +206,7 @@ void RunningSystem::begin() {
 void RunningSystem::settle() {
   do {
     host_.runLoop().runPending();
+    if (!standsAside() && front_.update()) host_.runLoop().runPending();
     textApplication_.deliverPosted();
   } while (field_.events.size() != 0);
 }

@@ -8,8 +8,9 @@
 
 namespace quorvane::desktop {
 
-PlainFile openPlainFile(const std::string& path, std::uint64_t largest) {
-  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+PlainFile openPlainFile(const std::string& path, std::uint64_t largest, Links links) {
+  const int refusal = links == Links::Refuse ? O_NOFOLLOW : 0;
+  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | refusal));
   struct stat status {};
   if (!file.valid() || fstat(file.get(), &status) != 0) return {};
   const auto size = static_cast<std::uint64_t>(status.st_size);
@@ -35,8 +36,8 @@ std::optional<std::size_t> readWhole(int file, std::uint8_t* out, std::size_t si
 }
 
 std::optional<std::vector<std::uint8_t>> readPlainFile(const std::string& path,
-                                                       std::uint64_t largest) {
-  const PlainFile opened = openPlainFile(path, largest);
+                                                       std::uint64_t largest, Links links) {
+  const PlainFile opened = openPlainFile(path, largest, links);
   if (!opened.file.valid()) return {};
   std::vector<std::uint8_t> content(opened.size);
   const auto size = readWhole(opened.file.get(), content.data(), content.size());

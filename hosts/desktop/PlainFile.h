@@ -16,13 +16,17 @@ struct PlainFile {
   std::size_t size = 0;
 };
 
-PlainFile openPlainFile(const std::string& path, std::uint64_t largest);
+enum class Links { Follow, Refuse };
+
+PlainFile openPlainFile(const std::string& path, std::uint64_t largest,
+                        Links links = Links::Follow);
 
 /// How much there was, at most `size` bytes; none, with errno set, on failure.
 std::optional<std::size_t> readWhole(int file, std::uint8_t* out, std::size_t size);
 
 /// The whole file; none, with errno set, where it can't be had.
 std::optional<std::vector<std::uint8_t>> readPlainFile(const std::string& path,
-                                                       std::uint64_t largest);
+                                                       std::uint64_t largest,
+                                                       Links links = Links::Follow);
 
 }  // namespace quorvane::desktop

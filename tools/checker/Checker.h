@@ -13,9 +13,11 @@
 #include "tools/checker/Conversation.h"
 #include "tools/checker/Corrections.h"
 #include "tools/checker/InputMethods.h"
+#include "tools/checker/MainWindow.h"
 #include "tools/checker/Scribbler.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/Ticker.h"
+#include "tools/definitions/Definitions.h"
 
 namespace quorvane::checker {
 
@@ -39,6 +41,7 @@ class Checker {
   struct Block;
 
   std::shared_ptr<CFMessagePort> takePort();
+  void obey(std::uint32_t command, const CFData* data);
   void createSegments();
   Block createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot);
   void servePort(const std::shared_ptr<CFMessagePort>& port);
@@ -49,6 +52,11 @@ class Checker {
   Listener listener();
   void logFix(const Fix& fix);
   void tellOfPopup(const PopupList* list);
+  void prepareWindow();
+  void serveWindowKeys();
+  void tellOfWindow(const WindowText* text);
+  bool performInWindow(std::uint32_t command);
+  std::u16string define(std::u16string_view text);
   void look();
   bool somebodyTypes();
 
@@ -62,6 +70,11 @@ class Checker {
   std::span<std::uint8_t> commandBytes_;
   std::optional<DesktopInputMethodPort> inputMethod_;
   std::optional<Scribbler> scribbler_;
+  desktop::ClipboardFile clipboard_;
+  std::optional<ClipboardLoan> clipboardLoan_;
+  std::optional<MainWindow> window_;
+  std::optional<std::uint32_t> messageClient_;  ///< of the command message being obeyed
+  std::unique_ptr<Definitions> definitions_;    ///< since the first look-up
   std::optional<Conversation> conversation_;
   std::unique_ptr<Registration> announcement_;
   bool textsBeganWithUs_ = false;

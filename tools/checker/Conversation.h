@@ -33,6 +33,8 @@ struct Listener {
   std::function<void(ScanEnd)> scan{};
   std::function<void(const Fix&)> fix{};
   std::function<void(std::uint32_t command, std::uint32_t bits)> command{};
+  /// A command that is none of the conversation's own; its bit is cleared behind it.
+  std::function<void(std::uint32_t command)> perform{};
   /// Before the popup opens; null: after it has closed.
   std::function<void(const PopupList*)> popup{};
 };

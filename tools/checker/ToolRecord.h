@@ -8,6 +8,7 @@
 
 namespace quorvane::checker {
 
+inline constexpr std::uint32_t kToolKey = 880;
 inline constexpr std::size_t kToolRecordSize = 376;
 
 /// Byte offsets. Field i of the array lies at 68 + 4 * i, entry i of a group at the group's base
@@ -15,8 +16,10 @@ inline constexpr std::size_t kToolRecordSize = 376;
 enum class At : std::size_t {
   Requests = 72,            ///< field 1: set by the input method, cleared here
   InteractiveMode = 92,     ///< field 6
+  AppInput = 104,           ///< field 9
   BufferChanged = 112,      ///< field 11
   WindowClient = 116,       ///< field 12
+  AppState = 128,           ///< field 15
   ControlDigits = 168,      ///< field 25
   PopupChar = 172,          ///< field 26: a key for the popup, then our answer
   ClipState = 176,          ///< field 27
@@ -24,12 +27,15 @@ enum class At : std::size_t {
   WindowOpen = 192,         ///< field 31
   SessionHandle = 204,      ///< field 34
   SmartCharacters = 220,    ///< field 38
+  AutoMark = 228,           ///< field 40
+  CheckRunning = 232,       ///< field 41
   AppReady = 236,           ///< field 42
   MousePoint = 244,         ///< field 44
   AppFlags = 264,           ///< field 49
   WindowTopLeft = 276,      ///< field 52
   WindowBottomRight = 280,  ///< field 53
   ScanFlags = 284,          ///< field 54
+  PasteClient = 332,        ///< entry 5 of the group at 312
   SessionChange = 360,      ///< entry 4 of the group at 344
   SentenceStart = 364,      ///< entry 5 of the group at 344
 };
@@ -38,6 +44,7 @@ inline constexpr std::uint32_t kSmartQuotesAndDashes = 3;   ///< in SmartCharact
 inline constexpr std::uint32_t kScanBit = 1U << 16;         ///< in Requests and in ScanFlags
 inline constexpr std::uint32_t kInteractiveSpelling = 0x2;  ///< in AppFlags
 inline constexpr std::uint32_t kWordCompletion = 0x40;      ///< in AppFlags
+inline constexpr std::uint32_t kRestoreArmed = 1;           ///< in ClipState
 inline constexpr std::uint32_t kTextOverflowed = 2;         ///< in SessionChange
 inline constexpr std::uint32_t kTextCancelled = 3;          ///< in SessionChange
 
