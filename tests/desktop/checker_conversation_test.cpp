@@ -108,7 +108,7 @@ class CheckerConversation : public testing::Test {
 
   std::array<std::uint32_t, kToolRecordSize / 4> tool{};
   alignas(4) std::array<std::uint8_t, kTextRecordSize> text{};
-  std::array<std::uint8_t, 408> command{};
+  alignas(4) std::array<std::uint8_t, 408> command{};
   ToolRecord fields{tool};
   std::uint32_t flags = 0x11833;
   TurnedClock clock;

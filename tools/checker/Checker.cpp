@@ -22,7 +22,7 @@ struct SegmentRow {
 constexpr SegmentRow kToolSegment{880, kToolRecordSize};
 constexpr SegmentRow kTextSegment{893, kTextRecordSize};
 constexpr SegmentRow kCommandSegment{896, 408};
-constexpr SegmentRow kMenuSegment{897, 384};
+constexpr SegmentRow kMenuSegment{897, kMenuRecordSize};
 constexpr SegmentRow kSpellSegment{899, 708};
 constexpr std::uint32_t kTextSlot = 1;
 
@@ -89,7 +89,9 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
   trySpelling();
+  correctionSwitches_ = readCorrectionSwitches(configuration.configDirectory, host_.log());
   if (spelling_) loadCorrections(configuration.configDirectory);
+  offerStyles(configuration.configDirectory);
   announce();
   beginConversation();
   Log(instance_, "* checker: ready");
@@ -110,9 +112,8 @@ Checker::~Checker() {
 void Checker::createSegments() {
   segments_.tool = createSegment(kToolSegment.key, kToolSegment.size, 0).words();
   segments_.text = createSegment(kTextSegment.key, kTextSegment.size, kTextSlot).bytes();
-  commandBytes_ = createSegment(kCommandSegment.key, kCommandSegment.size, 2).bytes();
-  segments_.command = commandBytes_;
-  createSegment(kMenuSegment.key, kMenuSegment.size, 3);
+  segments_.command = createSegment(kCommandSegment.key, kCommandSegment.size, 2).bytes();
+  menuBytes_ = createSegment(kMenuSegment.key, kMenuSegment.size, 3).bytes();
   createSegment(kSpellSegment.key, kSpellSegment.size, 4);
 }
 
@@ -177,8 +178,7 @@ void Checker::loadCorrections(const std::filesystem::path& configDirectory) {
               << platform.fileManager.cachesDirectory() << ": each start makes it anew\n";
   }
   corrections_.emplace(*spelling_, std::move(corrector), TakenBack(configDirectory, host_.log()),
-                       readCorrectionSwitches(configDirectory, host_.log()),
-                       [this] { return host_.keyboardLayout(); });
+                       correctionSwitches_, [this] { return host_.keyboardLayout(); });
   corrections_->offers({.spelt = "recieve"});
 }
 
@@ -196,7 +196,8 @@ void Checker::beginConversation() {
   const int textSegment = instance_.state<SharedMemoryState>().shmid[kTextSlot];
   inputMethod_.emplace(host_.processRegistry(), platform.messagePorts, textSegment);
   if (options_.manner == Manner::Hostile) {
-    scribbler_.emplace(segments_.tool, segments_.text, commandBytes_, *inputMethod_, options_.seed);
+    scribbler_.emplace(segments_.tool, segments_.text, segments_.command, *inputMethod_,
+                       options_.seed);
   }
   conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
                         *inputMethod_, options_, textsBeganWithUs_, listener());
@@ -211,6 +212,7 @@ Listener Checker::listener() {
   listener.command = [this](std::uint32_t command, std::uint32_t bits) {
     Log(instance_, "* checker: command ", command, " bits ", bits);
   };
+  listener.perform = [this](std::uint32_t command) { perform(command); };
   listener.popup = [this](const PopupList* list) { tellOfPopup(list); };
   if (options_.traceScans) {
     listener.scan = [this](ScanEnd end) { Log(instance_, "* checker: scan: ", textOf(end)); };

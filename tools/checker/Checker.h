@@ -16,6 +16,7 @@
 #include "tools/checker/Scribbler.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/Ticker.h"
+#include "tools/checker/WritingStyleMenu.h"
 
 namespace quorvane::checker {
 
@@ -49,6 +50,8 @@ class Checker {
   Listener listener();
   void logFix(const Fix& fix);
   void tellOfPopup(const PopupList* list);
+  void offerStyles(const std::filesystem::path& configDirectory);
+  void perform(std::uint32_t command);
   void look();
   bool somebodyTypes();
 
@@ -57,9 +60,11 @@ class Checker {
   CheckerOptions options_;
   std::filesystem::path runtimeFolder_;
   std::unique_ptr<Spelling> spelling_;
+  CorrectionSwitches correctionSwitches_;
   std::optional<Corrections> corrections_;
+  std::optional<WritingStyleMenu> styles_;
   Segments segments_;
-  std::span<std::uint8_t> commandBytes_;
+  std::span<std::uint8_t> menuBytes_;
   std::optional<DesktopInputMethodPort> inputMethod_;
   std::optional<Scribbler> scribbler_;
   std::optional<Conversation> conversation_;

@@ -21,9 +21,9 @@
 namespace quorvane::checker {
 
 struct Segments {
-  std::span<std::uint32_t> tool;          ///< 880
-  std::span<std::uint8_t> text;           ///< 893
-  std::span<const std::uint8_t> command;  ///< 896
+  std::span<std::uint32_t> tool;    ///< 880
+  std::span<std::uint8_t> text;     ///< 893
+  std::span<std::uint8_t> command;  ///< 896
 };
 
 enum class ScanEnd { NothingToFix, Fixed, Offered, NobodyToTell, Late };
@@ -33,6 +33,8 @@ struct Listener {
   std::function<void(ScanEnd)> scan{};
   std::function<void(const Fix&)> fix{};
   std::function<void(std::uint32_t command, std::uint32_t bits)> command{};
+  /// A command that is none of the conversation's own; its bit is cleared behind it.
+  std::function<void(std::uint32_t command)> perform{};
   /// Before the popup opens; null: after it has closed.
   std::function<void(const PopupList*)> popup{};
 };
@@ -80,6 +82,7 @@ class Conversation {
   void tell(ScanEnd end);
 
   bool clearCommands();
+  void forget(std::uint32_t command);
   bool closeStalePopup();
   void closeWindow();
   void popupKey();
@@ -90,7 +93,7 @@ class Conversation {
 
   ToolRecord tool_;
   std::span<std::uint8_t> text_;
-  std::span<const std::uint8_t> command_;
+  std::span<std::uint8_t> command_;
   WordChoice* choice_;
   Clock& clock_;
   InputMethodPort& port_;
