@@ -36,7 +36,8 @@ constexpr std::array kPaces{Pace{1'000'000'000, Ticker::Microseconds(200)},
                             Pace{2'000'000'000, Ticker::Microseconds(1000)},
                             Pace{UINT64_MAX, Ticker::Microseconds(10'000)}};
 
-std::u16string widened(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+/// Who changes a file by hand waits as long, at most, until it counts.
+constexpr std::uint64_t kNanosecondsBetweenLooksAtFiles = 1'000'000'000;
 
 std::string_view textOf(ScanEnd end) {
   switch (end) {
@@ -88,6 +89,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   servePort(port);
   ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
+  readUsersFiles(configuration.dataDirectory);
   trySpelling();
   correctionSwitches_ = readCorrectionSwitches(configuration.configDirectory, host_.log());
   if (spelling_) loadCorrections(configuration.configDirectory);
@@ -162,6 +164,7 @@ void Checker::trySpelling() {
               << " (for en_US, Debian's hunspell-en-us or aspell-en): typing goes on unchecked\n";
     return;
   }
+  spelling_ = std::make_unique<SpellingWithWords>(std::move(spelling_), users_->words());
   ToolRecord(segments_.tool).put(At::AppReady, 1);
 }
 
@@ -201,6 +204,7 @@ void Checker::beginConversation() {
   }
   conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
                         *inputMethod_, options_, textsBeganWithUs_, listener());
+  conversation_->expand(&users_->abbreviations());
   lastWork_ = platform.clock.mach_absolute_time();
   ticker_.emplace(host_.runLoop(), [this] { look(); });
   ticker_->every(kPaces.front().interval);
@@ -220,9 +224,17 @@ Listener Checker::listener() {
   return listener;
 }
 
+std::u16string Checker::units(const std::string& text) {
+  return instance_.platform()
+      .textEncoding
+      .initWithData({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
+                    NSStringEncoding::UTF8)
+      .value_or(u"");
+}
+
 void Checker::logFix(const Fix& fix) {
-  const std::u16string word = widened(fix.word);
-  const std::u16string replacement = widened(fix.replacement);
+  const std::u16string word = units(fix.word);
+  const std::u16string replacement = units(fix.replacement);
   Log(instance_, "* checker: fix \"", Private{word}, "\" to \"", Private{replacement}, "\" count ",
       fix.count, " port ", inputMethod_->name());
   if (options_.showText) host_.log().flush();  // whoever watches sees it where it belongs
@@ -234,7 +246,7 @@ void Checker::tellOfPopup(const PopupList* list) {
     Log(instance_, "* checker: popup closed");
     return;
   }
-  const std::u16string word = widened(list->word);
+  const std::u16string word = units(list->word);
   const bool written = writePopupList(runtimeFolder_, *list);
   Log(instance_, "* checker: popup \"", Private{word}, "\" suggestions ", list->suggestions.size(),
       written ? "" : ", which nobody can read");
@@ -245,6 +257,10 @@ void Checker::look() {
   const std::uint64_t now = instance_.platform().clock.mach_absolute_time();
   if (conversation_->poll() || somebodyTypes()) lastWork_ = now;
   if (scribbler_) scribbler_->maybe();
+  if (now - lastLookAtFiles_ >= kNanosecondsBetweenLooksAtFiles) {
+    lastLookAtFiles_ = now;
+    users_->readIfChanged();
+  }
   const std::uint64_t quiet = now - std::min(now, lastWork_);
   ticker_->every(std::ranges::find_if(kPaces, [quiet](const Pace& pace) {
                    return quiet <= pace.quietNanoseconds;

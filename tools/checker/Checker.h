@@ -16,6 +16,7 @@
 #include "tools/checker/Scribbler.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/Ticker.h"
+#include "tools/checker/UserContent.h"
 #include "tools/checker/WritingStyleMenu.h"
 
 namespace quorvane::checker {
@@ -48,9 +49,12 @@ class Checker {
   void announce();
   void beginConversation();
   Listener listener();
+  std::u16string units(const std::string& text);
   void logFix(const Fix& fix);
   void tellOfPopup(const PopupList* list);
   void offerStyles(const std::filesystem::path& configDirectory);
+  void readUsersFiles(const std::filesystem::path& support);
+  void insertDate(std::uint32_t command);
   void perform(std::uint32_t command);
   void look();
   bool somebodyTypes();
@@ -59,6 +63,8 @@ class Checker {
   Instance instance_;
   CheckerOptions options_;
   std::filesystem::path runtimeFolder_;
+  std::optional<UserContent> users_;
+  std::uint64_t lastLookAtFiles_ = 0;
   std::unique_ptr<Spelling> spelling_;
   CorrectionSwitches correctionSwitches_;
   std::optional<Corrections> corrections_;

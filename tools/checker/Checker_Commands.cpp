@@ -5,6 +5,7 @@
 
 #include "src/base/Log.h"
 #include "tools/checker/Checker.h"
+#include "tools/checker/Dates.h"
 
 namespace quorvane::checker {
 
@@ -16,18 +17,39 @@ void Checker::offerStyles(const std::filesystem::path& configDirectory) {
   styles_.emplace(ToolRecord(segments_.tool), menuBytes_, configDirectory, host_.log(), inForce);
 }
 
+void Checker::readUsersFiles(const std::filesystem::path& support) {
+  makeUserFolders(support, host_.log());
+  users_.emplace(support, instance_.platform().textEncoding, host_.log());
+  users_->read();
+}
+
+void Checker::insertDate(std::uint32_t command) {
+  Platform& platform = instance_.platform();
+  conversation_->insert(
+      dateText(command, platform.dateFormatting, platform.clock.CFAbsoluteTimeGetCurrent()));
+}
+
 void Checker::perform(std::uint32_t command) {
+  using Act = void (*)(Checker & checker, std::uint32_t command);
   struct Row {
-    std::uint32_t command;
-    void (*act)(Checker& checker);
+    std::uint32_t first;
+    std::uint32_t last;
+    Act act;
   };
   static constexpr std::array kCommands{
-      Row{8, [](Checker& checker) { checker.styles_->show(); }},
-      Row{16384, [](Checker& checker) { checker.styles_->choose(); }},
-      Row{65534, [](Checker& checker) { checker.host_.runLoop().quit(); }},
+      Row{8, 8, [](Checker& checker, auto) { checker.styles_->show(); }},
+      Row{16383, 16383, [](Checker& checker, auto) { checker.users_->read(); }},
+      Row{16384, 16384, [](Checker& checker, auto) { checker.styles_->choose(); }},
+      Row{16385, 16385,
+          [](Checker& checker, auto) {
+            checker.users_->turnOver(ToolRecord(checker.segments_.tool).get(At::AutoTypeChoice));
+          }},
+      Row{17140, 17149, [](Checker& checker, auto date) { checker.insertDate(date); }},
+      Row{65534, 65534, [](Checker& checker, auto) { checker.host_.runLoop().quit(); }},
   };
-  const auto* const row = std::ranges::find(kCommands, command, &Row::command);
-  if (row != kCommands.end()) row->act(*this);
+  const auto* const row = std::ranges::find_if(
+      kCommands, [command](const Row& it) { return command >= it.first && command <= it.last; });
+  if (row != kCommands.end()) row->act(*this, command);
 }
 
 }  // namespace quorvane::checker

@@ -1,0 +1,33 @@
+#pragma once
+// The user's files of words and of abbreviations, as the Input Menu lists them: see
+// docs/wire-formats.md.
+
+#include <filesystem>
+#include <vector>
+
+#include "platform/LogSink.h"
+#include "platform/TextEncoding.h"
+
+namespace quorvane::checker {
+
+enum class UserFileKind { Spelling, AutoType };
+
+struct UserFile {
+  std::filesystem::path path;
+  bool on = false;
+};
+
+/// Below application support. It need not be there.
+std::filesystem::path userFolder(const std::filesystem::path& support, UserFileKind kind);
+
+/// By name, in the order of Mac OS Roman.
+std::vector<UserFile> userFiles(const std::filesystem::path& support, UserFileKind kind,
+                                TextEncoding& encoding);
+
+/// Throws std::runtime_error, with a message that names the file and the reason.
+void switchUserFile(const std::filesystem::path& path, bool on);
+
+/// Makes each folder that is missing, with a small file that is off. What can't be made is logged.
+void makeUserFolders(const std::filesystem::path& support, quorvane::LogSink& log);
+
+}  // namespace quorvane::checker
