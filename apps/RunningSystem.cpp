@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "apps/Command.h"
+#include "apps/DesktopClipboard.h"
 #include "apps/UserParameters.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
@@ -76,7 +77,9 @@ RunningSystem::RunningSystem(const SystemOptions& options)
           host_.application(), [this] { begin(); }, [this] { exiting(); }),
       instance_(platform()),
       controller_(instance_),
-      textApplication_(host_.platform().clock, host_.log(), field_.events),
+      textApplication_(
+          host_.platform().clock, host_.log(), field_.events,
+          std::make_shared<DesktopClipboard>(configuration_.runtimeDirectory, host_.log())),
       document_(textApplication_.addDocument()) {
   host_.log().enabled = options.logDescriptor.has_value();
   host_.log().showPrivate = options.showPrivate;

@@ -7,19 +7,15 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/field/Clipboard.h"
 #include "platform/InputMethodKit.h"
 
 namespace quorvane::field {
 
-struct Clipboard {
-  std::u16string text;
-  std::uint32_t changeCount = 0;
-};
-
 /// A text field. Marked text stands in the text. Everything is counted in UTF-16 units.
 class Document : public IMKTextInput {
  public:
-  explicit Document(std::shared_ptr<Clipboard> clipboard = std::make_shared<Clipboard>());
+  explicit Document(std::shared_ptr<Clipboard> clipboard = std::make_shared<MemoryClipboard>());
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
 

@@ -39,7 +39,7 @@ void Document::applyCommand(const NSEvent& event) {
   if (letter == u'a') selection_ = {0, text_.size()};
   if (letter == u'c' || letter == u'x') copySelection();
   if (letter == u'x') replace(selection_, {});
-  if (letter == u'v') replace(selection_, clipboard_->text);
+  if (letter == u'v') replace(selection_, clipboard_->text());
 }
 
 void Document::applyControl(char16_t code) {
@@ -86,8 +86,7 @@ void Document::insertKey(std::u16string_view text) {
 
 void Document::copySelection() {
   if (selection_.length == 0) return;
-  clipboard_->text = text_.substr(selection_.location, selection_.length);
-  ++clipboard_->changeCount;
+  clipboard_->copy(std::u16string_view(text_).substr(selection_.location, selection_.length));
 }
 
 void Document::eraseSelectionOr(NSRange otherwise) {

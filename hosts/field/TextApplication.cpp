@@ -54,8 +54,9 @@ struct TextApplication::Progress {
   std::vector<std::string> calls;
 };
 
-TextApplication::TextApplication(Clock& clock, LogSink& log, EventQueue& queue)
-    : clock_(clock), queue_(queue), boundary_(log) {}
+TextApplication::TextApplication(Clock& clock, LogSink& log, EventQueue& queue,
+                                 std::shared_ptr<Clipboard> clipboard)
+    : clock_(clock), queue_(queue), boundary_(log), clipboard_(std::move(clipboard)) {}
 
 void TextApplication::setController(IMKInputController* controller) {
   boundary_.setController(controller);

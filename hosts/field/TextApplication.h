@@ -38,7 +38,8 @@ class TextApplication {
   static constexpr std::size_t kPostedEventLimit = 4096;
 
   /// All references outlive the application.
-  TextApplication(Clock& clock, LogSink& log, EventQueue& queue);
+  TextApplication(Clock& clock, LogSink& log, EventQueue& queue,
+                  std::shared_ptr<Clipboard> clipboard = std::make_shared<MemoryClipboard>());
   TextApplication(const TextApplication&) = delete;
   TextApplication& operator=(const TextApplication&) = delete;
 
@@ -109,7 +110,7 @@ class TextApplication {
   Clock& clock_;
   EventQueue& queue_;
   EventBoundary boundary_;
-  std::shared_ptr<Clipboard> clipboard_ = std::make_shared<Clipboard>();
+  std::shared_ptr<Clipboard> clipboard_;
   std::vector<std::unique_ptr<Document>> documents_;
   std::vector<std::unique_ptr<Client>> clients_;  ///< of the documents, in their order
   Document* focused_ = nullptr;

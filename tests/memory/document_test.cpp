@@ -135,7 +135,7 @@ TEST(Document, PassedKeys) {
 }
 
 TEST(Document, TheClipboardIsCopiedToCutToAndPasted) {
-  const auto clipboard = std::make_shared<Clipboard>();
+  const auto clipboard = std::make_shared<MemoryClipboard>();
   Document document(clipboard);
   document.setText(u"abc");
   for (const auto& [selection, characters, after] : {std::tuple(NSRange{0, 2}, u"c", u"[ab]c"),

@@ -56,7 +56,7 @@ struct InputMethodModel {
   bool askedWrongly = false;           ///< for something else than it must
   std::deque<NSEvent> posted;          ///< must come back, in order
   std::map<std::string, int> reached;  ///< how often the rarer rules were
-  std::shared_ptr<field::Clipboard> clipboard = std::make_shared<field::Clipboard>();
+  std::shared_ptr<field::Clipboard> clipboard = std::make_shared<field::MemoryClipboard>();
 
   InputMethodModel() {
     addClient(false);

@@ -199,7 +199,7 @@ void Subject::checkDocument(const NSEvent& event, bool consumed) {
 }
 
 std::u16string Subject::afterPassing(const NSEvent& event) {
-  field::Document scratch(std::make_shared<field::Clipboard>(host.text.clipboard()));
+  field::Document scratch(std::make_shared<field::MemoryClipboard>(host.text.clipboard().text()));
   scratch.setText(before_->text);
   scratch.select(before_->selection);
   scratch.applyKey(event);

@@ -57,7 +57,7 @@ class Typing {
     auto& switches = subject_.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
     if (completion) switches |= kCompletionFlag;
     subject_.host.mainApplication.appFlagStatus = switches;
-    subject_.host.text.clipboard().text = kMarks.front();
+    subject_.host.text.clipboard().copy(kMarks.substr(0, 1));
     main_.writeCorrectedText("");  // it is one that sends a text with each fix
     main_.sendFix(0, "");
     turn();

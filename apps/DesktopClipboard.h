@@ -1,0 +1,26 @@
+#pragma once
+// The clipboard of text fields that other processes share.
+
+#include "apps/Utf8Input.h"
+#include "hosts/desktop/ClipboardFile.h"
+#include "hosts/field/Clipboard.h"
+#include "src/base/Text.h"
+
+namespace quorvane {
+
+class DesktopClipboard final : public field::Clipboard {
+ public:
+  DesktopClipboard(const std::filesystem::path& runtimeFolder, LogSink& log)
+      : file_(runtimeFolder, log) {}
+
+  /// Bytes that are no UTF-8 come as U+FFFD.
+  [[nodiscard]] std::u16string text() const override {
+    return toUtf16(decodeUtf8Leniently(file_.text().value_or(std::string())));
+  }
+  void copy(std::u16string_view text) override { file_.copy(toUtf8(text)); }
+
+ private:
+  desktop::ClipboardFile file_;
+};
+
+}  // namespace quorvane
