@@ -104,6 +104,7 @@ Checker::~Checker() {
   ticker_.reset();
   announcement_.reset();
   conversation_.reset();  // closes its window while the segments are there
+  loan_.reset();
   const ToolRecord tool(segments_.tool);
   tool.put(At::AppReady, 0);
   tool.put(At::InteractiveMode, 0);
@@ -204,6 +205,8 @@ void Checker::beginConversation() {
   }
   conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
                         *inputMethod_, options_, textsBeganWithUs_, listener());
+  clipboard_.emplace(runtimeFolder_, host_.log());
+  loan_.emplace(ToolRecord(segments_.tool), *clipboard_, platform.clock);
   conversation_->expand(&users_->abbreviations());
   lastWork_ = platform.clock.mach_absolute_time();
   ticker_.emplace(host_.runLoop(), [this] { look(); });
@@ -256,6 +259,7 @@ void Checker::tellOfPopup(const PopupList* list) {
 void Checker::look() {
   const std::uint64_t now = instance_.platform().clock.mach_absolute_time();
   if (conversation_->poll() || somebodyTypes()) lastWork_ = now;
+  loan_->poll();
   if (scribbler_) scribbler_->maybe();
   if (now - lastLookAtFiles_ >= kNanosecondsBetweenLooksAtFiles) {
     lastLookAtFiles_ = now;

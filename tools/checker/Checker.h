@@ -10,6 +10,7 @@
 #include "hosts/desktop/DesktopHost.h"
 #include "src/base/Instance.h"
 #include "tools/checker/CheckerOptions.h"
+#include "tools/checker/ClipboardLoan.h"
 #include "tools/checker/Conversation.h"
 #include "tools/checker/Corrections.h"
 #include "tools/checker/InputMethods.h"
@@ -55,6 +56,7 @@ class Checker {
   void offerStyles(const std::filesystem::path& configDirectory);
   void readUsersFiles(const std::filesystem::path& support);
   void insertDate(std::uint32_t command);
+  void runTool(std::uint32_t command);
   void perform(std::uint32_t command);
   void look();
   bool somebodyTypes();
@@ -70,6 +72,8 @@ class Checker {
   std::optional<Corrections> corrections_;
   std::optional<WritingStyleMenu> styles_;
   Segments segments_;
+  std::optional<desktop::ClipboardFile> clipboard_;
+  std::optional<ClipboardLoan> loan_;
   std::span<std::uint8_t> menuBytes_;
   std::optional<DesktopInputMethodPort> inputMethod_;
   std::optional<Scribbler> scribbler_;

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "src/base/HostWords.h"
 #include "src/base/Log.h"
 #include "tools/checker/Checker.h"
 #include "tools/checker/Dates.h"
+#include "tools/checker/TextToolCommand.h"
 
 namespace quorvane::checker {
 
@@ -29,6 +31,13 @@ void Checker::insertDate(std::uint32_t command) {
       dateText(command, platform.dateFormatting, platform.clock.CFAbsoluteTimeGetCurrent()));
 }
 
+void Checker::runTool(std::uint32_t command) {
+  constexpr std::size_t kClientOffset = 16;
+  const ToolEnd end = runTextTool(command, hostWord32(segments_.command, kClientOffset), *loan_,
+                                  instance_.platform().textEncoding, *inputMethod_);
+  Log(instance_, "* checker: text tool ", command, ": ", textOf(end));
+}
+
 void Checker::perform(std::uint32_t command) {
   using Act = void (*)(Checker & checker, std::uint32_t command);
   struct Row {
@@ -44,6 +53,7 @@ void Checker::perform(std::uint32_t command) {
           [](Checker& checker, auto) {
             checker.users_->turnOver(ToolRecord(checker.segments_.tool).get(At::AutoTypeChoice));
           }},
+      Row{17100, 17111, [](Checker& checker, auto tool) { checker.runTool(tool); }},
       Row{17140, 17149, [](Checker& checker, auto date) { checker.insertDate(date); }},
       Row{65534, 65534, [](Checker& checker, auto) { checker.host_.runLoop().quit(); }},
   };

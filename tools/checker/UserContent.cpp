@@ -56,7 +56,7 @@ void UserContent::turnOver(std::size_t place) {
 /// The date goes before the reading, so that what is written meanwhile shows.
 void UserContent::readFile(const path& file, UserFileKind kind) {
   note(file);
-  const auto bytes = desktop::readPlainFile(file.native(), kLargestFile);
+  const auto bytes = desktop::readPlainFile(file.native(), kLargestUserFile);
   if (!bytes) return say(file.string() + " is passed over: too large, or not to be read");
   const std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
   const std::size_t bad = kind == UserFileKind::Spelling

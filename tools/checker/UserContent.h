@@ -13,9 +13,6 @@ namespace quorvane::checker {
 
 class UserContent {
  public:
-  /// A larger file is passed over.
-  static constexpr std::uint64_t kLargestFile = std::uint64_t{4} << 20;
-
   /// Reads nothing yet.
   UserContent(std::filesystem::path support, TextEncoding& encoding, quorvane::LogSink& log);
 

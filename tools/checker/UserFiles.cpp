@@ -110,6 +110,15 @@ void changeSwitch(resources::AppleDouble& around, bool on) {
   bytes = *written.value;
 }
 
+/// With what it has beside its data.
+void copyFile(const path& from, const path& to) {
+  std::error_code error;
+  if (std::filesystem::file_size(from, error) > kLargestUserFile || error) return;
+  const path around = resources::appleDoublePath(from.native());
+  std::filesystem::copy_file(from, to, error);
+  std::filesystem::copy_file(around, resources::appleDoublePath(to.native()), error);
+}
+
 void makeSample(const path& folder, const Sample& sample) {
   std::filesystem::create_directories(folder);
   const path file = folder / sample.name;
@@ -143,6 +152,16 @@ std::vector<UserFile> userFiles(const path& support, UserFileKind kind, TextEnco
   std::ranges::sort(files, {},
                     [&](const UserFile& file) { return romanName(file.path, encoding); });
   return files;
+}
+
+void copyUserFiles(const path& from, const path& to, TextEncoding& encoding) {
+  for (const auto kind : {UserFileKind::Spelling, UserFileKind::AutoType}) {
+    const auto files = userFiles(from, kind, encoding);
+    const path folder = dictionariesFolder(to) / folderName(kind);
+    std::error_code ignored;
+    if (!files.empty()) std::filesystem::create_directories(folder, ignored);
+    for (const UserFile& file : files) copyFile(file.path, folder / file.path.filename());
+  }
 }
 
 void switchUserFile(const path& file, bool on) {

@@ -10,6 +10,9 @@
 
 namespace quorvane::checker {
 
+/// A larger one is passed over.
+inline constexpr std::uint64_t kLargestUserFile = std::uint64_t{4} << 20;
+
 enum class UserFileKind { Spelling, AutoType };
 
 struct UserFile {
@@ -23,6 +26,11 @@ std::filesystem::path userFolder(const std::filesystem::path& support, UserFileK
 /// By name, in the order of Mac OS Roman.
 std::vector<UserFile> userFiles(const std::filesystem::path& support, UserFileKind kind,
                                 TextEncoding& encoding);
+
+/// So that a run of its own has them, too: those of at most 4 MiB. What can't be copied is left
+/// out.
+void copyUserFiles(const std::filesystem::path& from, const std::filesystem::path& to,
+                   TextEncoding& encoding);
 
 /// Throws std::runtime_error, with a message that names the file and the reason.
 void switchUserFile(const std::filesystem::path& path, bool on);
