@@ -55,11 +55,10 @@ bool Conversation::spellingWanted() const {
   return (flags & kWordCompletion) == 0 && (flags & kInteractiveSpelling) != 0;
 }
 
-/// Word completion has the word while it is on.
+/// Also where completion is on: what it writes otherwise than it was typed, the input method knows.
 bool Conversation::expansionWanted() const {
   const std::uint32_t flags = tool_.get(At::AppFlags);
-  return abbreviations_ != nullptr && (flags & kWordCompletion) == 0 &&
-         (flags & kAbbreviations) != 0;
+  return abbreviations_ != nullptr && (flags & kAbbreviations) != 0;
 }
 
 /// All thinking comes before all writing. A scan that is over, or may be, is left as it stands: the

@@ -90,7 +90,7 @@ void addFile(const path& file, UserFileKind kind, std::vector<UserFile>& files) 
 using RomanName = std::array<std::uint8_t, 256>;
 
 RomanName romanName(const path& file, TextEncoding& encoding) {
-  const std::string& name = file.filename().native();
+  const std::string name = file.filename().native();
   const auto units = encoding.initWithData(
       {reinterpret_cast<const std::uint8_t*>(name.data()), name.size()}, NSStringEncoding::UTF8);
   RomanName roman{};
