@@ -6,8 +6,10 @@
 #include <stdexcept>
 
 #include "hosts/field/FieldParts.h"
+#include "src/base/HostWords.h"
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "tools/checker/WindowFile.h"
 
 namespace quorvane::checker {
 
@@ -25,6 +27,7 @@ constexpr SegmentRow kCommandSegment{896, 408};
 constexpr SegmentRow kMenuSegment{897, kMenuRecordSize};
 constexpr SegmentRow kSpellSegment{899, 708};
 constexpr std::uint32_t kTextSlot = 1;
+constexpr std::size_t kClientOffset = 12;  // in the payload of a command
 
 // Somebody waits for the answer to a scan, so that a look comes soon while text is being typed, and
 // seldom otherwise: what is typed before the first word ends tells in time.
@@ -80,12 +83,14 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
       instance_(host.platform()),
       options_(options),
       runtimeFolder_(configuration.runtimeDirectory),
-      spelling_(std::move(spelling)) {
+      spelling_(std::move(spelling)),
+      clipboard_(configuration.runtimeDirectory, host.log()) {
   // The creating attach would clear the segments of a main application that is at work. Only one
   // process can have the port, so that of two that start at once only one comes to the segments.
   const auto port = takePort();
   createSegments();
   removePopupList(runtimeFolder_);
+  removeWindowFile(runtimeFolder_);
   servePort(port);
   ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
@@ -103,8 +108,9 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
 Checker::~Checker() {
   ticker_.reset();
   announcement_.reset();
+  window_.reset();
+  clipboardLoan_.reset();
   conversation_.reset();  // closes its window while the segments are there
-  loan_.reset();
   const ToolRecord tool(segments_.tool);
   tool.put(At::AppReady, 0);
   tool.put(At::InteractiveMode, 0);
@@ -134,9 +140,8 @@ Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::
 std::shared_ptr<CFMessagePort> Checker::takePort() {
   MessagePorts& ports = instance_.platform().messagePorts;
   auto port = ports.CFMessagePortCreateLocal(
-      kServerPort, [this](std::int32_t command, const CFData* /*data*/) -> std::optional<CFData> {
-        Log(instance_, "* checker: command message ", command);
-        if (conversation_) conversation_->obey(static_cast<std::uint32_t>(command));
+      kServerPort, [this](std::int32_t command, const CFData* data) -> std::optional<CFData> {
+        obey(static_cast<std::uint32_t>(command), data);
         return std::nullopt;
       });
   if (port != nullptr) return port;
@@ -144,6 +149,13 @@ std::shared_ptr<CFMessagePort> Checker::takePort() {
     throw std::runtime_error("a main application is running already; end it first");
   }
   throw std::runtime_error("can't serve the port " + std::string(kServerPort));
+}
+
+void Checker::obey(std::uint32_t command, const CFData* data) {
+  Log(instance_, "* checker: command message ", command);
+  if (data != nullptr) messageClient_ = hostWord32(*data, kClientOffset);
+  if (conversation_) conversation_->obey(command);
+  messageClient_.reset();
 }
 
 /// What has been sent to the port since it was taken waits for this.
@@ -203,10 +215,9 @@ void Checker::beginConversation() {
     scribbler_.emplace(segments_.tool, segments_.text, segments_.command, *inputMethod_,
                        options_.seed);
   }
+  prepareWindow();
   conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
                         *inputMethod_, options_, textsBeganWithUs_, listener());
-  clipboard_.emplace(runtimeFolder_, host_.log());
-  loan_.emplace(ToolRecord(segments_.tool), *clipboard_, platform.clock);
   conversation_->expand(&users_->abbreviations());
   lastWork_ = platform.clock.mach_absolute_time();
   ticker_.emplace(host_.runLoop(), [this] { look(); });
@@ -258,8 +269,8 @@ void Checker::tellOfPopup(const PopupList* list) {
 
 void Checker::look() {
   const std::uint64_t now = instance_.platform().clock.mach_absolute_time();
-  if (conversation_->poll() || somebodyTypes()) lastWork_ = now;
-  loan_->poll();
+  const bool asked = conversation_->poll();
+  if (window_->poll() || asked || somebodyTypes()) lastWork_ = now;
   if (scribbler_) scribbler_->maybe();
   if (now - lastLookAtFiles_ >= kNanosecondsBetweenLooksAtFiles) {
     lastLookAtFiles_ = now;

@@ -14,11 +14,13 @@
 #include "tools/checker/Conversation.h"
 #include "tools/checker/Corrections.h"
 #include "tools/checker/InputMethods.h"
+#include "tools/checker/MainWindow.h"
 #include "tools/checker/Scribbler.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/Ticker.h"
 #include "tools/checker/UserContent.h"
 #include "tools/checker/WritingStyleMenu.h"
+#include "tools/definitions/Definitions.h"
 
 namespace quorvane::checker {
 
@@ -42,6 +44,7 @@ class Checker {
   struct Block;
 
   std::shared_ptr<CFMessagePort> takePort();
+  void obey(std::uint32_t command, const CFData* data);
   void createSegments();
   Block createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot);
   void servePort(const std::shared_ptr<CFMessagePort>& port);
@@ -58,6 +61,11 @@ class Checker {
   void insertDate(std::uint32_t command);
   void runTool(std::uint32_t command);
   void perform(std::uint32_t command);
+  void prepareWindow();
+  void serveWindowKeys();
+  void tellOfWindow(const WindowText* text);
+  bool performInWindow(std::uint32_t command);
+  std::u16string define(std::u16string_view text);
   void look();
   bool somebodyTypes();
 
@@ -72,11 +80,14 @@ class Checker {
   std::optional<Corrections> corrections_;
   std::optional<WritingStyleMenu> styles_;
   Segments segments_;
-  std::optional<desktop::ClipboardFile> clipboard_;
-  std::optional<ClipboardLoan> loan_;
   std::span<std::uint8_t> menuBytes_;
   std::optional<DesktopInputMethodPort> inputMethod_;
   std::optional<Scribbler> scribbler_;
+  desktop::ClipboardFile clipboard_;
+  std::optional<ClipboardLoan> clipboardLoan_;
+  std::optional<MainWindow> window_;
+  std::optional<std::uint32_t> messageClient_;  ///< of the command message being obeyed
+  std::unique_ptr<Definitions> definitions_;    ///< since the first look-up
   std::optional<Conversation> conversation_;
   std::unique_ptr<Registration> announcement_;
   bool textsBeganWithUs_ = false;

@@ -33,12 +33,14 @@ void Checker::insertDate(std::uint32_t command) {
 
 void Checker::runTool(std::uint32_t command) {
   constexpr std::size_t kClientOffset = 16;
-  const ToolEnd end = runTextTool(command, hostWord32(segments_.command, kClientOffset), *loan_,
-                                  instance_.platform().textEncoding, *inputMethod_);
+  const ToolEnd end =
+      runTextTool(command, hostWord32(segments_.command, kClientOffset), *clipboardLoan_,
+                  instance_.platform().textEncoding, *inputMethod_);
   Log(instance_, "* checker: text tool ", command, ": ", textOf(end));
 }
 
 void Checker::perform(std::uint32_t command) {
+  if (performInWindow(command)) return;
   using Act = void (*)(Checker & checker, std::uint32_t command);
   struct Row {
     std::uint32_t first;

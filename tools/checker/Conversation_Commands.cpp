@@ -54,7 +54,11 @@ constexpr std::array kRequests{Request{0, kCloseWindow, true},
                                Request{19, kRestoreClipboard, false},
                                Request{19, kQuit, false},
                                Request{20, kRestoreClipboard, true},
-                               Request{28, kFillMenuRecord, true}};
+                               Request{22, 2, true},  // checks
+                               Request{23, 6, true},
+                               Request{24, 7, true},
+                               Request{28, kFillMenuRecord, true},
+                               Request{31, 35, true}};  // a word is looked up
 
 bool isDigit(std::uint32_t key) { return key >= '0' && key <= '9'; }
 
@@ -102,8 +106,8 @@ void Conversation::obey(std::uint32_t command) {
     case kJudgeClick:
       return judgeClick();
     case kRestoreClipboard:
-      // There is no clipboard here: what is kept is the hand-shake.
-      return tool_.put(At::ClipState, 0);
+      tool_.put(At::ClipState, 0);
+      [[fallthrough]];
     default:
       if (listener_.perform) listener_.perform(command);
   }

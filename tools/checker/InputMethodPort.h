@@ -17,6 +17,8 @@ class InputMethodPort {
   virtual bool find() = 0;
   /// To the one found last, without waiting for a reply. False where the message didn't go.
   virtual bool send(std::int32_t messageId, std::span<const std::uint8_t> payload) = 0;
+  /// Of the application with this signature; 0 where it isn't known.
+  [[nodiscard]] virtual std::int32_t processOf(std::uint32_t /*signature*/) const { return 0; }
   /// Of the one found last.
   [[nodiscard]] virtual const std::string& name() const = 0;
 };

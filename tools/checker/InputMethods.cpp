@@ -45,6 +45,14 @@ bool DesktopInputMethodPort::find() {
   return remote_ != nullptr;
 }
 
+std::int32_t DesktopInputMethodPort::processOf(std::uint32_t signature) const {
+  const auto processes = registry_.processes();
+  const auto found = std::ranges::find_if(processes, [signature](const auto& process) {
+    return process.announcement.signature == signature;
+  });
+  return found == processes.end() ? 0 : found->pid;
+}
+
 bool DesktopInputMethodPort::send(std::int32_t messageId, std::span<const std::uint8_t> payload) {
   return remote_ != nullptr &&
          ports_.CFMessagePortSendRequest(*remote_, messageId, payload, Seconds(0), Seconds(0),

@@ -28,6 +28,7 @@ class DesktopInputMethodPort final : public InputMethodPort {
   [[nodiscard]] std::int32_t asker() const override;
   bool find() override;
   bool send(std::int32_t messageId, std::span<const std::uint8_t> payload) override;
+  [[nodiscard]] std::int32_t processOf(std::uint32_t signature) const override;
   [[nodiscard]] const std::string& name() const override { return name_; }
 
  private:

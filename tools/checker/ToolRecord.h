@@ -15,8 +15,10 @@ inline constexpr std::size_t kToolRecordSize = 376;
 enum class At : std::size_t {
   Requests = 72,            ///< field 1: set by the input method, cleared here
   InteractiveMode = 92,     ///< field 6
+  AppInput = 104,           ///< field 9
   BufferChanged = 112,      ///< field 11
   WindowClient = 116,       ///< field 12
+  AppState = 128,           ///< field 15
   StyleMark = 140,          ///< field 18: the style in force, from 1
   AutoTypeChoice = 164,     ///< field 24: the chosen file by its place, from 1
   ControlDigits = 168,      ///< field 25
@@ -26,6 +28,8 @@ enum class At : std::size_t {
   WindowOpen = 192,         ///< field 31
   SessionHandle = 204,      ///< field 34
   SmartCharacters = 220,    ///< field 38
+  AutoMark = 228,           ///< field 40
+  CheckRunning = 232,       ///< field 41
   AppReady = 236,           ///< field 42
   MousePoint = 244,         ///< field 44
   StyleChoice = 252,        ///< field 46: from 1
@@ -33,6 +37,7 @@ enum class At : std::size_t {
   WindowTopLeft = 276,      ///< field 52
   WindowBottomRight = 280,  ///< field 53
   ScanFlags = 284,          ///< field 54
+  PasteClient = 332,        ///< entry 5 of the group at 312
   SessionChange = 360,      ///< entry 4 of the group at 344
   SentenceStart = 364,      ///< entry 5 of the group at 344
 };
