@@ -2,27 +2,11 @@
 
 #include <array>
 
-#include "src/base/BigEndian.h"
 #include "src/base/Text.h"
+#include "tools/checker/PasteInto.h"
 #include "tools/checker/TextTools.h"
 
 namespace quorvane::checker {
-
-namespace {
-
-constexpr std::int32_t kPasteMessage = 250;
-
-bool paste(std::string_view text, std::uint32_t client, ClipboardLoan& clipboard,
-           InputMethodPort& port) {
-  if (!port.find() || !clipboard.lend(text)) return false;
-  std::array<std::uint8_t, sizeof client> payload{};
-  putBigEndian(payload, 0, client);
-  if (port.send(kPasteMessage, payload)) return true;
-  clipboard.end();
-  return false;
-}
-
-}  // namespace
 
 std::string_view textOf(ToolEnd end) {
   constexpr std::array<std::string_view, 5> kTexts{"pasted", "nothing was copied",
@@ -31,7 +15,7 @@ std::string_view textOf(ToolEnd end) {
   return kTexts.at(static_cast<std::size_t>(end));
 }
 
-ToolEnd runTextTool(std::uint32_t command, std::uint32_t client, ClipboardLoan& clipboard,
+ToolEnd runTextTool(std::uint32_t command, std::int32_t client, ClipboardLoan& clipboard,
                     TextEncoding& encoding, InputMethodPort& port) {
   const auto copied = clipboard.takeCopied();
   if (!copied) return ToolEnd::NothingCopied;
@@ -41,7 +25,8 @@ ToolEnd runTextTool(std::uint32_t command, std::uint32_t client, ClipboardLoan& 
   if (!text) return ToolEnd::NoText;
   const auto changed = afterTextTool(command, *text);
   if (!changed || *changed == *text) return ToolEnd::NothingToChange;
-  return paste(toUtf8(*changed), client, clipboard, port) ? ToolEnd::Pasted : ToolEnd::NotPasted;
+  return pasteInto(client, toUtf8(*changed), clipboard, port) ? ToolEnd::Pasted
+                                                              : ToolEnd::NotPasted;
 }
 
 }  // namespace quorvane::checker

@@ -15,7 +15,7 @@ std::string_view textOf(ToolEnd end);
 
 /// `client` is the process to paste into. The clipboard is as it was, at once or once that has
 /// pasted.
-ToolEnd runTextTool(std::uint32_t command, std::uint32_t client, ClipboardLoan& clipboard,
+ToolEnd runTextTool(std::uint32_t command, std::int32_t client, ClipboardLoan& clipboard,
                     TextEncoding& encoding, InputMethodPort& port);
 
 }  // namespace quorvane::checker
