@@ -19,12 +19,6 @@ void Checker::offerStyles(const std::filesystem::path& configDirectory) {
   styles_.emplace(ToolRecord(segments_.tool), menuBytes_, configDirectory, host_.log(), inForce);
 }
 
-void Checker::readUsersFiles(const std::filesystem::path& support) {
-  makeUserFolders(support, host_.log());
-  users_.emplace(support, instance_.platform().textEncoding, host_.log());
-  users_->read();
-}
-
 void Checker::insertDate(std::uint32_t command) {
   Platform& platform = instance_.platform();
   conversation_->insert(
