@@ -76,6 +76,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       application_(
           host_.application(), [this] { begin(); }, [this] { exiting(); }),
       instance_(platform()),
+      front_(host_, instance_, configuration_.runtimeDirectory),
       controller_(instance_),
       textApplication_(
           host_.platform().clock, host_.log(), field_.events,
@@ -205,6 +206,7 @@ void RunningSystem::begin() {
 void RunningSystem::settle() {
   do {
     host_.runLoop().runPending();
+    if (!standsAside() && front_.update()) host_.runLoop().runPending();
     textApplication_.deliverPosted();
   } while (field_.events.size() != 0);
 }

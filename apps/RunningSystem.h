@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "apps/EndSignals.h"
+#include "apps/FrontApplication.h"
 #include "apps/Observed.h"
 #include "apps/OwnApplication.h"
 #include "apps/OwnSurroundings.h"
@@ -38,7 +39,8 @@ class RunningSystem {
   /// `body`, whose end is the end of it all. Throws where the stand-in or the input method doesn't
   /// start, and what `body` throws.
   void run(std::function<void()> body);
-  /// Everything that waits is handled: messages, notifications, posted events.
+  /// Everything that waits is handled: messages, notifications, posted events. What is posted finds
+  /// the right application in front.
   void settle();
 
   [[nodiscard]] desktop::DesktopHost& host() { return host_; }
@@ -53,6 +55,7 @@ class RunningSystem {
   [[nodiscard]] const std::filesystem::path& runtimeFolder() const {
     return configuration_.runtimeDirectory;
   }
+  [[nodiscard]] FrontApplication& front() { return front_; }
   /// Null: it was left out.
   [[nodiscard]] StandIn* standIn() { return standIn_.get(); }
   /// Another input method works on our segments already: every key passes.
@@ -87,6 +90,7 @@ class RunningSystem {
   ObservedSharedMemory sharedMemory_;
   OwnApplication application_;
   Instance instance_;
+  FrontApplication front_;
   InputController controller_;
   field::TextApplication textApplication_;
   field::Document& document_;

@@ -2,17 +2,16 @@
 
 #include <utility>
 
-#include "apps/desk/Segment.h"
+#include "apps/Segment.h"
 #include "src/bridge/Presence.h"
 #include "tools/checker/PopupList.h"
 #include "tools/checker/ToolRecord.h"
+#include "tools/checker/WindowFile.h"
 
 namespace quorvane::desk {
 namespace {
 
 using checker::At;
-
-constexpr std::uint32_t kToolSegment = 880;
 
 /// Top in the low half, left in the high.
 NSPoint cornerIn(std::uint32_t packed) {
@@ -24,9 +23,10 @@ NSPoint cornerIn(std::uint32_t packed) {
 
 CheckerWindow lookAtCheckerWindow(RunningSystem& system) {
   if (IsQUORVANEAPPRUNNING(system.instance()) == 0) return {};
-  const Segment segment(system.host().platform().sharedMemory, kToolSegment);
+  const Segment segment(system.host().platform().sharedMemory, checker::kToolKey);
   const checker::ToolRecord record(segment.words());
-  CheckerWindow window{record.get(At::WindowOpen), {}};
+  CheckerWindow window{record.get(At::WindowOpen), {}, {}};
+  if (record.get(At::AppInput) != 0) window.own = checker::readWindowFile(system.runtimeFolder());
   if (window.state != kPopupWindow) return window;
   auto list = checker::readPopupList(system.runtimeFolder());
   if (list) window.popup = {cornerIn(record.get(At::WindowTopLeft)), std::move(list->suggestions)};

@@ -1,6 +1,5 @@
 #pragma once
-// The main application's window over the document, as the shared record and the list of its popup
-// tell of it.
+// The main application's windows, as the shared record and its files tell of them.
 
 #include <cstdint>
 #include <optional>
@@ -12,13 +11,13 @@
 namespace quorvane::desk {
 
 struct CheckerWindow {
-  std::uint32_t state = kNoWindow;  ///< any other number but these two: the document window
-  std::optional<PopupView> popup;   ///< of an open one; empty also where its list can't be read
+  std::uint32_t state = kNoWindow;         ///< any other number but these two: the document window
+  std::optional<checker::WindowText> own;  ///< the one that takes the keys itself
+  std::optional<PopupView> popup;  ///< of an open one; empty also where its list can't be read
 };
 
-/// As it is now. No window where no main application runs. Where the popup opens or closes without
-/// a key, the run loop still turns: the list's file comes and goes in the folder that the host
-/// watches.
+/// As they are now. None where no main application runs. Where one opens, closes or changes without
+/// a key, the run loop still turns: its file comes and goes in the folder that the host watches.
 CheckerWindow lookAtCheckerWindow(RunningSystem& system);
 
 }  // namespace quorvane::desk

@@ -3,9 +3,9 @@
 #include <span>
 
 #include "apps/Describe.h"
+#include "apps/Segment.h"
 #include "apps/Utf8Input.h"
 #include "apps/desk/CheckerWindow.h"
-#include "apps/desk/Segment.h"
 #include "src/bridge/Presence.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "tools/checker/TextRecord.h"
@@ -102,6 +102,9 @@ Fact DeskFacts::publishedRecord() {
 Fact DeskFacts::mainApplication(std::uint32_t windowState) {
   if (system_.standsAside()) return {"another input method has it", {u"every key passes"}};
   const bool runs = IsQUORVANEAPPRUNNING(system_.instance()) != 0;
+  if (runs && system_.front().mainWindowTakesKeys()) {
+    return {"main application: in front", {u"window: its own"}};
+  }
   if (runs) return {"main application: runs", {nameOf(windowState)}};
   return {system_.standIn() == nullptr ? "main application: none" : "main application: has ended",
           {}};

@@ -7,6 +7,8 @@
 #include <array>
 #include <span>
 
+#include "platform/AppKitEvents.h"
+
 namespace quorvane::desk {
 namespace {
 
@@ -19,7 +21,8 @@ constexpr DeskKey typed(char32_t code) { return {DeskCommand::Type, code}; }
 constexpr int kControlC = 3;
 constexpr int kControlQ = 17;
 
-constexpr std::array<Meaning, 8> kControls{{
+constexpr std::array<Meaning, 9> kControls{{
+    {1, {DeskCommand::Type, U'a', NSEventModifierFlagCommand}},
     {8, typed(8)},
     {9, typed(9)},
     {10, typed(13)},

@@ -11,8 +11,9 @@ enum class DeskCommand { Type, ToggleAnnotation, TapShift, Menu, Quit };
 
 struct DeskKey {
   DeskCommand command = DeskCommand::Type;
-  char32_t character = 0;  ///< to type: a character, or the classic code of a key without one
-  Seconds time{};          ///< when it came: it may have to wait for the key before it
+  char32_t character = 0;       ///< to type: a character, or the classic code of a key without one
+  std::uint32_t modifiers = 0;  ///< in addition to those that the character needs
+  Seconds time{};               ///< when it came: it may have to wait for the key before it
 };
 
 /// A key with a character, control characters included. Empty: the desk doesn't know it.

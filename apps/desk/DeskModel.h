@@ -7,6 +7,7 @@
 
 #include "apps/desk/MenuView.h"
 #include "platform/MacTypes.h"
+#include "tools/checker/documents/WindowText.h"
 
 namespace quorvane::desk {
 
@@ -49,6 +50,7 @@ struct DeskModel {
   std::optional<PanelView> panel;
   std::optional<AnnotationView> annotation;
   std::optional<PopupView> popup;
+  std::optional<checker::WindowText> window;  ///< the main application's own, over everything
   std::vector<MenuView> menus;  ///< the Input Menu while it is open, and its open submenus
   std::vector<Fact> facts;
 };

@@ -7,6 +7,7 @@
 #include "apps/desk/Characters.h"
 #include "apps/desk/MenuDrawing.h"
 #include "apps/desk/TextDrawing.h"
+#include "apps/desk/WindowDrawing.h"
 
 namespace quorvane::desk {
 namespace {
@@ -126,7 +127,8 @@ Canvas drawDesk(const DeskPlan& plan, const DeskModel& model) {
                  text.placeOf(model.marked.value_or(model.selection).location).row);
   if (model.popup) drawPopup(canvas, plan, *model.popup);
   drawMenus(canvas, plan, model.menus);
-  canvas.cursorShown = canvas.cursorShown && model.menus.empty();
+  if (model.window) drawWindow(canvas, plan, *model.window);
+  canvas.cursorShown = canvas.cursorShown && model.menus.empty() && !model.window;
   return canvas;
 }
 

@@ -12,6 +12,7 @@
 #include "platform/UserDefaults.h"
 #include "src/base/VirtualKeys.h"
 #include "src/completion/AnnotationWinController.h"
+#include "tools/checker/WindowFile.h"
 
 namespace quorvane::desk {
 namespace {
@@ -96,10 +97,12 @@ bool DeskSession::turn() {
 }
 
 void DeskSession::obey(const DeskKey& key) {
-  if (menu_ && key.command != DeskCommand::Quit) return obeyInMenu(key);
+  const bool quits = key.command == DeskCommand::Quit;
+  if (!quits && system_.front().mainWindowTakesKeys()) return pressInWindow(key);
+  if (menu_ && !quits) return obeyInMenu(key);
   switch (key.command) {
     case DeskCommand::Type:
-      system_.textApplication().type(key.character, 0, key.time);
+      system_.textApplication().type(key.character, key.modifiers, key.time);
       return;
     case DeskCommand::ToggleAnnotation:
       return toggleAnnotation();
@@ -122,7 +125,7 @@ void DeskSession::openMenu() {
 
 /// A key that means nothing to a menu closes it.
 void DeskSession::obeyInMenu(const DeskKey& key) {
-  const bool typed = key.command == DeskCommand::Type;
+  const bool typed = key.command == DeskCommand::Type && key.modifiers == 0;
   const MenuOutcome outcome = typed ? menu_->press(key.character) : MenuOutcome::Closes;
   if (outcome == MenuOutcome::StaysOpen) return;
   NSMenuItem* const chosen = outcome == MenuOutcome::Chooses ? menu_->highlighted() : nullptr;
@@ -131,6 +134,18 @@ void DeskSession::obeyInMenu(const DeskKey& key) {
     if (chosen != nullptr) tracking_->choose(*chosen);
   });
   tracking_.reset();
+}
+
+/// Waits until the window has had the key: the next one may be for the document again.
+void DeskSession::pressInWindow(const DeskKey& key) {
+  if (key.command != DeskCommand::Type || key.modifiers != 0) return;
+  constexpr Seconds kPatience{2};
+  MessagePorts& ports = system_.host().platform().messagePorts;
+  const auto port = ports.CFMessagePortCreateRemote(checker::kWindowKeyPort);
+  if (port == nullptr) return;
+  CFData reply;
+  ports.CFMessagePortSendRequest(*port, static_cast<std::int32_t>(key.character), {}, kPatience,
+                                 kPatience, &reply);
 }
 
 void DeskSession::tapShift() {
@@ -200,6 +215,7 @@ void DeskSession::draw() {
                                    .panel = panel(),
                                    .annotation = annotation(),
                                    .popup = std::move(window.popup),
+                                   .window = std::move(window.own),
                                    .menus = menu_ ? menu_->views() : std::vector<MenuView>(),
                                    .facts = facts_.all(window.state)}));
 }

@@ -38,6 +38,7 @@ class DeskSession {
   void obey(const DeskKey& key);
   void openMenu();
   void obeyInMenu(const DeskKey& key);
+  void pressInWindow(const DeskKey& key);
   void tapShift();
   void toggleAnnotation();
   void fit();

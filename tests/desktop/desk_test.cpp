@@ -93,9 +93,11 @@ class Desk {
   }
   [[nodiscard]] pid_t pid() const { return static_cast<pid_t>(std::stol(contentOf(file("pid")))); }
   void signal(int number) const { ::kill(pid(), number); }
+  [[nodiscard]] std::filesystem::path runtimeFolder() const {
+    return folder_.usualRuntimeFolder() / ("type-" + std::to_string(pid()));
+  }
   void signalStandIn(int number) const {
-    const auto runtime = folder_.usualRuntimeFolder() / ("type-" + std::to_string(pid()));
-    for (const auto& entry : std::filesystem::directory_iterator(runtime)) {
+    for (const auto& entry : std::filesystem::directory_iterator(runtimeFolder())) {
       if (entry.path().extension() != ".process") continue;
       const auto announced = static_cast<pid_t>(std::stol(entry.path().stem()));
       if (announced != pid()) ::kill(announced, number);
@@ -235,6 +237,43 @@ TEST(Desk, TheInputMenu) {
   EXPECT_TRUE(desk.shows("\u25B2\u2510")) << "more above\n" << desk.screen();
   desk.keys("Home F9 Space x");
   EXPECT_TRUE(desk.line(0, "account x")) << desk.screen();
+}
+
+TEST(Desk, AChecksTextTakesThePlaceOfTheSelection) {
+  Desk desk("--switches 0");
+  const auto clipboard = desk.runtimeFolder() / "clipboard";
+  std::ofstream(clipboard) << "mine";
+  std::filesystem::last_write_time(
+      clipboard, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+  desk.keys("'I recieve it. we saw goverment , I think. Go tommorow.'");
+  desk.keys("F9 Enter");
+  ASSERT_TRUE(desk.shows("Check All: 1 of 5")) << desk.screen();
+  EXPECT_TRUE(desk.shows("\u2502 I [recieve] it. we saw")) << desk.screen();
+  EXPECT_TRUE(desk.shows("\u2502 > recieve                 receive ")) << desk.screen();
+  EXPECT_TRUE(desk.shows("application: in front")) << desk.screen();
+  EXPECT_EQ(contentOf(clipboard), "mine") << "the copy has been read and taken back";
+  desk.keys("x Escape '!'");
+  EXPECT_TRUE(desk.line(0, "!")) << "the window has had x; the text is still selected";
+
+  desk.keys("BSpace 'I recieve it. we saw goverment , I think. Go tommorow.' F9 Enter");
+  ASSERT_TRUE(desk.shows("Check All: 1 of 5")) << desk.screen();
+  desk.keys("Enter s");
+  EXPECT_TRUE(desk.shows("- we                      left as it is")) << desk.screen();
+  desk.keys("a '!'");
+  EXPECT_TRUE(desk.line(0, "I receive it. we saw government, I think. Go tomorrow.!"))
+      << desk.screen();
+  EXPECT_TRUE(eventually([&] { return contentOf(clipboard) == "mine"; }));
+
+  desk.keys("' recieve' F9 c c c c Enter");
+  ASSERT_TRUE(desk.shows("Check All and Mark Up: 2 found")) << desk.screen();
+  desk.keys("Enter");
+  EXPECT_TRUE(desk.shows("[recieve: receive]")) << desk.screen();
+  desk.keys("F9 End Up Enter");
+  EXPECT_TRUE(desk.shows("\u250C About Quorvane ")) << desk.screen();
+  desk.signalStandIn(SIGKILL);
+  EXPECT_TRUE(eventually([&] { return desk.screen().find("\u250C") == std::string::npos; }));
+  desk.keys("z");
+  EXPECT_TRUE(desk.shows("[recieve: receive]z")) << "the keys are the document's again";
 }
 
 TEST(Desk, ACrashGivesTheTerminalBack) {

@@ -51,6 +51,7 @@ class MenuAnswers : public testing::Test {
 TEST_F(MenuAnswers, AbbreviationsDatesAndStylesGoTheWholeWay) {
   RunningProgram standIn = run({"checker"});
   ASSERT_TRUE(eventually([&] { return announcementsIn(runtime) == 1; })) << standIn.errors();
+  EXPECT_TRUE(std::filesystem::exists(support / "Quorvane" / "._Quorvane Parameters"));
   const std::string before = today();
   RunningProgram type =
       run({"type", "--no-checker", "--delay", "100"}, "a b c d e f g h i j btw (Afaik) teh x ");

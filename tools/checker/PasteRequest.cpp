@@ -15,7 +15,6 @@ namespace quorvane::checker {
 
 namespace {
 
-constexpr std::uint32_t kToolKey = 880;
 constexpr std::uint32_t kRestoreArmed = 1;
 
 class AttachedToolRecord {

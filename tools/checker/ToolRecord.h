@@ -8,6 +8,7 @@
 
 namespace quorvane::checker {
 
+inline constexpr std::uint32_t kToolKey = 880;
 inline constexpr std::size_t kToolRecordSize = 376;
 
 /// Byte offsets. Field i of the array lies at 68 + 4 * i, entry i of a group at the group's base

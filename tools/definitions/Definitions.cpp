@@ -22,7 +22,8 @@ std::u16string Definitions::of(std::u16string_view word) {
   if (!hasUtf8Form(word)) return {};
   Platform& platform = instance_.platform();
   const std::string key = toUtf8(platform.characterSets.lowercaseString(std::u16string(word)));
-  const TextList lines = words_.ask([&key](const WordTable& words) { return words.annotation(key); });
+  const TextList lines =
+      words_.ask([&key](const WordTable& words) { return words.annotation(key); });
   std::u16string text;
   bool spoken = true;  // it comes first
   lines.forEach([&](std::string_view utf8) {

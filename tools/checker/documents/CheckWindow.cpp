@@ -21,16 +21,27 @@ void addLines(WindowText& text, std::u16string_view more, std::size_t room) {
   text.lines.insert(text.lines.end(), lines.begin(), lines.end());
 }
 
-/// In the same paragraph.
-std::u16string_view before(std::u16string_view text, std::size_t end) {
+/// Of the same paragraph, whole words.
+std::u16string before(std::u16string_view text, std::size_t end) {
   text = text.substr(0, end);
-  text.remove_prefix(text.size() - std::min(text.size(), kContextUnits));
-  const std::size_t feed = text.find_last_of(u"\n\r");
-  return feed == std::u16string_view::npos ? text : text.substr(feed + 1);
+  if (const std::size_t feed = text.find_last_of(u"\n\r"); feed != text.npos) {
+    text.remove_prefix(feed + 1);
+  }
+  if (text.size() <= kContextUnits) return std::u16string(text);
+  text.remove_prefix(text.size() - kContextUnits);
+  return u"\u2026" + std::u16string(text.substr(std::min(text.find(u' '), text.size())));
 }
-std::u16string_view behind(std::u16string_view text, std::size_t start) {
-  text = text.substr(start, kContextUnits);
-  return text.substr(0, text.find_first_of(u"\n\r"));
+std::u16string behind(std::u16string_view text, std::size_t start) {
+  text = text.substr(start);
+  text = text.substr(0, text.find_first_of(u"\n\r"));
+  if (text.size() <= kContextUnits) return std::u16string(text);
+  return std::u16string(text.substr(0, text.rfind(u' ', kContextUnits))) + u" \u2026";
+}
+/// A blank before it is what it is about.
+std::u16string visible(std::u16string_view found) {
+  std::u16string text = onOneLine(found);
+  for (std::size_t i = 0; i < text.size() && text[i] == u' '; ++i) text[i] = u'\u2423';
+  return text;
 }
 
 }  // namespace
@@ -66,7 +77,8 @@ WindowOutcome CheckWindow::press(char32_t key) {
 WindowOutcome CheckWindow::decide(std::optional<std::u16string> text) {
   decisions_.push_back(std::move(text));
   if (!decided()) return WindowOutcome::StaysOpen;
-  const bool any = std::ranges::any_of(decisions_, [](const auto& each) { return each.has_value(); });
+  const bool any =
+      std::ranges::any_of(decisions_, [](const auto& each) { return each.has_value(); });
   return any ? WindowOutcome::Pastes : WindowOutcome::Closes;
 }
 
@@ -118,7 +130,7 @@ void CheckWindow::showFinding(WindowText& text) const {
   text.lines.emplace_back();
   std::u16string choices;
   for (std::size_t i = 0; i < current().suggestions.size(); ++i) {
-    choices += numberText(i + 1) + u" " + current().suggestions[i] + u"  ";
+    choices += numberText(i + 1) + u"\u00A0" + current().suggestions[i] + u"  ";
   }
   while (choices.ends_with(u' ')) choices.pop_back();
   addLines(text, choices, kSuggestionLines);
@@ -140,7 +152,7 @@ std::u16string CheckWindow::lineOf(std::size_t index) const {
   const bool past = index < decisions_.size();
   const bool here = index == decisions_.size() && !marks_;
   std::u16string line = here ? u"> " : past ? decisions_[index] ? u"\u2713 " : u"- " : u"  ";
-  std::u16string found = shortened(onOneLine(finding.found), kFoundColumns - 1);
+  std::u16string found = shortened(visible(finding.found), kFoundColumns - 1);
   found.resize(kFoundColumns, u' ');
   line += found;
   if (past && !decisions_[index]) return line + u"left as it is";
@@ -151,9 +163,8 @@ std::u16string CheckWindow::lineOf(std::size_t index) const {
 std::u16string CheckWindow::context() const {
   const std::u16string_view text = check_.text().units;
   const std::size_t end = current().start + current().found.size();
-  std::u16string line(before(text, current().start));
-  line.append(u"[").append(current().found).append(u"]").append(behind(text, end));
-  return onOneLine(line);
+  return onOneLine(before(text, current().start) + u"[" + current().found + u"]" +
+                   behind(text, end));
 }
 
 }  // namespace quorvane::checker

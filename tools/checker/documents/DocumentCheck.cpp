@@ -13,7 +13,7 @@ namespace quorvane::checker {
 
 namespace {
 
-constexpr std::size_t kUnitsBefore = 256;    // that a word is judged by
+constexpr std::size_t kUnitsBefore = 256;  // that a word is judged by
 constexpr std::size_t kUnitsOfAStep = 256;
 
 /// A choice of words for this purpose: the part of it that is wanted, and no thought of what has
@@ -128,8 +128,8 @@ std::size_t DocumentCheck::windowStart(std::size_t end) const {
 }
 
 void DocumentCheck::add(Finding finding) {
-  const bool free = findings_.empty() ||
-                    findings_.back().start + findings_.back().found.size() <= finding.start;
+  const bool free =
+      findings_.empty() || findings_.back().start + findings_.back().found.size() <= finding.start;
   if (free) findings_.push_back(std::move(finding));
 }
 

@@ -15,11 +15,15 @@ using Bytes = std::span<const std::uint8_t>;
 
 /// Of more than two letters, as they stand in the middle of sentences.
 constexpr auto kAbbreviations = std::to_array<std::string_view>(
-    {"approx", "cap",  "capt", "cent", "dept", "dist", "esp",  "est",  "etc",  "ext", "fig",
-     "figs",   "gen",  "incl", "inc",  "jan",  "feb",  "mar",  "apr",  "jun",  "jul", "aug",
-     "sep",    "sept", "oct",  "nov",  "dec",  "ltd",  "max",  "min",  "misc", "mrs", "mins",
-     "obs",    "orig", "pres", "prof", "pub",  "resp", "rev",  "sec",  "seq",  "ser", "sgt",
+    {"approx", "cap",  "capt", "cent", "dept", "dist", "esp",  "est", "etc",  "ext", "fig",
+     "figs",   "gen",  "incl", "inc",  "jan",  "feb",  "mar",  "apr", "jun",  "jul", "aug",
+     "sep",    "sept", "oct",  "nov",  "dec",  "ltd",  "max",  "min", "misc", "mrs", "mins",
+     "obs",    "orig", "pres", "prof", "pub",  "resp", "rev",  "sec", "seq",  "ser", "sgt",
      "spec",   "tel",  "temp", "univ", "viz",  "vol",  "vols", "yrs"});
+
+/// That end sentences. Any other of two letters may be an abbreviation or an initial.
+constexpr auto kShortWords = std::to_array<std::string_view>(
+    {"do", "go", "he", "in", "is", "it", "me", "on", "so", "to", "up", "us", "we"});
 
 bool isWhite(std::uint8_t byte) { return isOneOf(" \t\r", byte); }
 
@@ -31,10 +35,14 @@ std::string lastWord(Bytes text) {
   return word;
 }
 
-/// A short word may be an initial, and a dot before it makes it "e.g." or a name of a file.
+bool isOneOfThem(std::span<const std::string_view> words, std::string_view word) {
+  return std::ranges::find(words, word) != words.end();
+}
+
+/// A dot before it makes it "e.g." or a name of a file.
 bool endsWithWholeWord(Bytes text) {
   const std::string word = lastWord(text);
-  if (word.size() < 3 || std::ranges::find(kAbbreviations, word) != kAbbreviations.end()) {
+  if (word.size() < 3 ? !isOneOfThem(kShortWords, word) : isOneOfThem(kAbbreviations, word)) {
     return false;
   }
   return text.size() == word.size() || isWhite(text[text.size() - word.size() - 1]);

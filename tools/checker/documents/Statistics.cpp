@@ -149,8 +149,7 @@ std::vector<std::u16string> describeStatistics(const Statistics& statistics) {
           u"Syllables are guessed by the spelling."};
 }
 
-std::vector<std::u16string> drawSentenceLengths(const Statistics& statistics,
-                                                std::size_t columns) {
+std::vector<std::u16string> drawSentenceLengths(const Statistics& statistics, std::size_t columns) {
   std::vector<std::u16string> lines;
   const auto longest = std::ranges::max_element(statistics.sentences);
   if (longest == statistics.sentences.end()) return {u"There are no sentences."};

@@ -12,8 +12,8 @@ struct Statistics {
   std::size_t characters = 0;  ///< letters and digits
   std::size_t words = 0;
   std::size_t syllables = 0;  ///< guessed by the spelling of English words
-  /// In words, one for each sentence: it ends at a full stop, a question or an exclamation mark with
-  /// white space or nothing behind it, and at an empty line.
+  /// In words, one for each sentence: it ends at a full stop, a question or an exclamation mark
+  /// with white space or nothing behind it, and at an empty line.
   std::vector<std::size_t> sentences;
 };
 

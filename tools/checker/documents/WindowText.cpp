@@ -26,7 +26,7 @@ void addParagraph(std::vector<std::u16string>& lines, std::u16string text, std::
   while (rest.size() > columns) {
     const std::size_t end = breakOf(rest, columns);
     lines.emplace_back(rest.substr(0, end));
-    rest.remove_prefix(std::min(rest.size(), rest[end] == u' ' ? end + 1 : end));
+    rest.remove_prefix(std::min(rest.size(), rest.find_first_not_of(u' ', end)));
   }
   lines.emplace_back(rest);
 }

@@ -6,7 +6,7 @@
 
 #include "platform/SharedMemory.h"
 
-namespace quorvane::desk {
+namespace quorvane {
 
 class Segment {
  public:
@@ -29,4 +29,4 @@ class Segment {
   std::size_t size_ = 0;
 };
 
-}  // namespace quorvane::desk
+}  // namespace quorvane

@@ -1,6 +1,6 @@
-#include "apps/desk/Segment.h"
+#include "apps/Segment.h"
 
-namespace quorvane::desk {
+namespace quorvane {
 
 Segment::Segment(SharedMemory& memory, std::uint32_t key) : memory_(memory) {
   const int id = memory.shmget(key, 0, 0);
@@ -14,4 +14,4 @@ Segment::~Segment() {
   if (address_ != nullptr) memory_.shmdt(address_);
 }
 
-}  // namespace quorvane::desk
+}  // namespace quorvane
