@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include "hosts/desktop/ClipboardFile.h"
+#include "hosts/memory/MemoryClock.h"
 #include "tests/support/DesktopStage.h"
+#include "tools/checker/ClipboardLoan.h"
 
 namespace quorvane::tests {
 namespace {
@@ -46,6 +48,45 @@ TEST_F(ClipboardTest, StaysWhereATextIsTooLongOrCantBeWritten) {
       stage.runtimeFile(".clipboard." + std::to_string(::getpid()) + ".new"));
   EXPECT_FALSE(clipboard.copy("can't be written"));
   EXPECT_EQ(clipboard.edition(), edition);
+}
+
+TEST_F(ClipboardTest, ALoanEndsOnceTheClientHasPasted) {
+  struct Row {
+    std::uint32_t pressedAfter;  ///< seconds; 0: never
+    std::uint64_t over;
+    const char* copied;  ///< by somebody, meanwhile
+    const char* afterwards;
+  };
+  std::array<std::uint32_t, checker::kToolRecordSize / 4> words{};
+  const checker::ToolRecord tool(words);
+  Journal journal;
+  for (const Row& row :
+       {Row{1, 2, nullptr, "mine"}, Row{0, 10, nullptr, "mine"}, Row{1, 2, "another", "another"}}) {
+    memory::MemoryClock clock(journal);
+    clock.step = 0;
+    checker::ClipboardLoan loan(tool, clipboard, clock);
+    clipboard.copy("mine");
+    clipboard.copy("of the client");
+    EXPECT_EQ(loan.takeCopied(), "of the client");
+    holds("mine");
+    ASSERT_TRUE(loan.lend("to be pasted"));
+    for (std::uint64_t second = 0; second <= row.over; ++second) {
+      holds("to be pasted");
+      if (second == row.pressedAfter && second > 0) tool.put(checker::At::ClipState, 2);
+      EXPECT_FALSE(loan.poll()) << second;
+      clock.advance(1'000'000'000);
+    }
+    if (row.copied != nullptr) clipboard.copy(row.copied);
+    clock.advance(1);
+    EXPECT_TRUE(loan.poll());
+    holds(row.afterwards);
+    EXPECT_EQ(tool.get(checker::At::ClipState), 0U);
+  }
+  std::filesystem::last_write_time(
+      stage.runtimeFile("clipboard"),
+      std::filesystem::file_time_type::clock::now() - std::chrono::seconds(6));
+  memory::MemoryClock clock(journal);
+  EXPECT_EQ(checker::ClipboardLoan(tool, clipboard, clock).takeCopied(), std::nullopt);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ bool isWordUnit(char16_t unit) {
   return (letter >= u'a' && letter <= u'z') || (unit >= u'0' && unit <= u'9') ||
          (unit >= 0xC0 && (unit < 0x2000 || unit > 0x206F));
 }
-bool joinsUnits(char16_t unit) { return isIn(u"'\u2019-", unit); }
+bool joinsUnits(char16_t unit) { return isIn(u"'\u2019-.", unit); }
 bool isVowel(char16_t unit) { return isIn(u"aeiouy", small(unit)); }
 
 std::size_t wordLength(std::u16string_view text) {
