@@ -26,8 +26,8 @@ void Checker::insertDate(std::uint32_t command) {
 }
 
 void Checker::runTool(std::uint32_t command) {
-  constexpr std::size_t kClientOffset = 16;
-  const auto client = static_cast<std::int32_t>(hostWord32(segments_.command, kClientOffset));
+  constexpr std::size_t kFrontProcessOffset = 16;
+  const auto client = static_cast<std::int32_t>(hostWord32(segments_.command, kFrontProcessOffset));
   const ToolEnd end = runTextTool(command, client, *clipboardLoan_,
                                   instance_.platform().textEncoding, *inputMethod_);
   Log(instance_, "* checker: text tool ", command, ": ", textOf(end));

@@ -19,7 +19,7 @@ struct Line {
   Text end;
 };
 
-Line takeLine(Text& rest) {
+Line takeTextLine(Text& rest) {
   const std::size_t length = std::min(rest.find_first_of(u"\r\n"), rest.size());
   const bool isPair = rest.substr(length).starts_with(u"\r\n");
   const std::size_t end = std::min(length + (isPair ? 2 : 1), rest.size());
@@ -33,7 +33,7 @@ std::u16string withEachLine(Text text, const Change& change) {
   std::u16string result;
   result.reserve(text.size());
   while (!text.empty()) {
-    const Line line = takeLine(text);
+    const Line line = takeTextLine(text);
     result.append(change(line.text)).append(line.end);
   }
   return result;
@@ -97,7 +97,7 @@ std::u16string withJoinedLines(Text text) {
   Text brokenBy;  // the end of the line before, while it isn't known what follows
   bool inParagraph = false;
   while (!text.empty()) {
-    const Line line = takeLine(text);
+    const Line line = takeTextLine(text);
     const Text words = trimmed(line.text);
     const bool joins = inParagraph && !words.empty();
     result.append(joins ? Text(u" ") : brokenBy).append(words);
