@@ -44,7 +44,7 @@ path freeName(const path& taken) {
 
 /// Nobody else can have made it anew meanwhile: they would need the lock.
 path keepAside(const path& file) {
-  const auto lock = desktop::AppleDoubleLocks().lock(file);
+  const auto lock = desktop::lockAppleDouble(file, desktop::kCommandsPatience);
   if (lock == nullptr) throw std::runtime_error(file.string() + ": another process writes it");
   if (forkIn(bytesOf(file))) return {};
   const path damaged = resources::appleDoublePath(file.native());
