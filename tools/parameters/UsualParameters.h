@@ -22,8 +22,11 @@ inline constexpr OwnApplication kDeskApplication{"desk", "QVDK"_4cc, "quorvane d
 inline constexpr std::array<const OwnApplication*, 2> kOwnApplications{&kTypeApplication,
                                                                        &kDeskApplication};
 
-/// Adds what is missing: shortcuts, where the file hasn't any resource of them, and the switches of
-/// our text fields. False: nothing was.
+/// Null where it is none of ours.
+const OwnApplication* ownApplication(FourCharCode signature);
+
+/// Adds what is missing: shortcuts, and the switches of our text fields, each where the file has no
+/// resource of them. False: all was as it should be.
 bool addUsual(ResourceFork& file);
 
 }  // namespace quorvane::parameters
