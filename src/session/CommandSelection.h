@@ -10,7 +10,7 @@
 namespace quorvane {
 
 struct CommandSelectionState {
-  bool expected = false;  ///< Select All is on its way to a client
+  std::uint32_t expected = 0;  ///< how often Select All is on its way to a client
   /// Clients whose text it has selected, with the place of the caret before.
   std::map<ClientID, std::uint64_t> carets;
 };
