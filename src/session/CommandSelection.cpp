@@ -22,20 +22,12 @@ bool isChord(const NSEvent& event) {
   return (event.modifierFlags & NSEventModifierFlagCommand) != 0;
 }
 
-/// True: this Select All is a command's.
-bool takeExpected(Instance& instance) {
-  auto& expected = instance.state<CommandSelectionState>().expected;
-  if (expected == 0) return false;
-  const bool ours = isCommandWaiting(instance);
-  expected = ours ? expected - 1 : 0;
-  return ours;
-}
-
 void noteCaret(Instance& instance, IMKTextInput& client) {
+  auto& state = instance.state<CommandSelectionState>();
+  --state.expected;
   const auto [location, length] = client.selectedRange();
   if (location == NSNotFound) return;
-  auto& carets = instance.state<CommandSelectionState>().carets;
-  const auto [entry, isNew] = carets.try_emplace(identityOf(&client), location + length);
+  const auto [entry, isNew] = state.carets.try_emplace(identityOf(&client), location + length);
   if (length == 0) entry->second = location;
 }
 
@@ -55,18 +47,21 @@ void guardFromChord(Instance& instance, std::uint8_t keyByte, IMKTextInput& clie
 
 void selectAllForCommand(Instance& instance) {
   keepTypedWord(instance);
-  instance.state<CommandSelectionState>().expected += 1;
+  ++instance.state<CommandSelectionState>().expected;
   PostCommandKey(instance, 'a');
 }
 
 void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInput* client) {
   auto& state = instance.state<CommandSelectionState>();
   if (client == nullptr || (state.expected == 0 && state.carets.empty())) return;
-  if (event.type == NSEventType::LeftMouseDown) leaveSelection(instance, *client);
+  if (event.type == NSEventType::LeftMouseDown) {
+    state.expected = 0;  // it went elsewhere
+    leaveSelection(instance, *client);
+  }
   if (event.type != NSEventType::KeyDown) return;
   const std::uint8_t keyByte = firstUtf8Byte(event.characters);
   if (!isChord(event)) return giveSelectionBack(instance, *client);
-  if (keyByte == 'a' && takeExpected(instance)) return noteCaret(instance, *client);
+  if (keyByte == 'a' && state.expected != 0) return noteCaret(instance, *client);
   if (state.carets.contains(identityOf(client))) guardFromChord(instance, keyByte, *client);
 }
 
