@@ -2,9 +2,14 @@
 // application, other processes and the system do anything at any moment.
 
 #include "fuzz/Target.h"
+#include "src/base/BigEndian.h"
+#include "src/bridge/SharedLayout.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/menu/InputMenu.h"
+#include "src/menu/MenuTable.h"
 #include "src/menu/OpeningRoute.h"
+#include "src/menu/QBIM_WritingStyle_IMK.h"
 #include "src/session/QBIM_IMK_CharFix.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Sessions.h"
@@ -53,7 +58,10 @@ void turn(Subject& subject, Input& /*input*/) {
   subject.disturb();
   subject.host.runPending();
 }
-void passTime(Subject& subject, Input& input) { subject.host.clock.advanceTicks(input.byte()); }
+void passTime(Subject& subject, Input& input) {
+  subject.disturb();
+  subject.host.wait(input.byte() * memory::kNanosecondsPerTick);
+}
 
 memory::Answer answer(Subject& subject, Input& input) {
   memory::Answer given;
@@ -98,9 +106,8 @@ template <auto route>
 void ask(Subject& subject, Input& input) {
   route(subject.instance, commandOf(input));
 }
-constexpr Step askByFlag = ask<Do_BIM_CallDirectQorvToolCommandAppEvent>;
-constexpr Step askByFlagAndWait = ask<Do_BIM_CallDirectQorvToolCommandAppEvent_Wait>;
 constexpr Step askByMessage = ask<CallDirectQorvToolCommandAppEvent>;
+constexpr Step askByFlagAndWait = ask<Do_BIM_CallDirectQorvToolCommandAppEvent_Wait>;
 constexpr Step askAndWait = ask<CallDirectQorvToolCommandAppEventWait>;
 void openingRoute(Subject& subject, Input& input) {
   const std::uint32_t command = commandOf(input);
@@ -112,6 +119,24 @@ void askForMenu(Subject& subject, Input& input) {
   } else {
     GetQorvSubMenuHandle(subject.instance);
   }
+}
+void offerStyles(Subject& subject, Input& input) {
+  const int id = segment(subject, 897);
+  subject.host.sharedMemory.writeWord(id, kMenuCountOffset, input.number());
+  subject.host.sharedMemory.writeWord(id, kMenuCheckedOffset, input.number());
+  subject.host.sharedMemory.write(id, kMenuItemsOffset, copyOf(input.take(input.half() % 384)));
+  GetWritingStyleMenu(subject.instance, 0);
+  require(SubMenu_Count(subject.instance, "MWSt"_4cc) <= kMenuBufferSize - kMenuItemsOffset,
+          "no more writing styles than bytes");
+}
+/// By its tag, or any number.
+void orderCommand(Subject& subject, Input& input) {
+  const std::uint32_t command = input.flag() ? Convert_TagToCommandID(input.byte())
+                                             : input.number() + 1000 * (input.byte() % 4U);
+  CFData data(sizeof command);
+  putBigEndian(data, 0, command);
+  subject.host.mainApplication.sendMessage(230, data);
+  turn(subject, input);
 }
 
 void claimNextKey(Subject& subject, Input& /*input*/) {
@@ -166,11 +191,11 @@ void fixOneself(Subject& subject, Input& input) {
 }
 
 constexpr std::array<Step, 29> kSteps{
-    press,       press,        askByMessage, pressOddly,   type,      typeOften,
-    deliver,     click,        focus,        turn,         turn,      passTime,
-    answerScan,  answerBit,    plan,         showWindow,   askByFlag, askByFlagAndWait,
-    askAndWait,  openingRoute, askForMenu,   claimNextKey, keepHouse, changeDocumentKind,
-    worldAction, moveCaret,    worldAction,  askState,     fixOneself};
+    press,       chooseFromMenu, askByMessage, pressOddly,   type,         typeOften,
+    deliver,     click,          focus,        turn,         orderCommand, passTime,
+    answerScan,  answerBit,      plan,         showWindow,   offerStyles,  askByFlagAndWait,
+    askAndWait,  openingRoute,   askForMenu,   claimNextKey, keepHouse,    changeDocumentKind,
+    worldAction, moveCaret,      putUserFile,  askState,     fixOneself};
 
 }  // namespace
 

@@ -1,7 +1,7 @@
 #include "src/menu/OpeningRoute.h"
 
-#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/bridge/ToolCalls.h"
+#include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/InputMenu.h"
 #include "src/menu/MenuState.h"
 

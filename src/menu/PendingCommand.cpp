@@ -108,6 +108,22 @@ void InstallCommandEventTimer(Instance& instance) {
       Seconds{0}, kTick, [&instance] { CallQuorvaneToolOnCheckEventCompletion(instance); });
 }
 
+bool isCommandWaiting(Instance& instance) {
+  return instance.state<PendingCommandState>().doQorvEventLoopTimer != nullptr ||
+         IsMenuCallEvent(instance) != 0;
+}
+
+bool giveUpCommand(Instance& instance) {
+  auto& state = instance.state<PendingCommandState>();
+  const bool beforeKey = state.doQorvEventLoopTimer && state.doloopcount < kKeyTick;
+  state.doQorvEventLoopTimer.reset();
+  state.QorvEventLoopTimer.reset();
+  state.doloopcount = state.loopcount = 0;
+  instance.state<EventPostingState>().CommandKeyCount = 0;
+  SetMenuCallEvent(instance, 0);
+  return !beforeKey;
+}
+
 void CallQuorvaneToolOnCheckEventCompletion(Instance& instance) {
   auto& state = instance.state<PendingCommandState>();
   guarded(state.recursion, [&] { tickOfCommand(instance, state); });

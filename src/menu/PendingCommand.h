@@ -41,6 +41,10 @@ void SetMenuCallEvent(Instance& instance, std::uint32_t commandID);
 /// The pending command; 0: none.
 std::uint32_t IsMenuCallEvent(Instance& instance);
 void InstallCommandEventTimer(Instance& instance);
+/// From the start of its wait for a key until it runs.
+[[nodiscard]] bool isCommandWaiting(Instance& instance);
+/// The command that waits doesn't run. False: none of its keys has filled the clipboard.
+bool giveUpCommand(Instance& instance);
 /// One step of the wait. The last one runs the command.
 void CallQuorvaneToolOnCheckEventCompletion(Instance& instance);
 /// A key event while a command is pending: a step. 0.

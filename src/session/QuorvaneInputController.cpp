@@ -9,6 +9,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/MenuCommand.h"
+#include "src/session/CommandSelection.h"
 #include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_KeyTime.h"
 #include "src/session/QBIM_IMK_SessionEvent.h"
@@ -70,6 +71,7 @@ bool do_handleEvent(Instance& instance, const NSEvent& event, IMKTextInput* clie
 }
 
 bool QuorvaneInputController::handleEvent(const NSEvent& event, IMKTextInput* client) {
+  guardCommandSelection(instance_, event, client);
   auto& followed = instance_.state<SessionEventState>().followed;
   const bool outer = std::exchange(followed, false);
   const bool consumed = handleInTurn(event, client);

@@ -6,6 +6,7 @@
 #include "src/base/VirtualKeys.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/qorvHIDkeys.h"
+#include "src/session/CommandSelection.h"
 #include "src/session/FixGuard.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QuorvaneInputController_TextPosition.h"
@@ -70,6 +71,7 @@ void insertComposed(Instance& instance, IMKTextInput& sender) {
   const Utf16Units replace = std::exchange(state.ORIGINALREPLACE, {});
   state._insertionIndex = 0;
   keepTypedWord(instance);
+  giveSelectionBack(instance, sender);
   if (replace.count == 0) return sender.insertText(text, kNoRange);
   const NSRange selected = sender.selectedRange();
   if (standBefore(selected, replace)) {
@@ -83,6 +85,7 @@ void insertComposed(Instance& instance, IMKTextInput& sender) {
 bool commitDirectly(Instance& instance, IMKTextInput& sender, const std::u16string& text,
                     Utf16Units replaceLength) {
   keepTypedWord(instance);
+  giveSelectionBack(instance, sender);
   const NSRange selected = sender.selectedRange();
   if (!standBefore(selected, replaceLength)) return false;
   const ToolBusyScope busy(instance);

@@ -17,13 +17,13 @@
 #include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
 #include "src/menu/QBIM_SpellMenu_IMK.h"
+#include "src/session/CommandSelection.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_WindowCancel.h"
 
 namespace quorvane {
 namespace {
 
-constexpr std::uint16_t kSelectAll = 'a';
 constexpr std::uint16_t kCopy = 'c';
 constexpr std::uint16_t kPaste = 'v';
 constexpr std::uint32_t kCheckAllCommand = 2;
@@ -46,7 +46,7 @@ void copyThen(Instance& instance, std::uint32_t next) {
 }
 
 void selectAndCopyThen(Instance& instance, std::uint32_t next) {
-  PostCommandKey(instance, kSelectAll);
+  selectAllForCommand(instance);
   copyThen(instance, next);
 }
 

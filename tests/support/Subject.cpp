@@ -4,8 +4,11 @@
 #include <string_view>
 #include <utility>
 
+#include "src/base/Modifiers.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
+#include "src/menu/MenuShortcuts.h"
+#include "src/session/CommandSelection.h"
 #include "src/shell/QBIM_IMK_Start.h"
 #include "tests/support/Law.h"
 
@@ -45,6 +48,11 @@ bool mayBeForWindow(const NSEvent& event) {
           kKeys.find(event.characters.front()) != std::u16string_view::npos);
 }
 
+bool mayBeShortcut(Instance& instance, const NSEvent& event) {
+  const bool known = instance.state<MenuShortcutsState>().APPQORVMENUKEYSHAND != nullptr;
+  return known && (classicModifiers(event.modifierFlags) & ~(shiftKey | alphaLock)) != 0;
+}
+
 }  // namespace
 
 struct Subject::Sight {
@@ -55,6 +63,7 @@ struct Subject::Sight {
   std::uint64_t clientChanges = 0;
   std::uint64_t waiting = 0;  ///< texts and messages that may come in with the event
   bool firstKeyIsOurs = false;
+  bool guarded = false;  ///< a command has selected what is selected
   std::optional<int> toolRecord;
   bool attached = false;
   std::array<std::uint32_t, kBusyFields.size()> busy{};
@@ -108,6 +117,7 @@ Subject::Sight Subject::look() {
   sight.waiting = host.messagePorts.pending() + (commit.stringbuffer ? 1 : 0) +
                   (commit.stringbufferHandle.empty() ? 0 : 1);
   sight.firstKeyIsOurs = instance.state<ControllerState>().KEYED_INITED_FLAG != 0;
+  sight.guarded = !instance.state<CommandSelectionState>().carets.empty();
   sight.toolRecord = host.sharedMemory.find(kToolRecord);
   sight.attached = host.sharedMemory.totalAttachments() != 0;
   for (std::size_t i = 0; i < kBusyFields.size(); ++i) {
@@ -175,7 +185,7 @@ void Subject::checkTaker(const NSEvent& event, bool consumed, bool composing) {
   if (!consumed || ours) return;
   const std::u16string replacements = replacementsOf(event);
   if (isCapital(replacements)) owed_ = replacements;
-  if (composing || mayBeForWindow(event)) return;
+  if (composing || mayBeForWindow(event) || mayBeShortcut(instance, event)) return;
   require(!replacements.empty(), "only what has a taker is consumed");
   owedSurely_ = !owed_.empty();
 }
@@ -184,7 +194,7 @@ void Subject::checkTaker(const NSEvent& event, bool consumed, bool composing) {
 void Subject::checkDocument(const NSEvent& event, bool consumed) {
   const field::Document& focused = *host.text.focused();
   const bool changed = focused.clientChanges() != before_->clientChanges;
-  if (changed && (before_->waiting != 0 || disturbed_)) return;
+  if (changed && (before_->waiting != 0 || before_->guarded || disturbed_)) return;
   const bool mayFail = host.textEncoding.convertFails || host.textEncoding.decodeFails;
   const std::u16string replacements = replacementsOf(event);
   if (changed) {

@@ -6,11 +6,14 @@
 #include <string_view>
 #include <utility>
 
+#include "src/base/BigEndian.h"
+#include "src/base/Modifiers.h"
 #include "src/base/Text.h"
 #include "src/bridge/SharedLayout.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "tests/support/Law.h"
 #include "tests/support/World.h"
+#include "tools/parameters/UseSwitches.h"
 
 namespace quorvane::fuzz {
 namespace {
@@ -19,6 +22,13 @@ constexpr int kMostSteps = 400;
 constexpr std::u16string_view kMarks = u"*^~";  // by fixes, and the last by words
 constexpr char16_t kWordMark = u'~';
 constexpr std::array<std::string_view, 7> kWords{"a~", "a~~", "e~", "h~", "h~~", "t~", "t~~"};
+
+/// Of the menu, by shortcuts and messages.
+constexpr std::array<FourCharCode, 16> kMenuCommands{
+    "CkAl"_4cc, "CkAl"_4cc, "CkMk"_4cc, "CkSp"_4cc, "CkRd"_4cc, "LkUp"_4cc, "RMsp"_4cc, "DaTs"_4cc,
+    "Tacy"_4cc, "Tacr"_4cc, "Timc"_4cc, "GtAb"_4cc, "ShSg"_4cc, "GpMu"_4cc, 2001,       3001};
+constexpr std::uint32_t kShortcutFlags =
+    NSEventModifierFlagCommand | NSEventModifierFlagOption | NSEventModifierFlagControl;
 
 /// What was typed of a text: without marks, capitals and smart characters.
 std::u16string typedOf(std::u16string_view text) {
@@ -34,8 +44,9 @@ std::u16string typedOf(std::u16string_view text) {
   return typed;
 }
 
-/// A text field as it would be without the input method: a marked word is plain text, as typed.
-std::u16string afterKey(const field::Document& document, const NSEvent& key) {
+/// A text field as it would be without the input method: a marked word is plain text, as typed, and
+/// what is selected, the person hasn't selected: it leaves the caret where it was.
+std::u16string afterKey(const field::Document& document, std::size_t caret, const NSEvent& key) {
   field::Document plain;
   std::u16string text = document.text();
   NSRange selection = document.selection();
@@ -45,6 +56,7 @@ std::u16string afterKey(const field::Document& document, const NSEvent& key) {
     text.replace(marked->location, marked->length, word);
     selection = {marked->location + word.size(), 0};
   }
+  if (!document.markedRange() && selection.length != 0) selection = {caret, 0};
   plain.setText(text);
   plain.select(selection);
   plain.applyKey(key);
@@ -54,22 +66,87 @@ std::u16string afterKey(const field::Document& document, const NSEvent& key) {
 class Typing {
  public:
   Typing(Bytes bytes, bool completion) : input_(bytes) {
-    auto& switches = subject_.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
-    if (completion) switches |= kCompletionFlag;
-    subject_.host.mainApplication.appFlagStatus = switches;
-    subject_.host.text.clipboard().copy(kMarks.substr(0, 1));
+    setParameters(completion);
+    watchCaret();
+    main_.server.answer = [this](std::int32_t command, const CFData&) { return told(command); };
+    main_.vanish();
+    main_.launch();
+    for (const unsigned bit : {13U, 14U, 15U, 16U, 17U, 19U, 20U, 31U}) {
+      main_.answer(bit,
+                   {.afterTicks = 0, .action = [this] { clipboard().copy(kMarks.substr(0, 1)); }});
+    }
+    clipboard().copy(kMarks.substr(0, 1));
+    turn();
     main_.writeCorrectedText("");  // it is one that sends a text with each fix
     main_.sendFix(0, "");
     turn();
     for (int step = 0; step < kMostSteps && !input_.empty() && !subject_.ended(); ++step) {
       input_.below(4) == 0 ? meddle() : type();
     }
+    if (honest_) settle();
   }
 
   [[nodiscard]] std::uint64_t keys() const { return keys_; }
 
  private:
   using Act = void (Typing::*)();
+
+  void setParameters(bool completion) {
+    const std::uint32_t word = 0x11833 | (completion ? kCompletionFlag : 0);
+    other_ =
+        subject_.host.processes.add({{}, 0, "Other", "OTHR"_4cc, "APPL"_4cc, 0, "other", false});
+    main_.appFlagStatus = word;
+    parameters::changeParameterFile(subject_.host.files, [](auto& file) {
+      parameters::setSwitches(file, {"OTHR"_4cc, "other"}, 0x1033);
+      for (std::int16_t key = 0; key < static_cast<std::int16_t>(kMenuCommands.size()); ++key) {
+        const FourCharCode command = kMenuCommands[static_cast<std::size_t>(key)];
+        parameters::setShortcut(file, {command, cmdKey | optionKey | controlKey, key});
+      }
+    });
+    parameters::useSwitches(subject_.host, subject_.instance, word);
+  }
+
+  /// Where it was before all was selected: whoever types finds it there again.
+  void watchCaret() {
+    const auto note = [this] {
+      const auto [location, length] = subject_.document.selection();
+      if (length == 0) caret_ = location;
+    };
+    auto& text = subject_.host.text;
+    text.trace = [note, judge = text.trace](const auto& report) { judge(report), note(); };
+    text.onClientCall = [note, count = text.onClientCall](const auto& call) {
+      count(call), note();
+    };
+  }
+
+  /// Checks the clipboard's text and pastes it back with a mark; without one it takes it back.
+  std::optional<CFData> told(std::int32_t command) {
+    constexpr std::array<std::int32_t, 8> kOfCopies{2, 6, 7, 45, 25, 26, 37, 42};
+    const auto which = std::ranges::find(kOfCopies, command) - kOfCopies.begin();
+    const bool checks = which < 4 && subject_.document.selection().length != 0;
+    if (checks && clipboard().text() == text()) {
+      clipboard().copy(text() + kMarks.front());
+      main_.setField(ToolCRecPtr_ClipState, 1);
+      main_.sendMessage(250, CFData{0, 0, 0x10, 0x93});
+    } else if (which < 8) {
+      clipboard().copy(kMarks.substr(0, 1));
+    }
+    return CFData{};
+  }
+
+  void settle() {
+    pass(3'000'000'000);
+    subject_.host.processes.setFront(memory::MemoryProcesses::editor());
+    turn();
+    for (int left = 2; left > 0; --left) subject_.press({NSEventType::KeyDown, 0, 49, u" ", {}});
+    pass(1'000'000'000);
+    require(clipboard().text() == kMarks.substr(0, 1), "a check takes the clipboard back");
+  }
+  void pass(std::uint64_t nanoseconds) {
+    subject_.disturb();
+    subject_.host.wait(nanoseconds);
+    turn();
+  }
 
   // Somebody types.
 
@@ -83,7 +160,7 @@ class Typing {
       if (found->function) key.modifierFlags = NSEventModifierFlagFunction;
     }
     const std::u16string before = typedOf(text());
-    const std::u16string wanted = typedOf(afterKey(subject_.document, key));
+    const std::u16string wanted = typedOf(afterKey(subject_.document, caret_, key));
     const bool mayStay = mayBeTaken(key.characters.front());
     subject_.press(key);
     ++keys_;
@@ -101,6 +178,7 @@ class Typing {
   }
 
   [[nodiscard]] const std::u16string& text() const { return subject_.document.text(); }
+  [[nodiscard]] field::Clipboard& clipboard() { return subject_.host.text.clipboard(); }
 
   void check(const std::u16string& wanted, const std::u16string& orElse) {
     const std::u16string found = typedOf(text());
@@ -112,21 +190,47 @@ class Typing {
   // The world around.
 
   void meddle() {
-    static constexpr std::array<Act, 16> kActs{
-        &Typing::fix,        &Typing::fix,   &Typing::fix,      &Typing::answerLate,
-        &Typing::answerLate, &Typing::lie,   &Typing::gate,     &Typing::gate,
-        &Typing::insertMark, &Typing::stall, &Typing::comeOrGo, &Typing::click,
-        &Typing::wait,       &Typing::turn,  &Typing::turn,     &Typing::turn};
+    static constexpr std::array<Act, 24> kActs{
+        &Typing::fix,   &Typing::fix,   &Typing::fix,        &Typing::insertMark,
+        &Typing::click, &Typing::wait,  &Typing::wait,       &Typing::turn,
+        &Typing::turn,  &Typing::menu,  &Typing::menu,       &Typing::shortcut,
+        &Typing::order, &Typing::front, &Typing::skip,       &Typing::file,
+        &Typing::lie,   &Typing::gate,  &Typing::answerLate, &Typing::answerLate,
+        &Typing::stall, &Typing::turn,  &Typing::comeOrGo,   &Typing::gate};
+    constexpr std::size_t kHonest = 16;
     const std::u16string before = typedOf(text());
     subject_.disturb();
-    (this->*input_.oneOf(kActs))();
+    (this->*kActs[input_.below(honest_ ? kHonest : kActs.size())])();
     subject_.checkLaw();
     check(before, before);
   }
 
   void click() { subject_.host.text.click(input_.byte()); }
   void turn() { subject_.host.runPending(); }
-  void wait() { subject_.host.clock.advanceTicks(input_.byte()); }
+  void wait() { subject_.host.wait(input_.byte() * memory::kNanosecondsPerTick); }
+  /// During the next key or wait.
+  void skip() {
+    subject_.host.journal.beforeCall(
+        input_.byte(), [this, ticks = input_.byte()] { subject_.host.clock.advanceTicks(ticks); });
+  }
+
+  void menu() { chooseFromMenu(subject_, input_); }
+  void shortcut() {
+    const auto code = static_cast<std::uint16_t>(input_.below(kMenuCommands.size()));
+    subject_.press({NSEventType::KeyDown, kShortcutFlags, code, u"q", nullptr});
+  }
+  void order() {
+    const std::uint32_t command = input_.oneOf(kMenuCommands);
+    CFData data(sizeof command);
+    putBigEndian(data, 0, command);
+    main_.sendMessage(230, data);
+  }
+  void front() {
+    const std::array<ProcessSerialNumber, 4> kFronts{
+        memory::MemoryProcesses::editor(), other_, main_.psn(), {}};
+    subject_.host.processes.setFront(input_.oneOf(kFronts), notice());
+  }
+  void file() { putUserFile(subject_, input_); }
 
   /// A fix of what was published, now or a while ago: its last letters with a mark before them.
   void fix() {
@@ -199,6 +303,9 @@ class Typing {
   Subject subject_{kWords};
   memory::MemoryMainApplication& main_ = subject_.host.mainApplication;
   Input input_;
+  bool honest_ = input_.flag();
+  ProcessSerialNumber other_;
+  std::size_t caret_ = 0;  ///< when last nothing was selected
   std::uint64_t keys_ = 0;
   unsigned fixes_ = 0;
   bool windowLeft_ = false;  ///< one was up when its record went: the input method may not know

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/menu/MenuTracking.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "tests/support/RandomKeys.h"
 
@@ -149,12 +150,41 @@ void changeSwitches(Subject& subject, Input& input) {
   subject.instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = input.oneOf(kSwitches);
 }
 
+void collectLeaves(const NSMenu& menu, std::vector<NSMenuItem*>& leaves) {
+  for (const auto& item : menu.itemArray) {
+    item->submenu ? collectLeaves(*item->submenu, leaves) : leaves.push_back(item.get());
+  }
+}
+
 constexpr std::array<Step, 17> kActions{
     writeField,  writeBytes, lieAboutText, replaceAny,     removeSegment,     failAttach,
     launch,      vanish,     sendFix,      correctText,    sendMessage,       changeServer,
     changeFront, notify,     breakOrMend,  changeSwitches, changeApplications};
 
 }  // namespace
+
+void chooseFromMenu(Subject& subject, Input& input) {
+  subject.host.text.callController([&](IMKInputController& controller) {
+    MenuTracking tracking(controller);
+    std::vector<NSMenuItem*> leaves;
+    collectLeaves(*tracking.menu(), leaves);
+    tracking.choose(*leaves[input.below(256) % leaves.size()]);
+  });
+}
+
+void putUserFile(Subject& subject, Input& input) {
+  memory::MemoryFileManager& files = subject.host.files;
+  constexpr std::array<std::string_view, 2> kFolders{"Spelling/", "AutoType/"};
+  std::string path = files.applicationSupportFolder + "/Quorvane/Quorvane Dictionaries/";
+  path += input.oneOf(kFolders);
+  files.makeFolder(path.substr(0, path.size() - 1));
+  const std::string name(textOf(input.counted()));
+  if (name.empty() || name.find_first_of(std::string_view("/\0", 2)) != name.npos) return;
+  resources::ResourceFork fork;
+  if (input.flag()) fork.at("cswt"_4cc, 0).data = copyOf(input.counted());
+  files.put(path + name, "");
+  files.putResources(path + name, {input.flag() ? "QDXC"_4cc : "TEXT"_4cc, "QVKT"_4cc}, fork);
+}
 
 void lieAboutText(Subject& subject, Input& input) {
   const int id = segment(subject, 893);

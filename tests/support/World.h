@@ -8,6 +8,11 @@
 
 namespace quorvane::fuzz {
 
+/// The person opens the Input Menu and takes one of its items, if it can be chosen.
+void chooseFromMenu(Subject& subject, Input& input);
+/// A dictionary or a list of abbreviations with any name, and perhaps a switch.
+void putUserFile(Subject& subject, Input& input);
+
 /// Something to do, with its arguments from the input.
 using Step = void (*)(Subject& subject, Input& input);
 

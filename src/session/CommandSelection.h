@@ -1,0 +1,25 @@
+#pragma once
+// What a command of the Input Menu has selected, by Select All, isn't what the person chose:
+// nothing that is typed or inserted next may take its place. The caret goes back to where it was,
+// and the command, if it still waits, is given up.
+
+#include <map>
+
+#include "src/session/QBIM_IMK_SessionRecord.h"
+
+namespace quorvane {
+
+struct CommandSelectionState {
+  std::uint32_t expected = 0;  ///< how often Select All is on its way to a client
+  /// Clients whose text it has selected, with the place of the caret before.
+  std::map<ClientID, std::uint64_t> carets;
+};
+
+/// Has the client select all. A word in progress ends first.
+void selectAllForCommand(Instance& instance);
+/// An event, before anybody handles it. `client` may be null.
+void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInput* client);
+/// Somebody is about to insert into the client.
+void giveSelectionBack(Instance& instance, IMKTextInput& client);
+
+}  // namespace quorvane
