@@ -95,6 +95,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
   trySpelling();
   if (spelling_) loadCorrections(configuration.configDirectory);
+  prepareWindow();
   announce();
   beginConversation();
   Log(instance_, "* checker: ready");
@@ -121,6 +122,8 @@ void Checker::createSegments() {
   segments_.command = commandBytes_;
   createSegment(kMenuSegment.key, kMenuSegment.size, 3);
   createSegment(kSpellSegment.key, kSpellSegment.size, 4);
+  const int textSegment = instance_.state<SharedMemoryState>().shmid[kTextSlot];
+  inputMethod_.emplace(host_.processRegistry(), instance_.platform().messagePorts, textSegment);
 }
 
 Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot) {
@@ -206,12 +209,9 @@ void Checker::announce() {
 
 void Checker::beginConversation() {
   Platform& platform = instance_.platform();
-  const int textSegment = instance_.state<SharedMemoryState>().shmid[kTextSlot];
-  inputMethod_.emplace(host_.processRegistry(), platform.messagePorts, textSegment);
   if (options_.manner == Manner::Hostile) {
     scribbler_.emplace(segments_.tool, segments_.text, commandBytes_, *inputMethod_, options_.seed);
   }
-  prepareWindow();
   conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
                         *inputMethod_, options_, textsBeganWithUs_, listener());
   lastWork_ = platform.clock.mach_absolute_time();
