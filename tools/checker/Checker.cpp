@@ -98,6 +98,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   correctionSwitches_ = readCorrectionSwitches(configuration.configDirectory, host_.log());
   if (spelling_) loadCorrections(configuration.configDirectory);
   offerStyles(configuration.configDirectory);
+  prepareWindow();
   announce();
   beginConversation();
   Log(instance_, "* checker: ready");
@@ -123,6 +124,8 @@ void Checker::createSegments() {
   segments_.command = createSegment(kCommandSegment.key, kCommandSegment.size, 2).bytes();
   menuBytes_ = createSegment(kMenuSegment.key, kMenuSegment.size, 3).bytes();
   createSegment(kSpellSegment.key, kSpellSegment.size, 4);
+  const int textSegment = instance_.state<SharedMemoryState>().shmid[kTextSlot];
+  inputMethod_.emplace(host_.processRegistry(), instance_.platform().messagePorts, textSegment);
 }
 
 Checker::Block Checker::createSegment(std::uint32_t key, std::size_t size, std::uint32_t slot) {
@@ -179,13 +182,10 @@ void Checker::announce() {
 
 void Checker::beginConversation() {
   Platform& platform = instance_.platform();
-  const int textSegment = instance_.state<SharedMemoryState>().shmid[kTextSlot];
-  inputMethod_.emplace(host_.processRegistry(), platform.messagePorts, textSegment);
   if (options_.manner == Manner::Hostile) {
     scribbler_.emplace(segments_.tool, segments_.text, segments_.command, *inputMethod_,
                        options_.seed);
   }
-  prepareWindow();
   conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
                         *inputMethod_, options_, textsBeganWithUs_, listener());
   conversation_->expand(&users_->abbreviations());
