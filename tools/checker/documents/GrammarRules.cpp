@@ -25,7 +25,7 @@ constexpr auto kAbbreviations = std::to_array<std::string_view>(
 constexpr auto kShortWords = std::to_array<std::string_view>(
     {"do", "go", "he", "in", "is", "it", "me", "on", "so", "to", "up", "us", "we"});
 
-bool isWhite(std::uint8_t byte) { return isOneOf(" \t\r", byte); }
+bool isWhiteSpace(std::uint8_t byte) { return isOneOf(" \t\r", byte); }
 
 std::string lastWord(Bytes text) {
   std::string word;
@@ -45,20 +45,20 @@ bool endsWithWholeWord(Bytes text) {
   if (word.size() < 3 ? !isOneOfThem(kShortWords, word) : isOneOfThem(kAbbreviations, word)) {
     return false;
   }
-  return text.size() == word.size() || isWhite(text[text.size() - word.size() - 1]);
+  return text.size() == word.size() || isWhiteSpace(text[text.size() - word.size() - 1]);
 }
 
 }  // namespace
 
 bool surelyOpensSentence(Bytes before) {
   const std::size_t size = before.size();
-  while (!before.empty() && isWhite(before.back())) before = before.first(before.size() - 1);
+  while (!before.empty() && isWhiteSpace(before.back())) before = before.first(before.size() - 1);
   if (before.empty() || before.size() == size || !isOneOf(".?!", before.back())) return false;
   return endsWithWholeWord(before.first(before.size() - 1));
 }
 
 std::optional<std::size_t> blanksBeforeMark(Bytes text, std::size_t mark) {
-  const bool ends = mark + 1 == text.size() || isWhite(text[mark + 1]);
+  const bool ends = mark + 1 == text.size() || isWhiteSpace(text[mark + 1]);
   if (!ends || !isOneOf(",;.?!", text[mark])) return std::nullopt;
   std::size_t start = mark;
   while (start > 0 && text[start - 1] == ' ') --start;
