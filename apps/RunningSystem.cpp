@@ -26,8 +26,12 @@ using SteadyClock = std::chrono::steady_clock;
 
 constexpr milliseconds kStandInLimit{10'000};
 
-std::unique_ptr<StandIn> startStandIn(const SystemOptions& options) {
-  return options.checker ? std::make_unique<StandIn>(options.talk, options.standIn) : nullptr;
+/// The stand-in looks after the parameter file, too, but nobody hears what it says of it.
+std::unique_ptr<StandIn> startStandIn(const SystemOptions& options,
+                                      const std::filesystem::path& users) {
+  if (!options.checker) return nullptr;
+  prepareUserParameters(users);
+  return std::make_unique<StandIn>(options.talk, options.standIn);
 }
 
 /// Log and console lines are shown on request only.
@@ -65,7 +69,7 @@ std::string whyEnded(const std::string& lastLine) {
 
 RunningSystem::RunningSystem(const SystemOptions& options)
     : surroundings_(options.ownParameters()),
-      standIn_(startStandIn(options)),
+      standIn_(startStandIn(options, surroundings_.usersData())),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
       configuration_(configurationFor(options, nowhere_.get())),
       host_(configuration_, field_.forPlatform()),

@@ -14,12 +14,6 @@ namespace {
 
 using namespace checker;
 
-void checkWords(std::string_view file) {
-  WordSet words;
-  readWords(file, words);
-  for (const std::string& word : words) require(word.size() <= 63, "a word is bounded");
-}
-
 void checkExpansion(const Abbreviations& abbreviations, Bytes typed) {
   TextRecord record{{typed.begin(), typed.end()}, typed.size(), 0, true};
   if (!typed.empty()) record.key = typed.back();
@@ -50,7 +44,8 @@ void run(Bytes bytes) {
   Abbreviations abbreviations;
   readAbbreviations(textOf(file), encoding, abbreviations);
   checkExpansion(abbreviations, typed.first(std::min(typed.size(), kTextCapacity)));
-  checkWords(textOf(file));
+  WordSet words;
+  readWords(textOf(file), words);
   const auto text = encoding.initWithData(file, NSStringEncoding::UTF8);
   if (text) checkTools(*text);
 }

@@ -73,23 +73,17 @@ TEST_F(CheckerUserFiles, SwitchesAndChangesAreNoticed) {
   EXPECT_EQ(expanded("btw "), "-") << "samples are off";
   write("Zzz", "zz\tlast\n", "TEXT"_4cc, 0);
   write("Other", "oo\tother\n", "JPEG"_4cc, 0);
-  content.turnOver(3);
-  EXPECT_EQ(expanded("zz "), "-") << "the other one is no file of abbreviations";
   content.turnOver(2);
   EXPECT_EQ(expanded("zz "), "3 last ");
-  EXPECT_EQ(expanded("oo "), "-");
   const auto zzz = userFolder(support, UserFileKind::AutoType) / "Zzz";
   std::ofstream(zzz) << "yy\tnew\n";
   std::filesystem::last_write_time(
       zzz, std::filesystem::file_time_type::clock::now() + std::chrono::seconds(1));
   content.readIfChanged();
   EXPECT_EQ(expanded("zz ") + expanded("yy "), "-3 new ");
-  content.turnOver(2);
-  EXPECT_EQ(expanded("yy "), "-");
   const auto words = userFiles(support, UserFileKind::Spelling, encoding);
   ASSERT_EQ(words.size(), 1U);
   switchUserFile(words.front().path, true);
-  std::filesystem::resize_file(words.front().path, 0);
   std::ofstream(words.front().path)
       << "\xEF\xBB\xBFQuorvane\r\ntwo words\n" + std::string(64, 'x') << "\nisn\xE2\x80\x99t\n";
   content.readIfChanged();
@@ -112,7 +106,6 @@ TEST_F(CheckerUserFiles, AbbreviationsExpandWholeOrNotAtAll) {
            {"a (btw)", "4 by the way)"},
            {"x Btw\r", "4 By the way\n"},
            {"BTW ", "-"},
-           {"btw", "-"},
            {"x.btw ", "-"},
            {"\xC3tw btw-\xD1", "4 by the way\u2014"},
            {"\xC3"
@@ -121,7 +114,6 @@ TEST_F(CheckerUserFiles, AbbreviationsExpandWholeOrNotAtAll) {
            {"Dr. ", "4 Doctor "},
            {"hi,", "3 Gr\u00FC\u00DFe \U0001F600,"},
            {"bad ", "-"},
-           {"ill ", "-"},
        }) {
     EXPECT_EQ(expanded(text), sent) << text;
   }
