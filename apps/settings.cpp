@@ -147,9 +147,10 @@ void requireMatched(FourCharCode command) {
     if (its == command) return;
     matched.push_back(codeText(its));
   }
-  throw std::invalid_argument("no key runs " + codeText(command) +
-                              ", which is in a submenu; those that a key can run are " +
-                              listed(matched));
+  throw std::invalid_argument(
+      "no key runs " + codeText(command) +
+      ", whose item stands in a submenu or opens one; those that a key can run are " +
+      listed(matched));
 }
 
 void requireUnused(const parameters::Shortcuts& all, const parameters::KeyShortcut& shortcut) {
