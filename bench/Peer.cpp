@@ -18,6 +18,8 @@
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/SharedLayout.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "tools/parameters/UsualParameters.h"
+#include "tools/parameters/disk/ParameterFileOnDisk.h"
 
 namespace quorvane::bench {
 namespace {
@@ -54,8 +56,14 @@ Surroundings::Surroundings() {
   ::setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
   ::setenv("XDG_CACHE_HOME", folder_.c_str(), 1);
   ::setenv("HOME", folder_.c_str(), 1);
+  ::setenv("QUORVANE_DATA_DIR", folder_.c_str(), 1);
   ::setenv("QUORVANE_BUNDLE_DIR", bundleFolder().c_str(), 1);
   ::setenv("QUORVANE_KEY_OFFSET", std::to_string(offset).c_str(), 1);
+  parameters::changeParameterFile(folder_, [](auto& file) {
+    parameters::addUsual(file);
+    const std::string own = desktop::DesktopConfiguration{}.ownProcess.bundleIdentifier;
+    parameters::setSwitches(file, {.bundleIdentifier = own}, kSwitches);
+  });
 }
 
 std::filesystem::path Surroundings::bundleFolder() const {

@@ -3,10 +3,14 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 
 namespace quorvane::bench {
+
+/// Those of the parameter file, for this process.
+inline constexpr std::uint32_t kSwitches = 0x11833;
 
 /// A child process, killed and reaped at the end.
 class Child {
@@ -22,7 +26,8 @@ class Child {
   pid_t pid_;
 };
 
-/// Runtime folder, key offset and settings of their own for this run, removed at the end.
+/// Runtime folder, key offset, settings and parameter file of their own for this run, removed at
+/// the end.
 class Surroundings {
  public:
   Surroundings();

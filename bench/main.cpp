@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "bench/Completion.h"
+#include "bench/Menu.h"
 #include "bench/Peer.h"
 #include "bench/Ratios.h"
 #include "hosts/desktop/DesktopHost.h"
@@ -27,13 +28,14 @@
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/completion/InputController.h"
 #include "src/menu/CurrentAppFlags.h"
+#include "src/menu/MenuShortcuts.h"
+#include "src/menu/QBIM_IMK_Params.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/shell/main.h"
 
 namespace quorvane::bench {
 namespace {
 
-constexpr std::uint32_t kSwitches = 0x11833;
 constexpr std::size_t kPacketSize = 24;
 
 /// A client that holds no text: what it does is not what is measured.
@@ -59,8 +61,8 @@ class InputMethod {
       return false;
     });
     InputMethodMain(instance_, {});
-    instance_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS = kSwitches;
     host_.runLoop().runPending();
+    useParameters();
   }
 
   /// Waits until the main application has come, or gone.
@@ -85,6 +87,13 @@ class InputMethod {
   Instance& instance() { return instance_; }
 
  private:
+  /// As at the first key of an application; those behind it find nothing new.
+  void useParameters() {
+    GetAndSetMenuParams3(instance_);
+    const bool hasShortcuts = instance_.state<MenuShortcutsState>().APPQORVMENUKEYSHAND != nullptr;
+    const auto switches = instance_.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+    if (!hasShortcuts || switches != kSwitches) std::abort();
+  }
   static desktop::DesktopConfiguration configuration() {
     auto result = desktop::DesktopConfiguration::fromEnvironment();
     const std::string file = std::string(std::getenv("QUORVANE_RUNTIME_DIR")) + "/log";
@@ -199,6 +208,7 @@ void runAll(Ratios& ratios) {
            {"messageWithReply", messageWithReply}}) {
     benchmark::RegisterBenchmark(name, function)->Repetitions(15)->ReportAggregatesOnly(false);
   }
+  registerMenu([]() -> Instance& { return stage().inputMethod->instance(); });
   if (!registerCompletion()) std::puts("no word data: run scripts/setup to measure completion");
   benchmark::RunSpecifiedBenchmarks(&ratios);
   benchmark::ClearRegisteredBenchmarks();
@@ -224,6 +234,7 @@ int main(int argc, char** argv) {
   ratios.print("one-key-with-log", "keyDownWithLog", "bareAttachments", 1.30);
   ratios.printTime("one-key-without-main-application", "keyDownWithoutMainApplication", 1000);
   ratios.print("message-with-reply", "messageWithReply", "bareEcho", 1.30);
+  quorvane::bench::printMenu(ratios);
   quorvane::bench::printCompletion(ratios);
   return 0;
 }

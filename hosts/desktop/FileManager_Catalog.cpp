@@ -87,8 +87,9 @@ OSStatus FileManager::FSGetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo
                                        FSCatalogInfo* info, std::u16string* name, FSRef* parent) {
   const auto item = nodes_.find(ref);
   if (!item) return fnfErr;
-  const std::filesystem::path path = item->path;
   if (info != nullptr) *info = infoOf(item->path, item->state, whichInfo);
+  if (name == nullptr && parent == nullptr) return noErr;
+  const std::filesystem::path path = item->path;
   if (name != nullptr) *name = unitsOf(path.filename().native()).value_or(u"");
   if (parent != nullptr) *parent = nodes_.refOf(path.parent_path()).value_or(FSRef{});
   return noErr;

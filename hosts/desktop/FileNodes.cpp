@@ -48,11 +48,8 @@ FileNodes::Node* FileNodes::nodeOf(Number number) {
 }
 
 std::string FileNodes::pathOf(Number number) {
-  std::filesystem::path path;
-  for (const Node* node = nodeOf(number); node != nullptr; node = nodeOf(node->folder)) {
-    path = path.empty() ? std::filesystem::path(node->name) : node->name / path;
-  }
-  return path;
+  const Node& node = *nodeOf(number);
+  return node.folder == 0 ? node.name : pathOf(node.folder).append("/").append(node.name);
 }
 
 std::optional<FileNodes::Item> FileNodes::find(Number number) {
