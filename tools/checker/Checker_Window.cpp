@@ -56,7 +56,7 @@ void Checker::tellOfWindow(const WindowText* text) {
 
 bool Checker::performInWindow(std::uint32_t command) {
   if (command == kRestoreClipboardCommand) {
-    clipboardLoan_->end();
+    clipboardLoan_->giveBack();
     return true;
   }
   const std::uint32_t last = hostWord32(segments_.command, kFrontSignatureOfLast);

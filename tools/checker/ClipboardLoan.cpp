@@ -21,6 +21,11 @@ std::optional<std::string> ClipboardLoan::takeCopied() {
   return text;
 }
 
+void ClipboardLoan::giveBack() {
+  if (lent_) return end();
+  takeCopied();
+}
+
 bool ClipboardLoan::lend(std::string_view text) {
   end();
   if (!clipboard_.lend(text)) return false;

@@ -25,6 +25,10 @@ class ClipboardLoan {
   /// clipboard is then as it was before that.
   std::optional<std::string> takeCopied();
 
+  /// Ends a loan; where there is none, takes back what the client has copied for a command that
+  /// won't come.
+  void giveBack();
+
   /// Puts a text there for a paste that is to be asked for next. False where it can't be.
   bool lend(std::string_view text);
   /// Ends a loan that is due; see below. False where there is none.
