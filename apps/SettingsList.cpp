@@ -41,7 +41,7 @@ std::string_view itemOf(FourCharCode command) {
 std::string nameOf(const parameters::KnownApplication& application) {
   const auto* const own = parameters::ownApplication(application.signature);
   if (own != nullptr) return std::string(own->name);
-  const std::string identifier = shown(application.bundleIdentifier);
+  std::string identifier = shown(application.bundleIdentifier);
   if (application.signature == parameters::kNoSignature) return identifier;
   return codeText(application.signature) + (identifier.empty() ? "" : " " + identifier);
 }

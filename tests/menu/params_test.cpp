@@ -130,11 +130,9 @@ TEST_F(ParamsSwitches, AreWrittenBackWhereTheyWereFoundOrIntoAFreeRecord) {
 }
 
 TEST_F(ParamsSwitches, ATableIsMadeWhereThereIsNone) {
-  fork.at("Else"_4cc, 1).data = {1};
   putFile();
   load();
   EXPECT_EQ(inFile("CGMI"_4cc, 8889), Bytes(40));
-  EXPECT_EQ(inFile("Else"_4cc, 1), Bytes{1});
   save(0x1810);
   EXPECT_EQ(inFile("CGMI"_4cc, 8889).size(), 40U);
 }
