@@ -15,6 +15,8 @@
 
 #include "hosts/desktop/DesktopConfiguration.h"
 #include "hosts/desktop/RuntimeFolder.h"
+#include "hosts/icu/IcuTextEncoding.h"
+#include "tools/checker/UserFiles.h"
 
 namespace quorvane {
 namespace {
@@ -91,6 +93,8 @@ void OwnSurroundings::makeDataFolder() {
   const auto folder = desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory;
   dataFolder_ = folder / ("data-" + std::to_string(::getpid()));
   ::setenv(kDataDir, dataFolder_.c_str(), 1);
+  IcuTextEncoding encoding;
+  checker::copyUserFiles(usersData_, dataFolder_, encoding);
 }
 
 void OwnSurroundings::remove() {

@@ -42,9 +42,9 @@ desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int
 /// The user's, with what this run has otherwise.
 parameters::ResourceFork parametersFor(parameters::ResourceFork file,
                                        const SystemOptions& options) {
-  const parameters::Application own = options.application.application();
+  const parameters::KnownApplication own = options.application.application();
   const auto users = parameters::switchesOf(file, own);
-  std::uint32_t word = options.switches.value_or(users ? users->word : options.application.usual);
+  std::uint32_t word = options.switches.value_or(users ? users->word : kDefaultAppFlags);
   if (!options.completes) word &= ~kCompletionFlag;
   parameters::setSwitches(file, own, word);
   if (options.completion.withSpace) parameters::setFlag(file, parameters::kWithSpace, true);

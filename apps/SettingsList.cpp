@@ -38,10 +38,9 @@ std::string_view itemOf(FourCharCode command) {
 }
 
 /// `type` and `desk` by their names, others by what they have.
-std::string nameOf(const parameters::Application& application) {
-  for (const parameters::OwnApplication* const own : parameters::kOwnApplications) {
-    if (application.signature == own->signature) return std::string(own->name);
-  }
+std::string nameOf(const parameters::KnownApplication& application) {
+  const auto* const own = parameters::ownApplication(application.signature);
+  if (own != nullptr) return std::string(own->name);
   const std::string identifier = shown(application.bundleIdentifier);
   if (application.signature == parameters::kNoSignature) return identifier;
   return codeText(application.signature) + (identifier.empty() ? "" : " " + identifier);

@@ -7,9 +7,6 @@
 
 namespace quorvane {
 
-/// Of an application that the file doesn't know.
-inline constexpr std::uint32_t kUnknownSwitches = 0x1800;
-
 /// Every resource of the file, in lines.
 std::string settingsAsText(const parameters::ResourceFork& file);
 /// The same as an object in JSON.

@@ -9,7 +9,7 @@
 namespace quorvane {
 namespace {
 
-std::filesystem::path prepare(const std::filesystem::path& support) {
+std::vector<std::filesystem::path> prepare(const std::filesystem::path& support) {
   try {
     return parameters::prepareParameterFile(support);
   } catch (const std::exception& error) {
@@ -21,10 +21,10 @@ std::filesystem::path prepare(const std::filesystem::path& support) {
 }  // namespace
 
 void prepareUserParameters(const std::filesystem::path& support) {
-  const std::filesystem::path aside = prepare(support);
-  if (aside.empty()) return;
-  std::cerr << "quorvane: the settings were damaged and are made anew; the old file is now "
-            << aside.string() << '\n';
+  for (const std::filesystem::path& aside : prepare(support)) {
+    std::cerr << "quorvane: the settings were damaged and are made anew; the old file is now "
+              << aside.string() << '\n';
+  }
 }
 
 }  // namespace quorvane

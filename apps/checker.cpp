@@ -10,6 +10,8 @@
 #include <string>
 
 #include "apps/Command.h"
+#include "apps/UserParameters.h"
+#include "hosts/desktop/DesktopConfiguration.h"
 #include "tools/checker/Checker.h"
 #include "tools/checker/PasteRequest.h"
 
@@ -63,6 +65,7 @@ int runCheckerCommand(const checker::CheckerOptions& options, const PasteOptions
     checker::requestPaste(paste.special ? checker::Paste::Special : checker::Paste::Plain,
                           *paste.pid);
   } else {
+    prepareUserParameters(desktop::DesktopConfiguration::fromEnvironment().dataDirectory);
     checker::runChecker(options);
   }
   return kExitDone;

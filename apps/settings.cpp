@@ -13,6 +13,8 @@
 #include "apps/SettingsList.h"
 #include "apps/UserParameters.h"
 #include "hosts/desktop/DesktopConfiguration.h"
+#include "hosts/menu/MainMenu.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/menu/MenuTable.h"
 #include "tools/parameters/ShortcutNames.h"
 #include "tools/parameters/SwitchNames.h"
@@ -22,7 +24,6 @@
 namespace quorvane {
 namespace {
 
-using parameters::Application;
 using parameters::ResourceFork;
 using Names = std::vector<std::string>;
 
@@ -47,7 +48,7 @@ std::string listed(const Names& names) {
   return all;
 }
 
-Application applicationOf(const std::string& word) {
+parameters::KnownApplication applicationOf(const std::string& word) {
   for (const parameters::OwnApplication* const own : parameters::kOwnApplications) {
     if (word == own->name) return own->application();
   }
@@ -59,15 +60,6 @@ Application applicationOf(const std::string& word) {
   }
   const std::vector<std::uint8_t> bytes(word.begin(), word.end());
   return {bigEndianNumber<FourCharCode>(bytes), {}};
-}
-
-FourCharCode commandOf(const std::string& word) {
-  Names known;
-  for (const MenuRow& row : kMenuTable) {
-    known.push_back(codeText(row.commandID));
-    if (known.back() == word) return row.commandID;
-  }
-  throw std::invalid_argument("no command \"" + word + "\"; known are " + listed(known));
 }
 
 /// `work` says what it has changed.
@@ -123,11 +115,11 @@ SwitchChange changeOf(const Names& words) {
 
 int changeSwitches(const Names& words) {
   if (words.size() < 2) throw std::invalid_argument("switches needs APP and +NAME or -NAME");
-  const Application asked = applicationOf(words.front());
+  const parameters::KnownApplication asked = applicationOf(words.front());
   const SwitchChange wanted = changeOf({words.begin() + 1, words.end()});
   return change([&](ResourceFork& file) {
     const parameters::Switches before =
-        parameters::switchesOf(file, asked).value_or(parameters::Switches{asked, kUnknownSwitches});
+        parameters::switchesOf(file, asked).value_or(parameters::Switches{asked, kDefaultAppFlags});
     const std::uint32_t word = (before.word & ~wanted.off) | wanted.on;
     parameters::setSwitches(file, before.application, word);
     return words.front() + ": " + switchesText(before.word) + "\n  is now: " + switchesText(word);
@@ -136,6 +128,39 @@ int changeSwitches(const Names& words) {
 
 // Shortcuts.
 
+FourCharCode commandOf(const std::string& word) {
+  Names known;
+  for (const MenuRow& row : kMenuTable) {
+    known.push_back(codeText(row.commandID));
+    if (known.back() == word) return row.commandID;
+  }
+  throw std::invalid_argument("no command \"" + word + "\"; known are " + listed(known));
+}
+
+/// Only items of the menu itself are matched with keys.
+void requireMatched(FourCharCode command) {
+  const auto menu = loadMainMenu();
+  Names matched;
+  for (const auto& item : menu->itemArray) {
+    const FourCharCode its = Convert_TagToCommandID(static_cast<std::int32_t>(item->tag));
+    if (its == 0 || item->submenu) continue;
+    if (its == command) return;
+    matched.push_back(codeText(its));
+  }
+  throw std::invalid_argument("no key runs " + codeText(command) +
+                              ", which is in a submenu; those that a key can run are " +
+                              listed(matched));
+}
+
+void requireUnused(const parameters::Shortcuts& all, const parameters::KeyShortcut& shortcut) {
+  for (const parameters::KeyShortcut& each : all) {
+    const bool same = each.key == shortcut.key && each.modifiers == shortcut.modifiers;
+    if (!same || each.command == shortcut.command) continue;
+    throw std::invalid_argument(parameters::keysOf(shortcut) + " is the shortcut of " +
+                                codeText(each.command));
+  }
+}
+
 std::string shownKeys(const parameters::Shortcuts& all, FourCharCode command) {
   const auto known = std::ranges::find(all, command, &parameters::KeyShortcut::command);
   return known == all.end() ? "none" : parameters::keysOf(*known);
@@ -143,19 +168,31 @@ std::string shownKeys(const parameters::Shortcuts& all, FourCharCode command) {
 
 int changeShortcut(const std::string& command, const std::string& keys) {
   const auto shortcut = parameters::shortcutOf(commandOf(command), keys);
+  if (shortcut.key != -1) requireMatched(shortcut.command);
   return change([&](ResourceFork& file) {
-    const std::string before = shownKeys(parameters::shortcutsIn(file), shortcut.command);
+    const parameters::Shortcuts all = parameters::shortcutsIn(file);
+    if (shortcut.key != -1) requireUnused(all, shortcut);
+    const std::string before = shownKeys(all, shortcut.command);
     parameters::setShortcut(file, shortcut);
     return command + ": " + before + " is now " + parameters::keysOf(shortcut);
   });
 }
 
+/// Ours get the usual ones. False: it had no others.
+bool resetSwitches(ResourceFork& file, const parameters::KnownApplication& application) {
+  const auto* const own = parameters::ownApplication(application.signature);
+  if (own == nullptr) return parameters::forgetSwitches(file, application);
+  const auto known = parameters::switchesOf(file, application);
+  parameters::setSwitches(file, own->application(), own->usual);
+  return !known || known->word != own->usual;
+}
+
 int reset(const std::string& name) {
-  const Application asked = applicationOf(name);
+  const parameters::KnownApplication asked = applicationOf(name);
   return change([&](ResourceFork& file) {
     const auto known = parameters::switchesOf(file, asked);
-    const Application application = known ? known->application : asked;
-    const bool switches = parameters::forgetSwitches(file, application);
+    const parameters::KnownApplication application = known ? known->application : asked;
+    const bool switches = resetSwitches(file, application);
     const bool shortcuts = parameters::forgetShortcuts(file, application.signature);
     if (!switches && !shortcuts) return name + " had no settings of its own";
     return name + ": forgotten are its " + (switches ? "switches" : "") +
@@ -236,8 +273,9 @@ void addSettingsCommand(CLI::App& app, Run& run) {
   addShortcut(*command, run);
   addReset(*command, run);
   command->footer(
-      "APP is `type` or `desk`, a signature of four characters or a bundle identifier. A text\n"
-      "field sees a change when another application has come to the front, or at its next start.");
+      "APP is `type` or `desk`, a signature of four characters, or the bundle identifier of an\n"
+      "application that has no signature. A text field sees a change when another application has\n"
+      "come to the front, or at its next start.");
 }
 
 }  // namespace quorvane

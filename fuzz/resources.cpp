@@ -15,7 +15,10 @@ void checkFork(Bytes bytes) {
   const auto fork = resources::readResourceFork(bytes);
   if (!fork) return require(!fork.fault.empty(), "a fork that is refused has a fault");
   const auto written = resources::writeResourceFork(*fork.value);
-  require(written.value.has_value(), "what was read can be written");
+  // The map's offsets have 16 bits, and what it lists may have shared bytes or stood elsewhere.
+  const bool full = written.fault.ends_with("are too many");
+  require(written.value.has_value() || full, "what was read can be written");
+  if (full) return;
   const auto again = resources::readResourceFork(*written.value);
   require(again.value.has_value(), "what was written can be read");
   require(resources::writeResourceFork(*again.value).value == written.value, "it says the same");

@@ -4,6 +4,7 @@
 #include "fuzz/Target.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem_State.h"
+#include "src/menu/OpeningRoute.h"
 #include "src/session/QBIM_IMK_CharFix.h"
 #include "src/session/QBIM_IMK_Interactive.h"
 #include "src/session/QBIM_IMK_Sessions.h"

@@ -57,8 +57,8 @@ class ResourceManager {
   virtual std::int32_t CFBundleOpenBundleResourceMap(std::string_view bundleIdentifier) = 0;
   virtual void CFBundleCloseBundleResourceMap(std::string_view bundleIdentifier,
                                               std::int32_t refNum) = 0;
-  /// Opens the file's resource fork and makes it current. Opened with fsRdWrShPerm it changes
-  /// through nobody else until it is closed. A nonzero status leaves `refNum` and the current file.
+  /// Opens the file's resource fork and makes it current. A nonzero status leaves `refNum` and the
+  /// current file.
   virtual OSStatus FSOpenResourceFile(const FSRef& ref, std::int8_t permissions,
                                       std::int32_t& refNum) = 0;
   /// The same; -1 where it fails.
@@ -78,7 +78,9 @@ class ResourceManager {
   /// The content is to be written.
   virtual void ChangedResource(const Handle& handle) = 0;
   /// Writes it, if it has been changed or added: on the disk when this returns. All other resources
-  /// of the file stay as they are there at this moment.
+  /// of the file stay as they are there at this moment. Fails where another process has changed
+  /// this one since it was read, or is writing for longer than a few milliseconds; then it counts
+  /// as unchanged.
   virtual void WriteResource(const Handle& handle) = 0;
   /// How the last operation ended: 0, or why it failed.
   virtual OSStatus ResError() = 0;

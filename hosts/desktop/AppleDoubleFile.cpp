@@ -14,16 +14,14 @@
 namespace quorvane::desktop {
 namespace {
 
-constexpr int kAttempts = 500;  // a millisecond each
-
 std::string beside(const std::filesystem::path& file) {
   return resources::appleDoublePath(file.native());
 }
 
-bool lockInTime(int file) {
-  for (int attempt = 0; flock(file, LOCK_EX | LOCK_NB) != 0; ++attempt) {
+bool lockInTime(int file, std::chrono::milliseconds patience) {
+  for (auto attempts = patience.count(); flock(file, LOCK_EX | LOCK_NB) != 0; --attempts) {
     const bool isHeld = errno == EWOULDBLOCK || errno == EINTR;
-    if (!isHeld || attempt == kAttempts) return false;
+    if (!isHeld || attempts == 0) return false;
     poll(nullptr, 0, 1);
   }
   return true;
@@ -41,13 +39,12 @@ Value valueOf(const std::filesystem::path& file, resources::Outcome<Value> outco
 
 }  // namespace
 
-AppleDoubleLocks::Lock AppleDoubleLocks::lock(const std::filesystem::path& file) {
+std::shared_ptr<void> lockAppleDouble(const std::filesystem::path& file,
+                                      std::chrono::milliseconds patience) {
   const std::string path = beside(file).append(".lock");
-  if (Lock known = held_[path].lock()) return known;
   auto lock = std::make_shared<Descriptor>(
       open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY, 0600));
-  if (!lock->valid() || !lockInTime(lock->get())) return nullptr;
-  held_[path] = lock;
+  if (!lock->valid() || !lockInTime(lock->get(), patience)) return nullptr;
   return lock;
 }
 
@@ -64,7 +61,7 @@ bool replaceAppleDoubleFile(const std::filesystem::path& file, resources::ByteVi
 
 void updateAppleDouble(const std::filesystem::path& file,
                        const std::function<void(resources::AppleDouble&)>& change) {
-  const AppleDoubleLocks::Lock lock = AppleDoubleLocks().lock(file);
+  const auto lock = lockAppleDouble(file, kCommandsPatience);
   if (lock == nullptr) fail(file, "another process writes it, or its folder can't be written");
   const auto bytes = readAppleDoubleFile(file);
   if (!bytes) fail(file, std::strerror(errno));

@@ -3,29 +3,22 @@
 // lock of the file `._name.lock`, which stays, and goes by what he reads under it. So two processes
 // that write at once lose nothing of each other.
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
-#include <string>
 
 #include "hosts/resources/AppleDouble.h"
 
 namespace quorvane::desktop {
 
-/// Locks by file. Whoever asks a second time here shares the one that is held.
-class AppleDoubleLocks {
- public:
-  /// Held until the last owner goes.
-  using Lock = std::shared_ptr<void>;
+/// Of a command that somebody waits for; a key waits far less.
+inline constexpr std::chrono::milliseconds kCommandsPatience{500};
 
-  /// Null where it can't be had within half a second.
-  Lock lock(const std::filesystem::path& file);
-
- private:
-  std::map<std::string, std::weak_ptr<void>> held_;
-};
+/// Held until the last owner goes; null where it can't be had in that time.
+std::shared_ptr<void> lockAppleDouble(const std::filesystem::path& file,
+                                      std::chrono::milliseconds patience);
 
 /// No bytes where there is none; none where it can't be read.
 std::optional<resources::Bytes> readAppleDoubleFile(const std::filesystem::path& file);

@@ -5,14 +5,18 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <string>
 
 #include "hosts/desktop/Descriptor.h"
+#include "hosts/desktop/ProcessLiveness.h"
 
 namespace quorvane::desktop {
 namespace {
+
+constexpr std::string_view kTemporaryEnd = ".new";
 
 bool writeWhole(int file, std::string_view content) {
   while (!content.empty()) {
@@ -27,6 +31,30 @@ bool writeWhole(int file, std::string_view content) {
 void syncFolder(const std::filesystem::path& path) {
   const Descriptor folder(open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder.valid()) fsync(folder.get());
+}
+
+std::string temporaryStart(const std::filesystem::path& path) {
+  return std::string(".").append(path.filename().native()).append(".");
+}
+
+/// The process whose temporary file of `path` bears this name; 0: none's.
+std::int32_t writerOf(std::string_view name, const std::filesystem::path& path) {
+  const std::string start = temporaryStart(path);
+  if (!name.starts_with(start) || !name.ends_with(kTemporaryEnd)) return 0;
+  name.remove_prefix(start.size());
+  std::int32_t pid = 0;
+  const char* const end = std::from_chars(name.data(), name.data() + name.size(), pid).ptr;
+  return std::string_view(end, name.data() + name.size()) == kTemporaryEnd ? pid : 0;
+}
+
+/// What processes have left that were killed while they wrote `path`.
+void removeLeftovers(const std::filesystem::path& path) {
+  std::error_code error;
+  std::filesystem::directory_iterator each(path.parent_path(), error);
+  for (; !error && each != end(each); each.increment(error)) {
+    const std::int32_t writer = writerOf(each->path().filename().native(), path);
+    if (writer > 0 && !isRunning(writer)) unlink(each->path().c_str());
+  }
 }
 
 bool replace(const std::string& temporary, const std::filesystem::path& path, FileParts parts,
@@ -46,9 +74,9 @@ bool replace(const std::string& temporary, const std::filesystem::path& path, Fi
 
 bool writeFileAtomically(const std::filesystem::path& path, FileParts parts,
                          Durability durability) {
-  std::string name(".");
-  name.append(path.filename().native()).append(".").append(std::to_string(getpid())).append(".new");
-  const std::string temporary = (path.parent_path() / name).string();
+  removeLeftovers(path);
+  const std::string name = temporaryStart(path) + std::to_string(getpid());
+  const std::string temporary = (path.parent_path() / name).string().append(kTemporaryEnd);
   if (replace(temporary, path, parts, durability)) return true;
   const int error = errno;
   unlink(temporary.c_str());

@@ -8,6 +8,11 @@
 #include "hosts/desktop/PlainFile.h"
 
 namespace quorvane::desktop {
+namespace {
+
+constexpr std::chrono::milliseconds kKeysPatience{2};
+
+}  // namespace
 
 std::string ForkFiles::pathOf(const FSRef& ref) {
   std::string path;
@@ -25,7 +30,7 @@ std::optional<resources::Bytes> ForkFiles::read(const FSRef& ref) {
 
 ForkFiles::Lock ForkFiles::lock(const FSRef& ref) {
   const std::string path = pathOf(ref);
-  return path.empty() ? nullptr : locks_.lock(path);
+  return path.empty() ? nullptr : lockAppleDouble(path, kKeysPatience);
 }
 
 bool ForkFiles::replace(const FSRef& ref, resources::ByteView content) {

@@ -25,7 +25,6 @@ class ForkFiles final : public resources::ForkStore {
 
   quorvane::FileManager& files_;
   quorvane::LogSink& log_;
-  AppleDoubleLocks locks_;
 };
 
 class ResourceManager final : public resources::ResourceFiles {

@@ -41,6 +41,11 @@ AppleDouble read(ByteView bytes) {
   return file;
 }
 
+/// Behind the Finder info, with offsets of their own from the start of the file.
+bool hasAttributes(const AppleDouble::Entry& entry) {
+  return entry.id == kFinderInfoEntry && entry.content.size() > kFinderInfoSize;
+}
+
 /// Where each entry goes, by its place in the table.
 std::vector<std::size_t> offsetsOf(const AppleDouble& file) {
   std::vector<std::size_t> order(file.entries.size());
@@ -53,8 +58,11 @@ std::vector<std::size_t> offsetsOf(const AppleDouble& file) {
   std::vector<std::size_t> offsets(order.size());
   std::size_t end = kTable + order.size() * kTableEntry;
   for (const std::size_t i : order) {
-    offsets[i] = std::max(end, file.entries[i].offset);
-    end = offsets[i] + file.entries[i].content.size();
+    const AppleDouble::Entry& entry = file.entries[i];
+    offsets[i] = std::max(end, entry.offset);
+    require(entry.offset == 0 || offsets[i] == entry.offset || !hasAttributes(entry),
+            "the file's attributes leave no room");
+    end = offsets[i] + entry.content.size();
     require(end <= kLargest, "the file is larger than 16 MiB");
   }
   return offsets;

@@ -46,8 +46,8 @@ struct AppleDouble {
 
 /// No bytes are a file without entries.
 Outcome<AppleDouble> readAppleDouble(ByteView bytes);
-/// Every entry stays at its offset as long as what lies before it leaves room; the resource fork
-/// goes last.
+/// Every entry stays at its offset as long as what lies before it leaves room, attributes always:
+/// else this fails. The resource fork goes last.
 Outcome<Bytes> writeAppleDouble(const AppleDouble& file);
 
 /// Of a whole file; zeros where it can't be read.

@@ -19,11 +19,11 @@ class ForkStore {
   /// The whole `._name`, no bytes where there is none. None where the file itself is gone or this
   /// can't be read.
   virtual std::optional<Bytes> read(const FSRef& ref) = 0;
-  /// Null where it can't be had in time.
+  /// Null where it can't be had within a few milliseconds.
   virtual Lock lock(const FSRef& ref) = 0;
   /// Under the lock. The new content is on the disk when it returns; false leaves the old one.
   virtual bool replace(const FSRef& ref, ByteView content) = 0;
-  /// What stands there can't be read for this reason.
+  /// What stands there can't be read, or isn't written, for this reason.
   virtual void complain(const FSRef& ref, std::string_view reason) = 0;
 };
 

@@ -9,8 +9,6 @@ OSStatus ResourceFiles::FSOpenResourceFile(const FSRef& ref, std::int8_t permiss
                                            std::int32_t& refNum) {
   OpenFile file;
   if (permissions != fsRdPerm) file.ref = ref;
-  // Without the lock it can be read all the same.
-  if (permissions == fsRdWrShPerm) file.lock = store_.lock(ref);
   AppleDouble around;
   error_ = readFile(ref, around, file.fork);
   if (error_ == noErr && around.content(kResourceForkEntry).empty()) error_ = eofErr;
@@ -145,22 +143,35 @@ OSStatus ResourceFiles::replaceFile(const FSRef& ref, AppleDouble file, const Re
   return store_.replace(ref, *around.value) ? noErr : ioErr;
 }
 
-/// Other processes may have written other resources since this one was read.
 OSStatus ResourceFiles::write(OpenFile& file, Loaded& resource) {
-  if (!resource.changed) return noErr;
+  if (!std::exchange(resource.changed, false)) return noErr;
   if (!file.ref) return wrPermErr;
-  const ForkStore::Lock lock = file.lock != nullptr ? file.lock : store_.lock(*file.ref);
-  if (lock == nullptr) return wrPermErr;
+  const ForkStore::Lock lock = store_.lock(*file.ref);
+  if (lock == nullptr) return complain(*file.ref, "the lock can't be had", wrPermErr);
   AppleDouble around;
   ResourceFork fork;
   OSStatus status = readFile(*file.ref, around, fork);
   if (status != noErr) return status;
+  const std::string_view hindrance = hindranceOf(file, fork, resource);
+  if (!hindrance.empty()) return complain(*file.ref, hindrance, wrPermErr);
   put(fork, resource);
   status = replaceFile(*file.ref, std::move(around), fork);
   if (status != noErr) return status;
-  file.fork = std::move(fork);
-  resource.changed = false;
+  put(file.fork, resource);
   return noErr;
+}
+
+/// Why it isn't written into what the file holds by now; empty: it is. Other processes may have
+/// written other resources since.
+std::string_view ResourceFiles::hindranceOf(const OpenFile& file, const ResourceFork& now,
+                                            const Loaded& loaded) {
+  const Resource* const before = file.fork.find(loaded.type, loaded.id);
+  const Resource* const here = now.find(loaded.type, loaded.id);
+  if ((now.attributes & mapReadOnly) != 0) return "they are marked as read-only";
+  if (here != nullptr && (here->attributes & resProtected) != 0) return "one is protected";
+  const bool same =
+      before == nullptr || here == nullptr ? before == here : before->data == here->data;
+  return same ? "" : "another process has changed one meanwhile";
 }
 
 void ResourceFiles::put(ResourceFork& fork, const Loaded& resource) {

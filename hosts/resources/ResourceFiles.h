@@ -1,6 +1,7 @@
 #pragma once
 // The Resource Manager over a ForkStore: open files, the current one, and the handles that lead to
-// their resources. Each write puts one resource into what the file holds at that moment.
+// their resources. Reading needs no lock. Each write puts one resource into what the file holds at
+// that moment, unless another process has changed that one since it was read.
 
 #include <map>
 #include <optional>
@@ -48,9 +49,8 @@ class ResourceFiles : public ResourceManager {
     bool changed = false;
   };
   struct OpenFile {
-    std::optional<FSRef> ref;  ///< none: it can't be written
-    ResourceFork fork;
-    ForkStore::Lock lock{};        ///< for as long as it is open, or null
+    std::optional<FSRef> ref;      ///< none: it can't be written
+    ResourceFork fork;             ///< as it was read, with what was written since
     std::vector<Loaded> loaded{};  ///< not detached
   };
   struct Place {
@@ -66,6 +66,8 @@ class ResourceFiles : public ResourceManager {
   OSStatus replaceFile(const FSRef& ref, AppleDouble file, const ResourceFork& fork);
   void put(ResourceFork& fork, const Loaded& resource);
   OSStatus write(OpenFile& file, Loaded& resource);
+  static std::string_view hindranceOf(const OpenFile& file, const ResourceFork& now,
+                                      const Loaded& loaded);
   OSStatus writeAll(OpenFile& file);
   void flip(const Loaded& resource, std::span<std::uint8_t> data, bool currentlyNative);
   std::int32_t add(OpenFile file);

@@ -20,6 +20,9 @@
 
 namespace quorvane::resources {
 
+inline constexpr std::uint16_t mapReadOnly = 0x80;  ///< of a fork
+inline constexpr std::uint8_t resProtected = 8;     ///< of a resource
+
 struct Resource {
   FourCharCode type = 0;
   std::int16_t id = 0;

@@ -1,3 +1,5 @@
+#include <map>
+
 #include "hosts/resources/ResourceFork.h"
 #include "hosts/resources/ResourceFork_Layout.h"
 
@@ -27,23 +29,27 @@ std::vector<Group> groupsOf(const ResourceFork& fork) {
 /// What the map points to, as far as it has been written.
 struct Lists {
   Bytes types, references, names, data;
+  std::map<std::string_view, std::uint16_t> places;  ///< of the names
 };
 
-std::uint16_t addName(Bytes& names, const std::optional<std::string>& name) {
+/// Equal names stand once: references may share one.
+std::uint16_t addName(Lists& lists, const std::optional<std::string>& name) {
   if (!name) return 0xFFFF;
+  const auto known = lists.places.find(*name);
+  if (known != lists.places.end()) return known->second;
   require(name->size() <= 255, "a name has more than 255 bytes");
-  require(names.size() < kLargestOffset, "the names are too many");
-  const auto offset = static_cast<std::uint16_t>(names.size());
-  names.push_back(static_cast<std::uint8_t>(name->size()));
-  names.insert(names.end(), name->begin(), name->end());
-  return offset;
+  require(lists.names.size() < kLargestOffset, "the names are too many");
+  const auto offset = static_cast<std::uint16_t>(lists.names.size());
+  lists.names.push_back(static_cast<std::uint8_t>(name->size()));
+  lists.names.insert(lists.names.end(), name->begin(), name->end());
+  return lists.places[*name] = offset;
 }
 
 void addResource(Lists& lists, const Resource& resource) {
   const std::size_t offset = lists.data.size();
   require(offset < kLargest && resource.data.size() < kLargest, "the fork is larger than 16 MiB");
   appendNumber(lists.references, resource.id);
-  appendNumber(lists.references, addName(lists.names, resource.name));
+  appendNumber(lists.references, addName(lists, resource.name));
   appendNumber(lists.references,
                static_cast<std::uint32_t>(std::uint32_t{resource.attributes} << 24 | offset));
   appendNumber(lists.references, resource.reserved);

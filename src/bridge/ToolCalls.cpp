@@ -37,11 +37,6 @@ void Set_AEToolEventSelectStruct(Instance& instance, AEToolEventSelectStruct* re
   if (shared) describe(instance, *shared.address(), cmd);
 }
 
-std::int32_t CallQuorvaneToolCommand(Instance& instance, std::uint32_t cmd, bool update) {
-  if (CheckCurrentCheckStatus(instance, update) != 0) return 0;
-  return QorvOpenApp(instance, cmd);
-}
-
 std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd) {
   return GetQORVPROCESSRUNNING(instance, nullptr) != 0 ? CallQuorvaneApp(instance, cmd) : 0;
 }

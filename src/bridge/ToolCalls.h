@@ -78,9 +78,8 @@ std::optional<CFData> GetQorvSubMenuHandleSelection(Instance& instance);
 std::optional<CFData> GetAutoTypeSubMenuHandle(Instance& instance);
 std::optional<CFData> GetAutoTypeFSSpec(Instance& instance);
 
-// The opening route. Always 0, save SwitchApplication.
+// Steps of the opening route, which begins in src/menu. Always 0, save SwitchApplication.
 
-std::int32_t CallQuorvaneToolCommand(Instance& instance, std::uint32_t cmd, bool update);
 std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd);
 std::int32_t CallQuorvaneApp(Instance& instance, std::uint32_t cmd);
 std::int32_t CallQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd, bool wait,

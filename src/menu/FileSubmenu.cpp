@@ -1,13 +1,18 @@
 #include "src/menu/FileSubmenu.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "src/base/Log.h"
 #include "src/bridge/NSFileManager_search.h"
 #include "src/bridge/ResFile.h"
 #include "src/menu/InputMenu.h"
 
 namespace quorvane {
 namespace {
+
+/// Behind them come the numbers of another submenu.
+constexpr std::size_t kMostFiles = 999;
 
 constexpr std::uint32_t kDateInfo = kFSCatInfoNodeFlags | kFSCatInfoContentMod;
 
@@ -43,9 +48,11 @@ Handle filesOf(Instance& instance, std::uint32_t kind, const FSRef& folder) {
 }
 
 bool showFiles(Instance& instance, const FileSubmenu& submenu, const Handle& files) {
-  if (files != nullptr) RemoveAll_SubMenu_Items(instance, submenu.head);
+  RemoveAll_SubMenu_Items(instance, submenu.head);
+  const std::size_t count = countOfList(files);
+  if (count > kMostFiles) Log(instance, "Files without an item: ", count - kMostFiles);
   std::uint32_t number = submenu.firstItem;
-  for (std::size_t i = 0; i < countOfList(files); ++i) {
+  for (std::size_t i = 0; i < std::min(count, kMostFiles); ++i) {
     addFile(instance, submenu, number++, itemOfList(files, i));
   }
   return SubMenu_Count(instance, submenu.head) != 0;

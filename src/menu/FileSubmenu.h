@@ -27,7 +27,7 @@ struct FileSubmenu {
 bool findQuorvaneFolder(Instance& instance, FSRef& folder);
 /// By name; null where the folder isn't there.
 Handle filesOf(Instance& instance, std::uint32_t kind, const FSRef& folder);
-/// Fills the submenu anew; null: it stays as it is. True where it has items now.
+/// Fills the submenu anew, at most 999 items; null: with none. True where it has items now.
 bool showFiles(Instance& instance, const FileSubmenu& submenu, const Handle& files);
 
 /// As Mac OS Roman has it, without a terminator; none where that has no place for it.

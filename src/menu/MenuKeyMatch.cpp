@@ -27,7 +27,7 @@ std::int32_t BIMCarbonPencilMenuKeyMatchEventHandler(Instance& instance, const v
 std::int32_t PencilMenuKeyMatchEventHandler(Instance& instance, const void* /*ignored*/,
                                             EventRef event, const NSMenu* menu) {
   if (!event->kcod || !event->kmod || menu == nullptr) return kCommandNotHandled;
-  const auto keyCode = static_cast<std::uint16_t>(*event->kcod);
+  const std::uint32_t keyCode = *event->kcod;
   const bool modified = (*event->kmod & kShortcutModifiers) != 0;
   if (!modified && !IsValidKeyboardShortcut(keyCode)) return kCommandNotHandled;
   const std::uint32_t command =

@@ -26,7 +26,7 @@ std::uint16_t keyOf(const Shortcut& shortcut) {
   return static_cast<std::uint16_t>(shortcut.keyCode);
 }
 
-bool isTyped(const Shortcut& shortcut, std::uint16_t keyCode, std::uint32_t modifiers) {
+bool isTyped(const Shortcut& shortcut, std::uint32_t keyCode, std::uint32_t modifiers) {
   return shortcut.keyCode != -1 && keyOf(shortcut) == keyCode && shortcut.modifiers == modifiers;
 }
 
@@ -68,11 +68,11 @@ std::int32_t GetKeyShortcutForCommandID(Instance& instance, std::uint32_t comman
   return 0;
 }
 
-bool IsValidKeyboardShortcut(std::uint16_t keyCode) {
+bool IsValidKeyboardShortcut(std::uint32_t keyCode) {
   return std::ranges::find(kFunctionKeys, keyCode) != kFunctionKeys.end();
 }
 
-std::uint32_t NS_GetMenuCommandKeyAction_walkMenu(Instance& instance, std::uint16_t keyCode,
+std::uint32_t NS_GetMenuCommandKeyAction_walkMenu(Instance& instance, std::uint32_t keyCode,
                                                   std::uint32_t modifiers) {
   const NSMenu* const menu = Quorvane_InputAppDelegate_menu(instance);
   if (menu == nullptr) return 0;
@@ -80,7 +80,7 @@ std::uint32_t NS_GetMenuCommandKeyAction_walkMenu(Instance& instance, std::uint1
 }
 
 std::uint32_t GetMenuCommandKeyAction_walkMenu(Instance& instance, const NSMenu& menu,
-                                               std::uint16_t keyCode, std::uint32_t modifiers) {
+                                               std::uint32_t keyCode, std::uint32_t modifiers) {
   for (const auto& item : menu.itemArray) {
     const std::uint32_t command = commandOf(*item);
     Shortcut shortcut;

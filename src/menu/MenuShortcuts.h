@@ -15,14 +15,14 @@ struct MenuShortcutsState {
 std::int32_t GetKeyShortcutForCommandID(Instance& instance, std::uint32_t commandID,
                                         Shortcut& shortcut);
 /// A function key, which is a shortcut without modifiers too.
-bool IsValidKeyboardShortcut(std::uint16_t keyCode);
+bool IsValidKeyboardShortcut(std::uint32_t keyCode);
 
 /// The command of a typed key in the Input Menu; 0: none.
-std::uint32_t NS_GetMenuCommandKeyAction_walkMenu(Instance& instance, std::uint16_t keyCode,
+std::uint32_t NS_GetMenuCommandKeyAction_walkMenu(Instance& instance, std::uint32_t keyCode,
                                                   std::uint32_t modifiers);
 /// Of the items of this menu alone: what a submenu's items show isn't matched.
 std::uint32_t GetMenuCommandKeyAction_walkMenu(Instance& instance, const NSMenu& menu,
-                                               std::uint16_t keyCode, std::uint32_t modifiers);
+                                               std::uint32_t keyCode, std::uint32_t modifiers);
 
 /// Puts the shortcuts on the items, those of submenus too.
 void NS_SetMenuCommandKeyAction_walkMenu(Instance& instance);

@@ -54,6 +54,9 @@ inline constexpr std::uint32_t kCountMask = 0xFFFFFF;
 /// NUL-terminated, cut to 31 bytes.
 using BundleIdentifier = std::array<std::uint8_t, 32>;
 
+/// Of an application that has none.
+inline constexpr FourCharCode kNoSignature = "\?\?\?\?"_4cc;
+
 struct AppSwitches {
   FourCharCode signature = 0;  ///< 0: a free record
   std::uint32_t switches = 0;  ///< CURRENTAPPFLAGSTATUS

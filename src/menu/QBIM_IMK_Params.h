@@ -36,7 +36,7 @@ void SaveAppInteractivedata(Instance& instance);
 
 // Flags.
 
-/// A byte of `AutC`; 0 where there is none.
+/// A byte of `AutC`, by the low 8 bits of `index`; 0 where there is none.
 std::uint8_t Get_GlobalAutoCompleteFlag(Instance& instance, std::size_t index);
 /// Reads it anew; what it was before where that fails.
 std::uint8_t Get_GlobalPencilMenuFlag(Instance& instance);

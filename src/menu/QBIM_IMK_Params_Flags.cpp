@@ -6,7 +6,7 @@
 namespace quorvane {
 namespace {
 
-std::optional<std::uint8_t> flagInFile(Instance& instance, FourCharCode type, std::size_t index) {
+std::optional<std::uint8_t> flagInFile(Instance& instance, FourCharCode type, std::uint8_t index) {
   const CurrentResFile file(instance, Open_Params_ResourceFile);
   if (!file) return {};
   const Handle flags = instance.platform().resourceManager.Get1Resource(type, kParamsID);
@@ -17,7 +17,7 @@ std::optional<std::uint8_t> flagInFile(Instance& instance, FourCharCode type, st
 }  // namespace
 
 std::uint8_t Get_GlobalAutoCompleteFlag(Instance& instance, std::size_t index) {
-  return flagInFile(instance, kAutoCompleteFlags, index).value_or(0);
+  return flagInFile(instance, kAutoCompleteFlags, static_cast<std::uint8_t>(index)).value_or(0);
 }
 
 std::uint8_t Get_GlobalPencilMenuFlag(Instance& instance) {

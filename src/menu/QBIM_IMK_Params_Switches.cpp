@@ -11,8 +11,6 @@
 namespace quorvane {
 namespace {
 
-constexpr FourCharCode kNoSignature = "\?\?\?\?"_4cc;
-
 struct FrontApplication {
   FourCharCode signature = 0;
   BundleIdentifier bundleIdentifier{};
@@ -45,11 +43,17 @@ std::optional<std::size_t> findRecord(std::span<const std::uint8_t> table, const
   return {};
 }
 
+/// Where the record has no identifier, only applications without a signature have the same one.
+bool isFoundByIdentifier(const AppSwitches& record, const FrontApplication& front) {
+  if (record.bundleIdentifier[0] == 0 && record.signature != front.signature) return false;
+  return sameText(record.bundleIdentifier, front.bundleIdentifier);
+}
+
 /// By signature, and by bundle identifier whatever the signature says; a free record is nobody's.
 std::uint32_t readSwitches(std::span<const std::uint8_t> table, const FrontApplication& front) {
   const auto at = findRecord(table, [&](const AppSwitches& record) {
     if (front.signature != kNoSignature && record.signature == front.signature) return true;
-    return record.signature != 0 && sameText(record.bundleIdentifier, front.bundleIdentifier);
+    return record.signature != 0 && isFoundByIdentifier(record, front);
   });
   return at ? recordAt<AppSwitches>(table, *at).switches : kDefaultAppFlags;
 }
@@ -91,6 +95,17 @@ bool writeSwitches(std::vector<std::uint8_t>& table, const FrontApplication& fro
   return true;
 }
 
+/// False: it couldn't be written.
+bool saveSwitches(Instance& instance) {
+  const CurrentResFile file(instance, Open_Params_ResourceFile);
+  if (!file) return true;
+  const Handle table = switchesTable(instance);
+  if (table == nullptr) return false;
+  const std::uint32_t word = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
+  if (!writeSwitches(table->content, frontApplication(instance), word)) return true;
+  return Write_Changed_Resource(instance, table) == noErr;
+}
+
 }  // namespace
 
 void Get_Qorvatatus_Flags(Instance& instance) {
@@ -110,14 +125,9 @@ void GetAppInteractivedata(Instance& instance) {
   if (const ToolRec record(instance); record) record.put(ToolCRecPtr_AppFlagStatus, word);
 }
 
+// Another process may have changed the table since it was read.
 void SaveAppInteractivedata(Instance& instance) {
-  const CurrentResFile file(instance, Open_Params_ResourceFile);
-  if (!file) return;
-  const Handle table = switchesTable(instance);
-  if (table == nullptr) return;
-  const std::uint32_t word = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
-  if (!writeSwitches(table->content, frontApplication(instance), word)) return;
-  Write_Changed_Resource(instance, table);
+  if (!saveSwitches(instance)) saveSwitches(instance);
 }
 
 }  // namespace quorvane

@@ -12,6 +12,7 @@
 #include "src/menu/CurrentAppFlags.h"
 #include "src/menu/MenuCommand.h"
 #include "src/menu/MenuState.h"
+#include "src/menu/OpeningRoute.h"
 #include "src/menu/PendingCommand.h"
 #include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
@@ -85,9 +86,15 @@ void flagged(Instance& instance, std::uint32_t number) {
   Do_BIM_CallDirectQorvToolCommandAppEvent(instance, number);
 }
 
-void flaggedUTC(Instance& instance, std::uint32_t number) {
-  Log(instance, "** InsertDateandTimeUMenuCommand");
+// It goes in at the caret, which a click may have moved since the text was published.
+void insertDate(Instance& instance, std::uint32_t number) {
+  Set_InteractiveSession(instance, BIMGetActiveSession(instance), 0);
   flagged(instance, number);
+}
+
+void insertDateUTC(Instance& instance, std::uint32_t number) {
+  Log(instance, "** InsertDateandTimeUMenuCommand");
+  insertDate(instance, number);
 }
 
 void toggle(Instance& instance, std::uint32_t mask) { Set_CURRENTAPPFLAGSTATUS(instance, mask); }
@@ -202,13 +209,13 @@ constexpr std::array<CommandRow, 64> kCommands{{
     {"LwCs"_4cc, copyThen, "PrLC"_4cc},
     {"PrAC"_4cc, flagged, 17110},
     {"PrLC"_4cc, flagged, 17111},
-    {"DaTs"_4cc, flagged, 17140},
-    {"DaTl"_4cc, flagged, 17141},
-    {"DaTa"_4cc, flagged, 17142},
-    {"DTTs"_4cc, flagged, 17145},
-    {"DTTl"_4cc, flagged, 17146},
-    {"DTTa"_4cc, flagged, 17147},
-    {"DTTu"_4cc, flaggedUTC, 17149},
+    {"DaTs"_4cc, insertDate, 17140},
+    {"DaTl"_4cc, insertDate, 17141},
+    {"DaTa"_4cc, insertDate, 17142},
+    {"DTTs"_4cc, insertDate, 17145},
+    {"DTTl"_4cc, insertDate, 17146},
+    {"DTTa"_4cc, insertDate, 17147},
+    {"DTTu"_4cc, insertDateUTC, 17149},
     // The main application itself.
     {"QtOp"_4cc, quit, kQuitCommand},
     {"ShSg"_4cc, showSuggestions, kSuggestionsCommand},

@@ -73,6 +73,28 @@ TEST_P(ResourcesConformance, WhatIsWrittenIsThereAndAllElseStays) {
   EXPECT_EQ(resources_.CurResFile(), before);
 }
 
+TEST_P(ResourcesConformance, WhatSomebodyElseHasChangedOrProtectedIsNotWrittenOver) {
+  const auto statusAfter = [this](const auto& change) {
+    const std::int32_t refNum = open();
+    const Handle handle = resources_.Get1Resource("Pmen"_4cc, 8888);
+    change();
+    stage_->putFile(path_, {"PREF"_4cc, "QVKT"_4cc}, fork_);
+    handle->content = {9};
+    resources_.ChangedResource(handle);
+    resources_.WriteResource(handle);
+    const OSStatus status = resources_.ResError();
+    resources_.CloseResFile(refNum);
+    return status;
+  };
+  resources::Resource& pen = fork_.resources[0];
+  EXPECT_EQ(statusAfter([&] { pen.data = {2}; }), wrPermErr);
+  EXPECT_EQ(forkNow(), fork_);
+  EXPECT_EQ(statusAfter([&] { pen.attributes = resources::resProtected; }), wrPermErr);
+  pen.attributes = 0;
+  EXPECT_EQ(statusAfter([&] { fork_.attributes = resources::mapReadOnly; }), wrPermErr);
+  EXPECT_EQ(statusAfter([&] { fork_.attributes = 0; }), noErr);
+}
+
 TEST_P(ResourcesConformance, AFileOpenedForReadingOrDamagedIsNotWritten) {
   const std::int32_t refNum = open(fsRdPerm);
   const Handle handle = resources_.Get1Resource("Pmen"_4cc, 8888);

@@ -108,7 +108,7 @@ class CheckerConversation : public testing::Test {
 
   std::array<std::uint32_t, kToolRecordSize / 4> tool{};
   alignas(4) std::array<std::uint8_t, kTextRecordSize> text{};
-  std::array<std::uint8_t, 408> command{};
+  alignas(4) std::array<std::uint8_t, 408> command{};
   ToolRecord fields{tool};
   std::uint32_t flags = 0x11833;
   TurnedClock clock;
@@ -116,15 +116,18 @@ class CheckerConversation : public testing::Test {
   RecordedPort port;
   CheckerOptions options;
   std::vector<std::optional<PopupList>> popups;
+  std::vector<std::uint32_t> performed;
   Conversation conversation{Segments{tool, text, command},
                             &spelling,
                             clock,
                             port,
                             options,
                             true,
-                            {.popup = [this](const PopupList* list) {
-                              popups.push_back(list ? std::optional(*list) : std::nullopt);
-                            }}};
+                            {.perform = [this](std::uint32_t asked) { performed.push_back(asked); },
+                             .popup =
+                                 [this](const PopupList* list) {
+                                   popups.push_back(list ? std::optional(*list) : std::nullopt);
+                                 }}};
 };
 
 TEST_F(CheckerConversation, AFixIsWrittenThenSentThenTheBitsAreCleared) {
@@ -317,6 +320,10 @@ TEST_F(CheckerPopup, RequestsGoByBitAndCommandAndClicksInsideAreItsOwn) {
   request(65534, 19);
   EXPECT_EQ(fields.get(At::MousePoint), 1U);
   EXPECT_EQ(fields.get(At::ClipState), 2U);
+  fields.put(At::Requests, 1U << 16 | 1U << 17 | 1U << 19);
+  conversation.poll();
+  EXPECT_EQ(performed, (std::vector<std::uint32_t>{17111, 65534}))
+      << "their bits serve others, too";
   request(16390, 20);
   EXPECT_EQ(fields.get(At::ClipState), 0U);
   EXPECT_TRUE(open());

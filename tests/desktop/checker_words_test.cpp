@@ -117,7 +117,8 @@ TEST(CheckerFix, CountsWhatWillStandBeforeTheCaretAndSpeaksTheDocumentsLanguage)
     EXPECT_EQ(fix->text, row.sent);
     EXPECT_EQ(fix->corrected.text, typed(row.corrected).text);
   }
-  EXPECT_FALSE(findFix({typed(std::string(377, ' ') + "mistke ")}, choice)) << "no room";
+  const auto full = findFix({typed(std::string(377, ' ') + "mistke ")}, choice);
+  EXPECT_EQ(full->corrected.text, typed("mistake ").text) << "no room";
   TextRecord behind = typed("mistke ");
   behind.length = 20;
   EXPECT_EQ(findFix({behind}, choice)->corrected.length, 8U) << "no tail that has moved";

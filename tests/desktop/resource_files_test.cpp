@@ -28,25 +28,17 @@ struct NoLog : quorvane::LogSink {
 /// One process's view of the parameter file.
 struct View {
   explicit View(const std::filesystem::path& support)
-      : files({}, {}, {{kApplicationSupportFolderType, support / parameters::kFolder}}, log),
+      : files({}, {}, {{"file"_4cc, support / parameters::kFolder / parameters::kFile}}, log),
         resources(files, {}, log) {}
 
-  /// Runs `work` on the table, with the file open.
-  void withTable(const std::function<void(const Handle&)>& work) {
-    FSRef folder;
-    FSIterator iterator = 0;
-    files.FSFindFolder(kUserDomain, kApplicationSupportFolderType, folder);
-    files.FSOpenIterator(folder, iterator);
-    std::vector<FSCatalogItem> items(256);
-    std::size_t count = 0;
-    files.FSGetCatalogInfoBulk(iterator, kFSCatInfoFinderInfo, items, count);
-    files.FSCloseIterator(iterator);
-    for (const FSCatalogItem& item : std::span(items).first(count)) {
-      if (item.info.fileType != "PREF"_4cc) continue;
-      const std::int32_t refNum = resources.FSOpenResFile(item.ref, fsRdWrShPerm);
-      work(resources.Get1Resource(kTable, 8889));
-      resources.CloseResFile(refNum);
-    }
+  /// Runs `work` on the table, with the file open. True: what it has changed is written.
+  bool withTable(const std::function<void(const Handle&)>& work) {
+    FSRef file;
+    files.FSFindFolder(kUserDomain, "file"_4cc, file);
+    const std::int32_t refNum = resources.FSOpenResFile(file, fsRdWrShPerm);
+    work(resources.Get1Resource(kTable, 8889));
+    resources.CloseResFile(refNum);
+    return resources.ResError() == noErr;
   }
 
   NoLog log;
@@ -74,12 +66,11 @@ TEST_F(ResourceFilesOfTwo, LoseNoRecordOfEachOther) {
   change([](auto& fork) { fork.at(kTable, 8889); });
   const pid_t child = start([&] {
     View view(folder.path());
-    for (int i = 0; i < kRecords; ++i) {
-      view.withTable([&](const Handle& table) {
-        table->content.push_back(1);
-        view.resources.ChangedResource(table);
-      });
-    }
+    const auto add = [&](const Handle& table) {
+      table->content.push_back(1);
+      view.resources.ChangedResource(table);
+    };
+    for (int i = 0; i < kRecords;) i += view.withTable(add) ? 1 : 0;
   });
   for (int i = 0; i < kRecords; ++i) {
     change([](auto& fork) {
@@ -92,6 +83,18 @@ TEST_F(ResourceFilesOfTwo, LoseNoRecordOfEachOther) {
     EXPECT_EQ(fork.find(kTable, 8889)->data.size(), std::size_t{2 * kRecords});
     EXPECT_EQ(fork.find("Else"_4cc, 1)->data.size(), std::size_t{kRecords});
   });
+}
+
+TEST_F(ResourceFilesOfTwo, OneThatHoldsTheLockHoldsNoKeyUp) {
+  change([](auto& fork) { fork.at(kTable, 8889).data = {1}; });
+  const auto lock = lockAppleDouble(folder.path() / parameters::kFolder / parameters::kFile, {});
+  View view(folder.path());
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(view.withTable([&](const Handle& table) {
+    EXPECT_EQ(table->content, std::vector<std::uint8_t>{1});
+    view.resources.ChangedResource(table);
+  }));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(250));
 }
 
 /// One that is killed holds nobody up, and leaves the old word or the new.

@@ -30,7 +30,13 @@ TEST(DesktopFiles, NothingButAPlainFileIsTouched) {
   EXPECT_EQ(files.dataWithContentsOfFile(home / "large"), nullptr);
   EXPECT_FALSE(files.writeToFile(home, {}));
   EXPECT_FALSE(files.writeToFile(home / "large" / "below", {}));
+  const auto leftBy = [&home](std::int64_t pid) {
+    return home / (".own." + std::to_string(pid) + ".new");
+  };
+  for (const pid_t pid : {INT32_MAX, getppid()}) std::ofstream(leftBy(pid)) << "left";
   ASSERT_TRUE(files.writeToFile(home / "own", {}));
+  EXPECT_FALSE(std::filesystem::exists(leftBy(INT32_MAX))) << "nobody writes it any more";
+  EXPECT_TRUE(std::filesystem::exists(leftBy(getppid())));
   EXPECT_EQ(std::filesystem::status(home / "own").permissions(),
             std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
 }

@@ -62,7 +62,9 @@ TEST_F(Settings, AnUnknownWordGetsTheKnownOnesAndChangesNothing) {
            {{"shortcut", "Cksp", "cmd+s"}, "CkAl"},
            {{"shortcut", "CkSp", "super+s"}, "option"},
            {{"shortcut", "CkSp", "cmd+up"}, "f1 to f15"},
-           {{"shortcut", "CkSp", "shift+s"}, "needs cmd"}}) {
+           {{"shortcut", "CkSp", "shift+s"}, "needs cmd"},
+           {{"shortcut", "Tsia", "cmd+s"}, "CkAl"},
+           {{"shortcut", "CkSp", "cmd+control+option+a"}, "CkAl"}}) {
     std::vector<std::string> arguments{"settings"};
     arguments.insert(arguments.end(), words.begin(), words.end());
     const Ran ran = run(arguments);
@@ -83,6 +85,21 @@ TEST_F(Settings, ADamagedFileIsKeptAside) {
     EXPECT_EQ(contentOf(kept / ("._Quorvane Parameters" + std::string(aside))), damage);
   }
   EXPECT_NE(settings({"list"}).find("CkAl  cmd+control+option+a"), std::string::npos);
+  std::filesystem::remove(kept / "._Quorvane Parameters");
+  std::filesystem::create_directory(kept / "._Quorvane Parameters");
+  EXPECT_EQ(run({"type"}, "teh ").said.substr(0, 4), "the ");
+}
+
+TEST_F(Settings, AreInTheFileThatTheInputMethodFinds) {
+  settings({"set", "pencil", "on"});
+  std::filesystem::remove(kept / "Quorvane Parameters");
+  EXPECT_EQ(run({"type"}, "teh ").said, "the ") << "it is there again";
+  for (const std::string start : {"", "._"}) {
+    std::filesystem::rename(kept / (start + "Quorvane Parameters"), kept / (start + "A file"));
+  }
+  settings({"switches", "type", "-checking"});
+  EXPECT_EQ(run({"type"}, "teh ").said, "teh ");
+  EXPECT_FALSE(std::filesystem::exists(kept / "Quorvane Parameters"));
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "src/menu/MenuShortcuts.h"
 #include "src/menu/QBIMEndianCallBacks.h"
 #include "src/menu/QBIM_IMK_Params.h"
-#include "tools/parameters/ParameterFile.h"
+#include "tools/parameters/UsualParameters.h"
 
 namespace quorvane {
 namespace {
@@ -24,26 +24,20 @@ void addSwitches(Bytes& bytes, FourCharCode signature, std::uint32_t word, std::
   bytes.resize(end);
 }
 
-/// References into it stay good.
-std::vector<resources::Resource> roomForSome() {
-  std::vector<resources::Resource> resources;
-  resources.reserve(8);
-  return resources;
-}
-
 struct Params : testing::Test {
   Params() { Install_CoreEndianInstallFlippers(instance); }
 
   void putFile() {
     if (!host.files.has(path)) host.files.put(path, "");
+    if (!table.empty()) fork.at("CGMI"_4cc, 8889).data = table;
     host.files.putResources(path, {"PREF"_4cc, "QVKT"_4cc}, fork);
   }
   Bytes inFile(FourCharCode type, std::int16_t id) {
-    const auto around = host.files.dataWithContentsOfFile(resources::appleDoublePath(path));
-    const auto file = resources::readAppleDouble(around->bytes());
-    const auto now = resources::readResourceFork(file.value->content(2));
-    const auto* const found = now.value->find(type, id);
-    return found == nullptr ? Bytes() : found->data;
+    Bytes data;
+    host.files.changeResources(path, [&](const auto&, const auto& now) {
+      if (const auto* const found = now.find(type, id)) data = found->data;
+    });
+    return data;
   }
   void show(const ProcessSerialNumber& psn) {
     host.processes.setFront(psn, memory::Notice::Missed);
@@ -65,8 +59,8 @@ struct Params : testing::Test {
   memory::MemoryHost host;
   Instance instance{host.platform()};
   std::uint32_t& word = instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS;
-  resources::ResourceFork fork{.reserved = {}, .mapReserved = {}, .resources = roomForSome()};
-  Bytes& table = fork.at("CGMI"_4cc, 8889).data;
+  resources::ResourceFork fork;
+  Bytes table;  ///< of the switches, unless it is empty
   const std::string path = host.files.applicationSupportFolder + "/Quorvane/Parameters";
 };
 using ParamsSwitches = Params;
@@ -76,6 +70,8 @@ TEST_F(ParamsSwitches, AreFoundBySignatureOrByBundleIdentifier) {
   addSwitches(table, "\?\?\?\?"_4cc, 2, "com.example.letters");
   addSwitches(table, "LETT"_4cc, 3, "com.example.other");
   addSwitches(table, "SOME"_4cc, 4, "com.example.a.name.of.31.bytes.");
+  addSwitches(table, "BARE"_4cc, 5, "");
+  addSwitches(table, "\?\?\?\?"_4cc, 6, "");
   putFile();
   struct Case {
     FourCharCode signature;
@@ -89,7 +85,8 @@ TEST_F(ParamsSwitches, AreFoundBySignatureOrByBundleIdentifier) {
            {"\?\?\?\?"_4cc, "com.example.new", 0x1800},
            {"NEWS"_4cc, "com.example.a.name.of.31.bytes.and.more", 4},
            {"NEWS"_4cc, "com.example.freed", 0x1800},
-           {"NEWS"_4cc, "", 0x1800}}) {
+           {"NEWS"_4cc, "", 0x1800},
+           {"\?\?\?\?"_4cc, "", 6}}) {
     bringToFront(each.signature, each.bundle);
     EXPECT_EQ(load(), each.expected) << each.bundle;
   }
@@ -133,7 +130,6 @@ TEST_F(ParamsSwitches, AreWrittenBackWhereTheyWereFoundOrIntoAFreeRecord) {
 }
 
 TEST_F(ParamsSwitches, ATableIsMadeWhereThereIsNone) {
-  fork.resources.clear();
   fork.at("Else"_4cc, 1).data = {1};
   putFile();
   load();
@@ -157,11 +153,39 @@ TEST_F(Params, FlagsAreReadByIndexAndWritten) {
   EXPECT_EQ(host.resources.CurResFile(), memory::MemoryResources::kApplicationFile);
 }
 
+/// What the input method has freed isn't filled again at the next start.
+TEST(UsualParameters, AreAddedOnceAndATextFieldKeepsItsOwnName) {
+  resources::ResourceFork file;
+  const auto type = parameters::kTypeApplication.application();
+  EXPECT_TRUE(parameters::addUsual(file));
+  parameters::forgetSwitches(file, type);
+  EXPECT_FALSE(parameters::addUsual(file));
+  parameters::setSwitches(file, {"QVTY"_4cc, "com.example.method"}, 7);
+  EXPECT_EQ(parameters::switchesIn(file).front().word, 7U) << "in the free record";
+  EXPECT_TRUE(parameters::addUsual(file));
+  EXPECT_FALSE(parameters::switchesOf(file, {parameters::kNoSignature, "com.example.method"}));
+  EXPECT_EQ(parameters::switchesOf(file, type)->word, 7U);
+}
+
+TEST(ParameterFile, WhatNobodyReadsOfShortcutsStays) {
+  resources::ResourceFork file;
+  Bytes own{9, 0, 0, 1, 'L', 'E', 'T', 'T'};
+  own.resize(24, 0xC);
+  resources::append(own, Bytes{8, 0, 0, 1, 'C', 'k', 'S', 'p', 0, 0, 1, 0, 0, 7, 0xA, 0xB, 1, 2});
+  file.at("QKYX"_4cc, 8888).data = own;
+  parameters::setShortcut(file, "LETT"_4cc, {"CkSp"_4cc, 0x100, 5});
+  parameters::setShortcut(file, "OTHR"_4cc, {"CkSe"_4cc, 0, 1});
+  EXPECT_EQ(parameters::applicationShortcutsIn(file).back().shortcuts.size(), 1U);
+  EXPECT_TRUE(parameters::forgetShortcuts(file, "OTHR"_4cc));
+  own.at(37) = 5;  // the key
+  EXPECT_EQ(file.find("QKYX"_4cc, 8888)->data, own);
+}
+
 TEST_F(Params, ShortcutsOfAnApplicationNeedThoseOfAll) {
-  Bytes& own = fork.at("QKYX"_4cc, 8888).data;
   parameters::setShortcut(fork, {.command = "CkSp"_4cc, .modifiers = 0x100, .key = 1});
   parameters::setShortcut(fork, "OTHR"_4cc, {.command = "CkSp"_4cc, .key = 8});
   parameters::setShortcut(fork, "LETT"_4cc, {.command = "CkSp"_4cc, .key = 7});
+  Bytes& own = fork.at("QKYX"_4cc, 8888).data;
   own[0] = 5;  // only the low 24 bits of a count are read
   putFile();
   const auto loadedFor = [&](FourCharCode signature) {

@@ -58,6 +58,8 @@ TEST(ResourceFork, WhatTheFormatCantHoldIsNotWritten) {
   fork.resources.assign(5461, {});
   EXPECT_EQ(writeResourceFork(fork).fault, "the resources are too many");
   fork.resources.assign(300, {0, 0, 0, 0, std::string(255, 'n'), {}});
+  EXPECT_EQ(readResourceFork(writeResourceFork(fork).value.value()).value, fork) << "one name";
+  for (std::size_t i = 0; i < 300; ++i) fork.resources[i].name->replace(0, 3, std::to_string(i));
   EXPECT_EQ(writeResourceFork(fork).fault, "the names are too many");
 }
 
@@ -118,6 +120,14 @@ TEST(AppleDouble, EntriesStayWhereTheyWereAndTheForkGoesLast) {
     EXPECT_TRUE(std::ranges::equal(grown.value->content(id), again.value->content(id)));
   }
   EXPECT_GT(offsetOf(*grown.value, kResourceForkEntry), offsetOf(*grown.value, 0x80000001));
+}
+
+TEST(AppleDouble, AttributesAreNeverMoved) {
+  AppleDouble file;
+  file.contentOf(kFinderInfoEntry).resize(100, 7);
+  auto again = readAppleDouble(writeAppleDouble(file).value.value());
+  again.value->contentOf(kResourceForkEntry) = smallFork();
+  EXPECT_EQ(writeAppleDouble(*again.value).fault, "the file's attributes leave no room");
 }
 
 TEST(AppleDouble, ForeignBytesGiveAReason) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <iostream>
 #include <stdexcept>
 
 #include "hosts/field/FieldParts.h"
@@ -24,7 +23,7 @@ struct SegmentRow {
 constexpr SegmentRow kToolSegment{880, kToolRecordSize};
 constexpr SegmentRow kTextSegment{893, kTextRecordSize};
 constexpr SegmentRow kCommandSegment{896, 408};
-constexpr SegmentRow kMenuSegment{897, 384};
+constexpr SegmentRow kMenuSegment{897, kMenuRecordSize};
 constexpr SegmentRow kSpellSegment{899, 708};
 constexpr std::uint32_t kTextSlot = 1;
 constexpr std::size_t kClientOffset = 12;  // in the payload of a command
@@ -39,7 +38,8 @@ constexpr std::array kPaces{Pace{1'000'000'000, Ticker::Microseconds(200)},
                             Pace{2'000'000'000, Ticker::Microseconds(1000)},
                             Pace{UINT64_MAX, Ticker::Microseconds(10'000)}};
 
-std::u16string widened(const std::string& ascii) { return {ascii.begin(), ascii.end()}; }
+/// Who changes a file by hand waits as long, at most, until it counts.
+constexpr std::uint64_t kNanosecondsBetweenLooksAtFiles = 1'000'000'000;
 
 std::string_view textOf(ScanEnd end) {
   switch (end) {
@@ -93,8 +93,11 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   servePort(port);
   ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
+  readUsersFiles(configuration.dataDirectory);
   trySpelling();
+  correctionSwitches_ = readCorrectionSwitches(configuration.configDirectory, host_.log());
   if (spelling_) loadCorrections(configuration.configDirectory);
+  offerStyles(configuration.configDirectory);
   prepareWindow();
   announce();
   beginConversation();
@@ -118,9 +121,8 @@ Checker::~Checker() {
 void Checker::createSegments() {
   segments_.tool = createSegment(kToolSegment.key, kToolSegment.size, 0).words();
   segments_.text = createSegment(kTextSegment.key, kTextSegment.size, kTextSlot).bytes();
-  commandBytes_ = createSegment(kCommandSegment.key, kCommandSegment.size, 2).bytes();
-  segments_.command = commandBytes_;
-  createSegment(kMenuSegment.key, kMenuSegment.size, 3);
+  segments_.command = createSegment(kCommandSegment.key, kCommandSegment.size, 2).bytes();
+  menuBytes_ = createSegment(kMenuSegment.key, kMenuSegment.size, 3).bytes();
   createSegment(kSpellSegment.key, kSpellSegment.size, 4);
   const int textSegment = instance_.state<SharedMemoryState>().shmid[kTextSlot];
   inputMethod_.emplace(host_.processRegistry(), instance_.platform().messagePorts, textSegment);
@@ -169,35 +171,6 @@ void Checker::servePort(const std::shared_ptr<CFMessagePort>& port) {
   platform.runLoop.CFRunLoopAddSource(*loop, source);
 }
 
-/// The trial also makes the spell checker load what it loads at its first suggestion.
-void Checker::trySpelling() {
-  if (spelling_ != nullptr && spelling_->suggestions("recieve").empty()) spelling_.reset();
-  if (spelling_ == nullptr) {
-    std::cerr << "quorvane checker: Enchant has no dictionary for " << options_.dictionary
-              << " (for en_US, Debian's hunspell-en-us or aspell-en): typing goes on unchecked\n";
-    return;
-  }
-  ToolRecord(segments_.tool).put(At::AppReady, 1);
-}
-
-/// Word data is English. The trial loads what a first word in question would have to wait for.
-void Checker::loadCorrections(const std::filesystem::path& configDirectory) {
-  Platform& platform = instance_.platform();
-  std::unique_ptr<corrections::Corrector> corrector;
-  if (isEnglish(options_.dictionary)) corrector = corrections::Corrector::open(platform);
-  if (corrector == nullptr) {
-    std::cerr << "quorvane checker: no word data for " << options_.dictionary
-              << " (scripts/word_data makes that for English): nothing is corrected by itself\n";
-  } else if (!corrections::Corrector::indexIsKept(platform)) {
-    std::cerr << "quorvane checker: the index of words can't be written to "
-              << platform.fileManager.cachesDirectory() << ": each start makes it anew\n";
-  }
-  corrections_.emplace(*spelling_, std::move(corrector), TakenBack(configDirectory, host_.log()),
-                       readCorrectionSwitches(configDirectory, host_.log()),
-                       [this] { return host_.keyboardLayout(); });
-  corrections_->offers({.spelt = "recieve"});
-}
-
 /// An input method that waits for the announcement types only afterwards, under our eyes; one that
 /// runs by now may be in the middle of a word.
 void Checker::announce() {
@@ -210,10 +183,12 @@ void Checker::announce() {
 void Checker::beginConversation() {
   Platform& platform = instance_.platform();
   if (options_.manner == Manner::Hostile) {
-    scribbler_.emplace(segments_.tool, segments_.text, commandBytes_, *inputMethod_, options_.seed);
+    scribbler_.emplace(segments_.tool, segments_.text, segments_.command, *inputMethod_,
+                       options_.seed);
   }
   conversation_.emplace(segments_, corrections_ ? &*corrections_ : nullptr, platform.clock,
                         *inputMethod_, options_, textsBeganWithUs_, listener());
+  conversation_->expand(&users_->abbreviations());
   lastWork_ = platform.clock.mach_absolute_time();
   ticker_.emplace(host_.runLoop(), [this] { look(); });
   ticker_->every(kPaces.front().interval);
@@ -225,7 +200,7 @@ Listener Checker::listener() {
   listener.command = [this](std::uint32_t command, std::uint32_t bits) {
     Log(instance_, "* checker: command ", command, " bits ", bits);
   };
-  listener.perform = [this](std::uint32_t command) { performInWindow(command); };
+  listener.perform = [this](std::uint32_t command) { perform(command); };
   listener.popup = [this](const PopupList* list) { tellOfPopup(list); };
   if (options_.traceScans) {
     listener.scan = [this](ScanEnd end) { Log(instance_, "* checker: scan: ", textOf(end)); };
@@ -233,9 +208,17 @@ Listener Checker::listener() {
   return listener;
 }
 
+std::u16string Checker::units(const std::string& text) {
+  return instance_.platform()
+      .textEncoding
+      .initWithData({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()},
+                    NSStringEncoding::UTF8)
+      .value_or(u"");
+}
+
 void Checker::logFix(const Fix& fix) {
-  const std::u16string word = widened(fix.word);
-  const std::u16string replacement = widened(fix.replacement);
+  const std::u16string word = units(fix.word);
+  const std::u16string replacement = units(fix.replacement);
   Log(instance_, "* checker: fix \"", Private{word}, "\" to \"", Private{replacement}, "\" count ",
       fix.count, " port ", inputMethod_->name());
   if (options_.showText) host_.log().flush();  // whoever watches sees it where it belongs
@@ -247,7 +230,7 @@ void Checker::tellOfPopup(const PopupList* list) {
     Log(instance_, "* checker: popup closed");
     return;
   }
-  const std::u16string word = widened(list->word);
+  const std::u16string word = units(list->word);
   const bool written = writePopupList(runtimeFolder_, *list);
   Log(instance_, "* checker: popup \"", Private{word}, "\" suggestions ", list->suggestions.size(),
       written ? "" : ", which nobody can read");
@@ -259,6 +242,10 @@ void Checker::look() {
   const bool asked = conversation_->poll();
   if (window_->poll() || asked || somebodyTypes()) lastWork_ = now;
   if (scribbler_) scribbler_->maybe();
+  if (now - lastLookAtFiles_ >= kNanosecondsBetweenLooksAtFiles) {
+    lastLookAtFiles_ = now;
+    users_->readIfChanged();
+  }
   const std::uint64_t quiet = now - std::min(now, lastWork_);
   ticker_->every(std::ranges::find_if(kPaces, [quiet](const Pace& pace) {
                    return quiet <= pace.quietNanoseconds;

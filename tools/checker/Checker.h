@@ -10,6 +10,7 @@
 #include "hosts/desktop/DesktopHost.h"
 #include "src/base/Instance.h"
 #include "tools/checker/CheckerOptions.h"
+#include "tools/checker/ClipboardLoan.h"
 #include "tools/checker/Conversation.h"
 #include "tools/checker/Corrections.h"
 #include "tools/checker/InputMethods.h"
@@ -17,6 +18,8 @@
 #include "tools/checker/Scribbler.h"
 #include "tools/checker/Spelling.h"
 #include "tools/checker/Ticker.h"
+#include "tools/checker/UserContent.h"
+#include "tools/checker/WritingStyleMenu.h"
 #include "tools/definitions/Definitions.h"
 
 namespace quorvane::checker {
@@ -50,8 +53,14 @@ class Checker {
   void announce();
   void beginConversation();
   Listener listener();
+  std::u16string units(const std::string& text);
   void logFix(const Fix& fix);
   void tellOfPopup(const PopupList* list);
+  void offerStyles(const std::filesystem::path& configDirectory);
+  void readUsersFiles(const std::filesystem::path& support);
+  void insertDate(std::uint32_t command);
+  void runTool(std::uint32_t command);
+  void perform(std::uint32_t command);
   void prepareWindow();
   void serveWindowKeys();
   void tellOfWindow(const WindowText* text);
@@ -64,10 +73,14 @@ class Checker {
   Instance instance_;
   CheckerOptions options_;
   std::filesystem::path runtimeFolder_;
+  std::optional<UserContent> users_;
+  std::uint64_t lastLookAtFiles_ = 0;
   std::unique_ptr<Spelling> spelling_;
+  CorrectionSwitches correctionSwitches_;
   std::optional<Corrections> corrections_;
+  std::optional<WritingStyleMenu> styles_;
   Segments segments_;
-  std::span<std::uint8_t> commandBytes_;
+  std::span<std::uint8_t> menuBytes_;
   std::optional<DesktopInputMethodPort> inputMethod_;
   std::optional<Scribbler> scribbler_;
   desktop::ClipboardFile clipboard_;

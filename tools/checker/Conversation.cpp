@@ -55,6 +55,12 @@ bool Conversation::spellingWanted() const {
   return (flags & kWordCompletion) == 0 && (flags & kInteractiveSpelling) != 0;
 }
 
+/// Also where completion is on: what it writes otherwise than it was typed, the input method knows.
+bool Conversation::expansionWanted() const {
+  const std::uint32_t flags = tool_.get(At::AppFlags);
+  return abbreviations_ != nullptr && (flags & kAbbreviations) != 0;
+}
+
 /// All thinking comes before all writing. A scan that is over, or may be, is left as it stands: the
 /// next look finds it gone, or finds a text that it knows and has nothing to say about.
 void Conversation::answerScan() {
@@ -65,7 +71,7 @@ void Conversation::answerScan() {
     end = port_.find() ? ScanEnd::Fixed : ScanEnd::NobodyToTell;
   }
   if (!inTime(seenAt) || !isStillThere(found)) {
-    if (choice_ != nullptr && found.fix) choice_->notMade();
+    if (found.chosen) choice_->notMade();
     tell(ScanEnd::Late);
     return;
   }
@@ -73,7 +79,7 @@ void Conversation::answerScan() {
   if (end == ScanEnd::Fixed) {
     end = found.fix ? mend(*found.fix) : openPopup(std::move(found.offers));
   }
-  if (choice_ != nullptr && found.fix && end != ScanEnd::Fixed) choice_->notMade();
+  if (found.chosen && end != ScanEnd::Fixed) choice_->notMade();
   if (options_.documentWindow) window_.accompany(clientSignature());
   tool_.clearBits(At::Requests, kScanBit);
   tool_.clearBits(At::ScanFlags, kScanBit);
@@ -99,12 +105,14 @@ Conversation::Findings Conversation::decide() {
 }
 
 void Conversation::check(const TextRecord& record, std::size_t vouchedFrom, Findings& found) {
-  if (choice_ == nullptr || !spellingWanted()) return;
   const Typing typing{record, vouchedFrom, session()};
+  if (expansionWanted()) found.fix = findExpansion(typing, *abbreviations_);
+  if (found.fix || choice_ == nullptr || !spellingWanted()) return;
   if (options_.popup) {
     found.offers = findOffers(typing, *choice_);
   } else {
     found.fix = findFix(typing, *choice_);
+    found.chosen = found.fix.has_value();
   }
 }
 
@@ -141,6 +149,13 @@ ScanEnd Conversation::mend(const Fix& fix) {
   const ScanEnd end = hand(fix);
   if (end == ScanEnd::Fixed) vouching_.mended(session(), fix.corrected.text);
   return end;
+}
+
+bool Conversation::insert(std::u16string_view text) {
+  const TextRecord record = decodeTextRecord(text_).value_or(TextRecord{});
+  const std::size_t caret = record.text.size();
+  const auto fix = writtenOver(record, caret, caret, text);
+  return !text.empty() && fix && port_.find() && mend(*fix) == ScanEnd::Fixed;
 }
 
 ScanEnd Conversation::openPopup(std::vector<Fix> offers) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Clock.h"
+#include "tools/checker/AutoType.h"
 #include "tools/checker/CheckerOptions.h"
 #include "tools/checker/CorrectionWindow.h"
 #include "tools/checker/Fix.h"
@@ -21,9 +22,9 @@
 namespace quorvane::checker {
 
 struct Segments {
-  std::span<std::uint32_t> tool;          ///< 880
-  std::span<std::uint8_t> text;           ///< 893
-  std::span<const std::uint8_t> command;  ///< 896
+  std::span<std::uint32_t> tool;    ///< 880
+  std::span<std::uint8_t> text;     ///< 893
+  std::span<std::uint8_t> command;  ///< 896
 };
 
 enum class ScanEnd { NothingToFix, Fixed, Offered, NobodyToTell, Late };
@@ -51,6 +52,10 @@ class Conversation {
 
   /// False where there was nothing to do.
   bool poll();
+  /// Those are written out while their switch is on, also where spelling is off; null: none are.
+  void expand(const Abbreviations* abbreviations) { abbreviations_ = abbreviations; }
+  /// Puts a text in at the caret, in session and document; false: in neither.
+  bool insert(std::u16string_view text);
   /// A command that came as a message; unknown ones do nothing. The reply goes once this returns.
   void obey(std::uint32_t command);
 
@@ -58,6 +63,7 @@ class Conversation {
   struct Findings {
     std::vector<std::uint8_t> textRecord;  ///< that they are about
     std::optional<Fix> fix;
+    bool chosen = false;      ///< the fix is the word choice's
     std::vector<Fix> offers;  ///< in the popup, in place of a fix
     bool sentenceStart = false;
   };
@@ -70,6 +76,7 @@ class Conversation {
   [[nodiscard]] bool inTime(std::uint64_t seenAt) const;
   [[nodiscard]] bool isStillThere(const Findings& found) const;
   [[nodiscard]] bool spellingWanted() const;
+  [[nodiscard]] bool expansionWanted() const;
   void answerScan();
   Findings decide();
   void check(const TextRecord& record, std::size_t vouchedFrom, Findings& found);
@@ -82,6 +89,7 @@ class Conversation {
   void tell(ScanEnd end);
 
   bool clearCommands();
+  void forget(std::uint32_t command);
   bool closeStalePopup();
   void closeWindow();
   void popupKey();
@@ -92,8 +100,9 @@ class Conversation {
 
   ToolRecord tool_;
   std::span<std::uint8_t> text_;
-  std::span<const std::uint8_t> command_;
+  std::span<std::uint8_t> command_;
   WordChoice* choice_;
+  const Abbreviations* abbreviations_ = nullptr;
   Clock& clock_;
   InputMethodPort& port_;
   CheckerOptions options_;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 
 #include "src/base/HostWords.h"
 #include "tools/checker/Conversation.h"
@@ -18,6 +19,9 @@ constexpr std::uint32_t kClosePopup = 105;
 constexpr std::uint32_t kPopupNavigation = 106;
 constexpr std::uint32_t kJudgeClick = 108;
 constexpr std::uint32_t kRestoreClipboard = 16390;
+constexpr std::uint32_t kFillMenuRecord = 8;
+constexpr std::uint32_t kReadDictionaries = 16383;
+constexpr std::uint32_t kQuit = 65534;
 
 constexpr std::size_t kCommandOffset = 0;
 constexpr std::size_t kFrontSignatureOffset = 12;
@@ -33,12 +37,27 @@ struct Request {
 constexpr std::array kRequests{Request{0, kCloseWindow, true},
                                Request{1, kCloseWindow, true},
                                Request{2, kShowOrHideWindow, true},
+                               Request{3, kReadDictionaries, true},
+                               Request{5, 17140, true},  // dates
+                               Request{6, 17141, true},
+                               Request{7, 17142, true},
+                               Request{9, 17145, true},
+                               Request{10, 17146, true},
+                               Request{11, 17147, true},
+                               Request{12, 17149, true},
+                               Request{13, 17100, true},  // text tools
+                               Request{14, 17101, true},
+                               Request{15, 17102, true},
+                               Request{16, 17110, false},
+                               Request{17, 17111, false},
                                Request{17, kJudgeClick, false},
                                Request{19, kRestoreClipboard, false},
+                               Request{19, kQuit, false},
                                Request{20, kRestoreClipboard, true},
                                Request{22, 2, true},  // checks
                                Request{23, 6, true},
                                Request{24, 7, true},
+                               Request{28, kFillMenuRecord, true},
                                Request{31, 35, true}};  // a word is looked up
 
 bool isDigit(std::uint32_t key) { return key >= '0' && key <= '9'; }
@@ -52,12 +71,20 @@ bool Conversation::clearCommands() {
   const std::uint32_t last = hostWord32(command_, kCommandOffset);
   for (const Request& request : kRequests) {
     const bool set = (bits >> request.bit & 1) != 0;
-    if (set && (request.alone || request.command == last)) obey(request.command);
+    if (!set || (!request.alone && request.command != last)) continue;
+    obey(request.command);
+    if (!request.alone) forget(last);
   }
   tool_.clearBits(At::Requests, bits);
   // The bit of a scan that ended without us tells nothing.
   if (bits != kScanBit && listener_.command) listener_.command(last, bits);
   return true;
+}
+
+/// The bit may come for another command, whose number follows it: a scan's does.
+void Conversation::forget(std::uint32_t command) {
+  auto* const number = reinterpret_cast<std::uint32_t*>(command_.data() + kCommandOffset);
+  std::atomic_ref(*number).compare_exchange_strong(command, 0);
 }
 
 /// A modifier key for the document window, 102, changes nothing there.

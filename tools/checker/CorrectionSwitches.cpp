@@ -11,7 +11,7 @@ namespace {
 const std::string kGroup = "Corrections";
 
 desktop::KeyFile fileIn(const std::filesystem::path& folder, quorvane::LogSink& log) {
-  return {folder / "corrections", log};
+  return {folder / kCorrectionsFile, log};
 }
 
 }  // namespace

@@ -13,6 +13,9 @@
 
 namespace quorvane::checker {
 
+/// In the settings folder.
+inline constexpr std::string_view kCorrectionsFile = "corrections";
+
 struct CorrectionSwitches {
   bool words = true;
   bool smallI = true;

@@ -48,6 +48,11 @@ Corrections::Corrections(Spelling& dictionary, std::unique_ptr<corrections::Corr
       passages_(switches, [this](auto word) { return corrector_->beginsWithVowel(word); }),
       layout_(std::move(layout)) {}
 
+void Corrections::use(const CorrectionSwitches& switches) {
+  switches_ = switches;
+  passages_.use(switches);
+}
+
 void Corrections::followKeyboard() {
   const auto layout = layout_();
   if (layout == followed_ || layout == nullptr) return;

@@ -24,6 +24,9 @@ class Corrections final : public WordChoice {
               TakenBack takenBack, const CorrectionSwitches& switches,
               std::function<keyboard::LayoutData()> layout);
 
+  /// From the next word on.
+  void use(const CorrectionSwitches& switches);
+
   /// A word that comes back at once where one was replaced is taken back, and learned.
   std::optional<std::string> replacement(const TypedWord& word) override;
   std::optional<Passage> passage(const TypedWord& word) override;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <span>
 
+#include "src/base/Text.h"
 #include "tools/checker/MacRoman.h"
 #include "tools/checker/OfferedSuggestions.h"
 #include "tools/checker/PopupList.h"
@@ -14,36 +15,37 @@ namespace {
 
 using OwnBytes = std::vector<std::uint8_t>;
 
-OwnBytes sessionBytes(const std::string& replacement, bool curlyApostrophes) {
-  OwnBytes bytes(replacement.begin(), replacement.end());
-  if (curlyApostrophes) std::ranges::replace(bytes, std::uint8_t{'\''}, kRightSingleQuote);
-  return bytes;
-}
-
 /// What lies behind the cursor stays where it is in the session, out of our reach: it is kept only
 /// where it needn't move.
 std::size_t newLength(const TextRecord& record, std::size_t newCursor) {
   return newCursor == record.text.size() ? record.length : newCursor;
 }
 
+/// Empty where it has no room and there is no reason to begin anew, as the other side sees it.
+std::optional<OwnBytes> joined(std::span<const std::uint8_t> head, const OwnBytes& rest) {
+  if (rest.size() > kTextCapacity) return std::nullopt;
+  if (head.size() + rest.size() > kTextCapacity) {
+    if (documentLength(head) + documentLength(rest) <= kTextCapacity) return std::nullopt;
+    return rest;
+  }
+  OwnBytes all(head.begin(), head.end());
+  all.insert(all.end(), rest.begin(), rest.end());
+  return all;
+}
+
 std::optional<Fix> makeFix(const TextRecord& record, const Word& word, std::string spelt,
                            std::string replacement) {
-  const auto at = [&record](std::size_t index) {
-    return record.text.begin() + static_cast<std::ptrdiff_t>(index);
-  };
-  const bool curly = std::find(at(word.start), at(word.end), kRightSingleQuote) != at(word.end);
-  OwnBytes mended = sessionBytes(replacement, curly);
-  mended.insert(mended.end(), at(word.end), record.text.end());
-  auto text = documentText(mended);
-  const std::size_t cursor = word.start + mended.size();
-  if (!text || cursor > kTextCapacity) return std::nullopt;
-
-  OwnBytes corrected(record.text.begin(), at(word.start));
-  corrected.insert(corrected.end(), mended.begin(), mended.end());
-  return Fix{std::move(spelt), std::move(replacement),
-             static_cast<std::uint32_t>(documentLength({at(word.start), record.text.end()})),
-             std::move(*text),
-             TextRecord{std::move(corrected), newLength(record, cursor), record.key}};
+  const auto typed = std::span(record.text).subspan(word.start, word.end - word.start);
+  std::u16string text(replacement.begin(), replacement.end());
+  if (std::ranges::find(typed, kRightSingleQuote) != typed.end()) {
+    std::ranges::replace(text, u'\'', u'\u2019');
+  }
+  auto fix = writtenOver(record, word.start, word.end, text);
+  if (fix) {
+    fix->word = std::move(spelt);
+    fix->replacement = std::move(replacement);
+  }
+  return fix;
 }
 
 struct Ended {
@@ -73,6 +75,22 @@ std::optional<Fix> passageFix(const Typing& typing, const Ended& word, const Pas
 
 }  // namespace
 
+std::optional<Fix> writtenOver(const TextRecord& record, std::size_t start, std::size_t end,
+                               std::u16string_view text) {
+  const std::span<const std::uint8_t> all(record.text);
+  const auto gone = documentText(all.subspan(start));
+  if (!gone || !hasUtf8Form(text)) return std::nullopt;
+  OwnBytes written = sessionBytes(text);
+  const auto kept = all.subspan(end);
+  written.insert(written.end(), kept.begin(), kept.end());
+  auto after = joined(all.first(start), written);
+  if (!after) return std::nullopt;
+  const std::size_t length = newLength(record, after->size());
+  return Fix{*documentText(all.subspan(start, end - start)), toUtf8(text),
+             static_cast<std::uint32_t>(documentLength(all.subspan(start))),
+             toUtf8(text) + *documentText(kept), TextRecord{std::move(*after), length, record.key}};
+}
+
 std::optional<Fix> findFix(const Typing& typing, WordChoice& choice) {
   const auto word = endedWordOf(typing);
   if (!word) return std::nullopt;
@@ -101,12 +119,10 @@ std::vector<Fix> findOffers(const Typing& typing, WordChoice& choice) {
   return offers;
 }
 
-Fix typedCharacter(TextRecord record, std::uint8_t character) {
-  if (record.text.size() >= kTextCapacity) record.text.clear();
-  record.text.push_back(character);
-  record.length = record.text.size();
-  const std::string typed(1, static_cast<char>(character));
-  return {{}, typed, 0, typed, std::move(record)};
+Fix typedCharacter(const TextRecord& record, std::uint8_t character) {
+  const std::size_t end = record.text.size();
+  const char16_t typed = character;
+  return writtenOver(record, end, end, {&typed, 1}).value_or(Fix{});
 }
 
 std::vector<std::uint8_t> messagePayload(const Fix& fix) {

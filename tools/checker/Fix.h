@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tools/checker/TextRecord.h"
@@ -23,6 +24,12 @@ struct Fix {
   TextRecord corrected;
 };
 
+/// What stands from `start` to `end` becomes `text`, in which a return is a line feed; what follows
+/// it up to the cursor stays. A session text without room begins anew. Empty where nobody knows how
+/// many characters are to go, or where the session can't follow.
+std::optional<Fix> writtenOver(const TextRecord& record, std::size_t start, std::size_t end,
+                               std::u16string_view text);
+
 /// A text that has just been typed into.
 struct Typing {
   const TextRecord& record;
@@ -40,7 +47,7 @@ std::vector<Fix> findOffers(const Typing& typing, WordChoice& choice);
 
 /// Types an ASCII character that has reached neither the session nor the document. A session text
 /// that has no room for it begins anew.
-Fix typedCharacter(TextRecord record, std::uint8_t character);
+Fix typedCharacter(const TextRecord& record, std::uint8_t character);
 
 /// The count, 4 bytes big-endian, and the text.
 std::vector<std::uint8_t> messagePayload(const Fix& fix);

@@ -7,6 +7,8 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace quorvane::checker {
 
@@ -32,5 +34,8 @@ std::size_t documentLength(std::span<const std::uint8_t> bytes);
 
 /// As a document holds it: a return is a line feed there. Empty where a byte is none of the above.
 std::optional<std::string> documentText(std::span<const std::uint8_t> bytes);
+
+/// A byte for each unit: what is none of the above gets one that stands for some letter.
+std::vector<std::uint8_t> sessionBytes(std::u16string_view text);
 
 }  // namespace quorvane::checker

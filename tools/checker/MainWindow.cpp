@@ -4,8 +4,8 @@
 #include <array>
 #include <utility>
 
-#include "src/base/BigEndian.h"
 #include "src/base/Text.h"
+#include "tools/checker/PasteInto.h"
 #include "tools/checker/documents/CheckWindow.h"
 #include "tools/checker/documents/PlainTexts.h"
 #include "tools/checker/documents/Statistics.h"
@@ -15,8 +15,7 @@ namespace quorvane::checker {
 
 namespace {
 
-constexpr std::uint64_t kSlice = 150'000;  // nanoseconds
-constexpr std::int32_t kMessagePaste = 250;
+constexpr std::uint64_t kSlice = 150'000;     // nanoseconds
 constexpr std::uint32_t kMenuOffInFront = 1;  // in AppState
 
 enum class About { Nothing, Copied, CheckOfCopied };
@@ -139,11 +138,8 @@ void MainWindow::show() {
 
 /// The client has the keys again by now.
 void MainWindow::paste(const std::u16string& text) {
-  std::array<std::uint8_t, sizeof(std::int32_t)> payload{};
-  putBigEndian(payload, 0, parts_.port.processOf(client_));
-  const bool lent = parts_.port.find() && parts_.clipboard.lend(toUtf8(text));
-  if (lent && parts_.port.send(kMessagePaste, payload)) return;
-  parts_.clipboard.end();
+  const std::int32_t client = parts_.port.processOf(client_);
+  if (pasteInto(client, toUtf8(text), parts_.clipboard, parts_.port)) return;
   open(std::make_unique<TextWindow>(u"Nothing was pasted", kNotPasted), client_);
 }
 

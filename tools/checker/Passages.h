@@ -20,6 +20,7 @@ class Passages {
   Passages(const CorrectionSwitches& switches, VowelSound beginsWithVowel)
       : switches_(switches), beginsWithVowel_(std::move(beginsWithVowel)) {}
 
+  void use(const CorrectionSwitches& switches) { switches_ = switches; }
   /// The one that ends with `word`, which has just been typed.
   [[nodiscard]] std::optional<Passage> endingIn(const TypedWord& word) const;
 

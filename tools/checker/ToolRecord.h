@@ -20,6 +20,8 @@ enum class At : std::size_t {
   BufferChanged = 112,      ///< field 11
   WindowClient = 116,       ///< field 12
   AppState = 128,           ///< field 15
+  StyleMark = 140,          ///< field 18: the style in force, from 1
+  AutoTypeChoice = 164,     ///< field 24: the chosen file by its place, from 1
   ControlDigits = 168,      ///< field 25
   PopupChar = 172,          ///< field 26: a key for the popup, then our answer
   ClipState = 176,          ///< field 27
@@ -31,6 +33,7 @@ enum class At : std::size_t {
   CheckRunning = 232,       ///< field 41
   AppReady = 236,           ///< field 42
   MousePoint = 244,         ///< field 44
+  StyleChoice = 252,        ///< field 46: from 1
   AppFlags = 264,           ///< field 49
   WindowTopLeft = 276,      ///< field 52
   WindowBottomRight = 280,  ///< field 53
@@ -43,6 +46,7 @@ enum class At : std::size_t {
 inline constexpr std::uint32_t kSmartQuotesAndDashes = 3;   ///< in SmartCharacters: either on
 inline constexpr std::uint32_t kScanBit = 1U << 16;         ///< in Requests and in ScanFlags
 inline constexpr std::uint32_t kInteractiveSpelling = 0x2;  ///< in AppFlags
+inline constexpr std::uint32_t kAbbreviations = 0x20;       ///< in AppFlags
 inline constexpr std::uint32_t kWordCompletion = 0x40;      ///< in AppFlags
 inline constexpr std::uint32_t kRestoreArmed = 1;           ///< in ClipState
 inline constexpr std::uint32_t kTextOverflowed = 2;         ///< in SessionChange

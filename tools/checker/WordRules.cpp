@@ -40,6 +40,11 @@ std::size_t beginOfEnd(Bytes text) {
 /// "[p]eople".
 bool joinsWords(std::uint8_t byte) { return isOneOf("./\\@#_&=+~$%<>*^|`)]}:", byte); }
 
+bool isOfRun(std::uint8_t byte) { return byte > ' ' && byte < 127 && !isOneOf("([{\"", byte); }
+bool opensRun(const TextRecord& record, std::uint8_t byte) {
+  return byte < 128 || (!isUnknown(record, byte) && byte != kRightSingleQuote);
+}
+
 bool isOrdinary(const TextRecord& record, Bytes word) {
   const auto ordinary = [&](std::uint8_t byte) {
     return isLetter(byte) || (isApostrophe(byte) && !isUnknown(record, byte));
@@ -84,6 +89,16 @@ std::optional<Word> endedWord(const TextRecord& record) {
   if (closed) --end;
   if (start >= end || !isOrdinary(record, text.subspan(start, end - start))) return std::nullopt;
   return Word{start, end, opensSentence(text.first(start)), start > 0 && text[start - 1] == '-'};
+}
+
+std::optional<Word> endedRun(const TextRecord& record) {
+  if (!typedBoundary(record) || !endsWord(record.key)) return std::nullopt;
+  const Bytes text(record.text);
+  const std::size_t end = beginOfEnd(text);
+  std::size_t start = end;
+  while (start > 0 && isOfRun(text[start - 1])) --start;
+  if (start == end || (start > 0 && !opensRun(record, text[start - 1]))) return std::nullopt;
+  return Word{start, end, opensSentence(text.first(start)), false};
 }
 
 std::string spelling(Bytes word) {

@@ -29,6 +29,10 @@ struct Word {
 /// or a path. Enclosing apostrophes aren't part of it.
 std::optional<Word> endedWord(const TextRecord& record);
 
+/// What stands between white space, an opening mark or the beginning and the key just typed, which
+/// has ended it: a word, or any ASCII characters.
+std::optional<Word> endedRun(const TextRecord& record);
+
 /// The word as a dictionary spells it: ASCII, apostrophes straight.
 std::string spelling(std::span<const std::uint8_t> word);
 

@@ -1,6 +1,7 @@
 #include "tools/corrections/Decision.h"
 
 #include <algorithm>
+#include <map>
 
 #include "tools/corrections/Letters.h"
 #include "tools/corrections/WordForms.h"
@@ -20,6 +21,15 @@ bool keepsApostrophe(std::string_view word, std::string_view candidate) {
          candidate.find('\'') != std::string_view::npos;
 }
 
+/// Nobody is asked twice about a word: a no is what takes dictionaries longest.
+Accepts remembering(const Accepts& accepts) {
+  return [&accepts, answers = std::map<std::string, bool>()](const std::string& word) mutable {
+    const auto [answer, isNew] = answers.try_emplace(word, false);
+    if (isNew) answer->second = accepts(word);
+    return answer->second;
+  };
+}
+
 /// In small letters or as a name.
 bool isInDictionaries(const std::string& word, const Accepts& accepts) {
   return accepts(word) || accepts(capitalised(word));
@@ -32,6 +42,26 @@ bool isPossessive(const WordIndex& index, std::string_view word) {
 /// Dictionaries write it with a capital only.
 bool isName(const std::string& word, const Accepts& accepts) {
   return !accepts(word) && accepts(capitalised(word));
+}
+
+/// Names are never meant by small letters; the few best are looked at only.
+std::vector<Candidate> withoutNames(std::vector<Candidate> all, const Accepts& accepts) {
+  std::vector<Candidate> kept;
+  for (Candidate& candidate : all) {
+    if (kept.size() == kMostCandidates) break;
+    if (kept.size() >= 2 || !isName(candidate.word, accepts)) kept.push_back(std::move(candidate));
+  }
+  return kept;
+}
+
+/// Those that will be among the best are to come early.
+float promise(const WordIndex::Entry& entry) {
+  constexpr float kUsualCost = 5;
+  return kFrequencyWeight * entry.logFrequency - kUsualCost * static_cast<float>(entry.slips);
+}
+
+bool isBetter(const Candidate& one, const Candidate& other) {
+  return one.score != other.score ? one.score > other.score : one.word < other.word;
 }
 
 /// Nothing but letters typed twice, or once in place of twice.
@@ -78,21 +108,37 @@ float Decision::score(std::string_view candidate, std::string_view typed) const 
          cost_.between(candidate, typed);
 }
 
-/// Names are never meant by small letters; the few best are looked at only.
-std::vector<Candidate> Decision::rank(std::string_view word, const Accepts& accepts) const {
-  std::vector<Candidate> all;
-  for (const auto& entry : index_.near(word)) {
-    if (!keepsApostrophe(word, entry.word)) continue;
-    all.push_back({std::string(entry.word),
-                   kFrequencyWeight * entry.logFrequency - cost_.between(entry.word, word)});
+/// The best first, `most` at most. Who can't be among them is given up half-way.
+std::vector<Candidate> Decision::best(const std::vector<WordIndex::Entry>& entries,
+                                      std::string_view word, std::size_t most) const {
+  std::vector<Candidate> best;  // a heap, the worst in front
+  for (const auto& entry : entries) {
+    const float common = kFrequencyWeight * entry.logFrequency;
+    const bool full = best.size() == most;
+    const Cost limit = full ? common - best.front().score : EditCost::kNoLimit;
+    const Cost cost = cost_.between(entry.word, word, limit);
+    if (cost > limit) continue;
+    best.push_back({std::string(entry.word), common - cost});
+    std::ranges::push_heap(best, isBetter);
+    if (!full) continue;
+    std::ranges::pop_heap(best, isBetter);
+    best.pop_back();
   }
-  std::ranges::sort(all, std::ranges::greater(), &Candidate::score);
-  std::vector<Candidate> best;
-  for (Candidate& candidate : all) {
-    if (best.size() == kMostCandidates) break;
-    if (best.size() >= 2 || !isName(candidate.word, accepts)) best.push_back(std::move(candidate));
-  }
+  std::ranges::sort_heap(best, isBetter);
   return best;
+}
+
+/// Names are seldom so many that more has to be looked at.
+std::vector<Candidate> Decision::rank(std::string_view word, const Accepts& accepts) const {
+  auto entries = index_.near(word);
+  std::erase_if(entries, [word](const auto& entry) { return !keepsApostrophe(word, entry.word); });
+  std::ranges::sort(entries, std::ranges::greater(), promise);
+  for (std::size_t most = 2 * kMostCandidates;; most *= 4) {
+    auto found = best(entries, word, most);
+    const bool all = found.size() < most;
+    auto kept = withoutNames(std::move(found), accepts);
+    if (all || kept.size() == kMostCandidates) return kept;
+  }
 }
 
 /// The far end of the word list has what the dictionaries for good reason haven't: there its word
@@ -120,7 +166,8 @@ bool Decision::isItself(std::string_view word, const Judgement& judgement,
   return !isInDictionaries(best, accepts) && !isWholeWord(index_, best);
 }
 
-Judgement Decision::judge(std::string_view word, Writing writing, const Accepts& accepts) const {
+Judgement Decision::judge(std::string_view word, Writing writing, const Accepts& asked) const {
+  const Accepts accepts = remembering(asked);
   Judgement judgement;
   if (!isWord(word)) {
     judgement.rule = Rule::NotAWord;

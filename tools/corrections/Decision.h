@@ -58,6 +58,8 @@ class Decision {
 
  private:
   [[nodiscard]] std::vector<Candidate> rank(std::string_view word, const Accepts& accepts) const;
+  [[nodiscard]] std::vector<Candidate> best(const std::vector<WordIndex::Entry>& entries,
+                                            std::string_view word, std::size_t most) const;
   [[nodiscard]] bool exists(std::string_view word, const Accepts& accepts) const;
   [[nodiscard]] bool isDoubtful(std::string_view word, std::string_view best) const;
   [[nodiscard]] bool isItself(std::string_view word, const Judgement& judgement,

@@ -3,14 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
-#include <limits>
 
 namespace quorvane::corrections {
 
 namespace {
-
-constexpr Cost kFar = std::numeric_limits<Cost>::max();
 
 /// Of two causes either may have been at work.
 Cost either(Cost one, Cost other) { return -std::log(std::exp(-one) + std::exp(-other)); }
@@ -27,16 +23,19 @@ Letters lettersOf(std::string_view word) {
 
 }  // namespace
 
-struct EditCost::Step {
-  Cost cost;
-  std::uint8_t meantBack;
-  std::uint8_t typedBack;
-};
-
+/// What it costs that the first `i` letters meant have become the first `j` letters typed.
 struct EditCost::Table {
+  Table(std::string_view meantWord, std::string_view typedWord)
+      : meant(lettersOf(meantWord)), typed(lettersOf(typedWord)), width(typedWord.size()) {}
+
+  [[nodiscard]] bool isCrossed(std::size_t i, std::size_t j) const {
+    return i > 1 && j > 1 && meant[i] == typed[j - 1] && meant[i - 1] == typed[j];
+  }
+
   Letters meant;
   Letters typed;
-  std::array<std::array<Step, kLongestWord + 1>, kLongestWord + 1> steps;
+  std::size_t width;
+  std::array<std::array<Cost, kLongestWord + 1>, kLongestWord + 1> costs;  // most is never used
 };
 
 EditCost::EditCost(const EditWeights& weights, const KeyNeighbours& neighbours)
@@ -51,126 +50,97 @@ EditCost::EditCost(const EditWeights& weights, const KeyNeighbours& neighbours)
 }
 
 /// A finger that hits two keys hits the one beside the letter before or behind.
-Cost EditCost::extra(Letter before, Letter behind, Letter typed) const {
-  const bool near = neighbours_.areNear(before, typed) || neighbours_.areNear(behind, typed);
+Cost EditCost::extra(const Table& table, std::size_t i, std::size_t j) const {
+  const Letter before = table.meant[i];
+  const Letter typed = table.typed[j];
+  const bool near =
+      neighbours_.areNear(before, typed) || neighbours_.areNear(table.meant[i + 1], typed);
   return (near ? nearExtra_ : costs_.of(Slip::Extra))[before][typed];
 }
 
-/// `i` letters meant have become `j` letters typed.
-void EditCost::step(Table& table, std::size_t i, std::size_t j) const {
-  const Letters& meant = table.meant;
-  const Letters& typed = table.typed;
-  Step& best = table.steps[i][j];
-  best = {kFar, 0, 0};
-  const auto offer = [&](std::uint8_t meantBack, std::uint8_t typedBack, Cost cost) {
-    cost += table.steps[i - meantBack][j - typedBack].cost;
-    if (cost < best.cost) best = {cost, meantBack, typedBack};
-  };
-  if (i > 0 && j > 0) {
-    const bool same = meant[i] == typed[j];
-    offer(1, 1,
-          same ? 0
-               : costs_.of(Slip::Changed)[meant[i]][typed[j]] + (i == 1 ? costs_.firstChange : 0));
-  }
-  if (i > 0) offer(1, 0, costs_.of(Slip::Missing)[meant[i - 1]][meant[i]]);
-  if (j > 0) offer(0, 1, extra(meant[i], meant[i + 1], typed[j]));
-  if (i > 1 && j > 1 && meant[i] == typed[j - 1] && meant[i - 1] == typed[j]) {
-    offer(2, 2, costs_.of(Slip::Swapped)[meant[i - 1]][meant[i]] + (i == 2 ? costs_.firstSwap : 0));
-  }
+Cost EditCost::missing(const Table& table, std::size_t i) const {
+  return costs_.of(Slip::Missing)[table.meant[i - 1]][table.meant[i]];
 }
 
-EditCost::Table EditCost::fill(std::string_view meant, std::string_view typed) const {
-  Table table;  // most of it is never used
-  table.meant = lettersOf(meant);
-  table.typed = lettersOf(typed);
-  table.steps[0][0] = {0, 0, 0};
-  for (std::size_t i = 0; i <= meant.size(); ++i) {
-    for (std::size_t j = 0; j <= typed.size(); ++j) {
-      if (i + j > 0) step(table, i, j);
+Cost EditCost::changed(const Table& table, std::size_t i, std::size_t j) const {
+  if (table.meant[i] == table.typed[j]) return 0;
+  const Cost cost = costs_.of(Slip::Changed)[table.meant[i]][table.typed[j]];
+  return i == 1 ? cost + costs_.firstChange : cost;
+}
+
+Cost EditCost::swapped(const Table& table, std::size_t i) const {
+  const Cost cost = costs_.of(Slip::Swapped)[table.meant[i - 1]][table.meant[i]];
+  return i == 2 ? cost + costs_.firstSwap : cost;
+}
+
+void EditCost::fillFirstRow(Table& table) const {
+  auto& row = table.costs[0];
+  row[0] = 0;
+  for (std::size_t j = 1; j <= table.width; ++j) row[j] = row[j - 1] + extra(table, 0, j);
+}
+
+/// Gives the least of the row.
+Cost EditCost::fillRow(Table& table, std::size_t i) const {
+  const auto& above = table.costs[i - 1];
+  auto& row = table.costs[i];
+  const Cost missed = missing(table, i);
+  Cost least = row[0] = above[0] + missed;
+  for (std::size_t j = 1; j <= table.width; ++j) {
+    row[j] = std::min(
+        {above[j - 1] + changed(table, i, j), above[j] + missed, row[j - 1] + extra(table, i, j)});
+    if (table.isCrossed(i, j)) {
+      row[j] = std::min(row[j], table.costs[i - 2][j - 2] + swapped(table, i));
     }
+    least = std::min(least, row[j]);
   }
-  return table;
+  return least;
 }
 
-Cost EditCost::between(std::string_view meant, std::string_view typed) const {
-  return fill(meant, typed).steps[meant.size()][typed.size()].cost;
+/// Each way comes through one of any two rows that follow one another.
+Cost EditCost::between(std::string_view meant, std::string_view typed, Cost limit) const {
+  Table table(meant, typed);
+  fillFirstRow(table);
+  Cost leastBefore = 0;
+  for (std::size_t i = 1; i <= meant.size(); ++i) {
+    const Cost least = fillRow(table, i);
+    if (std::min(least, leastBefore) > limit) return kNoLimit;
+    leastBefore = least;
+  }
+  return table.costs[meant.size()][typed.size()];
 }
 
 std::vector<SlipAt> EditCost::slips(std::string_view meant, std::string_view typed) const {
-  const Table table = fill(meant, typed);
+  Table table(meant, typed);
+  fillFirstRow(table);
+  for (std::size_t i = 1; i <= meant.size(); ++i) fillRow(table, i);
   std::vector<SlipAt> found;
   for (std::size_t i = meant.size(), j = typed.size(); i + j > 0;) {
-    const Step& last = table.steps[i][j];
-    const Letter was = table.meant[i];
-    const Letter became = table.typed[j];
-    if (last.meantBack == 2) {
-      found.push_back({Slip::Swapped, table.meant[i - 1], was, i == 2});
-    } else if (last.meantBack == 0) {
-      found.push_back({Slip::Extra, was, became, i == 0});
-    } else if (last.typedBack == 0) {
-      found.push_back({Slip::Missing, table.meant[i - 1], was, i == 1});
-    } else if (was != became) {
-      found.push_back({Slip::Changed, was, became, i == 1});
-    }
-    i -= last.meantBack;
-    j -= last.typedBack;
+    const auto slip = lastSlip(table, i, j);
+    if (slip) found.push_back(*slip);
+    const bool both = !slip || slip->slip == Slip::Changed;
+    const std::size_t letters = slip && slip->slip == Slip::Swapped ? 2 : 1;
+    if (both || slip->slip != Slip::Extra) i -= letters;
+    if (both || slip->slip != Slip::Missing) j -= letters;
   }
   return found;
 }
 
-namespace {
-
-using Row = std::array<std::uint8_t, kLongestWord + 2>;
-
-/// Row `i` of the table of slips, as far as it lies near the diagonal, and its least number.
-std::size_t fillRow(std::array<Row, 3>& rows, std::string_view one, std::string_view other,
-                    std::size_t i, std::size_t limit) {
-  const auto far = static_cast<std::uint8_t>(limit + 1);
-  Row& row = rows[i % 3];
-  const Row& before = rows[(i + 2) % 3];
-  const Row& before2 = rows[(i + 1) % 3];
-  const std::size_t first = i > limit ? i - limit : 1;
-  const std::size_t last = std::min(other.size(), i + limit);
-  std::uint8_t least = row[first - 1] = i <= limit ? static_cast<std::uint8_t>(i) : far;
-  for (std::size_t j = first; j <= last; ++j) {
-    const bool differ = one[i - 1] != other[j - 1];
-    auto slips = std::min<int>({before[j] + 1, row[j - 1] + 1, before[j - 1] + int{differ}});
-    if (i > 1 && j > 1 && one[i - 1] == other[j - 2] && one[i - 2] == other[j - 1]) {
-      slips = std::min(slips, before2[j - 2] + 1);
-    }
-    row[j] = std::min(static_cast<std::uint8_t>(slips), far);
-    least = std::min(least, row[j]);
+/// On the cheapest way to (i, j); none where a letter was typed that was meant.
+std::optional<SlipAt> EditCost::lastSlip(const Table& table, std::size_t i, std::size_t j) const {
+  const auto& costs = table.costs;
+  const Letter was = table.meant[i];
+  const Letter became = table.typed[j];
+  if (i > 0 && j > 0 && costs[i][j] == costs[i - 1][j - 1] + changed(table, i, j)) {
+    if (was == became) return std::nullopt;
+    return SlipAt{Slip::Changed, was, became, i == 1};
   }
-  row[last + 1] = far;
-  return least;
-}
-
-/// Beginnings and ends that are the same cost nothing.
-void dropWhatIsSame(std::string_view& one, std::string_view& other) {
-  while (!one.empty() && !other.empty() && one.front() == other.front()) {
-    one.remove_prefix(1);
-    other.remove_prefix(1);
+  if (i > 0 && costs[i][j] == costs[i - 1][j] + missing(table, i)) {
+    return SlipAt{Slip::Missing, table.meant[i - 1], was, i == 1};
   }
-  while (!one.empty() && !other.empty() && one.back() == other.back()) {
-    one.remove_suffix(1);
-    other.remove_suffix(1);
+  if (j > 0 && costs[i][j] == costs[i][j - 1] + extra(table, i, j)) {
+    return SlipAt{Slip::Extra, was, became, i == 0};
   }
-}
-
-}  // namespace
-
-std::size_t slipsBetween(std::string_view one, std::string_view other, std::size_t limit) {
-  if (std::max(one.size(), other.size()) > kLongestWord) return limit + 1;
-  if (one.size() > other.size() + limit || other.size() > one.size() + limit) return limit + 1;
-  dropWhatIsSame(one, other);
-  std::array<Row, 3> rows;
-  for (std::size_t j = 0; j < rows[0].size(); ++j) {
-    rows[0][j] = static_cast<std::uint8_t>(std::min(j, limit + 1));
-  }
-  for (std::size_t i = 1; i <= one.size(); ++i) {
-    if (fillRow(rows, one, other, i, limit) > limit) return limit + 1;
-  }
-  return rows[one.size() % 3][other.size()];
+  return SlipAt{Slip::Swapped, table.meant[i - 1], was, i == 2};
 }
 
 }  // namespace quorvane::corrections

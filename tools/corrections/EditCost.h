@@ -2,6 +2,7 @@
 // How unlikely it is that somebody who means one word types another: the cheapest way from the one
 // to the other by slips.
 
+#include <limits>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -21,27 +22,30 @@ struct SlipAt {
 
 class EditCost {
  public:
+  static constexpr Cost kNoLimit = std::numeric_limits<Cost>::max();
+
   EditCost(const EditWeights& weights, const KeyNeighbours& neighbours);
 
-  /// Both are words.
-  [[nodiscard]] Cost between(std::string_view meant, std::string_view typed) const;
+  /// Both are words. Some cost above `limit` where it is more than that.
+  [[nodiscard]] Cost between(std::string_view meant, std::string_view typed,
+                             Cost limit = kNoLimit) const;
   /// The slips of that cheapest way, the last first.
   [[nodiscard]] std::vector<SlipAt> slips(std::string_view meant, std::string_view typed) const;
 
  private:
   struct Table;
-  struct Step;
-  [[nodiscard]] Table fill(std::string_view meant, std::string_view typed) const;
-  void step(Table& table, std::size_t i, std::size_t j) const;
-  [[nodiscard]] Cost extra(Letter before, Letter behind, Letter typed) const;
+  void fillFirstRow(Table& table) const;
+  Cost fillRow(Table& table, std::size_t i) const;
+  [[nodiscard]] Cost extra(const Table& table, std::size_t i, std::size_t j) const;
+  [[nodiscard]] Cost missing(const Table& table, std::size_t i) const;
+  [[nodiscard]] Cost changed(const Table& table, std::size_t i, std::size_t j) const;
+  [[nodiscard]] Cost swapped(const Table& table, std::size_t i) const;
+  [[nodiscard]] std::optional<SlipAt> lastSlip(const Table& table, std::size_t i,
+                                               std::size_t j) const;
 
   EditWeights costs_;    ///< neighbours included
   PairCosts nearExtra_;  ///< with a neighbour beside it
   KeyNeighbours neighbours_;
 };
-
-/// How many slips lead from one to the other, swapped neighbours being one; `limit` + 1 where they
-/// are more than `limit`.
-std::size_t slipsBetween(std::string_view one, std::string_view other, std::size_t limit);
 
 }  // namespace quorvane::corrections

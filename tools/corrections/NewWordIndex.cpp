@@ -35,6 +35,7 @@ NewWordIndex::NewWordIndex(const FrequencyTable& words) {
     if (!isWord(words.words[i])) continue;
     words_.add(words.words[i]);
     frequencies_.push_back(packedFrequency(words.frequencies[i]));
+    letterSets_.push_back(lettersIn(words.words[i]));
     const bool annotated = i < words.annotations.size();
     sounds_.push_back(annotated ? firstSound(TextList(words.annotations[i]).front())
                                 : FirstSound::Unknown);
@@ -69,7 +70,8 @@ void NewWordIndex::fillBuckets() {
 
 std::vector<std::span<const std::uint8_t>> NewWordIndex::sections() const {
   return {asBytes(words_.bytes()), asBytes(words_.offsets()), asBytes(frequencies_),
-          asBytes(buckets_),       asBytes(entries_),         asBytes(sounds_)};
+          asBytes(buckets_),       asBytes(entries_),         asBytes(sounds_),
+          asBytes(letterSets_)};
 }
 
 }  // namespace quorvane::corrections

@@ -28,6 +28,7 @@ class NewWordIndex {
   std::vector<std::uint32_t> buckets_;
   std::vector<PackedEntry> entries_;
   std::vector<FirstSound> sounds_;
+  std::vector<std::uint32_t> letterSets_;
 };
 
 }  // namespace quorvane::corrections

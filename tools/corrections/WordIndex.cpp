@@ -1,19 +1,23 @@
 #include "tools/corrections/WordIndex.h"
 
 #include <algorithm>
-#include <bit>
 
-#include "tools/corrections/EditCost.h"
+#include "tools/corrections/SlipCount.h"
 
 namespace quorvane::corrections {
 
 namespace {
 
-/// A bit for each letter that comes in it.
-std::uint32_t lettersIn(std::string_view word) {
-  std::uint32_t letters = 0;
-  for (const char c : word) letters |= 1U << (static_cast<std::uint8_t>(c) & 31U);
-  return letters;
+/// A slip changes at most two letters of a set, and one where it also changes the size.
+constexpr std::size_t mostOthers(std::size_t slips, std::size_t one, std::size_t other) {
+  return 2 * slips - (one < other ? other - one : one - other);
+}
+
+constexpr bool hasMoreThan(std::size_t count, std::uint32_t bits) {
+  for (; bits != 0; bits &= bits - 1) {
+    if (count-- == 0) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -24,7 +28,8 @@ WordIndex::WordIndex(std::unique_ptr<FileData> file, std::string_view key)
       frequencies_(*snapshot_, kFrequencies),
       buckets_(*snapshot_, kBuckets),
       entries_(*snapshot_, kEntries),
-      sounds_(*snapshot_, kSounds) {}
+      sounds_(*snapshot_, kSounds),
+      letterSets_(*snapshot_, kLetterSets) {}
 
 std::optional<float> WordIndex::logFrequency(std::string_view word) const {
   const auto index = words_.find(word);
@@ -41,6 +46,7 @@ std::optional<bool> WordIndex::beginsWithVowel(std::string_view word) const {
 std::vector<std::uint32_t> WordIndex::candidates(std::string_view typed, std::size_t slips) const {
   std::vector<std::uint32_t> found;
   std::vector<bool> seen(words_.size());
+  const std::uint32_t letters = lettersIn(typed);
   visitRemains(typed, slips, [&](std::string_view rest) {
     const auto ends = buckets_.slice(bucketOf(rest), 2);
     if (ends[0] > ends[1]) throw DamagedSnapshot("a bucket ends before it begins");
@@ -50,6 +56,8 @@ std::vector<std::uint32_t> WordIndex::candidates(std::string_view typed, std::si
       if (size > typed.size() + slips || typed.size() > size + slips) continue;
       if (word >= seen.size() || seen[word]) continue;
       seen[word] = true;
+      const std::uint32_t others = letterSets_[word] ^ letters;
+      if (hasMoreThan(mostOthers(slips, typed.size(), size), others)) continue;
       found.push_back(word);
     }
   });
@@ -57,17 +65,15 @@ std::vector<std::uint32_t> WordIndex::candidates(std::string_view typed, std::si
 }
 
 std::vector<WordIndex::Entry> WordIndex::near(std::string_view typed) const {
-  const std::size_t slips = mostSlipsIn(typed);
-  const std::uint32_t letters = lettersIn(typed);
+  const std::size_t most = mostSlipsIn(typed);
+  const SlipCount count(typed);
   std::vector<Entry> entries;
-  for (const std::uint32_t index : candidates(typed, slips)) {
+  for (const std::uint32_t index : candidates(typed, most)) {
     const std::string_view word = words_[index];
-    // A slip takes one letter out and brings one in at most.
-    const auto others = static_cast<std::size_t>(std::popcount(lettersIn(word) ^ letters));
-    if (others > 2 * slips || word == typed || slipsBetween(word, typed, slips) > slips) continue;
-    entries.push_back({word, corrections::logFrequency(frequencies_[index])});
+    const std::size_t slips = count.to(word);
+    if (slips == 0 || slips > most) continue;
+    entries.push_back({word, corrections::logFrequency(frequencies_[index]), slips});
   }
-  std::ranges::sort(entries, {}, &Entry::word);
   return entries;
 }
 

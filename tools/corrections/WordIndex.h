@@ -28,9 +28,10 @@ class WordIndex {
   struct Entry {
     std::string_view word;  ///< lives as long as the index
     float logFrequency = 0;
+    std::size_t slips = 0;
   };
-  /// The words within two slips of `typed`, or within one where it is short; itself left out, each
-  /// once.
+  /// The words within two slips of `typed`, a word, or within one where it is short; itself left
+  /// out, each once, in no order.
   [[nodiscard]] std::vector<Entry> near(std::string_view typed) const;
 
  private:
@@ -43,6 +44,7 @@ class WordIndex {
   Numbers<std::uint32_t> buckets_;
   Numbers<PackedEntry> entries_;
   Numbers<FirstSound> sounds_;
+  Numbers<std::uint32_t> letterSets_;
 };
 
 }  // namespace quorvane::corrections

@@ -13,7 +13,7 @@
 
 namespace quorvane::corrections {
 
-inline constexpr FourCharCode kWordIndex = "Cor3"_4cc;
+inline constexpr FourCharCode kWordIndex = "Cor4"_4cc;
 
 enum WordIndexSection : std::size_t {
   kWords = 1,        ///< texts: two sections, in the order of their bytes
@@ -21,6 +21,7 @@ enum WordIndexSection : std::size_t {
   kBuckets = 4,      ///< 32 bits for each bucket and the end: where its entries begin
   kEntries = 5,      ///< 24 bits each: a word that leaves behind what hashes to this bucket
   kSounds = 6,       ///< a byte for each word, see `FirstSound`
+  kLetterSets = 7,   ///< 32 bits for each word, see `lettersIn`
 };
 
 enum class FirstSound : std::uint8_t { Unknown, Consonant, Vowel };
@@ -59,6 +60,13 @@ constexpr std::size_t bucketOf(std::string_view remains) {
   std::uint32_t hash = 2166136261;
   for (const char c : remains) hash = (hash ^ static_cast<std::uint8_t>(c)) * 16777619;
   return (hash ^ hash >> 15) % kBucketCount;
+}
+
+/// A bit for each letter that comes in it.
+constexpr std::uint32_t lettersIn(std::string_view word) {
+  std::uint32_t letters = 0;
+  for (const char c : word) letters |= 1U << (static_cast<std::uint8_t>(c) & 31U);
+  return letters;
 }
 
 inline void leaveOut(std::string_view text, std::size_t at, std::span<char> rest) {

@@ -9,6 +9,7 @@
 
 #include "hosts/resources/AppleDouble.h"
 #include "hosts/resources/ResourceFork.h"
+#include "src/menu/ParamsLayout.h"
 
 namespace quorvane::parameters {
 
@@ -20,28 +21,28 @@ inline constexpr std::string_view kFile = "Quorvane Parameters";
 /// What it is known by.
 inline constexpr resources::FinderInfo kFinderInfo{"PREF"_4cc, "QVKT"_4cc};
 
-inline constexpr FourCharCode kNoSignature = "\?\?\?\?"_4cc;
+using quorvane::kNoSignature;
 
 // --- Switches ------------------------------------------------------------------------------------
 
-struct Application {
+struct KnownApplication {
   FourCharCode signature = kNoSignature;
   std::string bundleIdentifier;
 };
 struct Switches {
-  Application application;
+  KnownApplication application;
   std::uint32_t word = 0;
 };
 
 /// A word of switches for one application, known by its signature or, without one, by its bundle
-/// identifier.
-void setSwitches(ResourceFork& file, const Application& application, std::uint32_t word);
+/// identifier. A new one takes a free record, where there is one.
+void setSwitches(ResourceFork& file, const KnownApplication& application, std::uint32_t word);
 /// In the order of the file, without what is free.
 std::vector<Switches> switchesIn(const ResourceFork& file);
 /// Those that count for it. None: those of an application that isn't known.
-std::optional<Switches> switchesOf(const ResourceFork& file, const Application& application);
+std::optional<Switches> switchesOf(const ResourceFork& file, const KnownApplication& application);
 /// False: there are none under this signature or identifier.
-bool forgetSwitches(ResourceFork& file, const Application& application);
+bool forgetSwitches(ResourceFork& file, const KnownApplication& application);
 
 // --- Shortcuts -----------------------------------------------------------------------------------
 
@@ -49,14 +50,12 @@ struct KeyShortcut {
   FourCharCode command = 0;
   std::uint32_t modifiers = 0;  ///< classic mask
   std::int16_t key = -1;        ///< virtual key code; -1: none
-  std::uint16_t unused = 0;
 };
 using Shortcuts = std::vector<KeyShortcut>;
 
 /// An application's own: the others don't count there.
 struct ApplicationShortcuts {
   FourCharCode signature = 0;
-  std::array<std::uint8_t, 16> unused{};
   Shortcuts shortcuts{};
 };
 
@@ -77,12 +76,12 @@ struct Flag {
   FourCharCode type;
   std::size_t index;
 };
-inline constexpr Flag kWithSpace{"completion.space", "AutC"_4cc, 0};
-inline constexpr Flag kVertical{"completion.vertical", "AutC"_4cc, 1};
-inline constexpr Flag kShiftToggle{"completion.shift-toggle", "AutC"_4cc, 2};
-inline constexpr Flag kPencilMenu{"pencil", "Pmen"_4cc, 0};
+inline constexpr Flag kWithSpace{"completion.space", kAutoCompleteFlags, 0};
+inline constexpr Flag kVertical{"completion.vertical", kAutoCompleteFlags, 1};
+inline constexpr Flag kShiftToggle{"completion.shift-toggle", kAutoCompleteFlags, 2};
+inline constexpr Flag kPencilMenu{"pencil", kPencilMenuFlag, 0};
 /// Written by the input method alone.
-inline constexpr Flag kMenuActivated{"menu-activated", "Fmen"_4cc, 0};
+inline constexpr Flag kMenuActivated{"menu-activated", kMenuActivationFlag, 0};
 
 /// None: the file doesn't say.
 std::optional<bool> flagIn(const ResourceFork& file, const Flag& flag);

@@ -21,25 +21,47 @@ constexpr std::array<UsualShortcut, 9> kUsualShortcuts{{{"CkAl"_4cc, "cmd+contro
                                                         {"GtMs"_4cc, "cmd+control+option+p"}}};
 
 bool addShortcuts(ResourceFork& file) {
-  if (file.find("QKYS"_4cc, 8888) != nullptr) return false;
+  if (file.find(QORVPARAMMENUCMMDKEYRESTYPE, kParamsID) != nullptr) return false;
   for (const UsualShortcut& each : kUsualShortcuts) {
     setShortcut(file, shortcutOf(each.command, each.keys));
   }
   return true;
 }
 
-bool addSwitches(ResourceFork& file, const OwnApplication& own) {
-  if (switchesOf(file, own.application())) return false;
-  setSwitches(file, own.application(), own.usual);
+/// Whoever has turned everything off has no record, and none is made for him.
+bool addSwitches(ResourceFork& file) {
+  if (file.find(QORVPARAMCAPPKEYRESTYPE, kAppSwitchesID) != nullptr) return false;
+  for (const OwnApplication* const own : kOwnApplications) {
+    setSwitches(file, own->application(), own->usual);
+  }
   return true;
+}
+
+/// A record that the input method has made bears the bundle identifier of all our text fields, and
+/// would be read for the others, too.
+bool renameRecords(ResourceFork& file) {
+  bool renamed = false;
+  for (const Switches& each : switchesIn(file)) {
+    const OwnApplication* const own = ownApplication(each.application.signature);
+    if (own == nullptr || own->identifier == each.application.bundleIdentifier) continue;
+    setSwitches(file, own->application(), each.word);
+    renamed = true;
+  }
+  return renamed;
 }
 
 }  // namespace
 
+const OwnApplication* ownApplication(FourCharCode signature) {
+  const auto* const known =
+      std::ranges::find(kOwnApplications, signature, &OwnApplication::signature);
+  return known == kOwnApplications.end() ? nullptr : *known;
+}
+
 bool addUsual(ResourceFork& file) {
-  bool added = addShortcuts(file);
-  for (const OwnApplication* const own : kOwnApplications) added |= addSwitches(file, *own);
-  return added;
+  const bool shortcuts = addShortcuts(file);
+  const bool switches = addSwitches(file);
+  return renameRecords(file) || shortcuts || switches;
 }
 
 }  // namespace quorvane::parameters

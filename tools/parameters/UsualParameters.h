@@ -13,15 +13,20 @@ struct OwnApplication {
   std::string_view identifier;  ///< in its record: nobody bears it
   std::uint32_t usual = 0;      ///< its switches
 
-  [[nodiscard]] Application application() const { return {signature, std::string(identifier)}; }
+  [[nodiscard]] KnownApplication application() const {
+    return {signature, std::string(identifier)};
+  }
 };
 inline constexpr OwnApplication kTypeApplication{"type", "QVTY"_4cc, "quorvane type", 0x11833};
 inline constexpr OwnApplication kDeskApplication{"desk", "QVDK"_4cc, "quorvane desk", 0x11873};
 inline constexpr std::array<const OwnApplication*, 2> kOwnApplications{&kTypeApplication,
                                                                        &kDeskApplication};
 
-/// Adds what is missing: shortcuts, where the file hasn't any resource of them, and the switches of
-/// our text fields. False: nothing was.
+/// Null where it is none of ours.
+const OwnApplication* ownApplication(FourCharCode signature);
+
+/// Adds what is missing: shortcuts, and the switches of our text fields, each where the file has no
+/// resource of them. False: all was as it should be.
 bool addUsual(ResourceFork& file);
 
 }  // namespace quorvane::parameters

@@ -2,6 +2,7 @@
 // going, and commands that no key reaches.
 
 #include "src/bridge/ToolCalls.h"
+#include "src/menu/OpeningRoute.h"
 #include "src/session/QBIM_IMK_CharFix.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/session/QuorvaneInputController_Commit.h"

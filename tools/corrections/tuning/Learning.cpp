@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "tools/corrections/EditCost.h"
+#include "tools/corrections/SlipCount.h"
 #include "tools/corrections/WordIndex_Layout.h"
 
 namespace quorvane::corrections {
@@ -62,7 +63,7 @@ void addSlip(Tally& tally, const SlipAt& at) {
 Tally count(const std::vector<Pair>& pairs, const EditCost& cost) {
   Tally tally;
   for (const Pair& pair : pairs) {
-    if (slipsBetween(pair.meant, pair.typed, kMostSlips) > kMostSlips) continue;
+    if (SlipCount(pair.meant).to(pair.typed) > kMostSlips) continue;
     addLetters(tally, pair.meant);
     for (const SlipAt& at : cost.slips(pair.meant, pair.typed)) addSlip(tally, at);
   }

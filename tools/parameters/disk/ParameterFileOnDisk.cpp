@@ -14,7 +14,25 @@ namespace {
 
 using std::filesystem::path;
 
-path pathIn(const path& support) { return support / kFolder / kFile; }
+bool isParameterFile(const path& file) {
+  std::error_code none;
+  if (resources::isAppleDoubleName(file.filename().native())) return false;
+  if (!std::filesystem::is_regular_file(file, none)) return false;
+  const auto around = desktop::readAppleDoubleFile(file);
+  return around && resources::finderInfoOf(*around) == kFinderInfo;
+}
+
+/// The one that the input method finds; the usual one where it finds none.
+path pathIn(const path& support) {
+  const path folder = support / kFolder;
+  std::error_code none;
+  path first;
+  for (const auto& each : std::filesystem::directory_iterator(folder, none)) {
+    const bool before = first.empty() || each.path() < first;
+    if (before && isParameterFile(each.path())) first = each.path();
+  }
+  return first.empty() ? folder / kFile : first;
+}
 
 template <class Value>
 Value valueOf(const path& file, resources::Outcome<Value> outcome) {
@@ -22,14 +40,12 @@ Value valueOf(const path& file, resources::Outcome<Value> outcome) {
   return std::move(*outcome.value);
 }
 
-resources::Bytes bytesOf(const path& file) {
-  auto bytes = desktop::readAppleDoubleFile(file);
+resources::Outcome<ResourceFork> forkOf(const path& file) {
+  const auto bytes = desktop::readAppleDoubleFile(file);
+  if (!bytes && errno == EFBIG) return {std::nullopt, "the file is larger than 16 MiB"};
+  if (!bytes && errno == EINVAL) return {std::nullopt, "it is no file"};
   if (!bytes) throw std::runtime_error(file.string().append(": ").append(std::strerror(errno)));
-  return std::move(*bytes);
-}
-
-resources::Outcome<ResourceFork> forkIn(const resources::Bytes& bytes) {
-  const auto around = resources::readAppleDouble(bytes);
+  const auto around = resources::readAppleDouble(*bytes);
   if (!around) return {std::nullopt, around.fault};
   return resources::readResourceFork(around.value->content(resources::kResourceForkEntry));
 }
@@ -42,11 +58,11 @@ path freeName(const path& taken) {
   return name;
 }
 
-/// Nobody else can have made it anew meanwhile: they would need the lock.
+/// Nobody else can have made it anew meanwhile: they would need the lock. Empty: they have.
 path keepAside(const path& file) {
-  const auto lock = desktop::AppleDoubleLocks().lock(file);
+  const auto lock = desktop::lockAppleDouble(file, desktop::kCommandsPatience);
   if (lock == nullptr) throw std::runtime_error(file.string() + ": another process writes it");
-  if (forkIn(bytesOf(file))) return {};
+  if (forkOf(file)) return {};
   const path damaged = resources::appleDoublePath(file.native());
   path aside = freeName(damaged);
   std::filesystem::rename(damaged, aside);
@@ -57,13 +73,15 @@ path keepAside(const path& file) {
 
 ResourceFork readParameterFile(const path& support) {
   const path file = pathIn(support);
-  return valueOf(file, forkIn(bytesOf(file)));
+  return valueOf(file, forkOf(file));
 }
 
 void changeParameterFile(const path& support, const std::function<void(ResourceFork&)>& change) {
   const path file = pathIn(support);
   std::filesystem::create_directories(file.parent_path());
   std::ofstream(file, std::ios::app).close();
+  if (!std::filesystem::is_regular_file(file))
+    throw std::runtime_error(file.string() + ": no file");
   desktop::updateAppleDouble(file, [&](resources::AppleDouble& around) {
     resources::Bytes& fork = around.contentOf(resources::kResourceForkEntry);
     ResourceFork inside = valueOf(file, resources::readResourceFork(fork));
@@ -73,14 +91,16 @@ void changeParameterFile(const path& support, const std::function<void(ResourceF
   });
 }
 
-path prepareParameterFile(const path& support) {
-  const path file = pathIn(support);
-  const path aside = forkIn(bytesOf(file)) ? path() : keepAside(file);
+std::vector<path> prepareParameterFile(const path& support) {
+  std::vector<path> all;
+  for (path file = pathIn(support); !forkOf(file); file = pathIn(support)) {
+    if (path aside = keepAside(file); !aside.empty()) all.push_back(std::move(aside));
+  }
   ResourceFork now = readParameterFile(support);
-  if (addUsual(now)) {
+  if (addUsual(now) || !isParameterFile(pathIn(support))) {
     changeParameterFile(support, [](ResourceFork& fork) { addUsual(fork); });
   }
-  return aside;
+  return all;
 }
 
 }  // namespace quorvane::parameters

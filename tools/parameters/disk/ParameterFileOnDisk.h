@@ -3,12 +3,15 @@
 
 #include <filesystem>
 #include <functional>
+#include <vector>
 
 #include "tools/parameters/ParameterFile.h"
 
 namespace quorvane::parameters {
 
-// All of these throw std::runtime_error, with a message that names the file and the reason.
+// The parameter file is the first by name of the right type and creator, as the input method looks
+// for it; where there is none, the usual one. All of these throw std::runtime_error, with a message
+// that names the file and the reason.
 
 /// Without resources where there is no file. One that can't be read throws.
 ResourceFork readParameterFile(const std::filesystem::path& support);
@@ -18,8 +21,8 @@ ResourceFork readParameterFile(const std::filesystem::path& support);
 void changeParameterFile(const std::filesystem::path& support,
                          const std::function<void(ResourceFork&)>& change);
 
-/// Adds what is usual and missing. A file that is damaged is kept aside first and made anew: what
-/// it is called then; empty: it wasn't.
-std::filesystem::path prepareParameterFile(const std::filesystem::path& support);
+/// Sees to it that the input method finds a file, and adds what is usual and missing. One that is
+/// damaged is kept aside first and made anew: what those are called then.
+std::vector<std::filesystem::path> prepareParameterFile(const std::filesystem::path& support);
 
 }  // namespace quorvane::parameters
