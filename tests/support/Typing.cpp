@@ -72,7 +72,7 @@ class Typing {
     main_.vanish();
     main_.launch();
     for (const unsigned bit : {13U, 14U, 15U, 16U, 17U, 19U, 20U, 31U}) {
-      main_.answer(bit, {.afterTicks = 0, .action = [this] { clipboard() = kMarks.front(); }});
+      main_.answer(bit, {.afterTicks = 0, .action = [this] { restore(); }});
     }
     clipboard() = kMarks.front();
     turn();
@@ -123,14 +123,18 @@ class Typing {
     constexpr std::array<std::int32_t, 8> kOfCopies{2, 6, 7, 45, 25, 26, 37, 42};
     const auto which = std::ranges::find(kOfCopies, command) - kOfCopies.begin();
     const bool checks = which < 4 && subject_.document.selection().length != 0;
-    if (checks && clipboard() == text()) {
+    if (checks && clipboard() == text() && main_.field(ToolCRecPtr_ClipState) == 0) {
       clipboard() = text() + kMarks.front();
       main_.setField(ToolCRecPtr_ClipState, 1);
       main_.sendMessage(250, CFData{0, 0, 0x10, 0x93});
     } else if (which < 8) {
-      clipboard() = kMarks.front();
+      restore();
     }
     return CFData{};
+  }
+  /// Not while a paste is on its way.
+  void restore() {
+    if (main_.field(ToolCRecPtr_ClipState) == 0) clipboard() = kMarks.front();
   }
 
   void settle() {
