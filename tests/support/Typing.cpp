@@ -141,6 +141,7 @@ class Typing {
     pass(3'000'000'000);
     subject_.host.processes.setFront(memory::MemoryProcesses::editor());
     turn();
+    subject_.press({NSEventType::KeyDown, NSEventModifierFlagCommand, 40, u"k", {}});
     for (int left = 2; left > 0; --left) subject_.press({NSEventType::KeyDown, 0, 49, u" ", {}});
     pass(1'000'000'000);
     require(clipboard() == std::u16string(1, kMarks.front()), "a check takes the clipboard back");
