@@ -139,6 +139,7 @@ class Typing {
 
   void settle() {
     pass(3'000'000'000);
+    subject_.host.processes.setFront(other_);  // a notice comes for a change only
     subject_.host.processes.setFront(memory::MemoryProcesses::editor());
     turn();
     subject_.press({NSEventType::KeyDown, NSEventModifierFlagCommand, 40, u"k", {}});
