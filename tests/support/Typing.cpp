@@ -72,8 +72,7 @@ class Typing {
     main_.vanish();
     main_.launch();
     for (const unsigned bit : {13U, 14U, 15U, 16U, 17U, 19U, 20U, 31U}) {
-      main_.answer(bit,
-                   {.afterTicks = 0, .action = [this] { clipboard().copy(kMarks.substr(0, 1)); }});
+      main_.answer(bit, {.afterTicks = 0, .action = [this] { restore(); }});
     }
     clipboard().copy(kMarks.substr(0, 1));
     turn();
@@ -124,20 +123,26 @@ class Typing {
     constexpr std::array<std::int32_t, 8> kOfCopies{2, 6, 7, 45, 25, 26, 37, 42};
     const auto which = std::ranges::find(kOfCopies, command) - kOfCopies.begin();
     const bool checks = which < 4 && subject_.document.selection().length != 0;
-    if (checks && clipboard().text() == text()) {
+    if (checks && clipboard().text() == text() && main_.field(ToolCRecPtr_ClipState) == 0) {
       clipboard().copy(text() + kMarks.front());
       main_.setField(ToolCRecPtr_ClipState, 1);
       main_.sendMessage(250, CFData{0, 0, 0x10, 0x93});
     } else if (which < 8) {
-      clipboard().copy(kMarks.substr(0, 1));
+      restore();
     }
     return CFData{};
+  }
+  /// Not while a paste is on its way.
+  void restore() {
+    if (main_.field(ToolCRecPtr_ClipState) == 0) clipboard().copy(kMarks.substr(0, 1));
   }
 
   void settle() {
     pass(3'000'000'000);
+    subject_.host.processes.setFront(other_);  // a notice comes for a change only
     subject_.host.processes.setFront(memory::MemoryProcesses::editor());
     turn();
+    subject_.press({NSEventType::KeyDown, NSEventModifierFlagCommand, 40, u"k", {}});
     for (int left = 2; left > 0; --left) subject_.press({NSEventType::KeyDown, 0, 49, u" ", {}});
     pass(1'000'000'000);
     require(clipboard().text() == kMarks.substr(0, 1), "a check takes the clipboard back");

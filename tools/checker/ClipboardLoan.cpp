@@ -22,8 +22,8 @@ std::optional<std::string> ClipboardLoan::takeCopied() {
 }
 
 void ClipboardLoan::giveBack() {
-  if (lent_) return end();
-  takeCopied();
+  if (!lent_) return void(takeCopied());
+  if (tool_.get(At::ClipState) != kRestoreArmed) end();
 }
 
 bool ClipboardLoan::lend(std::string_view text) {

@@ -25,8 +25,8 @@ class ClipboardLoan {
   /// clipboard is then as it was before that.
   std::optional<std::string> takeCopied();
 
-  /// Ends a loan; where there is none, takes back what the client has copied for a command that
-  /// won't come.
+  /// Ends a loan once it has been pasted; where there is none, takes back what the client has
+  /// copied for a command that won't come.
   void giveBack();
 
   /// Puts a text there for a paste that is to be asked for next. False where it can't be.
