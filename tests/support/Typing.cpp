@@ -138,7 +138,7 @@ class Typing {
   }
 
   void settle() {
-    pass(3'000'000'000);
+    pass(60'000'000'000);
     subject_.host.processes.setFront(other_);  // a notice comes for a change only
     subject_.host.processes.setFront(memory::MemoryProcesses::editor());
     turn();
