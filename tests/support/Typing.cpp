@@ -138,7 +138,7 @@ class Typing {
   }
 
   void settle() {
-    pass(3'000'000'000);
+    pass(60'000'000'000);
     subject_.host.processes.setFront(other_);  // a notice comes for a change only
     subject_.host.processes.setFront(memory::MemoryProcesses::editor());
     turn();
@@ -166,12 +166,15 @@ class Typing {
     }
     const std::u16string before = typedOf(text());
     const std::u16string wanted = typedOf(afterKey(subject_.document, caret_, key));
-    const bool mayStay = mayBeTaken(key.characters.front());
+    // A text that comes in while a command runs may be what is erased.
+    const bool overtaken = subject_.host.messagePorts.pending() != 0 && isEraser(character);
+    const bool mayStay = overtaken || mayBeTaken(key.characters.front());
     subject_.press(key);
     ++keys_;
     check(wanted, mayStay ? before : wanted);
   }
 
+  static bool isEraser(char16_t character) { return character == 8 || character == 0x7F; }
   /// It may be for the main application's window, or for the word that completion holds.
   [[nodiscard]] bool mayBeTaken(char16_t character) const {
     const auto isOneOf = [&](std::u16string_view keys) {
