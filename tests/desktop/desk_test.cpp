@@ -253,9 +253,11 @@ TEST(Desk, AChecksTextTakesThePlaceOfTheSelection) {
   EXPECT_TRUE(desk.shows("application: in front")) << desk.screen();
   EXPECT_EQ(contentOf(clipboard), "mine") << "the copy has been read and taken back";
   desk.keys("x Escape '!'");
-  EXPECT_TRUE(desk.line(0, "!")) << "the window has had x; the text is still selected";
+  EXPECT_TRUE(desk.line(0, "I recieve it. we saw goverment , I think. Go tommorow.!"))
+      << "the window has had x; the caret is where it was\n"
+      << desk.screen();
 
-  desk.keys("BSpace 'I recieve it. we saw goverment , I think. Go tommorow.' F9 Enter");
+  desk.keys("BSpace F9 Enter");
   ASSERT_TRUE(desk.shows("Check All: 1 of 5")) << desk.screen();
   desk.keys("Enter s");
   EXPECT_TRUE(desk.shows("- we                      left as it is")) << desk.screen();

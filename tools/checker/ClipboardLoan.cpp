@@ -8,7 +8,7 @@ namespace {
 constexpr std::chrono::seconds kJustNow{5};
 
 constexpr std::uint64_t kSecond = 1'000'000'000;
-constexpr std::uint64_t kLongestPaste = kSecond;
+constexpr std::uint64_t kLongestPaste = 3 * kSecond;
 constexpr std::uint64_t kLongestLoan = 10 * kSecond;
 
 }  // namespace
@@ -42,7 +42,7 @@ bool ClipboardLoan::poll() {
   return true;
 }
 
-/// A second after the key that pastes the client has done so, and if nobody ever presses it, ten
+/// Three seconds after the key that pastes the client has done so, and if nobody ever presses it, ten
 /// seconds after the request.
 bool ClipboardLoan::isDue() {
   const std::uint64_t now = clock_.mach_absolute_time();

@@ -105,9 +105,6 @@ void Conversation::obey(std::uint32_t command) {
       return popupNavigation();
     case kJudgeClick:
       return judgeClick();
-    case kRestoreClipboard:
-      tool_.put(At::ClipState, 0);
-      [[fallthrough]];
     default:
       if (listener_.perform) listener_.perform(command);
   }
