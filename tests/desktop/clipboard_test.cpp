@@ -61,7 +61,7 @@ TEST_F(ClipboardTest, ALoanEndsOnceTheClientHasPasted) {
   const checker::ToolRecord tool(words);
   Journal journal;
   for (const Row& row :
-       {Row{1, 2, nullptr, "mine"}, Row{0, 10, nullptr, "mine"}, Row{1, 2, "another", "another"}}) {
+       {Row{1, 4, nullptr, "mine"}, Row{0, 10, nullptr, "mine"}, Row{1, 4, "another", "another"}}) {
     memory::MemoryClock clock(journal);
     clock.step = 0;
     checker::ClipboardLoan loan(tool, clipboard, clock);
