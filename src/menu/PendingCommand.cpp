@@ -54,7 +54,9 @@ void tickOfCommand(Instance& instance, PendingCommandState& state) {
     state.QorvEventLoopTimer.reset();
   }
   SetMenuCallEvent(instance, 0);
-  if (pending != 0) Do_Menu_Tool_CommandID(instance, pending);
+  if (pending == 0) return;
+  ++state.commandsRun;
+  Do_Menu_Tool_CommandID(instance, pending);
 }
 
 }  // namespace

@@ -26,6 +26,7 @@ struct PendingCommandState {
   std::uint32_t TotalLoops = 0;
   std::unique_ptr<Registration> QorvEventLoopTimer;  ///< null: it doesn't run
   bool recursion = false;
+  std::uint32_t commandsRun = 0;  ///< of those that waited
 };
 
 /// Presses command and `keyChar`, unless that is 0, then has the command pending. While one waits

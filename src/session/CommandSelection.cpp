@@ -22,24 +22,34 @@ bool isChord(const NSEvent& event) {
   return (event.modifierFlags & NSEventModifierFlagCommand) != 0;
 }
 
+std::uint32_t commandsRun(Instance& instance) {
+  return instance.state<PendingCommandState>().commandsRun;
+}
+
 void noteCaret(Instance& instance, IMKTextInput& client) {
   auto& state = instance.state<CommandSelectionState>();
   --state.expected;
   const auto [location, length] = client.selectedRange();
   if (location == NSNotFound) return;
-  const auto [entry, isNew] = state.carets.try_emplace(identityOf(&client), location + length);
-  if (length == 0) entry->second = location;
+  const auto [entry, isNew] = state.selections.try_emplace(identityOf(&client));
+  if (isNew || length == 0) entry->second = {location + length, commandsRun(instance)};
 }
 
 /// From now on it is the person's.
 void leaveSelection(Instance& instance, IMKTextInput& client) {
-  instance.state<CommandSelectionState>().carets.erase(identityOf(&client));
+  instance.state<CommandSelectionState>().selections.erase(identityOf(&client));
 }
 
-// Once the command has run, a chord is its answer, or what the person wants done to what they see.
+// Once the command has run, a chord is its answer, or what the person wants done to what they see,
+// even where the next command waits by then.
 void guardFromChord(Instance& instance, std::uint8_t keyByte, IMKTextInput& client) {
+  const auto& selections = instance.state<CommandSelectionState>().selections;
+  const auto selection = selections.find(identityOf(&client));
+  if (selection == selections.end()) return;
+  const bool early =
+      isCommandWaiting(instance) && selection->second.commandsRun == commandsRun(instance);
   const bool replaces = kReplacingChords.find(static_cast<char>(keyByte)) != std::string_view::npos;
-  if (replaces && isCommandWaiting(instance)) return giveSelectionBack(instance, client);
+  if (replaces && early) return giveSelectionBack(instance, client);
   if (replaces || keyByte == 'a') leaveSelection(instance, client);
 }
 
@@ -53,7 +63,7 @@ void selectAllForCommand(Instance& instance) {
 
 void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInput* client) {
   auto& state = instance.state<CommandSelectionState>();
-  if (client == nullptr || (state.expected == 0 && state.carets.empty())) return;
+  if (client == nullptr || (state.expected == 0 && state.selections.empty())) return;
   if (event.type == NSEventType::LeftMouseDown) {
     state.expected = 0;  // it went elsewhere
     leaveSelection(instance, *client);
@@ -62,17 +72,16 @@ void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInpu
   const std::uint8_t keyByte = firstUtf8Byte(event.characters);
   if (!isChord(event)) return giveSelectionBack(instance, *client);
   if (keyByte == 'a' && state.expected != 0) return noteCaret(instance, *client);
-  if (state.carets.contains(identityOf(client))) guardFromChord(instance, keyByte, *client);
+  guardFromChord(instance, keyByte, *client);
 }
 
 void giveSelectionBack(Instance& instance, IMKTextInput& client) {
-  auto& carets = instance.state<CommandSelectionState>().carets;
-  const auto node = carets.extract(identityOf(&client));
+  const auto node = instance.state<CommandSelectionState>().selections.extract(identityOf(&client));
   if (node.empty()) return;
   const auto [location, length] = client.selectedRange();
   if (location == NSNotFound || length == 0) return;
   Log(instance, "Selection of a command given back");
-  client.insertText({}, {std::min(node.mapped(), location + length), 0});
+  client.insertText({}, {std::min(node.mapped().caret, location + length), 0});
   instance.platform().inputMethodKit.ownTextFollows();
   if (!giveUpCommand(instance)) return;
   Do_BIM_CallDirectQorvToolCommandAppEvent(instance, kRestoreClipboardCommand);

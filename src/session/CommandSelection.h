@@ -10,9 +10,12 @@
 namespace quorvane {
 
 struct CommandSelectionState {
-  std::uint32_t expected = 0;  ///< how often Select All is on its way to a client
-  /// Clients whose text it has selected, with the place of the caret before.
-  std::map<ClientID, std::uint64_t> carets;
+  struct Selection {
+    std::uint64_t caret = 0;        ///< where it was before
+    std::uint32_t commandsRun = 0;  ///< before it was made; see PendingCommandState
+  };
+  std::uint32_t expected = 0;                ///< how often Select All is on its way to a client
+  std::map<ClientID, Selection> selections;  ///< by the clients whose text it has selected
 };
 
 /// Has the client select all. A word in progress ends first.

@@ -117,7 +117,7 @@ Subject::Sight Subject::look() {
   sight.waiting = host.messagePorts.pending() + (commit.stringbuffer ? 1 : 0) +
                   (commit.stringbufferHandle.empty() ? 0 : 1);
   sight.firstKeyIsOurs = instance.state<ControllerState>().KEYED_INITED_FLAG != 0;
-  sight.guarded = !instance.state<CommandSelectionState>().carets.empty();
+  sight.guarded = !instance.state<CommandSelectionState>().selections.empty();
   sight.toolRecord = host.sharedMemory.find(kToolRecord);
   sight.attached = host.sharedMemory.totalAttachments() != 0;
   for (std::size_t i = 0; i < kBusyFields.size(); ++i) {

@@ -42,8 +42,8 @@ bool ClipboardLoan::poll() {
   return true;
 }
 
-/// Three seconds after the key that pastes the client has done so, and if nobody ever presses it, ten
-/// seconds after the request.
+/// Three seconds after the key that pastes the client has done so, and if nobody ever presses it,
+/// ten seconds after the request.
 bool ClipboardLoan::isDue() {
   const std::uint64_t now = clock_.mach_absolute_time();
   const bool pressed = tool_.get(At::ClipState) != kRestoreArmed;
