@@ -15,11 +15,11 @@ using Bytes = std::span<const std::uint8_t>;
 
 /// Of more than two letters, as they stand in the middle of sentences.
 constexpr auto kAbbreviations = std::to_array<std::string_view>(
-    {"approx", "cap",  "capt", "cent", "dept", "dist", "esp",  "est", "etc",  "ext", "fig",
-     "figs",   "gen",  "incl", "inc",  "jan",  "feb",  "mar",  "apr", "jun",  "jul", "aug",
-     "sep",    "sept", "oct",  "nov",  "dec",  "ltd",  "max",  "min", "misc", "mrs", "mins",
-     "obs",    "orig", "pres", "prof", "pub",  "resp", "rev",  "sec", "seq",  "ser", "sgt",
-     "spec",   "tel",  "temp", "univ", "viz",  "vol",  "vols", "yrs"});
+    {"approx", "cap",  "capt", "cent", "dept", "dist", "esp", "est", "etc",  "ext", "fig",
+     "figs",   "gen",  "incl", "inc",  "jan",  "feb",  "mar", "apr", "jun",  "jul", "aug",
+     "sep",    "sept", "oct",  "nov",  "dec",  "ltd",  "max", "min", "misc", "mrs", "mins",
+     "obs",    "orig", "pres", "prof", "pub",  "resp", "rev", "sec", "seq",  "ser", "sgt",
+     "tel",    "temp", "univ", "viz",  "vol",  "vols", "yrs"});
 
 /// That end sentences. Any other of two letters may be an abbreviation or an initial.
 constexpr auto kShortWords = std::to_array<std::string_view>(
