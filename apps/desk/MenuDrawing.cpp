@@ -58,7 +58,7 @@ void drawMenu(Canvas& canvas, const CellRect& box, const MenuView& menu, int fir
   const int right = box.column + box.columns;
   canvas.frame(box);
   for (int i = 0; i < room; ++i) {
-    const auto line = static_cast<std::size_t>(first + i);
+    const auto line = static_cast<std::size_t>(first) + static_cast<std::size_t>(i);
     if (line >= menu.lines.size()) return;
     drawLine(canvas, {box.row + 1 + i, box.column + 1, 1, box.columns - kFrame}, menu.lines[line],
              lookOf(menu, line));
