@@ -1,15 +1,9 @@
 #include "tools/checker/PopupList.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <utility>
 
-#include "hosts/desktop/AtomicFile.h"
-#include "hosts/desktop/Descriptor.h"
+#include "tools/checker/RuntimeFile.h"
 
 namespace quorvane::checker {
 
@@ -63,28 +57,16 @@ std::optional<PopupList> parsePopupList(std::string_view content) {
 }
 
 bool writePopupList(const std::filesystem::path& runtimeFolder, const PopupList& list) {
-  const auto content = formatPopupList(list);
-  if (content && desktop::writeFileAtomically(fileIn(runtimeFolder), *content,
-                                              desktop::Durability::UntilReboot)) {
-    return true;
-  }
-  removePopupList(runtimeFolder);
-  return false;
+  return putRuntimeFile(fileIn(runtimeFolder), formatPopupList(list));
 }
 
 void removePopupList(const std::filesystem::path& runtimeFolder) {
-  ::unlink(fileIn(runtimeFolder).c_str());
+  removeRuntimeFile(fileIn(runtimeFolder));
 }
 
 std::optional<PopupList> readPopupList(const std::filesystem::path& runtimeFolder) {
-  // No wait for a writer where it is a pipe; nothing is read where it is a link.
-  const desktop::Descriptor file(
-      ::open(fileIn(runtimeFolder).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-  if (!file.valid()) return std::nullopt;
-  std::array<char, kPopupListSizeLimit + 1> bytes;
-  const ssize_t count = ::read(file.get(), bytes.data(), bytes.size());
-  if (count <= 0 || static_cast<std::size_t>(count) > kPopupListSizeLimit) return std::nullopt;
-  return parsePopupList({bytes.data(), static_cast<std::size_t>(count)});
+  const auto content = readRuntimeFile(fileIn(runtimeFolder), kPopupListSizeLimit);
+  return content ? parsePopupList(*content) : std::nullopt;
 }
 
 }  // namespace quorvane::checker

@@ -1,14 +1,11 @@
 #include "tools/checker/WindowFile.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <utility>
 
-#include "hosts/desktop/AtomicFile.h"
-#include "hosts/desktop/PlainFile.h"
 #include "hosts/icu/IcuTextEncoding.h"
 #include "src/base/Text.h"
+#include "tools/checker/RuntimeFile.h"
 
 namespace quorvane::checker {
 
@@ -63,24 +60,16 @@ std::optional<WindowText> parseWindowFile(std::string_view content) {
 }
 
 bool writeWindowFile(const std::filesystem::path& runtimeFolder, const WindowText& text) {
-  const auto content = formatWindowFile(text);
-  if (content && desktop::writeFileAtomically(windowFileIn(runtimeFolder), *content,
-                                              desktop::Durability::UntilReboot)) {
-    return true;
-  }
-  removeWindowFile(runtimeFolder);
-  return false;
+  return putRuntimeFile(windowFileIn(runtimeFolder), formatWindowFile(text));
 }
 
 void removeWindowFile(const std::filesystem::path& runtimeFolder) {
-  ::unlink(windowFileIn(runtimeFolder).c_str());
+  removeRuntimeFile(windowFileIn(runtimeFolder));
 }
 
 std::optional<WindowText> readWindowFile(const std::filesystem::path& runtimeFolder) {
-  const auto bytes =
-      desktop::readPlainFile(windowFileIn(runtimeFolder), kWindowFileLimit, desktop::Links::Refuse);
-  if (!bytes) return std::nullopt;
-  return parseWindowFile({reinterpret_cast<const char*>(bytes->data()), bytes->size()});
+  const auto content = readRuntimeFile(windowFileIn(runtimeFolder), kWindowFileLimit);
+  return content ? parseWindowFile(*content) : std::nullopt;
 }
 
 }  // namespace quorvane::checker
