@@ -17,7 +17,10 @@ class DesktopClipboard final : public field::Clipboard {
   [[nodiscard]] std::u16string text() const override {
     return toUtf16(decodeUtf8Leniently(file_.text().value_or(std::string())));
   }
-  void copy(std::u16string_view text) override { file_.copy(toUtf8(text)); }
+  bool copy(std::u16string_view text, field::CopiedFor whom) override {
+    const std::string bytes = toUtf8(text);
+    return whom == field::CopiedFor::Command ? file_.copyForCommand(bytes) : file_.copy(bytes);
+  }
 
  private:
   desktop::ClipboardFile file_;

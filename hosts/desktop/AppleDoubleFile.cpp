@@ -1,14 +1,13 @@
 #include "hosts/desktop/AppleDoubleFile.h"
 
 #include <fcntl.h>
-#include <poll.h>
-#include <sys/file.h>
 
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
 
 #include "hosts/desktop/AtomicFile.h"
+#include "hosts/desktop/FileLock.h"
 #include "hosts/desktop/PlainFile.h"
 
 namespace quorvane::desktop {
@@ -16,15 +15,6 @@ namespace {
 
 std::string beside(const std::filesystem::path& file) {
   return resources::appleDoublePath(file.native());
-}
-
-bool lockInTime(int file, std::chrono::milliseconds patience) {
-  for (auto attempts = patience.count(); flock(file, LOCK_EX | LOCK_NB) != 0; --attempts) {
-    const bool isHeld = errno == EWOULDBLOCK || errno == EINTR;
-    if (!isHeld || attempts == 0) return false;
-    poll(nullptr, 0, 1);
-  }
-  return true;
 }
 
 [[noreturn]] void fail(const std::filesystem::path& file, std::string_view reason) {

@@ -1,22 +1,33 @@
 #include "hosts/desktop/ClipboardFile.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 
 #include "hosts/desktop/AtomicFile.h"
+#include "hosts/desktop/FileLock.h"
 #include "hosts/desktop/PlainFile.h"
 
 namespace quorvane::desktop {
 namespace {
 
-std::optional<struct stat> statusOf(const std::filesystem::path& path) {
-  struct stat status {};
-  if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return {};
-  return status;
+constexpr std::chrono::milliseconds kPatience{20};
+
+bool isPresent(const std::filesystem::path& path) { return ::access(path.c_str(), F_OK) == 0; }
+
+bool areOneFile(const std::filesystem::path& one, const std::filesystem::path& other) {
+  std::error_code error;
+  return std::filesystem::equivalent(one, other, error);
+}
+
+bool isEmpty(const std::filesystem::path& path) {
+  std::error_code error;
+  return std::filesystem::file_size(path, error) == 0;
 }
 
 }  // namespace
@@ -27,36 +38,85 @@ std::optional<std::string> ClipboardFile::text() const {
   return std::string(bytes->begin(), bytes->end());
 }
 
-ClipboardFile::Edition ClipboardFile::edition() const {
-  const auto status = statusOf(file_);
-  if (!status) return {};
-  return {status->st_ino, status->st_mtim.tv_sec, status->st_mtim.tv_nsec};
+bool ClipboardFile::copy(std::string_view text) {
+  const Descriptor held = lock();
+  if (!put(text)) return false;
+  ::unlink(before_.c_str());
+  return true;
 }
 
-std::optional<std::chrono::nanoseconds> ClipboardFile::age() const {
-  const auto status = statusOf(file_);
-  timespec now{};
-  if (!status || ::clock_gettime(CLOCK_REALTIME, &now) != 0) return {};
-  return std::chrono::seconds(now.tv_sec - status->st_mtim.tv_sec) +
-         std::chrono::nanoseconds(now.tv_nsec - status->st_mtim.tv_nsec);
-}
-
-bool ClipboardFile::replace(std::string_view text, const std::filesystem::path& former) {
-  const bool fits = text.size() <= kClipboardLimit;
-  if (fits) {
-    ::unlink(former.c_str());
-    ::link(file_.c_str(), former.c_str());
-  }
-  if (fits && writeFileAtomically(file_, text, Durability::UntilReboot)) return true;
-  const std::string reason = fits ? std::strerror(errno) : "more than 8 MiB";
-  if (log_.enabled) log_.writeLine("clipboard: stays as it is: " + reason);
+bool ClipboardFile::copyForCommand(std::string_view text) {
+  const Descriptor held = lock();
+  const bool hasEarlier = isPresent(before_);
+  if (text.empty() && hasEarlier) standAgain(before_);
+  if (text.empty()) return true;
+  if (!hasEarlier && !keepFor(before_)) return false;
+  if (put(text)) return true;
+  standAgain(before_);
   return false;
+}
+
+std::optional<std::string> ClipboardFile::takeCommandsCopy() {
+  const Descriptor held = lock();
+  if (!isPresent(before_)) return std::nullopt;
+  auto copied = text();
+  standAgain(before_);
+  return copied;
+}
+
+bool ClipboardFile::lend(std::string_view text) {
+  const Descriptor held = lock();
+  endLoanUnderLock();
+  if (isPresent(before_)) standAgain(before_);
+  if (!keepFor(kept_)) return false;
+  const bool isThere = put(text);
+  if (isThere && ::link(file_.c_str(), lent_.c_str()) == 0) return true;
+  standAgain(kept_);
+  return isThere ? refuse(std::strerror(errno)) : false;
+}
+
+void ClipboardFile::endLoan() {
+  const Descriptor held = lock();
+  endLoanUnderLock();
+}
+
+void ClipboardFile::endLoanUnderLock() {
+  if (areOneFile(file_, lent_)) {
+    standAgain(kept_);
+  } else if (areOneFile(before_, lent_)) {
+    std::rename(kept_.c_str(), before_.c_str());
+  }
+  ::unlink(lent_.c_str());
+  ::unlink(kept_.c_str());
+}
+
+Descriptor ClipboardFile::lock() const {
+  Descriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.valid()) lockInTime(folder.get(), kPatience);
+  return folder;
+}
+
+bool ClipboardFile::put(std::string_view text) {
+  if (text.size() > kClipboardLimit) return refuse("more than 8 MiB");
+  if (writeFileAtomically(file_, text, Durability::UntilReboot)) return true;
+  return refuse(std::strerror(errno));
+}
+
+bool ClipboardFile::keepFor(const std::filesystem::path& former) {
+  if (::link(file_.c_str(), former.c_str()) == 0) return true;
+  if (errno == ENOENT && writeFileAtomically(former, "", Durability::UntilReboot)) return true;
+  return refuse(std::strerror(errno));
 }
 
 /// A rename of one file to itself under another name does nothing: the other name goes here.
 void ClipboardFile::standAgain(const std::filesystem::path& former) {
-  if (std::rename(former.c_str(), file_.c_str()) != 0) ::unlink(file_.c_str());
+  if (isEmpty(former) || std::rename(former.c_str(), file_.c_str()) != 0) ::unlink(file_.c_str());
   ::unlink(former.c_str());
+}
+
+bool ClipboardFile::refuse(std::string_view reason) {
+  if (log_.enabled) log_.writeLine(std::string("clipboard: stays as it is: ").append(reason));
+  return false;
 }
 
 }  // namespace quorvane::desktop

@@ -1,17 +1,17 @@
 #pragma once
 // The clipboard of all processes that meet in a runtime folder: the file `clipboard` there, UTF-8,
-// mode 0600, at most 8 MiB, written whole and then renamed. A copy keeps beside it, as
-// `clipboard.before`, what stood there until then, so that whoever had something copied for a
-// purpose of its own can take that back.
+// mode 0600, at most 8 MiB, written whole and then renamed. Two other files lie beside it for a
+// while. `clipboard.before`: the clipboard is a command's copy, and this stood there until then;
+// empty: nothing did. `clipboard.lent`: the clipboard was lent for a paste as long as it is this
+// very file, and what stood there lies in `clipboard.kept`, if anything did. Who writes holds a
+// lock on the folder; one that isn't to be had within a few milliseconds is done without.
 
-#include <chrono>
-#include <cstdint>
-#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "hosts/desktop/Descriptor.h"
 #include "platform/LogSink.h"
 
 namespace quorvane::desktop {
@@ -20,44 +20,47 @@ inline constexpr std::size_t kClipboardLimit = 8 << 20;
 
 class ClipboardFile {
  public:
-  /// Tells one content from the next; equal where nobody has written in between.
-  struct Edition {
-    std::uint64_t file = 0;  ///< 0: there is none
-    std::time_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-    bool operator==(const Edition&) const = default;
-  };
-
   /// `log` outlives this.
   ClipboardFile(const std::filesystem::path& runtimeFolder, quorvane::LogSink& log)
-      : file_(runtimeFolder / "clipboard"),
+      : folder_(runtimeFolder),
+        file_(runtimeFolder / "clipboard"),
         before_(runtimeFolder / "clipboard.before"),
+        lent_(runtimeFolder / "clipboard.lent"),
         kept_(runtimeFolder / "clipboard.kept"),
         log_(log) {}
 
   /// Bytes as they lie, which may be no UTF-8. None where there is nothing, or no such file.
   [[nodiscard]] std::optional<std::string> text() const;
-  [[nodiscard]] Edition edition() const;
-  /// How long ago it was written; none where there is nothing.
-  [[nodiscard]] std::optional<std::chrono::nanoseconds> age() const;
 
-  /// What a client does: the content until then is kept beside it. False, with a log line, where
-  /// the text is too long or can't be written; the clipboard is then as before.
-  bool copy(std::string_view text) { return replace(text, before_); }
-  /// What the latest copy has kept stands again: also nothing, where nothing stood before.
-  void takeBackCopy() { standAgain(before_); }
+  // Each of these that gives false has said why on the log, and the clipboard is as before.
 
-  /// For a paste: nobody's copy goes by it.
-  bool lend(std::string_view text) { return replace(text, kept_); }
-  /// What stood there before the text was lent stands again.
-  void endLoan() { standAgain(kept_); }
+  /// What a person does. It isn't any command's.
+  bool copy(std::string_view text);
+  /// What a command has a client do; what a person had copied is kept beside it. Empty: nothing was
+  /// selected, and an earlier command's copy is taken back.
+  bool copyForCommand(std::string_view text);
+  /// What has been copied for a command, which is then gone from the clipboard: what stood there
+  /// stands again. None where nothing has.
+  std::optional<std::string> takeCommandsCopy();
+
+  /// For a paste. A loan that hasn't ended ends first.
+  bool lend(std::string_view text);
+  /// What stood there before stands again, also below a copy for a command; not where a person has
+  /// copied meanwhile. Without a loan nothing happens.
+  void endLoan();
 
  private:
-  bool replace(std::string_view text, const std::filesystem::path& former);
+  [[nodiscard]] Descriptor lock() const;
+  bool put(std::string_view text);
+  bool keepFor(const std::filesystem::path& former);
+  void endLoanUnderLock();
   void standAgain(const std::filesystem::path& former);
+  bool refuse(std::string_view reason);
 
+  std::filesystem::path folder_;
   std::filesystem::path file_;
   std::filesystem::path before_;
+  std::filesystem::path lent_;
   std::filesystem::path kept_;
   quorvane::LogSink& log_;
 };

@@ -1,5 +1,8 @@
 #include "hosts/desktop/KeyFile.h"
 
+#include <cerrno>
+#include <cstdio>
+
 #include "hosts/desktop/AtomicFile.h"
 
 namespace quorvane::desktop {
@@ -22,7 +25,8 @@ KeyFile::KeyFile(std::filesystem::path path, quorvane::LogSink& log)
   if (g_key_file_load_from_file(file_.get(), path_.c_str(), G_KEY_FILE_KEEP_COMMENTS, &raw)) return;
   const std::unique_ptr<GError, FreeError> error(raw);
   file_.reset(g_key_file_new());
-  if (g_error_matches(error.get(), G_FILE_ERROR, G_FILE_ERROR_NOENT) || !log_.enabled) return;
+  damaged_ = !g_error_matches(error.get(), G_FILE_ERROR, G_FILE_ERROR_NOENT);
+  if (!damaged_ || !log_.enabled) return;
   log_.writeLine(path_.string() + ": taken as empty: " + error->message);
 }
 
@@ -60,6 +64,12 @@ void KeyFile::remove(const std::string& group, const std::string& key) {
 }
 
 bool KeyFile::save() {
+  if (damaged_ && std::rename(path_.c_str(), (path_.string() + ".damaged").c_str()) != 0 &&
+      errno != ENOENT) {
+    if (log_.enabled) log_.writeLine(path_.string() + " can't be put aside");
+    return false;
+  }
+  damaged_ = false;
   gsize size = 0;
   const Text content(g_key_file_to_data(file_.get(), &size, nullptr));
   const std::string_view all(content.get(), size);

@@ -7,13 +7,18 @@
 
 namespace quorvane::field {
 
+/// Whose keys copy: what a command of the Input Menu has copied is taken back once it has been read.
+enum class CopiedFor { Person, Command };
+
 class Clipboard {
  public:
   virtual ~Clipboard() = default;
 
   /// Empty where there is nothing.
   [[nodiscard]] virtual std::u16string text() const = 0;
-  virtual void copy(std::u16string_view text) = 0;
+  /// Empty: nothing is selected that a command could have copied. False where the clipboard is as
+  /// it was, since the text can't be kept there.
+  virtual bool copy(std::u16string_view text, CopiedFor whom) = 0;
 };
 
 /// Of one process alone.
@@ -22,7 +27,10 @@ class MemoryClipboard final : public Clipboard {
   explicit MemoryClipboard(std::u16string text = {}) : text_(std::move(text)) {}
 
   [[nodiscard]] std::u16string text() const override { return text_; }
-  void copy(std::u16string_view text) override { text_ = text; }
+  bool copy(std::u16string_view text, CopiedFor /*whom*/) override {
+    if (!text.empty()) text_ = text;
+    return true;
+  }
 
  private:
   std::u16string text_;

@@ -36,7 +36,7 @@ class Document : public IMKTextInput {
   /// where there is no such line. Command-A, C, X and V are the only command keys. A character
   /// ends the marked text, which becomes plain text before it; while it stands, no other key does
   /// anything.
-  void applyKey(const NSEvent& event);
+  void applyKey(const NSEvent& event, CopiedFor whom = CopiedFor::Person);
 
   [[nodiscard]] const std::u16string& text() const { return text_; }
   [[nodiscard]] NSRange selection() const { return selection_; }
@@ -65,9 +65,9 @@ class Document : public IMKTextInput {
   [[nodiscard]] NSRange target(NSRange replacementRange) const;
   void replace(NSRange range, std::u16string_view text);
   void insertKey(std::u16string_view text);
-  void applyCommand(const NSEvent& event);
+  void applyCommand(const NSEvent& event, CopiedFor whom);
   void applyControl(char16_t code);
-  void copySelection();
+  bool copySelection(CopiedFor whom);
   void eraseSelectionOr(NSRange otherwise);
   void moveTo(std::uint64_t position);
   [[nodiscard]] std::uint64_t selectionEnd() const {

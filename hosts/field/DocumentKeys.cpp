@@ -20,10 +20,10 @@ bool isFunctionKey(char16_t unit) { return unit >= 0xF700 && unit <= 0xF8FF; }
 
 }  // namespace
 
-void Document::applyKey(const NSEvent& event) {
+void Document::applyKey(const NSEvent& event, CopiedFor whom) {
   if (closed_ || event.type != NSEventType::KeyDown || event.characters.empty()) return;
   if (event.modifierFlags & (NSEventModifierFlagCommand | NSEventModifierFlagControl)) {
-    return applyCommand(event);
+    return applyCommand(event, whom);
   }
   const char16_t first = event.characters.front();
   if (isFunctionKey(first)) return;
@@ -31,14 +31,14 @@ void Document::applyKey(const NSEvent& event) {
   insertKey(event.characters);
 }
 
-void Document::applyCommand(const NSEvent& event) {
+void Document::applyCommand(const NSEvent& event, CopiedFor whom) {
   constexpr std::uint32_t kOthers = NSEventModifierFlagControl | NSEventModifierFlagOption |
                                     NSEventModifierFlagShift | NSEventModifierFlagFunction;
   if (marked_ || (event.modifierFlags & kOthers) != 0 || event.characters.size() != 1) return;
   const char16_t letter = event.characters.front() | 0x20;
   if (letter == u'a') selection_ = {0, text_.size()};
-  if (letter == u'c' || letter == u'x') copySelection();
-  if (letter == u'x') replace(selection_, {});
+  if (letter == u'c') copySelection(whom);
+  if (letter == u'x' && copySelection(whom)) replace(selection_, {});
   if (letter == u'v') replace(selection_, clipboard_->text());
 }
 
@@ -84,9 +84,10 @@ void Document::insertKey(std::u16string_view text) {
   replace(selection_, text);
 }
 
-void Document::copySelection() {
-  if (selection_.length == 0) return;
-  clipboard_->copy(std::u16string_view(text_).substr(selection_.location, selection_.length));
+bool Document::copySelection(CopiedFor whom) {
+  const auto selected = std::u16string_view(text_).substr(selection_.location, selection_.length);
+  if (selected.empty() && whom == CopiedFor::Person) return false;
+  return clipboard_->copy(selected, whom);
 }
 
 void Document::eraseSelectionOr(NSRange otherwise) {

@@ -147,7 +147,7 @@ Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool 
   Progress progress(*this);
   const Outcome outcome = offer(event, how, clientOf(*document));
   if (outcome == Outcome::PassedOn || outcome == Outcome::PassedAfterError) {
-    passOn(event, *document);
+    passOn(event, *document, posted ? CopiedFor::Command : CopiedFor::Person);
   }
   if (trace) trace({event, outcome, progress.calls, posted});
   return outcome;
@@ -172,9 +172,9 @@ Outcome TextApplication::offer(NSEvent event, const Delivery& how, Client& clien
   return boundary_.offer(event, client);
 }
 
-void TextApplication::passOn(const NSEvent& event, Document& document) {
+void TextApplication::passOn(const NSEvent& event, Document& document, CopiedFor whom) {
   const bool marked = document.markedRange().has_value();
-  document.applyKey(event);
+  document.applyKey(event, whom);
   if (event.type == NSEventType::LeftMouseDown && clickIndex_) document.select({*clickIndex_, 0});
   const bool ended = marked && !document.markedRange();
   if (ended) boundary_.call([](auto& controller) { controller.commitComposition(nullptr); });

@@ -105,7 +105,7 @@ class TextApplication {
   Outcome handle(const NSEvent& event, const Delivery& how, bool posted);
   void noteHeldKey(const NSEvent& event);
   Outcome offer(NSEvent event, const Delivery& how, Client& client);
-  void passOn(const NSEvent& event, Document& document);
+  void passOn(const NSEvent& event, Document& document, CopiedFor whom);
 
   Clock& clock_;
   EventQueue& queue_;

@@ -66,7 +66,10 @@ void doInstallCommandEventTimer(Instance& instance, std::uint32_t commandID,
   auto& state = instance.state<PendingCommandState>();
   state.docommandID = commandID;
   state.doKeyChar = keyChar;
-  if (state.doQorvEventLoopTimer) return;
+  if (state.doQorvEventLoopTimer) {
+    if (keyChar != 0 && state.doloopcount >= kKeyTick) state.doloopcount = 0;
+    return;
+  }
   state.doQorvEventLoopTimer = instance.platform().runLoop.addTimer(
       kBeforeKey, kTick, [&instance] { doCallQuorvaneToolOnCheckEventCompletion(instance); });
 }
@@ -89,11 +92,10 @@ void PostMenuCommand(Instance& instance, std::uint32_t commandID) {
 }
 
 void SetMenuCallEvent(Instance& instance, std::uint32_t commandID) {
-  if (const ToolRec record(instance); record) {
-    record.put(ToolCRecPtr_MenuCallEvent, commandID);
-  } else {
-    instance.state<PendingCommandState>().MenuCallEvent = commandID;
-  }
+  auto& ownEvent = instance.state<PendingCommandState>().MenuCallEvent;
+  const ToolRec record(instance);
+  if (record) record.put(ToolCRecPtr_MenuCallEvent, commandID);
+  if (!record || commandID == 0) ownEvent = commandID;
 }
 
 std::uint32_t IsMenuCallEvent(Instance& instance) {
@@ -117,7 +119,8 @@ bool isCommandWaiting(Instance& instance) {
 
 bool giveUpCommand(Instance& instance) {
   auto& state = instance.state<PendingCommandState>();
-  const bool beforeKey = state.doQorvEventLoopTimer && state.doloopcount < kKeyTick;
+  const bool beforeKey = state.doQorvEventLoopTimer && state.doloopcount < kKeyTick &&
+                         IsMenuCallEvent(instance) == 0;
   state.doQorvEventLoopTimer.reset();
   state.QorvEventLoopTimer.reset();
   state.doloopcount = state.loopcount = 0;

@@ -30,7 +30,8 @@ struct PendingCommandState {
 };
 
 /// Presses command and `keyChar`, unless that is 0, then has the command pending. While one waits
-/// the new one takes its place, and the count goes on.
+/// the new one takes its place, and the count goes on, but begins anew where a key has been pressed
+/// for the old one: what that has copied isn't what the new one is about.
 void doInstallCommandEventTimer(Instance& instance, std::uint32_t commandID, std::uint16_t keyChar);
 void Post_CommandKey_MenuCommand(Instance& instance, std::uint16_t keyChar,
                                  std::uint32_t commandID);

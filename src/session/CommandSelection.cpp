@@ -15,15 +15,33 @@
 namespace quorvane {
 namespace {
 
-/// With the command key: paste, cut and erase.
-constexpr std::string_view kReplacingChords = "VXvx\x08\x7f";
-
 bool isChord(const NSEvent& event) {
   return (event.modifierFlags & NSEventModifierFlagCommand) != 0;
 }
 
+/// Paste, cut and erase. With option the key of paste makes another character.
+bool replacesSelection(const NSEvent& chord) {
+  constexpr std::string_view kReplacing = "VXvx\x08\x7f";
+  constexpr std::uint16_t kUsualPasteKey = 9;
+  const std::uint8_t byte = firstUtf8Byte(chord.characters);
+  return (byte >= 0x80 && chord.keyCode == kUsualPasteKey) ||
+         kReplacing.find(static_cast<char>(byte)) != std::string_view::npos;
+}
+
+/// Select All, and what moves the caret.
+bool selectsAnew(const NSEvent& chord) {
+  constexpr std::string_view kSelecting = "aA\x01\x04\x1C\x1D\x1E\x1F";
+  return kSelecting.find(static_cast<char>(firstUtf8Byte(chord.characters))) !=
+         std::string_view::npos;
+}
+
 std::uint32_t commandsRun(Instance& instance) {
   return instance.state<PendingCommandState>().commandsRun;
+}
+
+/// How many will have run before a command that is chosen now.
+std::uint32_t commandsBeforeNext(Instance& instance) {
+  return commandsRun(instance) + (IsMenuCallEvent(instance) != 0 ? 1 : 0);
 }
 
 void noteCaret(Instance& instance, IMKTextInput& client) {
@@ -32,7 +50,7 @@ void noteCaret(Instance& instance, IMKTextInput& client) {
   const auto [location, length] = client.selectedRange();
   if (location == NSNotFound) return;
   const auto [entry, isNew] = state.selections.try_emplace(identityOf(&client));
-  if (isNew || length == 0) entry->second = {location + length, commandsRun(instance)};
+  if (isNew || length == 0) entry->second = {location + length, commandsBeforeNext(instance)};
 }
 
 /// From now on it is the person's.
@@ -42,37 +60,40 @@ void leaveSelection(Instance& instance, IMKTextInput& client) {
 
 // Once the command has run, a chord is its answer, or what the person wants done to what they see,
 // even where the next command waits by then.
-void guardFromChord(Instance& instance, std::uint8_t keyByte, IMKTextInput& client) {
+void guardFromChord(Instance& instance, const NSEvent& event, IMKTextInput& client) {
   const auto& selections = instance.state<CommandSelectionState>().selections;
   const auto selection = selections.find(identityOf(&client));
   if (selection == selections.end()) return;
   const bool early =
-      isCommandWaiting(instance) && selection->second.commandsRun == commandsRun(instance);
-  const bool replaces = kReplacingChords.find(static_cast<char>(keyByte)) != std::string_view::npos;
+      isCommandWaiting(instance) && selection->second.commandsRun >= commandsRun(instance);
+  const bool replaces = replacesSelection(event);
   if (replaces && early) return giveSelectionBack(instance, client);
-  if (replaces || keyByte == 'a') leaveSelection(instance, client);
+  if (replaces || selectsAnew(event)) leaveSelection(instance, client);
 }
 
 }  // namespace
 
 void selectAllForCommand(Instance& instance) {
   keepTypedWord(instance);
-  ++instance.state<CommandSelectionState>().expected;
+  auto& state = instance.state<CommandSelectionState>();
+  ++state.expected;
+  state.expectedUpTo = commandsBeforeNext(instance);
   PostCommandKey(instance, 'a');
 }
 
 void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInput* client) {
   auto& state = instance.state<CommandSelectionState>();
   if (client == nullptr || (state.expected == 0 && state.selections.empty())) return;
+  if (commandsRun(instance) > state.expectedUpTo) state.expected = 0;
   if (event.type == NSEventType::LeftMouseDown) {
     state.expected = 0;  // it went elsewhere
     leaveSelection(instance, *client);
   }
   if (event.type != NSEventType::KeyDown) return;
-  const std::uint8_t keyByte = firstUtf8Byte(event.characters);
   if (!isChord(event)) return giveSelectionBack(instance, *client);
-  if (keyByte == 'a' && state.expected != 0) return noteCaret(instance, *client);
-  guardFromChord(instance, keyByte, *client);
+  const bool isSelectAll = firstUtf8Byte(event.characters) == 'a';
+  if (isSelectAll && state.expected != 0) return noteCaret(instance, *client);
+  guardFromChord(instance, event, *client);
 }
 
 void giveSelectionBack(Instance& instance, IMKTextInput& client) {

@@ -8,6 +8,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/menu/PendingCommand.h"
 #include "src/session/QBIM_IMK_KeyTime.h"
 #include "src/session/QBIM_IMK_WindowCancel.h"
 
@@ -81,7 +82,10 @@ bool HandleKeys_Popup_and_Window(Instance& instance, std::uint32_t windowState,
 
 std::int32_t Get_Control_KeyPress(Instance& instance) {
   auto& asking = instance.state<WindowKeysState>().NORECURSION;
-  if (asking != 0 || !popupTakesKeys(instance) || isQUORVANEAPP_FRONT(instance) != 0) return 0;
+  if (asking != 0 || IsMenuCallEvent(instance) != 0 || !popupTakesKeys(instance) ||
+      isQUORVANEAPP_FRONT(instance) != 0) {
+    return 0;
+  }
   const FlagGuard guard(asking);
   if (!wasDelivered(SendToolCommandAndWait(instance, kChooseSuggestionCommand))) return 0;
   const std::uint32_t answer = answerTo(instance, 0);

@@ -92,10 +92,7 @@ TEST_F(FileSearch, OnlyDictionariesStayInTheirFolderWhateverIsAsked) {
 TEST_F(FileSearch, TheListGrowsBeyondItsFirstRoomAndIsSortedByBytes) {
   Names expected;
   for (int i = 0; i < 600; ++i) {
-    expected.push_back((i % 3 == 0   ? "B"
-                        : i % 3 == 1 ? "a"
-                                     : "_") +
-                       std::to_string(i * 7919 % 600));
+    expected.push_back("Ba_"[i % 3] + std::to_string(i * 7919 % 600));
     put(expected.back(), "PREF"_4cc, "QVKT"_4cc);
   }
   std::ranges::sort(expected);

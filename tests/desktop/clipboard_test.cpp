@@ -17,37 +17,64 @@ struct ClipboardTest : testing::Test {
   desktop::ClipboardFile clipboard{stage.configuration().runtimeDirectory, stage.host().log()};
 };
 
-TEST_F(ClipboardTest, WhatACopyReplacedIsGivenBack) {
-  clipboard.copy("first");
-  clipboard.copy("second");
-  holds("second");
-  clipboard.takeBackCopy();
-  holds("first");
-  clipboard.lend("to be pasted");
-  clipboard.copy("copied meanwhile");
-  clipboard.takeBackCopy();
-  holds("to be pasted");
-  clipboard.endLoan();
-  holds("first");
+TEST_F(ClipboardTest, ACommandTakesItsOwnCopyAndNeverAPersons) {
+  EXPECT_TRUE(clipboard.copyForCommand("of an empty clipboard"));
+  EXPECT_EQ(clipboard.takeCommandsCopy(), "of an empty clipboard");
+  EXPECT_EQ(clipboard.text(), std::nullopt);
+  clipboard.copy("mine");
+  EXPECT_EQ(clipboard.takeCommandsCopy(), std::nullopt);
+  clipboard.copyForCommand("given up");
+  clipboard.copyForCommand("its own");
+  EXPECT_EQ(clipboard.takeCommandsCopy(), "its own");
+  holds("mine");
+  clipboard.copyForCommand("given up");
+  clipboard.copyForCommand("");
+  EXPECT_EQ(clipboard.takeCommandsCopy(), std::nullopt) << "nothing was selected";
+  holds("mine");
+  clipboard.copyForCommand("its own");
+  clipboard.copy("mine, newer");
+  EXPECT_EQ(clipboard.takeCommandsCopy(), std::nullopt);
+  holds("mine, newer");
   struct stat status {};
   ASSERT_EQ(::stat(stage.runtimeFile("clipboard").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0600U);
-  clipboard.takeBackCopy();
-  EXPECT_EQ(clipboard.text(), std::nullopt) << "nothing was kept: nothing stood there";
-  EXPECT_EQ(clipboard.age(), std::nullopt);
+}
+
+TEST_F(ClipboardTest, ALoanLiesBelowWhatIsCopiedMeanwhile) {
+  clipboard.endLoan();
+  clipboard.copy("mine");
+  clipboard.endLoan();
+  holds("mine");
+  clipboard.lend("to be pasted");
+  EXPECT_EQ(clipboard.takeCommandsCopy(), std::nullopt);
+  clipboard.copyForCommand("its own");
+  clipboard.endLoan();
+  EXPECT_EQ(clipboard.takeCommandsCopy(), "its own");
+  holds("mine");
+  clipboard.lend("to be pasted");
+  clipboard.lend("to be pasted, too");
+  holds("to be pasted, too");
+  clipboard.copy("mine, newer");
+  clipboard.endLoan();
+  holds("mine, newer");
+  EXPECT_FALSE(std::filesystem::exists(stage.runtimeFile("clipboard.kept")));
 }
 
 TEST_F(ClipboardTest, StaysWhereATextIsTooLongOrCantBeWritten) {
   const std::string longest(desktop::kClipboardLimit, 'x');
-  ASSERT_TRUE(clipboard.copy("kept"));
   ASSERT_TRUE(clipboard.copy(longest));
-  const auto edition = clipboard.edition();
   EXPECT_FALSE(clipboard.copy(longest + 'x'));
-  EXPECT_EQ(clipboard.edition(), edition);
+  EXPECT_FALSE(clipboard.copyForCommand(longest + 'x'));
+  EXPECT_EQ(clipboard.takeCommandsCopy(), std::nullopt);
+  holds(longest);
+  ASSERT_TRUE(clipboard.copy("kept"));
   std::filesystem::create_directory(
       stage.runtimeFile(".clipboard." + std::to_string(::getpid()) + ".new"));
   EXPECT_FALSE(clipboard.copy("can't be written"));
-  EXPECT_EQ(clipboard.edition(), edition);
+  EXPECT_FALSE(clipboard.lend("can't be written"));
+  EXPECT_FALSE(clipboard.copyForCommand("can't be written"));
+  EXPECT_EQ(clipboard.takeCommandsCopy(), std::nullopt);
+  holds("kept");
 }
 
 TEST_F(ClipboardTest, ALoanEndsOnceTheClientHasPasted) {
@@ -66,7 +93,7 @@ TEST_F(ClipboardTest, ALoanEndsOnceTheClientHasPasted) {
     clock.step = 0;
     checker::ClipboardLoan loan(tool, clipboard, clock);
     clipboard.copy("mine");
-    clipboard.copy("of the client");
+    clipboard.copyForCommand("of the client");
     EXPECT_EQ(loan.takeCopied(), "of the client");
     holds("mine");
     ASSERT_TRUE(loan.lend("to be pasted"));
@@ -82,11 +109,6 @@ TEST_F(ClipboardTest, ALoanEndsOnceTheClientHasPasted) {
     holds(row.afterwards);
     EXPECT_EQ(tool.get(checker::At::ClipState), 0U);
   }
-  std::filesystem::last_write_time(
-      stage.runtimeFile("clipboard"),
-      std::filesystem::file_time_type::clock::now() - std::chrono::seconds(6));
-  memory::MemoryClock clock(journal);
-  EXPECT_EQ(checker::ClipboardLoan(tool, clipboard, clock).takeCopied(), std::nullopt);
 }
 
 }  // namespace

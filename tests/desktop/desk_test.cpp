@@ -234,6 +234,7 @@ TEST(Desk, TheInputMenu) {
   desk.tmux("resize-window -x 72 -y 16");
   desk.keys("End");
   EXPECT_TRUE(desk.shows(" About Quorvane")) << desk.screen();
+  EXPECT_TRUE(desk.shows(" Open Quorvane")) << "its title is a resource\n" << desk.screen();
   EXPECT_TRUE(desk.shows("\u25B2\u2510")) << "more above\n" << desk.screen();
   desk.keys("Home F9 Space x");
   EXPECT_TRUE(desk.line(0, "account x")) << desk.screen();

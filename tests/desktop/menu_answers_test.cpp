@@ -69,7 +69,7 @@ TEST_F(MenuAnswers, AbbreviationsDatesAndStylesGoTheWholeWay) {
 
   desktop::ClipboardFile clipboard(runtime, stage.host().log());
   clipboard.copy("older");
-  clipboard.copy("stra\u00DFe");
+  clipboard.copyForCommand("stra\u00DFe");
   RunningProgram last = run({"type", "--no-checker", "--delay", "200"}, "so i think i know ");
   ASSERT_TRUE(eventually([&] { return announcementsIn(runtime) == 2; })) << last.errors();
   choose(last, "PrAC"_4cc);

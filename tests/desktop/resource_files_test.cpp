@@ -131,18 +131,5 @@ TEST_F(ResourceFilesOfTwo, AKillAtAnyMomentLeavesAWholeFile) {
   munmap(toggles, sizeof(std::atomic<int>));
 }
 
-TEST(BundleResources, TheMenuStringsLieBesideTheProgram) {
-  const std::filesystem::path program = QUORVANE_PROGRAM;
-  NoLog log;
-  FileManager files({}, {}, {}, log);
-  ResourceManager resources(files, program.parent_path().parent_path() / "data", log);
-  resources.UseResFile(resources.CFBundleOpenBundleResourceMap({}));
-  const Handle list = resources.Get1Resource("STR#"_4cc, 131);
-  ASSERT_NE(list, nullptr);
-  EXPECT_EQ(std::string(list->content.begin(), list->content.end()),
-            std::string("\0\2\rOpen Quorvane\rQuit Quorvane", 30));
-  EXPECT_EQ(resources.Get1Resource("GLYP"_4cc, 15873), nullptr);
-}
-
 }  // namespace
 }  // namespace quorvane::desktop

@@ -129,14 +129,6 @@ TEST_F(ParamsSwitches, AreWrittenBackWhereTheyWereFoundOrIntoAFreeRecord) {
   EXPECT_EQ(load(), 0x1800U) << "what was freed counts no more";
 }
 
-TEST_F(ParamsSwitches, ATableIsMadeWhereThereIsNone) {
-  putFile();
-  load();
-  EXPECT_EQ(inFile("CGMI"_4cc, 8889), Bytes(40));
-  save(0x1810);
-  EXPECT_EQ(inFile("CGMI"_4cc, 8889).size(), 40U);
-}
-
 TEST_F(Params, FlagsAreReadByIndexAndWritten) {
   EXPECT_EQ(Get_GlobalAutoCompleteFlag(instance, 0), 0);
   EXPECT_EQ(Get_GlobalPencilMenuFlag(instance), 1) << "as it was";

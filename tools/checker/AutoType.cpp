@@ -21,7 +21,8 @@ bool isAbbreviation(std::string_view text) {
 
 bool isExpansion(std::u16string_view text) {
   return !text.empty() && text.size() <= kLongestExpansion &&
-         std::ranges::none_of(text, [](char16_t unit) { return unit < u' ' || unit == 0x7F; });
+         std::ranges::none_of(
+             text, [](char16_t unit) { return unit < u' ' || (unit >= 0x7F && unit < 0xA0); });
 }
 
 /// False where the line is no abbreviation with its text.

@@ -90,6 +90,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   createSegments();
   removePopupList(runtimeFolder_);
   removeWindowFile(runtimeFolder_);
+  clipboard_.endLoan();  // of one that was killed
   servePort(port);
   ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);

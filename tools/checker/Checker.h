@@ -63,7 +63,8 @@ class Checker {
   void perform(std::uint32_t command);
   void prepareWindow();
   void serveWindowKeys();
-  void tellOfWindow(const WindowText* text);
+  bool tellOfWindow(const WindowText* text);
+  [[nodiscard]] std::uint32_t clientOfCommand() const;
   bool performInWindow(std::uint32_t command);
   std::u16string define(std::u16string_view text);
   void look();

@@ -28,6 +28,7 @@ void Checker::insertDate(std::uint32_t command) {
 void Checker::runTool(std::uint32_t command) {
   constexpr std::size_t kFrontProcessOffset = 16;
   const auto client = static_cast<std::int32_t>(hostWord32(segments_.command, kFrontProcessOffset));
+  ToolRecord(segments_.tool).put(At::PasteClient, clientOfCommand());
   const ToolEnd end = runTextTool(command, client, *clipboardLoan_,
                                   instance_.platform().textEncoding, *inputMethod_);
   Log(instance_, "* checker: text tool ", command, ": ", textOf(end));
@@ -49,7 +50,8 @@ void Checker::perform(std::uint32_t command) {
           [](Checker& checker, auto) {
             checker.users_->turnOver(ToolRecord(checker.segments_.tool).get(At::AutoTypeChoice));
           }},
-      Row{17100, 17111, [](Checker& checker, auto tool) { checker.runTool(tool); }},
+      Row{17100, 17102, [](Checker& checker, auto tool) { checker.runTool(tool); }},
+      Row{17110, 17111, [](Checker& checker, auto tool) { checker.runTool(tool); }},
       Row{17140, 17149, [](Checker& checker, auto date) { checker.insertDate(date); }},
       Row{65534, 65534, [](Checker& checker, auto) { checker.host_.runLoop().quit(); }},
   };

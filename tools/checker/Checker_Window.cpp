@@ -28,7 +28,7 @@ void Checker::prepareWindow() {
   window_.emplace(MainWindow::Parts{tool, corrections_ ? &*corrections_ : nullptr, clock,
                                     *inputMethod_, *clipboardLoan_,
                                     [this](std::u16string_view text) { return define(text); },
-                                    [this](const WindowText* text) { tellOfWindow(text); }});
+                                    [this](const WindowText* text) { return tellOfWindow(text); }});
   serveWindowKeys();
 }
 
@@ -45,22 +45,29 @@ void Checker::serveWindowKeys() {
   servePort(port);
 }
 
-void Checker::tellOfWindow(const WindowText* text) {
+bool Checker::tellOfWindow(const WindowText* text) {
   if (text == nullptr) {
     removeWindowFile(runtimeFolder_);
     Log(instance_, "* checker: window closed");
-  } else if (!writeWindowFile(runtimeFolder_, *text)) {
-    Log(instance_, "* checker: the window can't be shown");
+    return true;
   }
+  const bool isWritten = writeWindowFile(runtimeFolder_, *text);
+  if (!isWritten) Log(instance_, "* checker: the window can't be shown");
+  return isWritten;
 }
 
 bool Checker::performInWindow(std::uint32_t command) {
   if (command == kRestoreClipboardCommand) {
     clipboardLoan_->giveBack();
+    ToolRecord(segments_.tool).put(At::AutoMark, 0);  // that check won't come
     return true;
   }
-  const std::uint32_t last = hostWord32(segments_.command, kFrontSignatureOfLast);
-  return window_->obey(command, messageClient_.value_or(last));
+  return window_->obey(command, clientOfCommand());
+}
+
+/// Signature of the application that was in front.
+std::uint32_t Checker::clientOfCommand() const {
+  return messageClient_.value_or(hostWord32(segments_.command, kFrontSignatureOfLast));
 }
 
 /// Word data is mapped, not read: opening it takes about as long as one look-up.

@@ -4,58 +4,50 @@ namespace quorvane::checker {
 
 namespace {
 
-/// From the key that copies to the command it is less than two seconds.
-constexpr std::chrono::seconds kJustNow{5};
-
 constexpr std::uint64_t kSecond = 1'000'000'000;
 constexpr std::uint64_t kLongestPaste = 3 * kSecond;
 constexpr std::uint64_t kLongestLoan = 10 * kSecond;
 
 }  // namespace
 
-std::optional<std::string> ClipboardLoan::takeCopied() {
-  const auto age = clipboard_.age();
-  if (!age || *age > kJustNow || (lent_ && clipboard_.edition() == *lent_)) return std::nullopt;
-  auto text = clipboard_.text();
-  clipboard_.takeBackCopy();
-  return text;
-}
-
 void ClipboardLoan::giveBack() {
-  if (!lent_) return void(takeCopied());
+  clipboard_.takeCommandsCopy();
   if (tool_.get(At::ClipState) != kRestoreArmed) end();
 }
 
 bool ClipboardLoan::lend(std::string_view text) {
+  if (lent_ && tool_.get(At::ClipState) == kRestoreArmed) return false;
   end();
-  if (!clipboard_.lend(text)) return false;
-  lent_ = clipboard_.edition();
-  since_ = clock_.mach_absolute_time();
-  pressed_ = false;
+  lent_ = clipboard_.lend(text);
+  if (!lent_) return false;
+  enter(kRestoreArmed);
   tool_.put(At::ClipState, kRestoreArmed);
   return true;
 }
 
 bool ClipboardLoan::poll() {
-  if (!lent_ || !isDue()) return false;
+  const std::uint32_t state = tool_.get(At::ClipState);
+  if (state != state_) enter(state);
+  if ((!lent_ && state == 0) || !isDue()) return false;
   end();
   return true;
+}
+
+void ClipboardLoan::enter(std::uint32_t state) {
+  state_ = state;
+  since_ = clock_.mach_absolute_time();
 }
 
 /// Three seconds after the key that pastes the client has done so, and if nobody ever presses it,
 /// ten seconds after the request.
 bool ClipboardLoan::isDue() {
-  const std::uint64_t now = clock_.mach_absolute_time();
-  const bool pressed = tool_.get(At::ClipState) != kRestoreArmed;
-  if (pressed && !pressed_) since_ = now;
-  pressed_ = pressed;
-  return now - since_ > (pressed_ ? kLongestPaste : kLongestLoan);
+  const std::uint64_t limit = state_ == kRestoreArmed ? kLongestLoan : kLongestPaste;
+  return clock_.mach_absolute_time() - since_ > limit;
 }
 
 void ClipboardLoan::end() {
-  if (!lent_) return;
-  if (clipboard_.edition() == *lent_) clipboard_.endLoan();
-  lent_.reset();
+  if (lent_) clipboard_.endLoan();
+  lent_ = false;
   tool_.put(At::ClipState, 0);
 }
 

@@ -21,30 +21,33 @@ class ClipboardLoan {
   ClipboardLoan(const ClipboardLoan&) = delete;
   ClipboardLoan& operator=(const ClipboardLoan&) = delete;
 
-  /// What the client has just copied; none where it hasn't, since nothing was selected. The
-  /// clipboard is then as it was before that.
-  std::optional<std::string> takeCopied();
+  /// What the client has copied for a command; none where it hasn't, since nothing was selected.
+  /// The clipboard is then as it was before that.
+  std::optional<std::string> takeCopied() { return clipboard_.takeCommandsCopy(); }
 
-  /// Ends a loan once it has been pasted; where there is none, takes back what the client has
-  /// copied for a command that won't come.
+  /// Takes back what the client has copied for a command that won't come, and ends a loan once it
+  /// has been pasted.
   void giveBack();
 
-  /// Puts a text there for a paste that is to be asked for next. False where it can't be.
+  /// Puts a text there for a paste that is to be asked for next. False where it can't be, or where
+  /// another one waits for its paste.
   bool lend(std::string_view text);
-  /// Ends a loan that is due; see below. False where there is none.
+  /// Ends a loan, and a restore that somebody else has asked for, where it is due; see below. False
+  /// where there is none.
   bool poll();
   /// The clipboard is as it was, unless somebody else has written to it.
   void end();
 
  private:
+  void enter(std::uint32_t state);
   [[nodiscard]] bool isDue();
 
   ToolRecord tool_;
   desktop::ClipboardFile& clipboard_;
   Clock& clock_;
-  std::optional<desktop::ClipboardFile::Edition> lent_;
-  std::uint64_t since_ = 0;  ///< the loan, or the key that pastes
-  bool pressed_ = false;     ///< that key has come by
+  bool lent_ = false;
+  std::uint32_t state_ = 0;  ///< of field 27, as it was seen last
+  std::uint64_t since_ = 0;  ///< that state
 };
 
 }  // namespace quorvane::checker

@@ -92,7 +92,7 @@ std::unique_ptr<Window> MainWindow::windowAbout(const Command& command, const st
 void MainWindow::open(std::unique_ptr<Window> window, std::uint32_t client) {
   window_ = std::move(window);
   client_ = client;
-  show();
+  if (!show()) return;
   parts_.tool.put(At::PasteClient, client);
   parts_.tool.put(At::CheckRunning, window_->checks() ? 1 : 0);
   parts_.tool.put(At::AppState, parts_.tool.get(At::AppState) | kMenuOffInFront);
@@ -120,20 +120,23 @@ bool MainWindow::poll() {
 }
 
 void MainWindow::press(char32_t key) {
+  if (window_ && parts_.tool.get(At::AppInput) == 0) close();  // it comes too late
   if (!window_) return;
   const WindowOutcome outcome = window_->press(key);
-  if (outcome == WindowOutcome::StaysOpen) return show();
+  if (outcome == WindowOutcome::StaysOpen) return void(show());
   const std::u16string text =
       outcome == WindowOutcome::Pastes ? window_->textToPaste() : std::u16string();
   close();
   if (outcome == WindowOutcome::Pastes) paste(text);
 }
 
-void MainWindow::show() {
+bool MainWindow::show() {
   WindowText text = window_->shown();
-  if (shown_ == text) return;
-  if (parts_.tell) parts_.tell(&text);
-  shown_ = std::move(text);
+  if (shown_ == text) return true;
+  const bool isSeen = !parts_.tell || parts_.tell(&text);
+  if (!isSeen) close();
+  if (isSeen) shown_ = std::move(text);
+  return isSeen;
 }
 
 /// The client has the keys again by now.

@@ -28,7 +28,8 @@ class MainWindow {
     /// What is known of a word; empty: nothing is.
     std::function<std::u16string(std::u16string_view word)> definition;
     /// Before the window opens, and whenever it shows something else; null: after it has closed.
-    std::function<void(const WindowText*)> tell;
+    /// False where that can't be seen by whoever draws it.
+    std::function<bool(const WindowText*)> tell;
   };
 
   explicit MainWindow(Parts parts) : parts_(std::move(parts)) {}
@@ -51,7 +52,8 @@ class MainWindow {
   void open(std::unique_ptr<Window> window, std::uint32_t client);
   std::unique_ptr<Window> windowFor(const Command& command);
   std::unique_ptr<Window> windowAbout(const Command& command, const std::string& utf8);
-  void show();
+  /// Closes a window that nobody can see.
+  bool show();
   void paste(const std::u16string& text);
 
   Parts parts_;

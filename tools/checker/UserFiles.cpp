@@ -76,6 +76,14 @@ bool isOn(const resources::AppleDouble& around, UserFileKind kind) {
   return found->data.front() != 0;
 }
 
+/// The menu lists no others.
+bool isText(const std::string& name, TextEncoding& encoding) {
+  return encoding
+      .initWithData({reinterpret_cast<const std::uint8_t*>(name.data()), name.size()},
+                    NSStringEncoding::UTF8)
+      .has_value();
+}
+
 void addFile(const path& file, UserFileKind kind, std::vector<UserFile>& files) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) return;
@@ -146,8 +154,9 @@ std::vector<UserFile> userFiles(const path& support, UserFileKind kind, TextEnco
   std::error_code error;
   for (std::filesystem::directory_iterator at(userFolder(support, kind), error), end;
        !error && at != end; at.increment(error)) {
-    const bool isResources = resources::isAppleDoubleName(at->path().filename().native());
-    if (!isResources) addFile(at->path(), kind, files);
+    const std::string name = at->path().filename();
+    const bool isListed = !resources::isAppleDoubleName(name) && isText(name, encoding);
+    if (isListed) addFile(at->path(), kind, files);
   }
   std::ranges::sort(files, {},
                     [&](const UserFile& file) { return romanName(file.path, encoding); });
@@ -169,7 +178,15 @@ void switchUserFile(const path& file, bool on) {
                              [on](resources::AppleDouble& around) { changeSwitch(around, on); });
 }
 
+/// Where the user has dictionaries beside it, the folder of both kinds stays away: it would hide
+/// them.
 void makeUserFolders(const path& support, quorvane::LogSink& log) {
+  const path beside = quorvaneFolder(support) / folderName(UserFileKind::Spelling);
+  std::error_code ignored;
+  if (userFolder(support, UserFileKind::Spelling) == beside &&
+      std::filesystem::exists(beside, ignored)) {
+    return;
+  }
   for (const Sample& sample : kSamples) {
     const path folder = userFolder(support, sample.kind);
     std::error_code error;

@@ -35,7 +35,8 @@ std::u16string behind(std::u16string_view text, std::size_t start) {
   text = text.substr(start);
   text = text.substr(0, text.find_first_of(u"\n\r"));
   if (text.size() <= kContextUnits) return std::u16string(text);
-  return std::u16string(text.substr(0, text.rfind(u' ', kContextUnits))) + u" \u2026";
+  const std::size_t blank = text.rfind(u' ', kContextUnits);
+  return std::u16string(text.substr(0, std::min(blank, kContextUnits))) + u" \u2026";
 }
 /// A blank before it is what it is about.
 std::u16string visible(std::u16string_view found) {
@@ -70,7 +71,7 @@ WindowOutcome CheckWindow::press(char32_t key) {
   if (key == U's') return decide(std::nullopt);
   if (key == U'a') return acceptAll();
   const std::size_t digit = key >= U'1' && key <= U'9' ? key - U'0' : 0;
-  if (digit == 0 || digit > current().suggestions.size()) return WindowOutcome::StaysOpen;
+  if (digit == 0 || digit > offered()) return WindowOutcome::StaysOpen;
   return decide(current().suggestions[digit - 1]);
 }
 
@@ -128,12 +129,22 @@ void CheckWindow::showFinding(WindowText& text) const {
   text.lines.emplace_back();
   listFindings(text);
   text.lines.emplace_back();
-  std::u16string choices;
-  for (std::size_t i = 0; i < current().suggestions.size(); ++i) {
-    choices += numberText(i + 1) + u"\u00A0" + current().suggestions[i] + u"  ";
+  addLines(text, choices(offered()), kSuggestionLines);
+}
+
+std::u16string CheckWindow::choices(std::size_t count) const {
+  std::u16string all;
+  for (std::size_t i = 0; i < count; ++i) {
+    all += numberText(i + 1) + u"\u00A0" + current().suggestions[i] + u"  ";
   }
-  while (choices.ends_with(u' ')) choices.pop_back();
-  addLines(text, choices, kSuggestionLines);
+  while (all.ends_with(u' ')) all.pop_back();
+  return all;
+}
+
+std::size_t CheckWindow::offered() const {
+  std::size_t count = current().suggestions.size();
+  while (count > 1 && wrapped(choices(count), kWindowColumns).size() > kSuggestionLines) --count;
+  return count;
 }
 
 /// Those around the one in question.

@@ -33,6 +33,9 @@ class CheckWindow final : public Window {
   WindowOutcome acceptAll();
   [[nodiscard]] std::u16string heading() const;
   void showFinding(WindowText& text) const;
+  [[nodiscard]] std::u16string choices(std::size_t count) const;
+  /// How many suggestions there is room for.
+  [[nodiscard]] std::size_t offered() const;
   void listFindings(WindowText& text) const;
   [[nodiscard]] std::u16string lineOf(std::size_t index) const;
   [[nodiscard]] std::u16string context() const;

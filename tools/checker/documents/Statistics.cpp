@@ -20,11 +20,14 @@ bool isIn(std::u16string_view set, char16_t unit) {
   return set.find(unit) != std::u16string_view::npos;
 }
 bool isWhiteUnit(char16_t unit) { return isIn(u" \t\n\r\u00A0", unit); }
-/// Letters beyond ASCII too; punctuation of the general block isn't.
+/// Letters beyond ASCII too; general punctuation, symbols and what takes two units, such as
+/// pictures, aren't.
 bool isWordUnit(char16_t unit) {
   const char16_t letter = small(unit);
+  const bool isMark = (unit >= 0x2000 && unit <= 0x206F) || (unit >= 0x2190 && unit <= 0x2BFF) ||
+                      (unit >= 0xD800 && unit <= 0xDFFF);
   return (letter >= u'a' && letter <= u'z') || (unit >= u'0' && unit <= u'9') ||
-         (unit >= 0xC0 && (unit < 0x2000 || unit > 0x206F));
+         (unit >= 0xC0 && !isMark);
 }
 bool joinsUnits(char16_t unit) { return isIn(u"'\u2019-.", unit); }
 bool isVowel(char16_t unit) { return isIn(u"aeiouy", small(unit)); }
@@ -41,8 +44,10 @@ std::size_t wordLength(std::u16string_view text) {
 }
 
 bool endsSentence(std::u16string_view text) {
-  if (text.front() == u'\n') return text.size() > 1 && text[1] == u'\n';
+  constexpr std::size_t kMostMarks = 16;  // a run of thousands isn't looked through from each
+  if (text.front() == u'\n') return text.starts_with(u"\n\n") || text.starts_with(u"\n\r\n");
   if (!isIn(u".?!\u2026", text.front())) return false;
+  if (text.size() > kMostMarks) text = text.substr(0, kMostMarks + 1);
   text.remove_prefix(std::min(text.find_first_not_of(u".?!\u2026\"')]\u2019\u201D"), text.size()));
   return text.empty() || isWhiteUnit(text.front());
 }
