@@ -9,6 +9,8 @@
 #include "src/menu/BIM_InitMenu.h"
 #include "src/menu/InputMenu.h"
 #include "src/menu/MenuEventTimer.h"
+#include "src/menu/PencilMenulet.h"
+#include "src/menu/QBIMEndianCallBacks.h"
 #include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
 #include "src/menu/QBIM_SpellMenu_IMK.h"
@@ -111,6 +113,7 @@ std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t
   instance.state<InputMenuState>().gPencilMenu = nullptr;
   Set_MacPantherMenu(instance, nullptr);
   InitAscii2KeyCodeTable();
+  Init_BIM_Server(instance);
   Open_IMK_Resource(instance);
   Init_Toolversion(instance);
   Set_MacPantherMenu(instance, Get_MainMenu(instance));
@@ -121,6 +124,17 @@ std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t
     Log(instance, "BIMInitializeMessageReceiving Create Port Error ");
   }
   return 0;
+}
+
+OSStatus Init_BIM_Server(Instance& instance) {
+  const OSStatus status = BIMLaunchServer(instance);
+  Get_Pencil_Menulet(instance);
+  return status;
+}
+
+void InstallQorvLaunchTimer(Instance& instance) {
+  Install_CoreEndianInstallFlippers(instance);
+  Init_BIM_Server(instance);
 }
 
 void Open_IMK_Resource(Instance& instance) {
