@@ -1,7 +1,5 @@
 #include "src/shell/QuorvaneInputAppDelegate.h"
 
-#include <string_view>
-
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/PrivacyConsentController.h"
