@@ -72,6 +72,7 @@ bool MemoryLaunchServices::open(const std::string& path) {
   if (application == nullptr || application->fails) return false;
   if (isRunning(*application) || application->starting || !application->afterTicks) return true;
   application->starting = true;
+  if (application->whenItStarts) clock_.schedule(0, application->whenItStarts);
   clock_.schedule(static_cast<std::uint64_t>(*application->afterTicks *
                                              static_cast<double>(kNanosecondsPerTick)),
                   [this, path] { run(path); });

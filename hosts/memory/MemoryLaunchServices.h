@@ -17,6 +17,7 @@ struct MemoryInstalledApplication {
   MemoryProcess process;
   bool fails = false;                    ///< it can't be started
   std::optional<double> afterTicks = 0;  ///< until it runs; empty: it never does
+  std::function<void()> whenItStarts;    ///< once the clock moves
   std::function<void()> whenItRuns;      ///< just before the workspace gets to know
   bool starting = false;
 };
