@@ -32,10 +32,9 @@ OSStatus MemoryAppleEvents::AEDeterminePermissionToAutomateTarget(const AEAddres
                                                                   FourCharCode eventID,
                                                                   bool askUserIfNeeded) {
   const std::string identifier = describe(target);
-  const std::size_t line =
-      journal_.call("AEDeterminePermissionToAutomateTarget ", identifier, " ",
-                    Journal::Code{eventClass}, " ", Journal::Code{eventID},
-                    askUserIfNeeded ? " asking" : "");
+  const std::size_t line = journal_.call("AEDeterminePermissionToAutomateTarget ", identifier, " ",
+                                         Journal::Code{eventClass}, " ", Journal::Code{eventID},
+                                         askUserIfNeeded ? " asking" : "");
   const auto known = consents.find(identifier);
   return journal_.result(line, known == consents.end() ? procNotFound : known->second);
 }
@@ -43,10 +42,9 @@ OSStatus MemoryAppleEvents::AEDeterminePermissionToAutomateTarget(const AEAddres
 OSStatus MemoryAppleEvents::AESendMessage(FourCharCode eventClass, FourCharCode eventID,
                                           const AEAddressDesc& target, std::int32_t mode,
                                           std::int32_t timeout) {
-  const std::size_t line =
-      journal_.call("AESendMessage ", Journal::Code{eventClass}, " ", Journal::Code{eventID}, " ",
-                    Journal::Code{target.descriptorType}, " ", describe(target), " ", mode, " ",
-                    timeout);
+  const std::size_t line = journal_.call(
+      "AESendMessage ", Journal::Code{eventClass}, " ", Journal::Code{eventID}, " ",
+      Journal::Code{target.descriptorType}, " ", describe(target), " ", mode, " ", timeout);
   return journal_.result(line, sendResult);
 }
 

@@ -39,8 +39,7 @@ OSStatus MemoryLaunchServices::ReceiveNextEvent(FourCharCode eventClass, std::ui
     --otherEvents;
     return journal_.result(line, kEventLoopQuit);
   }
-  const bool launches =
-      eventClass == kEventClassApplication && kind == kEventAppLaunchNotification;
+  const bool launches = eventClass == kEventClassApplication && kind == kEventAppLaunchNotification;
   const bool came = turnUntil([&] { return launches && arrived_; },
                               static_cast<std::uint64_t>(timeout.count() * 1e9));
   if (came) arrived_ = false;

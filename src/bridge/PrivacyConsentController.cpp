@@ -81,15 +81,16 @@ void PrivacyConsentController::nagForPencilMenuletConsent() {
 }
 
 void PrivacyConsentController::nag(std::string_view message, std::string_view information) {
-  const NSAlert alert{NSAlertStyleWarning, std::string(message), std::string(information),
+  const NSAlert alert{NSAlertStyleWarning,
+                      std::string(message),
+                      std::string(information),
                       {"Change Security & Privacy Preferences", "Cancel"}};
   if (instance_.platform().alerts.runModal(alert) != NSAlertFirstButtonReturn) return;
   launchPrivacyAndSecurityPreferencesAutomationSubPane();
 }
 
 void PrivacyConsentController::launchPrivacyAndSecurityPreferencesMicrophoneSubPane() {
-  openPane(instance_,
-           "x-apple.systempreferences:com.apple.preference.security?Privacy_Microphone");
+  openPane(instance_, "x-apple.systempreferences:com.apple.preference.security?Privacy_Microphone");
 }
 
 void PrivacyConsentController::launchPrivacyAndSecurityPreferencesCameraSubPane() {

@@ -6,10 +6,10 @@
 #include "src/base/Log.h"
 #include "src/bridge/BIM_str.h"
 #include "src/bridge/NSFileManager_search.h"
+#include "src/bridge/Presence.h"
 #include "src/bridge/PrivacyConsentController.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageSend.h"
-#include "src/bridge/Presence.h"
 #include "src/bridge/ResFile.h"
 
 namespace quorvane {
@@ -36,16 +36,14 @@ struct Sibling {
   std::string_view name;
   std::string_view embedded, launched, failed, notFound;
 };
-constexpr Sibling kServer{"QuorvaneServer",
-                          "*********  Quorvane Server embedded in Resource/SharedSupport",
-                          "Quorvane Server NSWorkspace launch-Application",
-                          "*********  Quorvane Server failed to launch",
-                          "Quorvane Server NOT FOUND"};
-constexpr Sibling kMenulet{"Quorvane_menulet",
-                           "*********  Quorvane Menulet embedded in Resource/SharedSupport",
-                           "Quorvane Menulet NSWorkspace launch-Application",
-                           "*********  Quorvane Menulet failed to launch",
-                           "Quorvane Menulet NOT FOUND"};
+constexpr Sibling kServer{
+    "QuorvaneServer", "*********  Quorvane Server embedded in Resource/SharedSupport",
+    "Quorvane Server NSWorkspace launch-Application", "*********  Quorvane Server failed to launch",
+    "Quorvane Server NOT FOUND"};
+constexpr Sibling kMenulet{
+    "Quorvane_menulet", "*********  Quorvane Menulet embedded in Resource/SharedSupport",
+    "Quorvane Menulet NSWorkspace launch-Application",
+    "*********  Quorvane Menulet failed to launch", "Quorvane Menulet NOT FOUND"};
 
 /// Empty where it takes more bytes than that, or leads nowhere.
 std::string pathOf(Instance& instance, const FSRef& ref, std::size_t longest) {
@@ -137,7 +135,8 @@ std::int32_t GetApplicationFolder(Instance& instance, FSRef& ref) {
 std::int32_t GetSaveAPPVOLParamsHandle(Instance& instance, FSRef& ref) {
   Platform& platform = instance.platform();
   FSRef preferences;
-  if (platform.fileManager.FSFindFolder(kUserDomain, kPreferencesFolderType, preferences) != noErr ||
+  if (platform.fileManager.FSFindFolder(kUserDomain, kPreferencesFolderType, preferences) !=
+          noErr ||
       ScanforQorvPrefFile(instance, preferences) == 0) {
     return 0;
   }

@@ -44,11 +44,12 @@ struct SharedSegment {
   std::uint32_t key;
   std::size_t size;  ///< that is asked for on attach
 };
-inline constexpr std::array<SharedSegment, 5> kSharedSegments{{{kToolCRecKey, kToolCRecSize},
-                                                               {kInteractiveTextKey, 384},
-                                                               {kToolEventKey, 408},
-                                                               {kMenuBufferKey, kMenuBufferSize},
-                                                               {kSpellRecordKey, kSpellRecordSize}}};
+inline constexpr std::array<SharedSegment, 5> kSharedSegments{
+    {{kToolCRecKey, kToolCRecSize},
+     {kInteractiveTextKey, 384},
+     {kToolEventKey, 408},
+     {kMenuBufferKey, kMenuBufferSize},
+     {kSpellRecordKey, kSpellRecordSize}}};
 
 inline constexpr std::size_t ToolCRecPtr_WakeFlag = 0;    ///< app: byte offset, one byte
 inline constexpr std::size_t ToolCRecPtr_ClientName = 4;  ///< im: byte offset, Pascal string

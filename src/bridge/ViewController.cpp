@@ -17,9 +17,8 @@ void ViewController::InstallRequestEventTimer() {
   retimer.reset();
   Log(instance_, "INSTALLED INPUTMENU SECURITY TIMER");
   retimer = instance_.platform().runLoop.addTimer(
-      kSecurityDelay, Seconds(0), [&instance = instance_] {
-        ViewController(instance).CallRequestEventTimer();
-      });
+      kSecurityDelay, Seconds(0),
+      [&instance = instance_] { ViewController(instance).CallRequestEventTimer(); });
 }
 
 void ViewController::CallRequestEventTimer() {

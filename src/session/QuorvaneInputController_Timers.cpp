@@ -38,7 +38,9 @@ void sampleMouse(Instance& instance) {
 void QuorvaneInputController::awakeFromNib() {
   launches_ = instance_.platform().workspace.addObserver(
       WorkspaceNotification::DidLaunchApplication,
-      [this](const ApplicationNotification& /*notification*/) { NSWorkspaceDidLaunchApplication(); });
+      [this](const ApplicationNotification& /*notification*/) {
+        NSWorkspaceDidLaunchApplication();
+      });
   terminations_ = instance_.platform().workspace.addObserver(
       WorkspaceNotification::DidTerminateApplication,
       [this](const ApplicationNotification& /*notification*/) { DidTerminateApplication(); });

@@ -261,9 +261,10 @@ std::string suggestions(std::string_view firstWord) {
 
 std::vector<const Pattern*> allPatterns() {
   std::vector<const Pattern*> patterns;
-  for (const auto table : {stagePatterns(), completionStagePatterns(), menuStagePatterns(),
-                           fileStagePatterns(), launchStagePatterns(), actPatterns(), menuPatterns(), filePatterns(),
-                           expectPatterns(), completionPatterns(), keyPatterns()}) {
+  for (const auto table :
+       {stagePatterns(), completionStagePatterns(), menuStagePatterns(), fileStagePatterns(),
+        launchStagePatterns(), actPatterns(), menuPatterns(), filePatterns(), expectPatterns(),
+        completionPatterns(), keyPatterns()}) {
     for (const Pattern& pattern : table) patterns.push_back(&pattern);
   }
   return patterns;
