@@ -5,10 +5,11 @@
 #include <string_view>
 
 #include "src/base/Instance.h"
+#include "src/bridge/Presence.h"
 
 namespace quorvane {
 
-inline constexpr std::string_view quorvaneAppBundleIdentifier = "com.tallowmere.quorvane";
+inline constexpr std::string_view quorvaneAppBundleIdentifier = kQuorvaneBundleIdentifier;
 inline constexpr std::string_view quorvaneInputBundleIdentifier =
     "com.tallowmere.inputmethod.Quorvane";
 inline constexpr std::string_view quorvaneMenuletBundleIdentifier = "com.tallowmere.menulet";

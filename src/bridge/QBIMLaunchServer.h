@@ -7,11 +7,12 @@
 #include <string_view>
 
 #include "src/base/Instance.h"
+#include "src/bridge/PrivacyConsentController.h"
 #include "src/bridge/SharedLayout.h"
 
 namespace quorvane {
 
-inline constexpr std::string_view kPencilMenuBundleIdentifier = "com.tallowmere.menulet";
+inline constexpr std::string_view kPencilMenuBundleIdentifier = quorvaneMenuletBundleIdentifier;
 inline constexpr FourCharCode kPencilMenuSignature = "QVKS"_4cc;
 inline constexpr FourCharCode kServerSignature = "QVUI"_4cc;
 inline constexpr FourCharCode kSecondEditionSignature = "QVJX"_4cc;  ///< of the main application

@@ -3,6 +3,7 @@
 #include "src/base/BigEndian.h"
 #include "src/base/Log.h"
 #include "src/base/OSVersion.h"
+#include "src/bridge/PrivacyConsentController.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/AsciiToKeyCode.h"
@@ -22,7 +23,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::string_view kBundle = "com.tallowmere.inputmethod.Quorvane";
 constexpr FourCharCode kStringList = "STR#"_4cc;
 constexpr FourCharCode kGlyphs = "GLYP"_4cc;
 constexpr std::int16_t kMenuStrings = 131;
@@ -139,14 +139,15 @@ void InstallQorvLaunchTimer(Instance& instance) {
 
 void Open_IMK_Resource(Instance& instance) {
   ResourceManager& resources = instance.platform().resourceManager;
-  const std::int32_t refNum = resources.CFBundleOpenBundleResourceMap(kBundle);
+  const std::int32_t refNum =
+      resources.CFBundleOpenBundleResourceMap(quorvaneInputBundleIdentifier);
   if (refNum == 0) return Log(instance, "CAUTION: refnum not open");
   if (refNum == -1) return Log(instance, "CAUTION: no refnum --  not open");
   const std::int32_t current = resources.CurResFile();
   resources.UseResFile(refNum);
   readMenuResources(instance);
   resources.UseResFile(current);
-  resources.CFBundleCloseBundleResourceMap(kBundle, refNum);
+  resources.CFBundleCloseBundleResourceMap(quorvaneInputBundleIdentifier, refNum);
 }
 
 // Press-and-hold stays as the system has it.
