@@ -196,9 +196,8 @@ void install(Subject& subject, Input& input) {
   application.process.signature = memory::MemoryMainApplication::kSignature;
   application.fails = input.flag();
   if (const std::uint8_t ticks = input.byte(); ticks != 0) application.afterTicks = ticks;
-  auto* const installed = subject.host.launchServices.find(application.path);
-  if (installed == nullptr) return subject.host.launchServices.install(application);
-  *installed = application;
+  auto& services = subject.host.launchServices;
+  if (services.find(application.path) == nullptr) services.install(application);
 }
 void fixOneself(Subject& subject, Input& input) {
   const bool parked = input.flag();

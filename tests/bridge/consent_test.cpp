@@ -56,10 +56,9 @@ TEST_F(Consent, BelowTenFourteenNobodyIsAsked) {
 TEST_F(Consent, WhatIsntPermittedIsAlertedAndTheFirstButtonLeadsToAPane) {
   host.appleEvents.consents["com.tallowmere.menulet"] = 0;
   view.requestPencilMenuPermissionAndNag();
-  EXPECT_TRUE(host.alerts.shown.empty());
   view.requestInputMenuPermissionAndNag();
   EXPECT_EQ(pane(), "none") << "Cancel";
-  EXPECT_EQ(host.alerts.shown.back().messageText, "Quorvane needs access to QuorvaneInput");
+  EXPECT_EQ(host.alerts.shown.at(0).messageText, "Quorvane needs access to QuorvaneInput");
   host.alerts.answer = NSAlertFirstButtonReturn;
   host.appleEvents.consents["com.tallowmere.menulet"] = -1743;
   view.requestPencilMenuPermissionAndNag();
