@@ -4,6 +4,7 @@
 #include "fuzz/Target.h"
 #include "src/base/BigEndian.h"
 #include "src/bridge/SharedLayout.h"
+#include "src/bridge/SpellCheckCache.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/InputMenu.h"
@@ -180,6 +181,24 @@ void askState(Subject& subject, Input& input) {
   GET_ONE_TOOLCRECPTR_QORVSTATUS(instance, input.number());
   Get_Reset_Quorvane_App_Input(instance);
 }
+void readSpelling(Subject& subject, Input& input) {
+  std::vector<std::uint8_t> out(input.half() % 800);
+  subject.host.sharedMemory.write(segment(subject, kSpellRecordKey), kSpellCountOffset,
+                                  input.counted());
+  if (input.byte() == 0) DO_GetToolSpellCheckRecordPtr(subject.instance);
+  GET_LAST_SPELLCHECK(subject.instance, textOf(input.counted()), out, input.byte() % 3);
+  const auto found = GET_LAST_SPELLCHECK_ARRY(subject.instance, u"");
+  require(!found || found->size() <= kSpellSlots, "no more suggestions than slots");
+}
+void install(Subject& subject, Input& input) {
+  memory::MemoryInstalledApplication application;
+  application.path = subject.host.files.applicationsFolder + "/Quorvane_ARC7_X/Quorvane.app";
+  application.process.signature = memory::MemoryMainApplication::kSignature;
+  application.fails = input.flag();
+  if (const std::uint8_t ticks = input.byte(); ticks != 0) application.afterTicks = ticks;
+  auto& services = subject.host.launchServices;
+  if (services.find(application.path) == nullptr) services.install(application);
+}
 void fixOneself(Subject& subject, Input& input) {
   const bool parked = input.flag();
   const std::uint8_t byte = input.byte();
@@ -190,12 +209,13 @@ void fixOneself(Subject& subject, Input& input) {
   }
 }
 
-constexpr std::array<Step, 29> kSteps{
+constexpr std::array<Step, 31> kSteps{
     press,       chooseFromMenu, askByMessage, pressOddly,   type,         typeOften,
     deliver,     click,          focus,        turn,         orderCommand, passTime,
     answerScan,  answerBit,      plan,         showWindow,   offerStyles,  askByFlagAndWait,
     askAndWait,  openingRoute,   askForMenu,   claimNextKey, keepHouse,    changeDocumentKind,
-    worldAction, moveCaret,      putUserFile,  askState,     fixOneself};
+    worldAction, moveCaret,      putUserFile,  askState,     fixOneself,   readSpelling,
+    install};
 
 }  // namespace
 

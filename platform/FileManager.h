@@ -133,6 +133,11 @@ class FileManager {
   virtual OSStatus FSSetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo,
                                     const FSCatalogInfo& info) = 0;
   virtual OSStatus FSRefMakePath(const FSRef& ref, std::string& path) = 0;
+  /// CFURLGetFSRef: of what lies at the path. False where there is nothing.
+  virtual bool CFURLGetFSRef(const std::string& path, FSRef& ref) = 0;
+  /// What an alias record leads to. `fromFile` may be null: nothing that it could be relative to.
+  virtual OSStatus FSResolveAlias(const FSRef* fromFile, std::span<const std::uint8_t> alias,
+                                  FSRef& target) = 0;
 };
 
 }  // namespace quorvane

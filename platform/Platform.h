@@ -2,6 +2,8 @@
 // Everything that the logic asks for, gathered by `main` or by a test. All references outlive the
 // Instance that is made with them.
 
+#include "platform/Alerts.h"
+#include "platform/AppleEvents.h"
 #include "platform/Application.h"
 #include "platform/Bundle.h"
 #include "platform/CarbonEvents.h"
@@ -13,6 +15,7 @@
 #include "platform/FileManager.h"
 #include "platform/InputMethodKit.h"
 #include "platform/JSONSerialization.h"
+#include "platform/LaunchServices.h"
 #include "platform/LogSink.h"
 #include "platform/MessagePorts.h"
 #include "platform/ProcessManager.h"
@@ -32,6 +35,8 @@
 namespace quorvane {
 
 struct Platform {
+  Alerts& alerts;
+  AppleEvents& appleEvents;
   Application& application;
   Bundle& bundle;
   CarbonEvents& carbonEvents;
@@ -43,6 +48,7 @@ struct Platform {
   FileManager& fileManager;
   InputMethodKit& inputMethodKit;
   JSONSerialization& jsonSerialization;
+  LaunchServices& launchServices;
   LogSink& log;
   MessagePorts& messagePorts;
   ProcessManager& processManager;

@@ -44,6 +44,11 @@ class Workspace {
   /// with one address, no descriptor and no identifiers. False where it can't be opened.
   virtual bool openURLs(const std::string& address, std::string_view bundleIdentifier,
                         std::uint32_t options) = 0;
+  /// openURL: with the user's own choice of a program. False where it can't be opened.
+  virtual bool openURL(const std::string& address) = 0;
+  /// Starts the application at this path and doesn't wait for it, or brings the running one
+  /// forward. False where there is none or it can't be started.
+  virtual bool launchApplication(const std::string& path) = 0;
   /// The observer is called on the run loop, in the order of registration.
   [[nodiscard]] virtual std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                                   Observer observer) = 0;

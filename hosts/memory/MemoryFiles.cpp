@@ -164,6 +164,29 @@ std::optional<std::string> MemoryBundle::pathForResource(std::string_view name,
   return path;
 }
 
+std::optional<std::string> MemoryBundle::pathForResource(std::string_view name,
+                                                         std::string_view type,
+                                                         std::string_view subdirectory) {
+  return pathForResource(std::string(subdirectory).append("/").append(name), type);
+}
+
+std::optional<std::string> MemoryBundle::CFBundleGetBundleWithIdentifier(
+    std::string_view identifier) {
+  const auto bundle = bundles.find(identifier);
+  if (bundle == bundles.end()) return {};
+  return bundle->second;
+}
+
+std::optional<std::string> MemoryBundle::CFBundleCopySharedSupportURL(std::string_view identifier) {
+  auto path = CFBundleGetBundleWithIdentifier(identifier);
+  if (path) path->append("/SharedSupport");
+  return path;
+}
+
+std::optional<std::string> MemoryBundle::CFBundleCopySharedSupportURL() {
+  return CFBundleCopySharedSupportURL(kIdentifier);
+}
+
 void MemoryBundle::put(std::string_view fileName, std::string_view content) {
   files_.put(resourcePath(fileName), content);
 }

@@ -1,5 +1,5 @@
 #pragma once
-// Files and the bundle in memory. What is asked of them is no platform call in the journal: a test
+// Files and bundles in memory. What is asked of them is no platform call in the journal: a test
 // that makes the world change before a certain call means one that other processes can see.
 
 #include <functional>
@@ -43,6 +43,9 @@ class MemoryFileManager : public FileManager, public resources::ForkStore {
   OSStatus FSSetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo,
                             const FSCatalogInfo& info) override;
   OSStatus FSRefMakePath(const FSRef& ref, std::string& path) override;
+  bool CFURLGetFSRef(const std::string& path, FSRef& ref) override;
+  OSStatus FSResolveAlias(const FSRef* fromFile, std::span<const std::uint8_t> alias,
+                          FSRef& target) override;
 
   std::optional<resources::Bytes> read(const FSRef& ref) override;
   Lock lock(const FSRef& ref) override;
@@ -118,6 +121,11 @@ class MemoryBundle : public Bundle {
   explicit MemoryBundle(MemoryFileManager& files);
 
   std::optional<std::string> pathForResource(std::string_view name, std::string_view type) override;
+  std::optional<std::string> pathForResource(std::string_view name, std::string_view type,
+                                             std::string_view subdirectory) override;
+  std::optional<std::string> CFBundleGetBundleWithIdentifier(std::string_view identifier) override;
+  std::optional<std::string> CFBundleCopySharedSupportURL(std::string_view identifier) override;
+  std::optional<std::string> CFBundleCopySharedSupportURL() override;
 
   // The script's side.
   void put(std::string_view fileName, std::string_view content);
@@ -126,6 +134,11 @@ class MemoryBundle : public Bundle {
   void setWordList(std::span<const std::string_view> words);
 
   static constexpr std::string_view kWordList = "google_227800_words.bin";
+  static constexpr std::string_view kIdentifier = "com.tallowmere.inputmethod.Quorvane";
+
+  /// Paths of the bundles that are loaded; SharedSupport lies in each. The main one is our own.
+  std::map<std::string, std::string, std::less<>> bundles{
+      {std::string(kIdentifier), "/input method"}};
 
  private:
   MemoryFileManager& files_;

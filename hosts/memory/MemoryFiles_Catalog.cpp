@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "hosts/memory/MemoryFiles.h"
+#include "hosts/resources/AliasRecord.h"
 #include "hosts/resources/UTCDates.h"
 #include "src/base/HostWords.h"
 
@@ -119,6 +120,25 @@ OSStatus MemoryFileManager::FSRefMakePath(const FSRef& ref, std::string& path) {
   if (file == files_.end()) return fnfErr;
   path = file->first;
   return noErr;
+}
+
+bool MemoryFileManager::CFURLGetFSRef(const std::string& path, FSRef& ref) {
+  if (!has(path)) return false;
+  ref = refOf(path);
+  return true;
+}
+
+/// A path without a slash before it lies in the folder `fromFile`.
+OSStatus MemoryFileManager::FSResolveAlias(const FSRef* fromFile,
+                                           std::span<const std::uint8_t> alias, FSRef& target) {
+  auto path = resources::pathOfAlias(alias);
+  if (!path) return paramErr;
+  if (!path->starts_with('/')) {
+    const auto base = fromFile == nullptr ? files_.end() : find(*fromFile);
+    if (base == files_.end()) return fnfErr;
+    path->insert(0, base->first + "/");
+  }
+  return CFURLGetFSRef(*path, target) ? noErr : fnfErr;
 }
 
 std::optional<resources::Bytes> MemoryFileManager::read(const FSRef& ref) {

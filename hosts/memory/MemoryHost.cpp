@@ -23,6 +23,9 @@ MemoryHost::MemoryHost() {
       text, [this] { return std::span<const NSRect>(screens.frames); },
       [this] { return application.systemVersion; });
   messagePorts.whileWaiting = [this] { processes.deliverNotifications(); };
+  launchServices.turnUntil = [this](const auto& done, std::uint64_t nanoseconds) {
+    return turnUntil(done, nanoseconds);
+  };
   text.onClientCall = [this](const field::ClientCall& call) {
     if (journal.recording()) {
       journal.call(field::describe(call));
@@ -34,6 +37,8 @@ MemoryHost::MemoryHost() {
 
 Platform MemoryHost::platform() {
   return {
+      .alerts = alerts,
+      .appleEvents = appleEvents,
       .application = application,
       .bundle = bundle,
       .carbonEvents = carbonEvents,
@@ -45,6 +50,7 @@ Platform MemoryHost::platform() {
       .fileManager = files,
       .inputMethodKit = inputMethodKit,
       .jsonSerialization = jsonSerialization,
+      .launchServices = launchServices,
       .log = log,
       .messagePorts = messagePorts,
       .processManager = processes,
@@ -75,6 +81,17 @@ void MemoryHost::wait(std::uint64_t nanoseconds) {
     clock.advance(std::min(clock.untilNext().value_or(left), left));
     if (messagePorts.hasDue()) runPending();
   }
+}
+
+// Called while the clock moves already, time passes and nothing that is due runs.
+bool MemoryHost::turnUntil(const std::function<bool()>& done, std::uint64_t nanoseconds) {
+  constexpr std::uint64_t kSmallestStep = 1'000'000;
+  const std::uint64_t end = clock.now() + nanoseconds;
+  for (runPending(); !done() && clock.now() < end; runPending()) {
+    const std::uint64_t left = end - clock.now();
+    clock.advance(std::min(left, std::max(kSmallestStep, clock.untilNext().value_or(left))));
+  }
+  return done();
 }
 
 void MemoryHost::runPending() {

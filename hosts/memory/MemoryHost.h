@@ -10,10 +10,12 @@
 #include "hosts/keyboard/Translate.h"
 #include "hosts/memory/MemoryApplication.h"
 #include "hosts/memory/MemoryClock.h"
+#include "hosts/memory/MemoryConsent.h"
 #include "hosts/memory/MemoryConsole.h"
 #include "hosts/memory/MemoryEvents.h"
 #include "hosts/memory/MemoryFiles.h"
 #include "hosts/memory/MemoryInputMethodKit.h"
+#include "hosts/memory/MemoryLaunchServices.h"
 #include "hosts/memory/MemoryMainApplication.h"
 #include "hosts/memory/MemoryMessagePorts.h"
 #include "hosts/memory/MemoryProcesses.h"
@@ -36,6 +38,8 @@ class MemoryHost {
   [[nodiscard]] Platform platform();
   /// Lets time pass, stopping where a timer falls due for a turn of the run loop.
   void wait(std::uint64_t nanoseconds);
+  /// The same with a turn at each stop, until `done` holds. False: the time is over.
+  bool turnUntil(const std::function<bool()>& done, std::uint64_t nanoseconds);
   /// A turn of the run loop: workspace notifications, then messages, then posted events, until
   /// nothing waits or the limits of one turn are reached.
   void runPending();
@@ -47,6 +51,8 @@ class MemoryHost {
   MemoryConsole console{journal};
   IcuDateFormatting dateFormatting;  ///< American, and of UTC at first
   MemoryLogSink log;
+  MemoryAlerts alerts{journal};
+  MemoryAppleEvents appleEvents{journal};
   MemoryApplication application{journal};
   MemoryUserDefaults userDefaults{journal};
   MemoryFileManager files;
@@ -70,6 +76,7 @@ class MemoryHost {
   MemoryCarbonEvents carbonEvents{journal};
   field::TextApplication text{clock.quiet(), log, queue};
   MemoryMainApplication mainApplication{clock, sharedMemory, processes, messagePorts};
+  MemoryLaunchServices launchServices{journal, clock, files, processes, mainApplication};
 };
 
 }  // namespace quorvane::memory

@@ -49,7 +49,7 @@ void MemoryMainApplication::launch(Notice notice) {
   setField(49, appFlagStatus);
   ports_.serve(kServerPort, server);
   psn_ = processes_.add(
-      {{}, 0, "Quorvane", "QVPX"_4cc, "APPL"_4cc, 0, "com.tallowmere.quorvane", false}, notice);
+      {{}, 0, "Quorvane", kSignature, "APPL"_4cc, 0, "com.tallowmere.quorvane", false}, notice);
 }
 
 void MemoryMainApplication::vanish(Notice notice, SegmentFate segments) {

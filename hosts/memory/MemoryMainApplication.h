@@ -45,6 +45,7 @@ class MemoryMainApplication {
  public:
   static constexpr std::array<std::pair<std::uint32_t, std::size_t>, 5> kSegments{
       {{880, 376}, {893, 400}, {896, 408}, {897, 384}, {899, 708}}};
+  static constexpr FourCharCode kSignature = "QVPX"_4cc;
   static constexpr std::string_view kServerPort = "Q7T2M4K9W1.com.tallowmere.Quorvane.server";
   static constexpr std::string_view kOwnPortPrefix = "Q7T2M4K9W1.com.tallowmere.QorvInPortServer";
 

@@ -143,6 +143,18 @@ bool MemoryProcesses::openURLs(const std::string& address, std::string_view bund
   return true;
 }
 
+bool MemoryProcesses::openURL(const std::string& address) {
+  journal_.call("openURL ", address);
+  return true;
+}
+
+bool MemoryProcesses::launchApplication(const std::string& path) {
+  const std::size_t line = journal_.call("launchApplication ", path);
+  const bool launched = launch && launch(path);
+  journal_.result(line, std::string_view(launched ? "YES" : "NO"));
+  return launched;
+}
+
 std::unique_ptr<Registration> MemoryProcesses::addObserver(WorkspaceNotification name,
                                                            Observer observer) {
   journal_.call("addObserver ", nameOf(name));

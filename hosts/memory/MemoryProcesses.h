@@ -2,6 +2,7 @@
 // Running applications, as the Process Manager and the workspace show them.
 
 #include <deque>
+#include <functional>
 #include <list>
 #include <optional>
 #include <string>
@@ -50,6 +51,8 @@ class MemoryProcesses : public ProcessManager, public Workspace {
   const NSRunningApplication* menuBarOwningApplication() override;
   bool openURLs(const std::string& address, std::string_view bundleIdentifier,
                 std::uint32_t options) override;
+  bool openURL(const std::string& address) override;
+  bool launchApplication(const std::string& path) override;
   [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                           Observer observer) override;
 
@@ -74,6 +77,8 @@ class MemoryProcesses : public ProcessManager, public Workspace {
   void deliverNotifications();
   [[nodiscard]] bool notificationsWait() const { return !queued_.empty(); }
 
+  /// Starts what is installed at the path; without it nothing is installed.
+  std::function<bool(const std::string& path)> launch;
   bool getCurrentProcessFails = false;
   bool getFrontProcessFails = false;
   bool wakeUpProcessFails = false;

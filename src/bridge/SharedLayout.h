@@ -13,8 +13,12 @@
 //   897  menu buffer record
 //        0           4                 8
 //        item count  checked position  Pascal strings back to back
+//   899  last spell check, 708 bytes
+//        0    4                 8             36                708
+//        ...  suggestion count  checked word  24 suggestions
+//                               28 bytes      28 bytes each, ends in 0
 //
-// 32-bit words are big-endian, save those of AEToolEventSelectStruct, which are in host order.
+// 32-bit words are big-endian, save those of 896 and 899, which are in host order.
 // "app" is the main application, "im" the input method.
 
 #include <array>
@@ -34,16 +38,18 @@ inline constexpr std::uint32_t kSpellRecordKey = 899;  ///< QUORVANESPELLRECCOM
 inline constexpr std::size_t kToolCRecSize = 376;
 inline constexpr std::size_t kInteractiveTextSize = 393;  ///< more than is asked for on attach
 inline constexpr std::size_t kMenuBufferSize = 384;
+inline constexpr std::size_t kSpellRecordSize = 708;
 
 struct SharedSegment {
   std::uint32_t key;
   std::size_t size;  ///< that is asked for on attach
 };
-inline constexpr std::array<SharedSegment, 5> kSharedSegments{{{kToolCRecKey, kToolCRecSize},
-                                                               {kInteractiveTextKey, 384},
-                                                               {kToolEventKey, 408},
-                                                               {kMenuBufferKey, kMenuBufferSize},
-                                                               {kSpellRecordKey, 708}}};
+inline constexpr std::array<SharedSegment, 5> kSharedSegments{
+    {{kToolCRecKey, kToolCRecSize},
+     {kInteractiveTextKey, 384},
+     {kToolEventKey, 408},
+     {kMenuBufferKey, kMenuBufferSize},
+     {kSpellRecordKey, kSpellRecordSize}}};
 
 inline constexpr std::size_t ToolCRecPtr_WakeFlag = 0;    ///< app: byte offset, one byte
 inline constexpr std::size_t ToolCRecPtr_ClientName = 4;  ///< im: byte offset, Pascal string
@@ -64,6 +70,14 @@ inline constexpr std::size_t kTextKeyOffset = 392;
 inline constexpr std::size_t kMenuCountOffset = 0;
 inline constexpr std::size_t kMenuCheckedOffset = 4;  ///< from 1; 0: none
 inline constexpr std::size_t kMenuItemsOffset = 8;
+
+// The last spell check: the app writes it. Its first word is the app's own.
+inline constexpr std::size_t kSpellCountOffset = 4;
+inline constexpr std::size_t kSpellWordOffset = 8;
+inline constexpr std::size_t kSpellSlotsOffset = 36;
+inline constexpr std::size_t kSpellSlotSize = 28;  ///< also the word's
+inline constexpr std::size_t kSpellSlots = 24;
+static_assert(kSpellSlotsOffset + kSpellSlots * kSpellSlotSize == kSpellRecordSize);
 
 /// Fields of the array, by index, and who writes each.
 enum ToolCRecField : std::uint32_t {
@@ -150,6 +164,7 @@ enum ToolCommand : std::uint32_t {
   kClosePopupCommand = 105,
   kNavigatePopupCommand = 106,
   kJudgeClickCommand = 108,
+  kSecurityTimerCommand = 121,
   kDictionarySettingsCommand = 16383,
   kRestoreClipboardCommand = 16390,
 };
@@ -167,7 +182,7 @@ inline constexpr std::array<CommandBit, 23> kCommandBits{{
     {35, 31},  // look-up
     {kShowHideWindowCommand, 2},
     {kCloseWindowCommand, 0},
-    {121, 29},  // security timer
+    {kSecurityTimerCommand, 29},
     {kDictionarySettingsCommand, 3},
     {kRestoreClipboardCommand, 20},
     {17100, 13},  // format tools

@@ -38,6 +38,7 @@ void Set_AEToolEventSelectStruct(Instance& instance, AEToolEventSelectStruct* re
 }
 
 std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd) {
+  QorvLaunchApp(instance);
   return GetQORVPROCESSRUNNING(instance, nullptr) != 0 ? CallQuorvaneApp(instance, cmd) : 0;
 }
 

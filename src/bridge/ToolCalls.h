@@ -80,6 +80,7 @@ std::optional<CFData> GetAutoTypeFSSpec(Instance& instance);
 
 // Steps of the opening route, which begins in src/menu. Always 0, save SwitchApplication.
 
+/// Starts the main application where it doesn't run, and waits for it with the run loop turning.
 std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd);
 std::int32_t CallQuorvaneApp(Instance& instance, std::uint32_t cmd);
 std::int32_t CallQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd, bool wait,

@@ -28,10 +28,6 @@ std::uint8_t* usable(Instance& instance, void* block, std::size_t size) {
   return nullptr;
 }
 
-std::uint8_t* attach(Instance& instance, std::uint32_t key, std::size_t size) {
-  return usable(instance, GetSharedMemoryBlock(instance, key), size);
-}
-
 void logShmgetError(Instance& instance, int id) {
   const int error = instance.platform().sharedMemory.lastError();
   if (error == kNoSuchSegment) {
@@ -58,10 +54,14 @@ void* GetSharedMemoryBlock(Instance& instance, std::uint32_t key) {
   return address;
 }
 
+std::uint8_t* AttachSegment(Instance& instance, std::uint32_t key, std::size_t size) {
+  return usable(instance, GetSharedMemoryBlock(instance, key), size);
+}
+
 std::uint8_t* GetToolCRecPtr(Instance& instance) {
   auto& state = instance.state<SharedMemoryState>();
   if (state.OPENGlobalToolCRecPtr == nullptr) {
-    state.OPENGlobalToolCRecPtr = attach(instance, kToolCRecKey, kToolCRecSize);
+    state.OPENGlobalToolCRecPtr = AttachSegment(instance, kToolCRecKey, kToolCRecSize);
   }
   if (state.OPENGlobalToolCRecPtr != state.GlobalToolCRecPtr) {
     set_SETMENUFLAG(instance, 1);
@@ -108,7 +108,7 @@ std::uint8_t* Get_OPENGlobalToolCRecPtr(Instance& instance) {
 }
 
 std::uint8_t* GetInteractiveTextRecordPtr(Instance& instance) {
-  return attach(instance, kInteractiveTextKey, kInteractiveTextSize);
+  return AttachSegment(instance, kInteractiveTextKey, kInteractiveTextSize);
 }
 
 void CloseInteractiveTextRecordPtr(Instance& instance, const void* address) {
@@ -116,7 +116,7 @@ void CloseInteractiveTextRecordPtr(Instance& instance, const void* address) {
 }
 
 AEToolEventSelectStruct* GetAEToolEventSelectRecordPtr(Instance& instance) {
-  std::uint8_t* block = attach(instance, kToolEventKey, sizeof(AEToolEventSelectStruct));
+  std::uint8_t* block = AttachSegment(instance, kToolEventKey, sizeof(AEToolEventSelectStruct));
   if (block == nullptr) Log(instance, "******** NO QUORVANEAPPCOM");
   auto* record = reinterpret_cast<AEToolEventSelectStruct*>(block);
   instance.state<SharedMemoryState>().Global_ToolComRecPtr = record;
@@ -133,7 +133,7 @@ void CloseAEToolEventSelectRecordPtr(Instance& instance, const void* /*ignored*/
 }
 
 std::uint8_t* GetAEToolMenuSelectRecordPtr(Instance& instance) {
-  std::uint8_t* record = attach(instance, kMenuBufferKey, kMenuBufferSize);
+  std::uint8_t* record = AttachSegment(instance, kMenuBufferKey, kMenuBufferSize);
   if (record == nullptr) Log(instance, "******** NO QUORVANE_COMMUNICATE_APPMENUBUF");
   instance.state<SharedMemoryState>().Global_MenuComRecPtr = record;
   return record;

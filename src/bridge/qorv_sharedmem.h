@@ -29,6 +29,8 @@ struct SharedMemoryState {
 /// Null while the main application isn't running, without a system call or a log line, and null
 /// where the segment is missing. The kShmFailed of a failing attach is handed back as it is.
 void* GetSharedMemoryBlock(Instance& instance, std::uint32_t key);
+/// Null also where the segment can't hold so many bytes.
+std::uint8_t* AttachSegment(Instance& instance, std::uint32_t key, std::size_t size);
 
 /// The tool record, or null. What can't hold a whole record is no record.
 std::uint8_t* GetToolCRecPtr(Instance& instance);

@@ -41,6 +41,11 @@ void cleanup(Instance& instance, std::uint32_t /*none*/, const IMKCommandDiction
   Log(instance, "TextCleanupAction");
 }
 
+void preferences(Instance& instance, std::uint32_t /*none*/,
+                 const IMKCommandDictionary& /*sender*/) {
+  get_InputController_ptr(instance).showIMEPreferences(nullptr);
+}
+
 void nothing(Instance& /*process*/, std::uint32_t /*none*/,
              const IMKCommandDictionary& /*sender*/) {}
 
@@ -49,7 +54,7 @@ struct ActionRow {
   Entry enter;
   std::uint32_t commandID = 0;
 };
-constexpr std::array<ActionRow, 22> kActions{{
+constexpr std::array<ActionRow, 23> kActions{{
     {kSubMenuActions, generic},
     {"AutoMarkupAll:", main, "CkMk"_4cc},
     {"CheckAll:", main, "CkAl"_4cc},
@@ -72,6 +77,7 @@ constexpr std::array<ActionRow, 22> kActions{{
     {"HelpQuorvaneAction:", main, "GtHp"_4cc},
     {"QuitQuorvaneAction:", main, "QtOp"_4cc},
     {"clickAbout:", nothing},
+    {"showIMEPreferences:", preferences},
 }};
 
 }  // namespace

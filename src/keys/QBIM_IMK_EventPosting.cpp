@@ -2,7 +2,6 @@
 
 #include "src/base/Log.h"
 #include "src/base/Modifiers.h"
-#include "src/bridge/Presence.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/keys/AsciiToKeyCode.h"
 #include "src/keys/qorvHIDkeys.h"
@@ -134,19 +133,6 @@ std::int32_t MyPostModifierKeys(std::uint16_t /*modifierWord*/, std::uint32_t /*
 }
 
 void Send_Marker_Key() {}
-
-std::int32_t Get_FrontProcessSerial(Instance& instance, ProcessSerialNumber& psn) {
-  if (FRONTPROCESSSIGNATURE(instance) == 0) return 0;
-  ProcessManager& manager = instance.platform().processManager;
-  AEToolEventSelectStruct front;
-  if (const std::int32_t pid = Get_FrontApp_AEToolEventSelectStruct(instance, front); pid != 0) {
-    Log(instance, "* * frontPID ", pid);
-    const OSStatus status = manager.GetProcessForPID(pid, psn);
-    if (status == noErr) return 1;
-    Log(instance, "ERR GetProcessForPID ", status);
-  }
-  return manager.GetFrontProcess(psn) == noErr ? 1 : 0;
-}
 
 void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Instance& instance, std::uint32_t /*commandID*/) {
   EventPosting& posting = instance.platform().eventPosting;

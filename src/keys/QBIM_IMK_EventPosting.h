@@ -39,8 +39,6 @@ void Wake_up_front(Instance& instance);
 /// Nothing: modifiers are flags on the event.
 std::int32_t MyPostModifierKeys(std::uint16_t modifierWord, std::uint32_t press);
 void Send_Marker_Key();
-/// 1; 0 where there is none, with `psn` as it was.
-std::int32_t Get_FrontProcessSerial(Instance& instance, ProcessSerialNumber& psn);
 
 /// Has the window server see the command key before a menu command. The command isn't used.
 void do_PREP_QorvMain_Do_Menu_Tool_CommandID(Instance& instance, std::uint32_t commandID);

@@ -1,10 +1,6 @@
 #include "src/keys/QBIM_Paste_IMK.h"
 
-#include <algorithm>
-
 #include "src/base/Log.h"
-#include "src/bridge/Presence.h"
-#include "src/bridge/ProcessWalk.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
@@ -34,14 +30,8 @@ bool findSignature(Instance& instance, const ToolRec& record, FourCharCode signa
                    ProcessSerialNumber& psn, ProcessInfoRec& info) {
   if (signature == 0) return false;
   const ProcessEntry entry{record.get(QorvStatus_PasteProcessType, FieldGroup::QorvStatus),
-                           signature,
-                           instance.state<PasteState>().ToolCRecPtr_QORVSTATUS_returnPid};
+                           signature};
   return FINDAPPPROCESS(instance, psn, info, {&entry, 1}) != 0;
-}
-
-bool isOneOf(std::span<const ProcessEntry> entries, FourCharCode signature) {
-  return std::any_of(entries.begin(), entries.end(),
-                     [&](const ProcessEntry& entry) { return entry.signature == signature; });
 }
 
 }  // namespace
@@ -89,18 +79,6 @@ std::uint32_t GetEventProcessSerial(Instance& instance, ProcessSerialNumber& psn
     psn = found;
   }
   return info.processSignature;
-}
-
-std::int32_t FINDAPPPROCESS(Instance& instance, ProcessSerialNumber& psn, ProcessInfoRec& info,
-                            std::span<const ProcessEntry> entries) {
-  ProcessManager& manager = instance.platform().processManager;
-  psn = {};
-  for (ProcessWalk walk(instance); walk.next(psn);) {
-    Set_InfoRec_ProcessInfoRec(instance, info);
-    if (manager.GetProcessInformation(psn, info) != noErr) continue;
-    if (isOneOf(entries, info.processSignature)) return 1;
-  }
-  return 0;
 }
 
 void CGEventPost_Character(Instance& instance, const CGEvent* event, const ProcessSerialNumber& psn,

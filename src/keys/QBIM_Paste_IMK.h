@@ -3,7 +3,6 @@
 // clipboard, which isn't touched here. The keys go by position, whatever the layout.
 
 #include <cstdint>
-#include <span>
 
 #include "src/base/Instance.h"
 
@@ -14,13 +13,6 @@ struct PasteState {
   std::int32_t ToolCRecPtr_QORVSTATUS_returnPid = 0;
 };
 
-/// Only the signature is compared.
-struct ProcessEntry {
-  std::uint32_t processType = 0;
-  FourCharCode signature = 0;
-  std::int32_t pid = 0;
-};
-
 void Post_Paste_CommandKey(Instance& instance, std::int32_t pid);
 void Post_SpecialPaste_CommandKey(Instance& instance, std::int32_t pid);
 void Post_PasteKeyEvent(Instance& instance, std::uint16_t modifierWord);
@@ -28,9 +20,6 @@ void Post_PasteKeyEvent(Instance& instance, std::uint16_t modifierWord);
 /// the process id of the message leads there, else the signature looked at last.
 std::uint32_t GetEventProcessSerial(Instance& instance, ProcessSerialNumber& psn,
                                     std::int32_t& pid);
-/// 1 with `psn` at the first process that has one of the signatures; 0: there is none.
-std::int32_t FINDAPPPROCESS(Instance& instance, ProcessSerialNumber& psn, ProcessInfoRec& info,
-                            std::span<const ProcessEntry> entries);
 /// Nothing where the target is nowhere.
 void CGEventPost_Character(Instance& instance, const CGEvent* event, const ProcessSerialNumber& psn,
                            std::int32_t pid);

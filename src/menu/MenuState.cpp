@@ -7,6 +7,7 @@
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "src/menu/InputMenu.h"
+#include "src/menu/PencilMenulet.h"
 #include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
 #include "src/menu/QBIM_SpellMenu_IMK.h"
@@ -134,6 +135,7 @@ void NS_IMK_PencilMenuEnableItems(Instance& instance, const NSMenuItem* item,
   } else {
     disableWithoutRecord(instance);
   }
+  Set_Qorv_Menulet(instance);
 }
 
 // The marks show what was read before a client's own demand: it shows at the next opening.

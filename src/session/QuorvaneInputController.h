@@ -53,7 +53,10 @@ class QuorvaneInputController : public IMKInputController {
   void Install_Timer();
   void doApplicationTimer();
   void doMouseTimer();
+  void NSWorkspaceDidLaunchApplication() {}
   void DidTerminateApplication();
+  void ApplicationDidBecomeActive() {}
+  void NSApplicationDidHide() {}
   void connectionDidDie();
 
   // Commit.
@@ -98,6 +101,7 @@ class QuorvaneInputController : public IMKInputController {
   IMKTextInput* _currentClient = nullptr;
   std::unique_ptr<Registration> applicationTimer_;
   std::unique_ptr<Registration> mouseTimer_;
+  std::unique_ptr<Registration> launches_;
   std::unique_ptr<Registration> terminations_;
 };
 

@@ -1,4 +1,5 @@
 #include "src/bridge/qorv_sharedmem.h"
+#include "src/menu/PencilMenulet.h"
 #include "src/session/QBIM_IMK_Sessions.h"
 #include "src/session/QBIM_IMK_WindowClick.h"
 #include "src/session/QuorvaneInputController.h"
@@ -13,6 +14,7 @@ void QuorvaneInputController::activateServer(IMKTextInput* sender) {
   instance_.state<WindowClickState>().activatedsender = sender;
   Get_SessionHandleFromID(instance_, identityOf(sender));
   Get_Reset_Quorvane_App_Input(instance_);
+  Set_Qorv_Menulet(instance_);
 }
 
 // The session keeps its text and stays active until another client's activation or key.

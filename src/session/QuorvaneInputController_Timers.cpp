@@ -5,6 +5,7 @@
 #include <array>
 
 #include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/session/QBIM_IMK_Sessions.h"
@@ -35,6 +36,11 @@ void sampleMouse(Instance& instance) {
 }  // namespace
 
 void QuorvaneInputController::awakeFromNib() {
+  launches_ = instance_.platform().workspace.addObserver(
+      WorkspaceNotification::DidLaunchApplication,
+      [this](const ApplicationNotification& /*notification*/) {
+        NSWorkspaceDidLaunchApplication();
+      });
   terminations_ = instance_.platform().workspace.addObserver(
       WorkspaceNotification::DidTerminateApplication,
       [this](const ApplicationNotification& /*notification*/) { DidTerminateApplication(); });
@@ -93,6 +99,7 @@ void CallQuorvaneMenuIconCheckEventCompletion(Instance& instance) {
   if (busy) return;
   const FlagGuard guard(busy);
   ISOPENTOOLREC(instance);
+  isFrontAppSame(instance);
 }
 
 }  // namespace quorvane

@@ -5,6 +5,7 @@
 
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/completion/InputController.h"
@@ -20,6 +21,7 @@
 #include "src/session/CommandSelection.h"
 #include "src/session/QBIM_IMK_Publication.h"
 #include "src/session/QBIM_IMK_WindowCancel.h"
+#include "src/session/QuorvaneInputController.h"
 
 namespace quorvane {
 namespace {
@@ -114,12 +116,17 @@ void togglePencilMenu(Instance& instance, std::uint32_t mask) {
   toggle(instance, mask);
   const bool off = (instance.state<CurrentAppFlags>().CURRENTAPPFLAGSTATUS & mask) != 0;
   instance.state<MenuDispatchState>().PencilandInputMenuFlag = off ? 0 : 1;
+  if (!off) LaunchQuorvaneMenulet(instance);
 }
 
-void quit(Instance& instance, std::uint32_t number) {
-  if (IsQUORVANEAPPRUNNING(instance) == 0) return;
-  flagged(instance, number);
-  SetGrammarMenuIcon();
+void openOrQuit(Instance& instance, std::uint32_t quitCommand) {
+  if (IsQUORVANEAPPRUNNING(instance) != 0) {
+    flagged(instance, quitCommand);
+    SetGrammarMenuIcon();
+  } else {
+    QorvLaunchApp(instance);
+    CallQuorvaneMenuIconCheckEventCompletion(instance);
+  }
 }
 
 void showSuggestions(Instance& instance, std::uint32_t number) {
@@ -217,7 +224,7 @@ constexpr std::array<CommandRow, 64> kCommands{{
     {"DTTa"_4cc, insertDate, 17147},
     {"DTTu"_4cc, insertDateUTC, 17149},
     // The main application itself.
-    {"QtOp"_4cc, quit, kQuitCommand},
+    {"QtOp"_4cc, openOrQuit, kQuitCommand},
     {"ShSg"_4cc, showSuggestions, kSuggestionsCommand},
     // Switches.
     {"Tacr"_4cc, toggle, kAutoCorrectFlag},

@@ -99,6 +99,8 @@ void stateVersion(Instance& instance, const CFData* /*data*/) { Init_Toolversion
 
 void quitMenulet(Instance& instance, const CFData* /*data*/) { BIMQuitMenulet(instance); }
 
+void openMenulet(Instance& instance, const CFData* /*data*/) { LaunchQuorvaneMenulet(instance); }
+
 void dockCommand(Instance& instance, const CFData* data) {
   const auto command = headNumber(data);
   if (command) do_QorvMain_Do_Menu_Tool_CommandID(instance, *command);
@@ -120,7 +122,7 @@ constexpr std::array<Message, 11> kMessages{{{kBasicMessageInput, messageInput},
                                              {messageId("Updt"_4cc), updateDocument},
                                              {messageId("gInt"_4cc), stateVersion},
                                              {messageId("gMen"_4cc), quitMenulet},
-                                             {messageId("oMen"_4cc), nothing}}};
+                                             {messageId("oMen"_4cc), openMenulet}}};
 
 CFMessagePortCallBack callBack(Instance& instance) {
   const std::weak_ptr<const bool> alive = instance.state<MessageReceiveState>().alive;

@@ -3,12 +3,15 @@
 #include "src/base/BigEndian.h"
 #include "src/base/Log.h"
 #include "src/base/OSVersion.h"
+#include "src/bridge/PrivacyConsentController.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/keys/AsciiToKeyCode.h"
 #include "src/menu/BIM_InitMenu.h"
 #include "src/menu/InputMenu.h"
 #include "src/menu/MenuEventTimer.h"
+#include "src/menu/PencilMenulet.h"
+#include "src/menu/QBIMEndianCallBacks.h"
 #include "src/menu/QBIM_AutoType_IMK.h"
 #include "src/menu/QBIM_IMK_Params.h"
 #include "src/menu/QBIM_SpellMenu_IMK.h"
@@ -20,7 +23,6 @@
 namespace quorvane {
 namespace {
 
-constexpr std::string_view kBundle = "com.tallowmere.inputmethod.Quorvane";
 constexpr FourCharCode kStringList = "STR#"_4cc;
 constexpr FourCharCode kGlyphs = "GLYP"_4cc;
 constexpr std::int16_t kMenuStrings = 131;
@@ -111,6 +113,7 @@ std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t
   instance.state<InputMenuState>().gPencilMenu = nullptr;
   Set_MacPantherMenu(instance, nullptr);
   InitAscii2KeyCodeTable();
+  Init_BIM_Server(instance);
   Open_IMK_Resource(instance);
   Init_Toolversion(instance);
   Set_MacPantherMenu(instance, Get_MainMenu(instance));
@@ -123,16 +126,28 @@ std::int32_t BIMInitialize(Instance& instance, void* /*component*/, std::int32_t
   return 0;
 }
 
+OSStatus Init_BIM_Server(Instance& instance) {
+  const OSStatus status = BIMLaunchServer(instance);
+  Get_Pencil_Menulet(instance);
+  return status;
+}
+
+void InstallQorvLaunchTimer(Instance& instance) {
+  Install_CoreEndianInstallFlippers(instance);
+  Init_BIM_Server(instance);
+}
+
 void Open_IMK_Resource(Instance& instance) {
   ResourceManager& resources = instance.platform().resourceManager;
-  const std::int32_t refNum = resources.CFBundleOpenBundleResourceMap(kBundle);
+  const std::int32_t refNum =
+      resources.CFBundleOpenBundleResourceMap(quorvaneInputBundleIdentifier);
   if (refNum == 0) return Log(instance, "CAUTION: refnum not open");
   if (refNum == -1) return Log(instance, "CAUTION: no refnum --  not open");
   const std::int32_t current = resources.CurResFile();
   resources.UseResFile(refNum);
   readMenuResources(instance);
   resources.UseResFile(current);
-  resources.CFBundleCloseBundleResourceMap(kBundle, refNum);
+  resources.CFBundleCloseBundleResourceMap(quorvaneInputBundleIdentifier, refNum);
 }
 
 // Press-and-hold stays as the system has it.

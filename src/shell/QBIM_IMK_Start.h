@@ -19,6 +19,10 @@ void Init_Controller(Instance& instance);
 void OpenIMComponent(Instance& instance);
 /// 0, whatever goes wrong inside.
 std::int32_t BIMInitialize(Instance& instance, void* component, std::int32_t unused);
+/// Starts the siblings that are to run and don't. May be repeated.
+OSStatus Init_BIM_Server(Instance& instance);
+/// The last step of the start. Despite its name there is no timer in it.
+void InstallQorvLaunchTimer(Instance& instance);
 /// Reads what the bundle's resource map holds for the menu.
 void Open_IMK_Resource(Instance& instance);
 void EnablePressAndHoldPalette();

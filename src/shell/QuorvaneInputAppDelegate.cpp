@@ -1,9 +1,8 @@
 #include "src/shell/QuorvaneInputAppDelegate.h"
 
-#include <string_view>
-
 #include "src/base/Log.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/PrivacyConsentController.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/menu/InputMenu.h"
 #include "src/session/QuorvaneInputController.h"
@@ -11,11 +10,6 @@
 
 namespace quorvane {
 namespace {
-
-std::string_view bundleOf(const ApplicationNotification& notification) {
-  return notification.application != nullptr ? notification.application->bundleIdentifier
-                                             : std::string_view();
-}
 
 FourCharCode signatureOf(Instance& instance, const ProcessSerialNumber& psn) {
   ProcessInfoRec info;
@@ -26,8 +20,16 @@ FourCharCode signatureOf(Instance& instance, const ProcessSerialNumber& psn) {
 
 }  // namespace
 
+bool concerns(const ApplicationNotification& notification, std::string_view bundleIdentifier) {
+  const NSRunningApplication* const application = notification.application;
+  return application != nullptr && application->bundleIdentifier == bundleIdentifier;
+}
+
+QuorvaneInputAppDelegate::QuorvaneInputAppDelegate(Instance& instance) : instance_(instance) {
+  instance.state<AppDelegateState>().Quorvane_InputAppDelegate = this;
+}
+
 void QuorvaneInputAppDelegate::awakeFromNib() {
-  instance_.state<AppDelegateState>().Quorvane_InputAppDelegate = this;
   instance_.state<InputMenuState>().qorvinputMenu = menu();
   app_DidFinishLaunching();
 }
@@ -48,6 +50,10 @@ void QuorvaneInputAppDelegate::app_DidFinishLaunching() {
   Init_From_Delegate_applicationDidFinishLaunching(instance_);
 }
 
+void QuorvaneInputAppDelegate::didFinishLaunchingWithOptions() {
+  Log(instance_, "didFinishLaunchingWithOptions");
+}
+
 void QuorvaneInputAppDelegate::Frontappchanged(const ApplicationNotification& notification) {
   auto& presence = instance_.state<PresenceState>();
   if (notification.application != nullptr) {
@@ -55,17 +61,17 @@ void QuorvaneInputAppDelegate::Frontappchanged(const ApplicationNotification& no
   }
   presence.frontapp_psn = notification.serialNumber;
   presence.frontapp_signature = signatureOf(instance_, presence.frontapp_psn);
-  if (bundleOf(notification) == kQuorvaneBundleIdentifier) {
+  if (concerns(notification, kQuorvaneBundleIdentifier)) {
     presence.quorvane_psn = presence.frontapp_psn;
     presence.quorvane_pid = presence.front_app_pid;
   }
 }
 
 void QuorvaneInputAppDelegate::QuorvaneLaunched(const ApplicationNotification& notification) {
-  if (bundleOf(notification) == kPencilMenuBundleIdentifier) {
+  if (concerns(notification, kPencilMenuBundleIdentifier)) {
     Log(instance_, "QuorvaneLaunched ", kPencilMenuBundleIdentifier);
     instance_.state<LaunchServerState>().Penc_pid = notification.application->processIdentifier;
-  } else if (bundleOf(notification) == kQuorvaneBundleIdentifier) {
+  } else if (concerns(notification, kQuorvaneBundleIdentifier)) {
     mainApplicationLaunched(notification.serialNumber);
   }
 }
@@ -73,6 +79,8 @@ void QuorvaneInputAppDelegate::QuorvaneLaunched(const ApplicationNotification& n
 void QuorvaneInputAppDelegate::mainApplicationLaunched(const ProcessSerialNumber& psn) {
   Log(instance_, "QuorvaneLaunched ", kQuorvaneBundleIdentifier);
   Set_Quorvane_Is_Active(instance_, 1);
+  Log(instance_, "**** Quorvane App Security Permissions IMK");
+  timerPrivacyAndSecurityInputMenuPermission();
   instance_.state<AppDelegateState>().App_Permissions_Setting = 1;
   instance_.state<PresenceState>().quorvane_psn = psn;
   get_quorvane_pid(instance_);
@@ -80,10 +88,10 @@ void QuorvaneInputAppDelegate::mainApplicationLaunched(const ProcessSerialNumber
 }
 
 void QuorvaneInputAppDelegate::QuorvaneTerminated(const ApplicationNotification& notification) {
-  if (bundleOf(notification) == kPencilMenuBundleIdentifier) {
+  if (concerns(notification, kPencilMenuBundleIdentifier)) {
     Log(instance_, "QuorvaneTerminated ", kPencilMenuBundleIdentifier);
     instance_.state<LaunchServerState>().Penc_pid = 0;
-  } else if (bundleOf(notification) == kQuorvaneBundleIdentifier) {
+  } else if (concerns(notification, kQuorvaneBundleIdentifier)) {
     mainApplicationTerminated();
   }
 }

@@ -4,19 +4,25 @@
 
 #include <array>
 #include <memory>
+#include <string_view>
 
 #include "src/base/Instance.h"
 
 namespace quorvane {
 
+/// It is about that application, and names it.
+[[nodiscard]] bool concerns(const ApplicationNotification& notification,
+                            std::string_view bundleIdentifier);
+
 class QuorvaneInputAppDelegate : public NSMenuDelegate {
  public:
-  explicit QuorvaneInputAppDelegate(Instance& instance) : instance_(instance) {}
+  explicit QuorvaneInputAppDelegate(Instance& instance);
 
   void setMenu(NSMenu* menu) { _menu = menu; }
   [[nodiscard]] NSMenu* menu() const { return _menu; }
   void awakeFromNib();
   void app_DidFinishLaunching();
+  void didFinishLaunchingWithOptions();
 
   // What the workspace tells. A notification without an application changes nothing but the front.
   void Frontappchanged(const ApplicationNotification& notification);

@@ -8,6 +8,7 @@
 #include "src/menu/QBIM_IMK_Params.h"
 #include "src/session/QuorvaneInputController.h"
 #include "src/shell/MenuDispatch.h"
+#include "src/shell/QBIM_IMK_Start.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
 
 namespace quorvane {
@@ -61,6 +62,7 @@ int InputMethodMain(Instance& instance, const std::vector<std::string>& argument
   initPreference(instance);
   application.loadNibNamed(
       "MainMenu", [&instance](const NibOutlets& outlets) { wakeMainMenu(instance, outlets); });
+  InstallQorvLaunchTimer(instance);
   application.run();
   return 0;
 }

@@ -3,6 +3,7 @@
 #include "hosts/keyboard/StandardLayouts.h"
 #include "hosts/memory/MemoryHost.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/keys/AsciiToKeyCode.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
 #include "src/keys/QBIM_Paste_IMK.h"

@@ -7,6 +7,7 @@
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/menu/InputMenu.h"
 #include "src/session/QuorvaneInputController_TextPosition.h"
+#include "src/shell/InputApplicationDelegate.h"
 #include "src/shell/QBIM_IMK_Start.h"
 #include "src/shell/QuorvaneInputAppDelegate.h"
 #include "tests/support/StartedInputMethod.h"
@@ -58,6 +59,19 @@ TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
                     [](const auto& line) { return line.starts_with("CFMessagePortCreateLocal"); }),
       3)
       << "the menu's part runs once only";
+}
+
+TEST_F(Start, ToTheSmallDelegateAnyEndIsThatOfTheMainApplication) {
+  InputApplicationDelegate delegate(instance);
+  const auto& active = instance.state<LaunchServerState>().QORVMARPP_IS_RUNNING;
+  NSRunningApplication application{7, "com.example.writer", false};
+  delegate.QuorvaneLaunched({&application, {1, 7}});
+  EXPECT_EQ(active, 0);
+  application.bundleIdentifier = "com.tallowmere.quorvane";
+  delegate.QuorvaneLaunched({&application, {1, 7}});
+  EXPECT_EQ(active, 1);
+  delegate.QuorvaneTerminated({});
+  EXPECT_EQ(active, 0);
 }
 
 TEST_F(Start, TheDesktopIsTheScreenThatSomebodyWorksOn) {

@@ -7,6 +7,7 @@
 #include "src/base/Modifiers.h"
 #include "src/bridge/Presence.h"
 #include "src/bridge/QBIMMessageSend.h"
+#include "src/bridge/SpellCheckCache.h"
 #include "src/menu/MenuShortcuts.h"
 #include "src/session/CommandSelection.h"
 #include "src/shell/QBIM_IMK_Start.h"
@@ -230,7 +231,9 @@ bool Subject::isReplaced(const NSEvent& event) const {
 
 // A busy mark that somebody else had left may go; none of ours may stay.
 void Subject::checkToolRecord() {
-  require(host.sharedMemory.totalAttachments() <= 1, "only the tool record stays attached");
+  const bool spelling = instance.state<SpellCheckState>().OPENGlobalTool_SpellCPtr != nullptr;
+  require(host.sharedMemory.totalAttachments() <= (spelling ? 2 : 1),
+          "only the tool record and that of the last spell check stay attached");
   // What can't be attached any more can't be put right: it was attached from before, or the main
   // application went during the event.
   if (disturbed_ || before_->attached || IsQUORVANEAPPRUNNING(instance) == 0) return;

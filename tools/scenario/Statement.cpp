@@ -225,7 +225,7 @@ bool isOneOf(const Statement& statement, std::span<const Pattern> patterns) {
 bool setsTheStage(const Statement& statement) {
   return isOneOf(statement, stagePatterns()) || isOneOf(statement, completionStagePatterns()) ||
          isOneOf(statement, menuStagePatterns()) || isOneOf(statement, fileStagePatterns()) ||
-         beginsAgain(statement);
+         isOneOf(statement, launchStagePatterns()) || beginsAgain(statement);
 }
 
 // One act with its expectations, or what sets the stage.
@@ -261,9 +261,10 @@ std::string suggestions(std::string_view firstWord) {
 
 std::vector<const Pattern*> allPatterns() {
   std::vector<const Pattern*> patterns;
-  for (const auto table : {stagePatterns(), completionStagePatterns(), menuStagePatterns(),
-                           fileStagePatterns(), actPatterns(), menuPatterns(), filePatterns(),
-                           expectPatterns(), completionPatterns(), keyPatterns()}) {
+  for (const auto table :
+       {stagePatterns(), completionStagePatterns(), menuStagePatterns(), fileStagePatterns(),
+        launchStagePatterns(), actPatterns(), menuPatterns(), filePatterns(), expectPatterns(),
+        completionPatterns(), keyPatterns()}) {
     for (const Pattern& pattern : table) patterns.push_back(&pattern);
   }
   return patterns;

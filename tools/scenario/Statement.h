@@ -58,6 +58,7 @@ std::span<const Pattern> completionPatterns();
 std::span<const Pattern> keyPatterns();
 std::span<const Pattern> menuStagePatterns();
 std::span<const Pattern> fileStagePatterns();
+std::span<const Pattern> launchStagePatterns();
 std::span<const Pattern> filePatterns();
 std::span<const Pattern> menuPatterns();
 /// Every pattern there is, in the order in which they are tried.
