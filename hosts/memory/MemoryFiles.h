@@ -43,6 +43,11 @@ class MemoryFileManager : public FileManager, public resources::ForkStore {
   OSStatus FSSetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo,
                             const FSCatalogInfo& info) override;
   OSStatus FSRefMakePath(const FSRef& ref, std::string& path) override;
+  bool CFURLGetFSRef(const std::string& /*path*/, FSRef& /*ref*/) override { return false; }
+  OSStatus FSResolveAlias(const FSRef* /*fromFile*/, std::span<const std::uint8_t> /*alias*/,
+                          FSRef& /*target*/) override {
+    return fnfErr;
+  }
 
   std::optional<resources::Bytes> read(const FSRef& ref) override;
   Lock lock(const FSRef& ref) override;
@@ -118,6 +123,19 @@ class MemoryBundle : public Bundle {
   explicit MemoryBundle(MemoryFileManager& files);
 
   std::optional<std::string> pathForResource(std::string_view name, std::string_view type) override;
+  std::optional<std::string> pathForResource(std::string_view /*name*/, std::string_view /*type*/,
+                                             std::string_view /*subdirectory*/) override {
+    return {};
+  }
+  std::optional<std::string> CFBundleGetBundleWithIdentifier(
+      std::string_view /*identifier*/) override {
+    return {};
+  }
+  std::optional<std::string> CFBundleCopySharedSupportURL(
+      std::string_view /*identifier*/) override {
+    return {};
+  }
+  std::optional<std::string> CFBundleCopySharedSupportURL() override { return {}; }
 
   // The script's side.
   void put(std::string_view fileName, std::string_view content);

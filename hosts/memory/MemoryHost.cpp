@@ -34,6 +34,8 @@ MemoryHost::MemoryHost() {
 
 Platform MemoryHost::platform() {
   return {
+      .alerts = alerts,
+      .appleEvents = appleEvents,
       .application = application,
       .bundle = bundle,
       .carbonEvents = carbonEvents,
@@ -45,6 +47,7 @@ Platform MemoryHost::platform() {
       .fileManager = files,
       .inputMethodKit = inputMethodKit,
       .jsonSerialization = jsonSerialization,
+      .launchServices = launchServices,
       .log = log,
       .messagePorts = messagePorts,
       .processManager = processes,

@@ -21,6 +21,7 @@
 #include "hosts/memory/MemorySharedMemory.h"
 #include "hosts/memory/MemorySpellChecker.h"
 #include "hosts/memory/MemoryTextServices.h"
+#include "hosts/memory/Placeholders.h"
 #include "hosts/script/DuktapeScriptHost.h"
 #include "platform/Platform.h"
 
@@ -43,6 +44,9 @@ class MemoryHost {
   void useLayout(const keyboard::LayoutData& layout);
 
   Journal journal;
+  NoAlerts alerts;
+  NoAppleEvents appleEvents;
+  NoLaunchServices launchServices;
   MemoryClock clock{journal};
   MemoryConsole console{journal};
   IcuDateFormatting dateFormatting;  ///< American, and of UTC at first

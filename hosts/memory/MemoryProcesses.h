@@ -50,6 +50,8 @@ class MemoryProcesses : public ProcessManager, public Workspace {
   const NSRunningApplication* menuBarOwningApplication() override;
   bool openURLs(const std::string& address, std::string_view bundleIdentifier,
                 std::uint32_t options) override;
+  bool openURL(const std::string& /*address*/) override { return false; }
+  bool launchApplication(const std::string& /*path*/) override { return false; }
   [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                           Observer observer) override;
 
