@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
+#include <string_view>
 
 namespace quorvane {
 
@@ -11,6 +13,9 @@ namespace quorvane {
 constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
   return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
 }
+
+/// The process id in "type-4711", the folder of a run; none in any other name.
+std::optional<std::int32_t> pidOfRun(std::string_view folderName);
 
 /// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
 /// unless it is set already, and clears away what dead ones left.

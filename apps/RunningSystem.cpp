@@ -99,7 +99,9 @@ RunningSystem::RunningSystem(const SystemOptions& options)
 /// The host's, with what is to be observed in between.
 Platform RunningSystem::platform() {
   const Platform host = host_.platform();
-  return {.application = application_,
+  return {.alerts = host.alerts,
+          .appleEvents = host.appleEvents,
+          .application = application_,
           .bundle = host.bundle,
           .carbonEvents = host.carbonEvents,
           .characterSets = host.characterSets,
@@ -110,6 +112,7 @@ Platform RunningSystem::platform() {
           .fileManager = host.fileManager,
           .inputMethodKit = host.inputMethodKit,
           .jsonSerialization = host.jsonSerialization,
+          .launchServices = host.launchServices,
           .log = host.log,
           .messagePorts = messagePorts_,
           .processManager = host.processManager,
