@@ -118,8 +118,8 @@ std::vector<Descriptor> runningIn(const path& runtimeFolder) {
 bool isFamilys(const path& entry) {
   const std::string name = entry.filename();
   return name.starts_with('.') || name.starts_with(kPortPrefix) || name.starts_with("data-") ||
-         desktop::pidOfAnnouncementFile(name) || pidOfRun(name) ||
-         std::ranges::find(kSharedFiles, name) != kSharedFiles.end();
+         name.starts_with("applications-") || desktop::pidOfAnnouncementFile(name) ||
+         pidOfRun(name) || std::ranges::find(kSharedFiles, name) != kSharedFiles.end();
 }
 
 void removeFolder(const path& folder, FamilyEnd& end) {

@@ -43,6 +43,12 @@ void removeLeftovers(const std::filesystem::path& usualFolder) {
   }
 }
 
+/// Several runs may share one runtime folder.
+std::filesystem::path ownFolder(std::string_view kind) {
+  return desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory /
+         std::string(kind).append("-").append(std::to_string(::getpid()));
+}
+
 }  // namespace
 
 std::optional<std::int32_t> pidOfRun(std::string_view name) {
@@ -57,6 +63,7 @@ std::optional<std::int32_t> pidOfRun(std::string_view name) {
 OwnSurroundings::OwnSurroundings(bool ownData)
     : usersData_(desktop::DesktopConfiguration::fromEnvironment().dataDirectory) {
   if (!isSet(kRuntimeDir)) makeFolder();
+  applicationsFolder_ = ownFolder("applications");
   if (ownData) makeDataFolder();
   if (!isSet(kKeyOffset)) {
     keyOffset_ = keyOffsetOf(::getpid());
@@ -75,8 +82,7 @@ void OwnSurroundings::makeFolder() {
 }
 
 void OwnSurroundings::makeDataFolder() {
-  const auto folder = desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory;
-  dataFolder_ = folder / ("data-" + std::to_string(::getpid()));
+  dataFolder_ = ownFolder("data");
   ::setenv(kDataDir, dataFolder_.c_str(), 1);
   IcuTextEncoding encoding;
   checker::copyUserFiles(usersData_, dataFolder_, encoding);
@@ -85,7 +91,7 @@ void OwnSurroundings::makeDataFolder() {
 void OwnSurroundings::remove() {
   if (keyOffset_ != 0) removeSegments(keyOffset_);
   keyOffset_ = 0;
-  for (std::filesystem::path* const folder : {&dataFolder_, &folder_}) {
+  for (std::filesystem::path* const folder : {&applicationsFolder_, &dataFolder_, &folder_}) {
     std::error_code ignored;
     if (!folder->empty()) std::filesystem::remove_all(*folder, ignored);
     folder->clear();

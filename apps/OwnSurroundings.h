@@ -30,7 +30,9 @@ class OwnSurroundings {
 
   /// Application support as it is without us.
   [[nodiscard]] const std::filesystem::path& usersData() const { return usersData_; }
-  /// Removes what was made here. Doing it twice does no harm.
+  /// A folder for the run's own applications; need not exist.
+  [[nodiscard]] const std::filesystem::path& applications() const { return applicationsFolder_; }
+  /// Removes what was made here, and that. Doing it twice does no harm.
   void remove();
 
  private:
@@ -40,7 +42,8 @@ class OwnSurroundings {
   std::filesystem::path usersData_;
   std::filesystem::path folder_;      ///< empty: it isn't ours
   std::filesystem::path dataFolder_;  ///< likewise
-  std::uint32_t keyOffset_ = 0;       ///< 0: not ours
+  std::filesystem::path applicationsFolder_;
+  std::uint32_t keyOffset_ = 0;  ///< 0: not ours
 };
 
 }  // namespace quorvane

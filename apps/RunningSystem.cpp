@@ -12,6 +12,7 @@
 
 #include "apps/Command.h"
 #include "apps/DesktopClipboard.h"
+#include "apps/RunsApplications.h"
 #include "apps/UserParameters.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
@@ -35,11 +36,13 @@ std::unique_ptr<StandIn> startStandIn(const SystemOptions& options,
 }
 
 /// Log and console lines are shown on request only.
-desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int nowhere) {
+desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int nowhere,
+                                               const std::filesystem::path& ownApplications) {
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.logDescriptor = options.logDescriptor.value_or(nowhere);
   configuration.consoleDescriptor = configuration.logDescriptor;
   configuration.ownProcess.signature = options.application.signature;
+  chooseApplications(configuration, options, ownApplications);
   return configuration;
 }
 
@@ -71,7 +74,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
     : surroundings_(options.ownParameters()),
       standIn_(startStandIn(options, surroundings_.usersData())),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
-      configuration_(configurationFor(options, nowhere_.get())),
+      configuration_(configurationFor(options, nowhere_.get(), surroundings_.applications())),
       host_(configuration_, field_.forPlatform()),
       claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory)
                  .claimSegments(configuration_.keyOffset)),

@@ -1,32 +1,17 @@
 #pragma once
 // An application as it lies in an application folder: a folder "NAME.app" whose Finder info beside
-// it (`._NAME.app`) says its signature, and in it the file Contents/launcher, each line ended by a
-// line feed:
-//
-//   quorvane-launcher 1
-//   quorvane                the program
-//   checker                 its arguments, one a line
-//   --popup
-//
-// A program without a slash is looked for beside the running one, then as the shell would do it;
-// one with a slash that isn't absolute lies in the application's folder. It stays the process that
-// it was started as, and announces itself when it is ready.
+// it (`._NAME.app`) says its signature, with a launcher in it. A program without a slash is looked
+// for beside the running one, then as the shell would do it; one with a slash that isn't absolute
+// lies in the application's folder. It stays the process that it was started as, and announces
+// itself when it is ready.
 
 #include <filesystem>
 #include <string>
-#include <string_view>
-#include <vector>
 
-#include "hosts/resources/CheckedBytes.h"
+#include "hosts/desktop/Launcher.h"
 #include "platform/MacTypes.h"
 
 namespace quorvane::desktop {
-
-struct Launcher {
-  std::string program;
-  std::vector<std::string> arguments;
-  bool operator==(const Launcher&) const = default;
-};
 
 struct ApplicationPackage {
   std::filesystem::path folder;
@@ -36,12 +21,6 @@ struct ApplicationPackage {
   /// As it is called in its folder.
   [[nodiscard]] std::string name() const { return folder.filename(); }
 };
-
-inline constexpr std::size_t kLauncherSizeLimit = 16'384;
-
-/// Reads foreign bytes: only the form above.
-resources::Outcome<Launcher> parseLauncher(std::string_view content);
-std::string formatLauncher(const Launcher& launcher);
 
 /// Throws std::runtime_error, with a message that names the file and the reason.
 ApplicationPackage readApplicationPackage(const std::filesystem::path& folder);

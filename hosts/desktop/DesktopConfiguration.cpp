@@ -92,11 +92,14 @@ std::filesystem::path bundleDirectory(const Environment& environment) {
   return std::filesystem::is_directory(built, error) ? built : above / "share" / "quorvane";
 }
 
+std::filesystem::path usersApplicationsDirectory(const Environment& environment) {
+  const auto own = valueOf(environment, "QUORVANE_APPLICATIONS_DIR");
+  if (own) return std::filesystem::absolute(*own);
+  return usersData(environment) / "quorvane" / "Applications";
+}
+
 std::filesystem::path applicationsDirectory(const Environment& environment) {
-  if (const auto own = valueOf(environment, "QUORVANE_APPLICATIONS_DIR")) {
-    return std::filesystem::absolute(*own);
-  }
-  const auto users = usersData(environment) / "quorvane" / "Applications";
+  auto users = usersApplicationsDirectory(environment);
   std::error_code error;
   if (std::filesystem::is_directory(users, error)) return users;
   return bundleDirectory(environment) / "Applications";
@@ -134,6 +137,8 @@ DesktopConfiguration DesktopConfiguration::fromEnvironment(const Environment& en
   configuration.dataDirectory = quorvane::desktop::dataDirectory(environment);
   configuration.preferencesDirectory = configuration.configDirectory.parent_path();
   configuration.applicationsDirectory = quorvane::desktop::applicationsDirectory(environment);
+  configuration.usersApplicationsDirectory =
+      quorvane::desktop::usersApplicationsDirectory(environment);
   configuration.screen = quorvane::desktop::screen(environment, configuration.screen);
   return configuration;
 }

@@ -52,6 +52,7 @@ class DesktopHost {
   [[nodiscard]] ProcessRegistry& processRegistry() { return processRegistry_; }
   [[nodiscard]] Supervisor& supervisor() { return supervisor_; }
   [[nodiscard]] LaunchServices& launchServices() { return launchServices_; }
+  [[nodiscard]] Alerts& alerts() { return alerts_; }
   [[nodiscard]] Application& application() { return application_; }
   [[nodiscard]] Screens& screens() { return screens_; }
   [[nodiscard]] LogSink& log() { return log_; }
@@ -59,7 +60,8 @@ class DesktopHost {
   [[nodiscard]] keyboard::LayoutData keyboardLayout() { return textInputSources_.keyboardLayout(); }
 
   /// Ends what it has launched, where that doesn't outlive it, removes announcement, sockets and
-  /// segments of this process, in that order, and flushes the log. For the ends that no destructor sees; doing it twice does no harm.
+  /// segments of this process, in that order, and flushes the log. For the ends that no destructor
+  /// sees; doing it twice does no harm.
   void cleanUp();
 
  private:
@@ -73,7 +75,7 @@ class DesktopHost {
   ProcessManager processManager_{processRegistry_};
   Supervisor supervisor_;
   Workspace workspace_{processRegistry_, supervisor_};
-  Alerts alerts_{log_};
+  Alerts alerts_{runLoop_, log_};
   AppleEvents appleEvents_;
   Application application_;
   Bundle bundle_;

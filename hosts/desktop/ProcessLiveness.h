@@ -20,8 +20,8 @@ Descriptor openChild(std::int32_t pid);
 /// False where it has ended and been waited for.
 bool signalProcess(const Descriptor& process, int number);
 
-/// When a process began, in clock ticks since the system did: with the process id it tells a process
-/// from every other. None where there is no such process.
+/// When a process began, in clock ticks since the system did: with the process id it tells a
+/// process from every other. None where there is no such process.
 std::optional<std::uint64_t> beginningOf(std::int32_t pid);
 /// The same clock, now.
 std::uint64_t ticksSinceBoot();

@@ -195,9 +195,9 @@ std::filesystem::path Supervisor::recordOf(const std::string& name) const {
 
 LaunchStarts Supervisor::readRecord(const std::string& name) const {
   const auto content = readPlainFile(recordOf(name), kLaunchRecordLimit, Links::Refuse);
-  return content ? parseLaunchStarts({reinterpret_cast<const char*>(content->data()),
-                                      content->size()})
-                 : LaunchStarts();
+  return content
+             ? parseLaunchStarts({reinterpret_cast<const char*>(content->data()), content->size()})
+             : LaunchStarts();
 }
 
 void Supervisor::writeRecord(const std::string& name, const LaunchStarts& starts) {

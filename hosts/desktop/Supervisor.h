@@ -1,7 +1,7 @@
 #pragma once
 // Starts applications and looks after them. One that runs, or is being started by whatever process
-// of this runtime folder, isn't started again; one that has ended three times within a minute before
-// it was ready isn't either, until that minute is over. What it prints goes to the log.
+// of this runtime folder, isn't started again; one that has ended three times within a minute
+// before it was ready isn't either, until that minute is over. What it prints goes to the log.
 
 #include <filesystem>
 #include <memory>

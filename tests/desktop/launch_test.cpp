@@ -6,6 +6,8 @@
 #include <fstream>
 
 #include "hosts/desktop/LaunchRecord.h"
+#include "hosts/desktop/ProcessLiveness.h"
+#include "hosts/resources/AliasRecord.h"
 #include "tests/support/DesktopStage.h"
 #include "tools/applications/ApplicationFolder.h"
 
@@ -60,8 +62,7 @@ TEST_F(Launch, OneThatRunsIsTheOnlyOneAndOneThatIsKilledComesAgain) {
     const auto* const running = registry.findSignature("QVPX"_4cc);
     ASSERT_NE(running, nullptr);
     EXPECT_EQ(kill(running->pid, SIGKILL), 0);
-    EXPECT_TRUE(
-        stage_.eventually([&] { return registry.findSignature("QVPX"_4cc) == nullptr; }));
+    EXPECT_TRUE(stage_.eventually([&] { return registry.findSignature("QVPX"_4cc) == nullptr; }));
   }
 }
 
@@ -81,9 +82,10 @@ TEST_F(Launch, ACrashLoopEndsAndIsSaidWithWhatTheProgramPrinted) {
 
 TEST_F(Launch, WhatIsNoApplicationIsSaidAndNothingStarts) {
   put("exit 0");
-  for (const char* const content : {"", "quorvane-launcher 1\n", "quorvane-launcher 2\n/bin/sh\n",
-                                    "quorvane-launcher 1\n/no/such\n", "quorvane-launcher 1\n/tmp\n",
-                                    "quorvane-launcher 1\n/bin/sh\n\x01\n"}) {
+  for (const char* const content :
+       {"", "quorvane-launcher 1\n", "quorvane-launcher 2\n/bin/sh\n",
+        "quorvane-launcher 1\n/no/such\n", "quorvane-launcher 1\n/tmp\n",
+        "quorvane-launcher 1\n/bin/sh\n\x01\n"}) {
     std::ofstream(application_ / "Contents/launcher") << content;
     EXPECT_EQ(launch(stage_), kLSUnknownErr) << content;
     EXPECT_NE(stage_.host().supervisor().trouble(), "") << content;
@@ -100,6 +102,29 @@ TEST_F(Launch, EndsWithItsOwnerEvenWhereItWillNot) {
   EXPECT_TRUE(isRunning(pid));
   stage_.closeHost();
   EXPECT_FALSE(isRunning(pid));
+}
+
+TEST(AliasRecord, OnlyWhatIsWholeLeadsAnywhere) {
+  tests::DesktopStage stage;
+  FileManager& files = stage.platform().fileManager;
+  const std::filesystem::path folder = stage.configuration().runtimeDirectory;
+  FSRef base;
+  FSRef found;
+  ASSERT_TRUE(files.CFURLGetFSRef(folder.parent_path(), base));
+  auto alias = resources::aliasTo(folder.native()).value();
+  EXPECT_EQ(files.FSResolveAlias(nullptr, alias, found), noErr);
+  std::string path;
+  EXPECT_EQ(files.FSRefMakePath(found, path), noErr);
+  EXPECT_EQ(path, folder);
+  EXPECT_EQ(files.FSResolveAlias(&base, resources::aliasTo("run").value(), found), noErr);
+  EXPECT_EQ(files.FSResolveAlias(nullptr, resources::aliasTo("run").value(), found), fnfErr);
+  EXPECT_EQ(files.FSResolveAlias(&base, resources::aliasTo("none").value(), found), fnfErr);
+  for (std::size_t size = 0; size < alias.size(); ++size) {
+    EXPECT_EQ(files.FSResolveAlias(&base, std::span(alias).first(size), found), paramErr);
+  }
+  alias[7] = 0;
+  EXPECT_EQ(files.FSResolveAlias(&base, alias, found), paramErr);
+  EXPECT_FALSE(resources::aliasTo(std::string(resources::kLongestAliasPath + 1, 'x')));
 }
 
 TEST(LaunchRecord, OnlyItsOwnFormIsRead) {

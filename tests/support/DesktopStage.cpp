@@ -13,8 +13,7 @@ std::uint32_t ownKeyOffset() {
   return 0x20000000U + static_cast<std::uint32_t>(getpid()) * 4 * kApart + (count++ % 4) * kApart;
 }
 
-DesktopStage::DesktopStage(
-    const std::function<void(desktop::DesktopConfiguration&)>& configure) {
+DesktopStage::DesktopStage(const std::function<void(desktop::DesktopConfiguration&)>& configure) {
   configuration_.keyOffset = ownKeyOffset();
   configuration_.runtimeDirectory = folder_.path() / "run";
   configuration_.configDirectory = folder_.path() / "config";

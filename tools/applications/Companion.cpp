@@ -29,8 +29,7 @@ void servePort(desktop::DesktopHost& host, std::string_view name) {
         if (message == kQuitMessage) host.runLoop().quit();
         return std::nullopt;
       });
-  const auto source =
-      port ? platform.messagePorts.CFMessagePortCreateRunLoopSource(port) : nullptr;
+  const auto source = port ? platform.messagePorts.CFMessagePortCreateRunLoopSource(port) : nullptr;
   CFRunLoop* const loop = platform.runLoop.CFRunLoopGetCurrent();
   if (source == nullptr || loop == nullptr) {
     throw std::runtime_error("can't serve the port " + std::string(name));
