@@ -1,9 +1,12 @@
 // Launching: what is started, what isn't, and how what ends is met.
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
+#include <array>
 #include <csignal>
 #include <fstream>
+#include <thread>
 
 #include "hosts/desktop/LaunchRecord.h"
 #include "hosts/desktop/ProcessLiveness.h"
@@ -27,6 +30,12 @@ class Launch : public testing::Test {
     const Platform platform = stage.platform();
     if (!platform.fileManager.CFURLGetFSRef(application_, ref)) return fnfErr;
     return platform.launchServices.LSOpenFromRefSpec(ref, 0);
+  }
+  OSStatus launchElsewhereAt(std::chrono::steady_clock::time_point begins) {
+    tests::DesktopStage own{
+        [this](DesktopConfiguration& its) { its.runtimeDirectory = stage_.runtimeFile(""); }};
+    std::this_thread::sleep_until(begins);
+    return launch(own);
   }
   OSStatus wait(Seconds time = kWait) {
     return stage_.platform().launchServices.ReceiveNextEvent(kEventClassApplication,
@@ -64,6 +73,25 @@ TEST_F(Launch, OneThatRunsIsTheOnlyOneAndOneThatIsKilledComesAgain) {
     EXPECT_EQ(kill(running->pid, SIGKILL), 0);
     EXPECT_TRUE(stage_.eventually([&] { return registry.findSignature("QVPX"_4cc) == nullptr; }));
   }
+}
+
+TEST_F(Launch, OfSeveralThatLaunchAtOnceOneStartsIt) {
+  put(kAnnounce);
+  const auto begins = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+  std::array<pid_t, 4> launchers{};
+  for (pid_t& launcher : launchers) {
+    launcher = fork();
+    if (launcher == 0) _exit(launchElsewhereAt(begins) == noErr ? 0 : 1);
+  }
+  for (const pid_t launcher : launchers) {
+    int status = -1;
+    waitpid(launcher, &status, 0);
+    EXPECT_EQ(status, 0);
+  }
+  ProcessRegistry& registry = stage_.host().processRegistry();
+  ASSERT_TRUE(stage_.eventually([&] { return registry.findSignature("QVPX"_4cc) != nullptr; }));
+  EXPECT_EQ(said(), "started\n");
+  registry.signal(registry.findSignature("QVPX"_4cc)->pid, SIGTERM);
 }
 
 TEST_F(Launch, ACrashLoopEndsAndIsSaidWithWhatTheProgramPrinted) {
@@ -106,7 +134,7 @@ TEST_F(Launch, EndsWithItsOwnerEvenWhereItWillNot) {
 
 TEST(AliasRecord, OnlyWhatIsWholeLeadsAnywhere) {
   tests::DesktopStage stage;
-  FileManager& files = stage.platform().fileManager;
+  quorvane::FileManager& files = stage.platform().fileManager;
   const std::filesystem::path folder = stage.configuration().runtimeDirectory;
   FSRef base;
   FSRef found;

@@ -79,7 +79,7 @@ TEST_F(Family, TheChosenMainApplicationIsKeptAndOnlyOneThatCanRun) {
   RunningProgram wrong = run({"settings", "main-application", chosen});
   EXPECT_EQ(wrong.wait(), 2);
   applications::putStandIn(folder_.path() / "apps");
-  for (const std::string word : {chosen.string(), std::string("none")}) {
+  for (const std::string& word : {chosen.string(), std::string("none")}) {
     EXPECT_EQ(run({"settings", "main-application", word}).wait(), 0);
     RunningProgram tell = run({"settings", "main-application"});
     EXPECT_EQ(tell.wait(), 0);
