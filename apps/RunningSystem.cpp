@@ -155,6 +155,9 @@ void RunningSystem::watchSignals() {
     signalWatches_.push_back(
         host_.runLoop().onSignal(number, [this, number] { interrupted(number); }));
   }
+  const auto isEnding = [this] { return signal_ != 0; };
+  host_.launchServices().isEnding = isEnding;
+  host_.alerts().isEnding = isEnding;
 }
 
 /// The end of the stand-in ends any wait for it.
