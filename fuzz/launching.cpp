@@ -18,7 +18,7 @@ void run(Bytes bytes) {
   require(desktop::parseLaunchStarts(desktop::formatLaunchStarts(starts)) == starts,
           "a record says the same when it is written again");
   if (const auto path = resources::pathOfAlias(bytes)) {
-    require(resources::pathOfAlias(resources::aliasTo(*path).value()) == path,
+    require(resources::pathOfAlias(resources::aliasRecord(*path)) == path,
             "an alias leads to the same when it is written again");
   }
 }

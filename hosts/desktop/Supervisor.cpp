@@ -70,7 +70,7 @@ OSStatus Supervisor::launch(const std::filesystem::path& application) {
     const std::filesystem::path program = programOf(package);
     const bool hasSignature = package.signature != 0 && package.signature != "????"_4cc;
     const auto* const running = hasSignature ? registry_.findSignature(package.signature) : nullptr;
-    if (running != nullptr && isRunning(running->pid)) return noErr;
+    if (running != nullptr && isRunning(running->pid)) return runsAlready();
     const Descriptor lock = folder_.lock();
     return launchLocked(package, program);
   } catch (const std::exception& failure) {
@@ -79,12 +79,18 @@ OSStatus Supervisor::launch(const std::filesystem::path& application) {
   }
 }
 
+OSStatus Supervisor::runsAlready() {
+  launched_ = true;
+  return noErr;
+}
+
 OSStatus Supervisor::launchLocked(const ApplicationPackage& package,
                                   const std::filesystem::path& program) {
   LaunchStarts starts = readRecord(package.name());
   if (!starts.empty() && lives(starts.back())) {
     const std::int32_t pid = starts.back().pid;
-    if (registry_.find(pid) != nullptr || find(pid) != started_.end()) return noErr;
+    if (registry_.find(pid) != nullptr) return runsAlready();
+    if (find(pid) != started_.end()) return noErr;
     auto started = std::make_unique<Started>(Started{.name = package.name(), .pid = pid});
     started->process = openProcess(pid);
     if (started->process.valid()) watch(std::move(started));

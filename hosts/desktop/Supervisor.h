@@ -28,7 +28,8 @@ class Supervisor {
   OSStatus launch(const std::filesystem::path& application);
   /// One that was launched lives and hasn't announced itself.
   [[nodiscard]] bool awaitsOne() const;
-  /// Whether one has announced itself since the last start; says so once.
+  /// Whether one has announced itself since the latest launch, or ran at that already; says so
+  /// once.
   bool takeLaunched() { return std::exchange(launched_, false); }
   /// What went wrong last, in words; empty: nothing.
   [[nodiscard]] const std::string& trouble() const { return trouble_; }
@@ -39,6 +40,7 @@ class Supervisor {
  private:
   struct Started;
 
+  OSStatus runsAlready();
   OSStatus launchLocked(const ApplicationPackage& package, const std::filesystem::path& program);
   LaunchStart start(const ApplicationPackage& package, const std::filesystem::path& program);
   void watch(std::unique_ptr<Started> started);

@@ -18,10 +18,11 @@ constexpr std::int16_t kMainApplication = 128;
 
 path preferencesFile(const path& preferences) { return preferences / "Quorvane ARC7 Preferences"; }
 
-resources::Bytes aliasOf(const path& file, const path& application) {
-  auto alias = resources::aliasTo(application.native());
-  if (!alias) throw std::runtime_error(file.string() + ": the path is too long");
-  return std::move(*alias);
+resources::Bytes aliasOf(const path& application) {
+  if (application.native().size() > resources::kLongestAliasPath) {
+    throw std::runtime_error(application.string() + ": the path is too long");
+  }
+  return resources::aliasRecord(application.native());
 }
 
 }  // namespace
@@ -46,7 +47,7 @@ void chooseMainApplication(const path& preferences, const std::optional<path>& a
     resources::Bytes& bytes = around.contentOf(resources::kResourceForkEntry);
     resources::ResourceFork fork = valueOf(file, resources::readResourceFork(bytes));
     if (application) {
-      fork.at(kLocation, kMainApplication).data = aliasOf(file, *application);
+      fork.at(kLocation, kMainApplication).data = aliasOf(*application);
     } else {
       std::erase_if(fork.resources, [](const resources::Resource& each) {
         return each.type == kLocation && each.id == kMainApplication;
