@@ -33,7 +33,7 @@ std::string readLauncher(const path& file) {
 path foundProgram(const std::string& name) {
   std::error_code error;
   const path own = std::filesystem::read_symlink("/proc/self/exe", error);
-  const path beside = own.parent_path() / name;
+  path beside = own.parent_path() / name;
   if (!error && access(beside.c_str(), X_OK) == 0) return beside;
   const std::unique_ptr<char, decltype(&g_free)> found(g_find_program_in_path(name.c_str()),
                                                        g_free);
@@ -68,7 +68,7 @@ void writeApplicationPackage(const ApplicationPackage& package) {
 path programOf(const ApplicationPackage& package) {
   const std::string& name = package.launcher.program;
   const bool isPath = name.find('/') != std::string::npos;
-  const path program = isPath ? package.folder / name : foundProgram(name);
+  path program = isPath ? package.folder / name : foundProgram(name);
   if (program.empty()) failAt(launcherFile(package.folder), "there is no program " + name);
   std::error_code error;
   if (access(program.c_str(), X_OK) != 0 || std::filesystem::is_directory(program, error)) {

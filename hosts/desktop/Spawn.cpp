@@ -16,7 +16,8 @@ constexpr int kCantBeRun = 127;
 
 std::vector<std::string> environmentOf(const Spawned& spawned) {
   std::vector<std::string> all;
-  for (const auto& [name, value] : spawned.variables) all.push_back(name + "=" + value);
+  for (const auto& [name, value] : spawned.variables)
+    all.push_back(std::string(name).append("=").append(value));
   const auto isReplaced = [&spawned](std::string_view variable) {
     return std::ranges::any_of(spawned.variables, [variable](const auto& each) {
       return variable.starts_with(each.first + "=");
