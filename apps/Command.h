@@ -22,6 +22,9 @@ void addTypeCommand(CLI::App& app, Run& run);
 void addCandidatesCommand(CLI::App& app, Run& run);
 void addCheckerCommand(CLI::App& app, Run& run);
 void addCorrectionsCommand(CLI::App& app, Run& run);
+void addCompanionCommand(CLI::App& app, Run& run);
+void addStopCommand(CLI::App& app, Run& run);
+void addInstallOption(CLI::App& app, Run& run);
 void addReplayCommand(CLI::App& app, Run& run);
 void addSettingsCommand(CLI::App& app, Run& run);
 

@@ -1,10 +1,7 @@
 #include "apps/OwnSurroundings.h"
 
-#include <sys/ipc.h>
-#include <sys/shm.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
@@ -13,6 +10,7 @@
 #include <string>
 #include <string_view>
 
+#include "apps/Segments.h"
 #include "hosts/desktop/DesktopConfiguration.h"
 #include "hosts/desktop/RuntimeFolder.h"
 #include "hosts/icu/IcuTextEncoding.h"
@@ -25,18 +23,6 @@ constexpr const char* kRuntimeDir = "QUORVANE_RUNTIME_DIR";
 constexpr const char* kDataDir = "QUORVANE_DATA_DIR";
 constexpr const char* kKeyOffset = "QUORVANE_KEY_OFFSET";
 constexpr std::string_view kFolderPrefix = "type-";
-/// The keys of the five segments.
-constexpr std::array<std::uint32_t, 5> kSegmentKeys{880, 893, 896, 897, 899};
-
-/// The process id in "type-4711".
-std::optional<std::int32_t> pidOfFolder(std::string_view name) {
-  if (!name.starts_with(kFolderPrefix)) return std::nullopt;
-  name.remove_prefix(kFolderPrefix.size());
-  std::int32_t pid = 0;
-  const auto end = std::from_chars(name.data(), name.data() + name.size(), pid);
-  const bool whole = end.ec == std::errc() && end.ptr == name.data() + name.size();
-  return whole && pid > 0 ? std::optional(pid) : std::nullopt;
-}
 
 /// An empty variable counts as unset, here as everywhere.
 bool isSet(const char* name) {
@@ -46,20 +32,10 @@ bool isSet(const char* name) {
 
 bool isAlive(std::int32_t pid) { return ::kill(pid, 0) == 0 || errno != ESRCH; }
 
-/// A segment of another user stays.
-void removeSegments(std::uint32_t keyOffset) {
-  for (const std::uint32_t key : kSegmentKeys) {
-    const int id = ::shmget(static_cast<key_t>(key + keyOffset), 0, 0);
-    shmid_ds info{};
-    if (id < 0 || ::shmctl(id, IPC_STAT, &info) != 0) continue;
-    if (info.shm_perm.uid == ::geteuid()) ::shmctl(id, IPC_RMID, nullptr);
-  }
-}
-
 void removeLeftovers(const std::filesystem::path& usualFolder) {
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(usualFolder, error)) {
-    const auto pid = pidOfFolder(entry.path().filename().string());
+    const auto pid = pidOfRun(entry.path().filename().string());
     if (!pid || (isAlive(*pid) && *pid != ::getpid())) continue;
     removeSegments(keyOffsetOf(*pid));
     std::error_code ignored;
@@ -67,11 +43,27 @@ void removeLeftovers(const std::filesystem::path& usualFolder) {
   }
 }
 
+/// Several runs may share one runtime folder.
+std::filesystem::path ownFolder(std::string_view kind) {
+  return desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory /
+         std::string(kind).append("-").append(std::to_string(::getpid()));
+}
+
 }  // namespace
+
+std::optional<std::int32_t> pidOfRun(std::string_view name) {
+  if (!name.starts_with(kFolderPrefix)) return std::nullopt;
+  name.remove_prefix(kFolderPrefix.size());
+  std::int32_t pid = 0;
+  const auto end = std::from_chars(name.data(), name.data() + name.size(), pid);
+  const bool whole = end.ec == std::errc() && end.ptr == name.data() + name.size();
+  return whole && pid > 0 ? std::optional(pid) : std::nullopt;
+}
 
 OwnSurroundings::OwnSurroundings(bool ownData)
     : usersData_(desktop::DesktopConfiguration::fromEnvironment().dataDirectory) {
   if (!isSet(kRuntimeDir)) makeFolder();
+  applicationsFolder_ = ownFolder("applications");
   if (ownData) makeDataFolder();
   if (!isSet(kKeyOffset)) {
     keyOffset_ = keyOffsetOf(::getpid());
@@ -90,8 +82,7 @@ void OwnSurroundings::makeFolder() {
 }
 
 void OwnSurroundings::makeDataFolder() {
-  const auto folder = desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory;
-  dataFolder_ = folder / ("data-" + std::to_string(::getpid()));
+  dataFolder_ = ownFolder("data");
   ::setenv(kDataDir, dataFolder_.c_str(), 1);
   IcuTextEncoding encoding;
   checker::copyUserFiles(usersData_, dataFolder_, encoding);
@@ -100,7 +91,7 @@ void OwnSurroundings::makeDataFolder() {
 void OwnSurroundings::remove() {
   if (keyOffset_ != 0) removeSegments(keyOffset_);
   keyOffset_ = 0;
-  for (std::filesystem::path* const folder : {&dataFolder_, &folder_}) {
+  for (std::filesystem::path* const folder : {&applicationsFolder_, &dataFolder_, &folder_}) {
     std::error_code ignored;
     if (!folder->empty()) std::filesystem::remove_all(*folder, ignored);
     folder->clear();

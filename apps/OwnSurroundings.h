@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
+#include <string_view>
 
 namespace quorvane {
 
@@ -11,6 +13,9 @@ namespace quorvane {
 constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
   return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
 }
+
+/// The process id in "type-4711", the folder of a run; none in any other name.
+std::optional<std::int32_t> pidOfRun(std::string_view folderName);
 
 /// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
 /// unless it is set already, and clears away what dead ones left.
@@ -25,7 +30,9 @@ class OwnSurroundings {
 
   /// Application support as it is without us.
   [[nodiscard]] const std::filesystem::path& usersData() const { return usersData_; }
-  /// Removes what was made here. Doing it twice does no harm.
+  /// A folder for the run's own applications; need not exist.
+  [[nodiscard]] const std::filesystem::path& applications() const { return applicationsFolder_; }
+  /// Removes what was made here, and that. Doing it twice does no harm.
   void remove();
 
  private:
@@ -35,7 +42,8 @@ class OwnSurroundings {
   std::filesystem::path usersData_;
   std::filesystem::path folder_;      ///< empty: it isn't ours
   std::filesystem::path dataFolder_;  ///< likewise
-  std::uint32_t keyOffset_ = 0;       ///< 0: not ours
+  std::filesystem::path applicationsFolder_;
+  std::uint32_t keyOffset_ = 0;  ///< 0: not ours
 };
 
 }  // namespace quorvane

@@ -12,6 +12,7 @@
 
 #include "apps/Command.h"
 #include "apps/DesktopClipboard.h"
+#include "apps/RunsApplications.h"
 #include "apps/UserParameters.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
@@ -35,11 +36,13 @@ std::unique_ptr<StandIn> startStandIn(const SystemOptions& options,
 }
 
 /// Log and console lines are shown on request only.
-desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int nowhere) {
+desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int nowhere,
+                                               const std::filesystem::path& ownApplications) {
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.logDescriptor = options.logDescriptor.value_or(nowhere);
   configuration.consoleDescriptor = configuration.logDescriptor;
   configuration.ownProcess.signature = options.application.signature;
+  chooseApplications(configuration, options, ownApplications);
   return configuration;
 }
 
@@ -71,7 +74,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
     : surroundings_(options.ownParameters()),
       standIn_(startStandIn(options, surroundings_.usersData())),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
-      configuration_(configurationFor(options, nowhere_.get())),
+      configuration_(configurationFor(options, nowhere_.get(), surroundings_.applications())),
       host_(configuration_, field_.forPlatform()),
       claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory)
                  .claimSegments(configuration_.keyOffset)),
@@ -99,7 +102,9 @@ RunningSystem::RunningSystem(const SystemOptions& options)
 /// The host's, with what is to be observed in between.
 Platform RunningSystem::platform() {
   const Platform host = host_.platform();
-  return {.application = application_,
+  return {.alerts = host.alerts,
+          .appleEvents = host.appleEvents,
+          .application = application_,
           .bundle = host.bundle,
           .carbonEvents = host.carbonEvents,
           .characterSets = host.characterSets,
@@ -110,6 +115,7 @@ Platform RunningSystem::platform() {
           .fileManager = host.fileManager,
           .inputMethodKit = host.inputMethodKit,
           .jsonSerialization = host.jsonSerialization,
+          .launchServices = host.launchServices,
           .log = host.log,
           .messagePorts = messagePorts_,
           .processManager = host.processManager,
@@ -149,6 +155,9 @@ void RunningSystem::watchSignals() {
     signalWatches_.push_back(
         host_.runLoop().onSignal(number, [this, number] { interrupted(number); }));
   }
+  const auto isEnding = [this] { return signal_ != 0; };
+  host_.launchServices().isEnding = isEnding;
+  host_.alerts().isEnding = isEnding;
 }
 
 /// The end of the stand-in ends any wait for it.

@@ -19,16 +19,6 @@
 namespace quorvane {
 namespace {
 
-std::vector<std::string> commandLine(StandIn::Talk talk, const checker::CheckerOptions& options) {
-  std::vector<std::string> words{"quorvane", "checker", "--smart-characters",
-                                 std::to_string(options.smartCharacters)};
-  if (options.popup) words.emplace_back("--popup");
-  if (options.controlDigits) words.emplace_back("--control-digits");
-  if (options.documentWindow) words.emplace_back("--document-window");
-  if (talk == StandIn::Talk::LogWithText) words.emplace_back("--show-private");
-  return words;
-}
-
 /// Between fork and exec: only calls that are safe there. `arguments` ends with null.
 [[noreturn]] void becomeStandIn(pid_t parent, int talk, char* const* arguments) {
   ::prctl(PR_SET_PDEATHSIG, SIGTERM);
@@ -65,8 +55,19 @@ void waitTenMilliseconds() {
 
 }  // namespace
 
+std::vector<std::string> standInArguments(const checker::CheckerOptions& options, bool showText) {
+  std::vector<std::string> words{"checker", "--smart-characters",
+                                 std::to_string(options.smartCharacters)};
+  if (options.popup) words.emplace_back("--popup");
+  if (options.controlDigits) words.emplace_back("--control-digits");
+  if (options.documentWindow) words.emplace_back("--document-window");
+  if (showText) words.emplace_back("--show-private");
+  return words;
+}
+
 StandIn::StandIn(Talk talk, const checker::CheckerOptions& options) {
-  std::vector<std::string> words = commandLine(talk, options);
+  std::vector<std::string> words = standInArguments(options, talk == Talk::LogWithText);
+  words.insert(words.begin(), "quorvane");
   std::vector<char*> arguments;
   arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());

@@ -4,11 +4,15 @@
 #include <sys/types.h>
 
 #include <string>
+#include <vector>
 
 #include "hosts/desktop/Descriptor.h"
 #include "tools/checker/CheckerOptions.h"
 
 namespace quorvane {
+
+/// What `quorvane` is told, so that the stand-in runs with these options.
+std::vector<std::string> standInArguments(const checker::CheckerOptions& options, bool showText);
 
 /// Runs `quorvane checker`. It ends when this object does, and when this process dies.
 class StandIn {

@@ -34,7 +34,7 @@ std::string usageProblem(const CLI::App* app, const CLI::Error& error) {
 int parseAndRun(int argc, char** argv) {
   CLI::App app("The input-method half of a desktop writing checker.", "quorvane");
   app.set_version_flag("--version", QUORVANE_VERSION);
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
   app.failure_message(usageProblem);
   quorvane::Run run;
   quorvane::addDeskCommand(app, run);
@@ -44,12 +44,17 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addCorrectionsCommand(app, run);
   quorvane::addSettingsCommand(app, run);
   quorvane::addReplayCommand(app, run);
+  quorvane::addCompanionCommand(app, run);
+  quorvane::addStopCommand(app, run);
+  quorvane::addInstallOption(app, run);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? quorvane::kExitDone : quorvane::kExitBadUsage;
   }
-  return run();
+  if (run) return run();
+  std::cerr << usageProblem(&app, CLI::RequiredError::Subcommand(1));
+  return quorvane::kExitBadUsage;
 }
 
 /// A full or closed output shows only when what waits is written.

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "apps/Command.h"
+#include "apps/MainApplicationSetting.h"
 #include "apps/SettingsList.h"
 #include "apps/UserParameters.h"
 #include "hosts/desktop/DesktopConfiguration.h"
@@ -273,6 +274,7 @@ void addSettingsCommand(CLI::App& app, Run& run) {
   addSwitches(*command, run);
   addShortcut(*command, run);
   addReset(*command, run);
+  addMainApplicationSetting(*command, run);
   command->footer(
       "APP is `type` or `desk`, a signature of four characters, or the bundle identifier of an\n"
       "application that has no signature. A text field sees a change when another application has\n"

@@ -71,12 +71,14 @@ std::filesystem::path cacheDirectory(const Environment& environment) {
   return homeDirectory(environment) / ".cache" / "quorvane";
 }
 
-std::filesystem::path dataDirectory(const Environment& environment) {
-  if (const auto own = valueOf(environment, "QUORVANE_DATA_DIR")) {
-    return std::filesystem::absolute(*own);
-  }
+std::filesystem::path usersData(const Environment& environment) {
   if (const auto data = absolutePath(environment, "XDG_DATA_HOME")) return *data;
   return homeDirectory(environment) / ".local" / "share";
+}
+
+std::filesystem::path dataDirectory(const Environment& environment) {
+  const auto own = valueOf(environment, "QUORVANE_DATA_DIR");
+  return own ? std::filesystem::absolute(*own) : usersData(environment);
 }
 
 std::filesystem::path bundleDirectory(const Environment& environment) {
@@ -88,6 +90,19 @@ std::filesystem::path bundleDirectory(const Environment& environment) {
   const auto above = program.parent_path().parent_path();
   const auto built = above / "data";
   return std::filesystem::is_directory(built, error) ? built : above / "share" / "quorvane";
+}
+
+std::filesystem::path usersApplicationsDirectory(const Environment& environment) {
+  const auto own = valueOf(environment, "QUORVANE_APPLICATIONS_DIR");
+  if (own) return std::filesystem::absolute(*own);
+  return usersData(environment) / "quorvane" / "Applications";
+}
+
+std::filesystem::path applicationsDirectory(const Environment& environment) {
+  auto users = usersApplicationsDirectory(environment);
+  std::error_code error;
+  if (std::filesystem::is_directory(users, error)) return users;
+  return bundleDirectory(environment) / "Applications";
 }
 
 NSRect screen(const Environment& environment, NSRect usual) {
@@ -121,6 +136,9 @@ DesktopConfiguration DesktopConfiguration::fromEnvironment(const Environment& en
   configuration.cacheDirectory = quorvane::desktop::cacheDirectory(environment);
   configuration.dataDirectory = quorvane::desktop::dataDirectory(environment);
   configuration.preferencesDirectory = configuration.configDirectory.parent_path();
+  configuration.applicationsDirectory = quorvane::desktop::applicationsDirectory(environment);
+  configuration.usersApplicationsDirectory =
+      quorvane::desktop::usersApplicationsDirectory(environment);
   configuration.screen = quorvane::desktop::screen(environment, configuration.screen);
   return configuration;
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include "hosts/desktop/Announcement.h"
 #include "platform/MacTypes.h"
@@ -24,6 +25,11 @@ struct DesktopConfiguration {
   std::filesystem::path cacheDirectory;  ///< of ours
   std::filesystem::path dataDirectory;   ///< the user's application support
   std::filesystem::path preferencesDirectory;
+  std::filesystem::path applicationsDirectory;
+  std::filesystem::path usersApplicationsDirectory;  ///< the same, or where it isn't made yet
+  bool endsWhatItLaunches = false;                   ///< at the latest with this process
+  /// What launched programs print goes there; none: to the log.
+  std::optional<int> launchedOutput{};
   NSRect screen{0, 0, 1440, 900};
   int logDescriptor = STDERR_FILENO;
   int consoleDescriptor = STDERR_FILENO;
@@ -37,6 +43,8 @@ struct DesktopConfiguration {
   /// that exists, else ../share/quorvane; $HOME, else the user's folder as the system has it;
   /// $XDG_CACHE_HOME/quorvane, else .cache/quorvane at home; $QUORVANE_DATA_DIR, else
   /// $XDG_DATA_HOME, else .local/share at home; $XDG_CONFIG_HOME, else .config at home;
+  /// $QUORVANE_APPLICATIONS_DIR, else quorvane/Applications in $XDG_DATA_HOME or .local/share at
+  /// home, where that exists, else Applications in the bundle;
   /// $QUORVANE_SCREEN, as 1440x900. Throws std::runtime_error on a value that can't be read.
   static DesktopConfiguration fromEnvironment();
   static DesktopConfiguration fromEnvironment(const Environment& environment);

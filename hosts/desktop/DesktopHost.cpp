@@ -21,12 +21,16 @@ DesktopHost::DesktopHost(const DesktopConfiguration& configuration, const Client
       sharedMemory_(configuration.keyOffset, log_),
       messagePorts_(folder_, runLoop_, log_),
       processRegistry_(folder_, runLoop_, log_, configuration.ownProcess),
+      supervisor_(configuration, folder_, runLoop_, processRegistry_, log_),
+      appleEvents_(processRegistry_, ConsentFile(configuration.configDirectory / "consent", log_),
+                   alerts_),
       application_(runLoop_, clients.annotationWindow, [this] { cleanUp(); }),
-      bundle_(configuration.bundleDirectory),
+      bundle_(configuration.bundleDirectory, application_.bundleIdentifier()),
       console_(configuration.consoleDescriptor),
       fileManager_(configuration.homeDirectory, configuration.cacheDirectory,
                    {{kApplicationSupportFolderType, configuration.dataDirectory},
-                    {kPreferencesFolderType, configuration.preferencesDirectory}},
+                    {kPreferencesFolderType, configuration.preferencesDirectory},
+                    {kApplicationsFolderType, configuration.applicationsDirectory}},
                    log_),
       resourceManager_(fileManager_, configuration.bundleDirectory, log_),
       screens_(configuration.screen),
@@ -40,6 +44,7 @@ DesktopHost::DesktopHost(const DesktopConfiguration& configuration, const Client
 DesktopHost::~DesktopHost() { cleanUp(); }
 
 void DesktopHost::cleanUp() {
+  supervisor_.end();
   processRegistry_.withdraw();
   messagePorts_.closeLocalPorts();
   sharedMemory_.removeOwnSegments();
@@ -47,7 +52,9 @@ void DesktopHost::cleanUp() {
 }
 
 Platform DesktopHost::platform() {
-  return {.application = application_,
+  return {.alerts = alerts_,
+          .appleEvents = appleEvents_,
+          .application = application_,
           .bundle = bundle_,
           .carbonEvents = clients_.carbonEvents,
           .characterSets = characterSets_,
@@ -58,6 +65,7 @@ Platform DesktopHost::platform() {
           .fileManager = fileManager_,
           .inputMethodKit = clients_.inputMethodKit,
           .jsonSerialization = jsonSerialization_,
+          .launchServices = launchServices_,
           .log = log_,
           .messagePorts = messagePorts_,
           .processManager = processManager_,

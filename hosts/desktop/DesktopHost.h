@@ -2,12 +2,15 @@
 // The Linux desktop under the logic: owns one of everything that a Platform holds, apart from what
 // comes with the text fields.
 
+#include "hosts/desktop/Alerts.h"
+#include "hosts/desktop/AppleEvents.h"
 #include "hosts/desktop/Application.h"
 #include "hosts/desktop/Bundle.h"
 #include "hosts/desktop/Clock.h"
 #include "hosts/desktop/Console.h"
 #include "hosts/desktop/DesktopConfiguration.h"
 #include "hosts/desktop/FileManager.h"
+#include "hosts/desktop/LaunchServices.h"
 #include "hosts/desktop/LogSink.h"
 #include "hosts/desktop/MessagePorts.h"
 #include "hosts/desktop/ProcessManager.h"
@@ -18,6 +21,7 @@
 #include "hosts/desktop/Screens.h"
 #include "hosts/desktop/SharedMemory.h"
 #include "hosts/desktop/SpellChecker.h"
+#include "hosts/desktop/Supervisor.h"
 #include "hosts/desktop/TextInputSources.h"
 #include "hosts/desktop/TextServicesManager.h"
 #include "hosts/desktop/UserDefaults.h"
@@ -46,14 +50,18 @@ class DesktopHost {
   [[nodiscard]] SharedMemory& sharedMemory() { return sharedMemory_; }
   [[nodiscard]] RunLoop& runLoop() { return runLoop_; }
   [[nodiscard]] ProcessRegistry& processRegistry() { return processRegistry_; }
+  [[nodiscard]] Supervisor& supervisor() { return supervisor_; }
+  [[nodiscard]] LaunchServices& launchServices() { return launchServices_; }
+  [[nodiscard]] Alerts& alerts() { return alerts_; }
   [[nodiscard]] Application& application() { return application_; }
   [[nodiscard]] Screens& screens() { return screens_; }
   [[nodiscard]] LogSink& log() { return log_; }
   /// Of the keys that a person presses; asked for at each of them.
   [[nodiscard]] keyboard::LayoutData keyboardLayout() { return textInputSources_.keyboardLayout(); }
 
-  /// Removes announcement, sockets and segments of this process, in that order, and flushes the
-  /// log. For the ends that no destructor sees; doing it twice does no harm.
+  /// Ends what it has launched, where that doesn't outlive it, removes announcement, sockets and
+  /// segments of this process, in that order, and flushes the log. For the ends that no destructor
+  /// sees; doing it twice does no harm.
   void cleanUp();
 
  private:
@@ -65,7 +73,10 @@ class DesktopHost {
   MessagePorts messagePorts_;
   ProcessRegistry processRegistry_;
   ProcessManager processManager_{processRegistry_};
-  Workspace workspace_{processRegistry_};
+  Supervisor supervisor_;
+  Workspace workspace_{processRegistry_, supervisor_};
+  Alerts alerts_{runLoop_, log_};
+  AppleEvents appleEvents_;
   Application application_;
   Bundle bundle_;
   IcuCharacterSets characterSets_;
@@ -73,6 +84,7 @@ class DesktopHost {
   Console console_;
   IcuDateFormatting dateFormatting_;
   FileManager fileManager_;
+  LaunchServices launchServices_{fileManager_, supervisor_, runLoop_};
   SimdjsonSerialization jsonSerialization_{fileManager_};
   ResourceManager resourceManager_;
   Screens screens_;

@@ -46,6 +46,9 @@ class FileManager final : public quorvane::FileManager {
   OSStatus FSSetCatalogInfo(const FSRef& ref, std::uint32_t whichInfo,
                             const FSCatalogInfo& info) override;
   OSStatus FSRefMakePath(const FSRef& ref, std::string& path) override;
+  bool CFURLGetFSRef(const std::string& path, FSRef& ref) override;
+  OSStatus FSResolveAlias(const FSRef* fromFile, std::span<const std::uint8_t> alias,
+                          FSRef& target) override;
 
  private:
   struct CloseFolder {

@@ -5,6 +5,7 @@
 
 #include "hosts/desktop/AppleDoubleFile.h"
 #include "hosts/desktop/FileManager.h"
+#include "hosts/resources/AliasRecord.h"
 #include "hosts/resources/UTCDates.h"
 
 namespace quorvane::desktop {
@@ -112,6 +113,23 @@ OSStatus FileManager::FSRefMakePath(const FSRef& ref, std::string& path) {
   if (!item) return fnfErr;
   path = item->path;
   return noErr;
+}
+
+bool FileManager::CFURLGetFSRef(const std::string& path, FSRef& ref) {
+  const auto found = nodes_.refOf(path);
+  if (found) ref = *found;
+  return found.has_value();
+}
+
+OSStatus FileManager::FSResolveAlias(const FSRef* fromFile, std::span<const std::uint8_t> alias,
+                                     FSRef& target) {
+  const auto leadsTo = resources::pathOfAlias(alias);
+  if (!leadsTo) return paramErr;
+  const auto base = fromFile == nullptr ? std::nullopt : nodes_.find(*fromFile);
+  std::filesystem::path path = *leadsTo;
+  if (path.is_relative() && !base) return fnfErr;
+  if (path.is_relative()) path = base->path / path;
+  return CFURLGetFSRef(path, target) ? noErr : fnfErr;
 }
 
 }  // namespace quorvane::desktop

@@ -3,11 +3,21 @@
 #include <poll.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <csignal>
+#include <ctime>
+#include <fstream>
+#include <iterator>
+#include <sstream>
 #include <string>
 
 namespace quorvane::desktop {
 namespace {
+
+using std::chrono::milliseconds;
+using SteadyTime = std::chrono::steady_clock::time_point;
 
 bool isOfThisUser(std::int32_t pid) {
   struct stat status {};
@@ -20,10 +30,67 @@ bool hasEnded(const Descriptor& process) {
   return poll(&entry, 1, 0) != 0;
 }
 
+/// Until then or until all have ended.
+bool haveEndedBy(std::span<const Descriptor> processes, SteadyTime deadline) {
+  for (const Descriptor& process : processes) {
+    const auto left = std::chrono::ceil<milliseconds>(deadline - SteadyTime::clock::now());
+    pollfd entry{process.get(), POLLIN, 0};
+    if (poll(&entry, 1, static_cast<int>(std::max(left.count(), milliseconds::rep{0}))) == 0) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void signalAll(std::span<const Descriptor> processes, int number) {
+  for (const Descriptor& process : processes) signalProcess(process, number);
+}
+
 }  // namespace
 
+bool signalProcess(const Descriptor& process, int number) {
+  return syscall(SYS_pidfd_send_signal, process.get(), number, nullptr, 0) == 0;
+}
+
+bool endProcesses(std::span<const Descriptor> processes, milliseconds patience) {
+  signalAll(processes, SIGTERM);
+  if (haveEndedBy(processes, SteadyTime::clock::now() + patience)) return true;
+  signalAll(processes, SIGKILL);
+  return haveEndedBy(processes, SteadyTime::clock::now() + std::chrono::seconds(2));
+}
+
+/// The 22nd field; the second one is a name in parentheses, which may hold anything.
+std::optional<std::uint64_t> beginningOf(std::int32_t pid) {
+  std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
+  const std::string all{std::istreambuf_iterator<char>(file), {}};
+  const std::size_t behindName = all.rfind(')');
+  if (behindName == std::string::npos) return {};
+  std::istringstream fields(all.substr(behindName + 1));
+  std::string skipped;
+  for (int field = 3; field < 22; ++field) fields >> skipped;
+  std::uint64_t began = 0;
+  return fields >> began ? std::optional(began) : std::nullopt;
+}
+
+std::uint64_t ticksOf(std::chrono::seconds duration) {
+  static const auto perSecond = static_cast<std::uint64_t>(sysconf(_SC_CLK_TCK));
+  return static_cast<std::uint64_t>(duration.count()) * perSecond;
+}
+
+std::uint64_t ticksSinceBoot() {
+  timespec now{};
+  clock_gettime(CLOCK_BOOTTIME, &now);
+  const auto perSecond = ticksOf(std::chrono::seconds(1));
+  return ticksOf(std::chrono::seconds(now.tv_sec)) +
+         static_cast<std::uint64_t>(now.tv_nsec) * perSecond / 1'000'000'000;
+}
+
+Descriptor openChild(std::int32_t pid) {
+  return Descriptor(static_cast<int>(syscall(SYS_pidfd_open, pid, 0)));
+}
+
 Descriptor openProcess(std::int32_t pid) {
-  Descriptor process(static_cast<int>(syscall(SYS_pidfd_open, pid, 0)));
+  Descriptor process = openChild(pid);
   if (!process.valid() || hasEnded(process) || !isOfThisUser(pid)) return {};
   return process;
 }

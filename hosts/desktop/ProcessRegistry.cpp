@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <stdexcept>
 
@@ -126,6 +127,19 @@ bool ProcessRegistry::setFrontApplication(std::int32_t pid) {
 const AnnouncedProcess* ProcessRegistry::find(std::int32_t pid) const {
   const std::size_t index = indexOf(pid);
   return index == kNotFound ? nullptr : &processes_[index];
+}
+
+const AnnouncedProcess* ProcessRegistry::findSignature(FourCharCode signature) const {
+  const auto found = std::find_if(
+      std::next(processes_.begin()), processes_.end(),
+      [signature](const auto& each) { return each.announcement.signature == signature; });
+  return found == processes_.end() ? nullptr : &*found;
+}
+
+bool ProcessRegistry::signal(std::int32_t pid, int number) const {
+  if (pid == ownPid()) return kill(pid, number) == 0;
+  const std::size_t index = indexOf(pid);
+  return index != kNotFound && signalProcess(liveness_[index].descriptor, number);
 }
 
 std::unique_ptr<Registration> ProcessRegistry::addObserver(WorkspaceNotification name,

@@ -44,6 +44,10 @@ class ProcessRegistry {
   }
   /// Null where the list hasn't got it.
   [[nodiscard]] const AnnouncedProcess* find(std::int32_t pid) const;
+  /// The first one that isn't this process; null likewise.
+  [[nodiscard]] const AnnouncedProcess* findSignature(FourCharCode signature) const;
+  /// False where the list hasn't got it or it has ended.
+  bool signal(std::int32_t pid, int number) const;
   [[nodiscard]] std::int32_t ownPid() const { return processes_.front().pid; }
 
   [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,

@@ -43,6 +43,14 @@ void checkOwner(const std::filesystem::path& path) {
   if ((status.st_mode & 077) != 0) refuse(path, "is open to other users; run chmod 700 on it");
 }
 
+/// It may have been removed since it was opened.
+bool isAt(const std::filesystem::path& path, const Descriptor& file) {
+  struct stat there {};
+  struct stat opened {};
+  return lstat(path.c_str(), &there) == 0 && fstat(file.get(), &opened) == 0 &&
+         there.st_ino == opened.st_ino && there.st_dev == opened.st_dev;
+}
+
 }  // namespace
 
 RuntimeFolder::RuntimeFolder(std::filesystem::path path) : path_(std::move(path)) {
@@ -56,10 +64,10 @@ RuntimeFolder::RuntimeFolder(std::filesystem::path path) : path_(std::move(path)
 
 Descriptor RuntimeFolder::lock() const {
   constexpr int kAttempts = 100;
-  Descriptor file = openLockFile();
-  if (!file.valid()) refuse(path_, std::string(".lock can't be opened: ") + std::strerror(errno));
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    if (flock(file.get(), LOCK_EX | LOCK_NB) == 0) return file;
+    Descriptor file = openLockFile();
+    if (!file.valid()) refuse(path_, std::string(".lock can't be opened: ") + std::strerror(errno));
+    if (flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isAt(path_ / ".lock", file)) return file;
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
   }
   refuse(path_,

@@ -21,12 +21,20 @@ const NSRunningApplication* Workspace::menuBarOwningApplication() { return front
 
 bool Workspace::openURLs(const std::string& address, std::string_view /*bundleIdentifier*/,
                          std::uint32_t /*options*/) {
+  return openURL(address);
+}
+
+bool Workspace::openURL(const std::string& address) {
   std::string program = "xdg-open";
   std::string argument = address;
   std::array<char*, 3> arguments{program.data(), argument.data(), nullptr};
   const int flags = G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL;
   return g_spawn_async(nullptr, arguments.data(), nullptr, static_cast<GSpawnFlags>(flags), nullptr,
                        nullptr, nullptr, nullptr) != FALSE;
+}
+
+bool Workspace::launchApplication(const std::string& path) {
+  return supervisor_.launch(path) == noErr;
 }
 
 std::unique_ptr<Registration> Workspace::addObserver(WorkspaceNotification name,

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "hosts/desktop/ProcessRegistry.h"
+#include "hosts/desktop/Supervisor.h"
 #include "platform/Workspace.h"
 
 namespace quorvane::desktop {
 
 class Workspace final : public quorvane::Workspace {
  public:
-  explicit Workspace(ProcessRegistry& registry) : registry_(registry) {}
+  Workspace(ProcessRegistry& registry, Supervisor& supervisor)
+      : registry_(registry), supervisor_(supervisor) {}
 
   std::span<const NSRunningApplication> runningApplications() override;
   const NSRunningApplication* frontmostApplication() override;
@@ -15,11 +17,14 @@ class Workspace final : public quorvane::Workspace {
   /// In whatever shows such addresses here: `bundleIdentifier` names a program of another system.
   bool openURLs(const std::string& address, std::string_view bundleIdentifier,
                 std::uint32_t options) override;
+  bool openURL(const std::string& address) override;
+  bool launchApplication(const std::string& path) override;
   [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                           Observer observer) override;
 
  private:
   ProcessRegistry& registry_;
+  Supervisor& supervisor_;
 };
 
 }  // namespace quorvane::desktop

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "hosts/desktop/ClipboardFile.h"
 #include "src/base/BigEndian.h"
 #include "src/base/Text.h"
 #include "tests/support/DesktopStage.h"

@@ -13,7 +13,7 @@ std::uint32_t ownKeyOffset() {
   return 0x20000000U + static_cast<std::uint32_t>(getpid()) * 4 * kApart + (count++ % 4) * kApart;
 }
 
-DesktopStage::DesktopStage() {
+DesktopStage::DesktopStage(const std::function<void(desktop::DesktopConfiguration&)>& configure) {
   configuration_.keyOffset = ownKeyOffset();
   configuration_.runtimeDirectory = folder_.path() / "run";
   configuration_.configDirectory = folder_.path() / "config";
@@ -22,6 +22,8 @@ DesktopStage::DesktopStage() {
   configuration_.cacheDirectory = folder_.path() / "cache";
   configuration_.dataDirectory = folder_.path() / "data";
   configuration_.preferencesDirectory = folder_.path() / "preferences";
+  configuration_.applicationsDirectory = folder_.path() / "applications";
+  if (configure) configure(configuration_);
   openHost();
 }
 

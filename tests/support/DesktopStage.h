@@ -2,6 +2,7 @@
 // A desktop host for one test, with a folder and shared-memory keys of its own.
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <set>
 
@@ -16,7 +17,9 @@ std::uint32_t ownKeyOffset();
 
 class DesktopStage {
  public:
-  DesktopStage();
+  /// `configure` has the last word on the host's configuration.
+  explicit DesktopStage(
+      const std::function<void(desktop::DesktopConfiguration&)>& configure = nullptr);
 
   [[nodiscard]] desktop::DesktopHost& host() { return *host_; }
   [[nodiscard]] Platform platform() { return host_->platform(); }

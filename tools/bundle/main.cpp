@@ -1,4 +1,5 @@
-// Makes the resource file of the bundle: a string list of the lines of a text.
+// Makes the resource file of the bundle, a string list of the lines of a text, and the applications
+// that ship with it.
 
 #include <exception>
 #include <filesystem>
@@ -10,6 +11,7 @@
 
 #include "hosts/desktop/AtomicFile.h"
 #include "hosts/resources/ResourceFork.h"
+#include "tools/applications/ApplicationFolder.h"
 
 namespace quorvane {
 namespace {
@@ -37,7 +39,7 @@ resources::Bytes stringList(const std::vector<std::string>& strings) {
   return list;
 }
 
-void make(const char* strings, const std::filesystem::path& file) {
+void makeResources(const char* strings, const std::filesystem::path& file) {
   resources::ResourceFork fork;
   fork.at(kStringList, kMenuStrings).data = stringList(linesOf(strings));
   const resources::Bytes bytes = resources::writeResourceFork(fork).value.value();
@@ -53,8 +55,11 @@ void make(const char* strings, const std::filesystem::path& file) {
 
 int main(int argc, char** argv) {
   try {
-    if (argc != 3) throw std::runtime_error("usage: quorvane_bundle STRINGS FILE");
-    quorvane::make(argv[1], argv[2]);
+    if (argc != 3) throw std::runtime_error("usage: quorvane_bundle STRINGS FOLDER");
+    const std::filesystem::path bundle = argv[2];
+    quorvane::applications::putStandIn(bundle / "Applications");
+    quorvane::applications::putCompanions(bundle);
+    quorvane::makeResources(argv[1], bundle / "Quorvane.rsrc");
     return 0;
   } catch (const std::exception& error) {
     std::cerr << "quorvane_bundle: " << error.what() << '\n';

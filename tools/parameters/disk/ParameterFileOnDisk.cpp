@@ -8,6 +8,7 @@
 
 #include "hosts/desktop/AppleDoubleFile.h"
 #include "tools/parameters/UsualParameters.h"
+#include "tools/parameters/disk/OutcomeOfFile.h"
 
 namespace quorvane::parameters {
 namespace {
@@ -32,12 +33,6 @@ path pathIn(const path& support) {
     if (before && isParameterFile(each.path())) first = each.path();
   }
   return first.empty() ? folder / kFile : first;
-}
-
-template <class Value>
-Value valueOf(const path& file, resources::Outcome<Value> outcome) {
-  if (!outcome) throw std::runtime_error(file.string().append(": ").append(outcome.fault));
-  return std::move(*outcome.value);
 }
 
 resources::Outcome<ResourceFork> forkOf(const path& file) {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <filesystem>
+
+namespace quorvane::desktop {
+
+/// Makes what is missing of the path, each with mode 0700. True where something was. Throws
+/// std::runtime_error, with a message that names the folder and the reason.
+bool makePrivateFolders(const std::filesystem::path& path);
+
+}  // namespace quorvane::desktop

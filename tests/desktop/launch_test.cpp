@@ -1,0 +1,172 @@
+// Launching: what is started, what isn't, and how what ends is met.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <csignal>
+#include <fstream>
+#include <thread>
+
+#include "hosts/desktop/LaunchRecord.h"
+#include "hosts/desktop/ProcessLiveness.h"
+#include "hosts/resources/AliasRecord.h"
+#include "tests/support/DesktopStage.h"
+#include "tools/applications/ApplicationFolder.h"
+
+namespace quorvane::desktop {
+namespace {
+
+constexpr Seconds kWait{30};
+
+class Launch : public testing::Test {
+ protected:
+  /// A main application that a shell plays; $1 is a file of the test's.
+  void put(const std::string& script) {
+    writeApplicationPackage({application_, "QVPX"_4cc, {"/bin/sh", {"-c", script, "sh", said_}}});
+  }
+  OSStatus launch(tests::DesktopStage& stage) {
+    FSRef ref;
+    const Platform platform = stage.platform();
+    if (!platform.fileManager.CFURLGetFSRef(application_, ref)) return fnfErr;
+    return platform.launchServices.LSOpenFromRefSpec(ref, 0);
+  }
+  OSStatus launchElsewhereAt(std::chrono::steady_clock::time_point begins) {
+    tests::DesktopStage own{
+        [this](DesktopConfiguration& its) { its.runtimeDirectory = stage_.runtimeFile(""); }};
+    std::this_thread::sleep_until(begins);
+    return launch(own);
+  }
+  OSStatus wait(Seconds time = kWait) {
+    return stage_.platform().launchServices.ReceiveNextEvent(kEventClassApplication,
+                                                             kEventAppLaunchNotification, time);
+  }
+  std::string said() const { return tests::contentOf(said_); }
+
+  static constexpr const char* kAnnounce =
+      "echo started >>\"$1\"; f=\"$QUORVANE_RUNTIME_DIR/$$.process\"; printf "
+      "'quorvane-process 1\\npid=%d\\nserial=1:%d\\nname=Quorvane\\nsignature=QVPX\\ntype=APPL\\n"
+      "bundle=com.tallowmere.quorvane\\n' $$ $$ >\"$f.new\"; mv \"$f.new\" \"$f\"; "
+      "exec sleep 60";
+
+  tests::DesktopStage stage_{[](DesktopConfiguration& own) { own.endsWhatItLaunches = true; }};
+  const std::filesystem::path application_ =
+      applications::mainApplicationIn(stage_.configuration().applicationsDirectory);
+  const std::string said_ = stage_.configuration().runtimeDirectory.parent_path() / "said";
+};
+
+TEST_F(Launch, OneThatRunsIsTheOnlyOneAndOneThatIsKilledComesAgain) {
+  put(kAnnounce);
+  tests::DesktopStage other{
+      [this](DesktopConfiguration& own) { own.runtimeDirectory = stage_.runtimeFile(""); }};
+  for (const std::string all : {"started\n", "started\nstarted\n"}) {
+    EXPECT_EQ(launch(stage_), noErr);
+    EXPECT_EQ(launch(other), noErr) << "while it starts";
+    EXPECT_EQ(wait(), noErr);
+    EXPECT_EQ(launch(stage_), noErr);
+    EXPECT_EQ(wait(), noErr) << "of one that runs it comes at once";
+    EXPECT_EQ(wait(), eventLoopTimedOutErr) << "and once";
+    EXPECT_EQ(launch(other), noErr);
+    EXPECT_EQ(said(), all);
+    ProcessRegistry& registry = stage_.host().processRegistry();
+    const auto* const running = registry.findSignature("QVPX"_4cc);
+    ASSERT_NE(running, nullptr);
+    EXPECT_EQ(kill(running->pid, SIGKILL), 0);
+    EXPECT_TRUE(stage_.eventually([&] { return registry.findSignature("QVPX"_4cc) == nullptr; }));
+  }
+}
+
+TEST_F(Launch, OfSeveralThatLaunchAtOnceOneStartsIt) {
+  put(kAnnounce);
+  const auto begins = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+  std::array<pid_t, 4> launchers{};
+  for (pid_t& launcher : launchers) {
+    launcher = fork();
+    if (launcher == 0) _exit(launchElsewhereAt(begins) == noErr ? 0 : 1);
+  }
+  for (const pid_t launcher : launchers) {
+    int status = -1;
+    waitpid(launcher, &status, 0);
+    EXPECT_EQ(status, 0);
+  }
+  ProcessRegistry& registry = stage_.host().processRegistry();
+  ASSERT_TRUE(stage_.eventually([&] { return registry.findSignature("QVPX"_4cc) != nullptr; }));
+  EXPECT_EQ(said(), "started\n");
+  registry.signal(registry.findSignature("QVPX"_4cc)->pid, SIGTERM);
+}
+
+TEST_F(Launch, ACrashLoopEndsAndIsSaidWithWhatTheProgramPrinted) {
+  put("echo started >>\"$1\"; echo out of luck; exit 3");
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(launch(stage_), noErr);
+    EXPECT_EQ(wait(), eventLoopTimedOutErr) << "at once";
+    const std::string& trouble = stage_.host().supervisor().trouble();
+    EXPECT_NE(trouble.find("exit code 3"), std::string::npos) << trouble;
+    EXPECT_NE(trouble.find("out of luck"), std::string::npos) << trouble;
+  }
+  EXPECT_EQ(launch(stage_), kLSUnknownErr);
+  EXPECT_NE(stage_.host().supervisor().trouble().find("three times"), std::string::npos);
+  EXPECT_EQ(said(), "started\nstarted\nstarted\n");
+}
+
+TEST_F(Launch, WhatIsNoApplicationIsSaidAndNothingStarts) {
+  put("exit 0");
+  for (const char* const content :
+       {"", "quorvane-launcher 1\n", "quorvane-launcher 2\n/bin/sh\n",
+        "quorvane-launcher 1\n/no/such\n", "quorvane-launcher 1\n/tmp\n",
+        "quorvane-launcher 1\n/bin/sh\n\x01\n"}) {
+    std::ofstream(application_ / "Contents/launcher") << content;
+    EXPECT_EQ(launch(stage_), kLSUnknownErr) << content;
+    EXPECT_NE(stage_.host().supervisor().trouble(), "") << content;
+  }
+  EXPECT_FALSE(stage_.platform().workspace.launchApplication("/no/such.app"));
+}
+
+TEST_F(Launch, EndsWithItsOwnerEvenWhereItWillNot) {
+  put("trap '' TERM; echo $$ >\"$1\"; while :; do sleep 1; done");
+  EXPECT_EQ(launch(stage_), noErr);
+  EXPECT_EQ(wait(Seconds(0.2)), eventLoopTimedOutErr);
+  ASSERT_TRUE(stage_.eventually([this] { return said().ends_with('\n'); }));
+  const int pid = std::stoi(said());
+  EXPECT_TRUE(isRunning(pid));
+  stage_.closeHost();
+  EXPECT_FALSE(isRunning(pid));
+}
+
+TEST(AliasRecord, OnlyWhatIsWholeLeadsAnywhere) {
+  tests::DesktopStage stage;
+  quorvane::FileManager& files = stage.platform().fileManager;
+  const std::filesystem::path folder = stage.configuration().runtimeDirectory;
+  FSRef base;
+  FSRef found;
+  ASSERT_TRUE(files.CFURLGetFSRef(folder.parent_path(), base));
+  auto alias = resources::aliasRecord(folder.native());
+  EXPECT_EQ(files.FSResolveAlias(nullptr, alias, found), noErr);
+  std::string path;
+  EXPECT_EQ(files.FSRefMakePath(found, path), noErr);
+  EXPECT_EQ(path, folder);
+  EXPECT_EQ(files.FSResolveAlias(&base, resources::aliasRecord("run"), found), noErr);
+  EXPECT_EQ(files.FSResolveAlias(nullptr, resources::aliasRecord("run"), found), fnfErr);
+  EXPECT_EQ(files.FSResolveAlias(&base, resources::aliasRecord("none"), found), fnfErr);
+  for (std::size_t size = 0; size < alias.size(); ++size) {
+    EXPECT_EQ(files.FSResolveAlias(&base, std::span(alias).first(size), found), paramErr);
+  }
+  alias[7] = 0;
+  EXPECT_EQ(files.FSResolveAlias(&base, alias, found), paramErr);
+}
+
+TEST(LaunchRecord, OnlyItsOwnFormIsRead) {
+  const LaunchStarts starts{{7, 100, false}, {8, 200, true}};
+  const std::string good = formatLaunchStarts(starts);
+  EXPECT_EQ(parseLaunchStarts(good), starts);
+  for (std::size_t size = 0; size < good.size(); ++size) {
+    EXPECT_NE(parseLaunchStarts(good.substr(0, size)), starts);
+  }
+  for (const char* const bad : {"quorvane-starts 1\n-7 1\n", "quorvane-starts 1\n7 1 read\n",
+                                "quorvane-starts 1\n7 1\n7 1\n7 1\n7 1\n"}) {
+    EXPECT_TRUE(parseLaunchStarts(bad).empty()) << bad;
+  }
+}
+
+}  // namespace
+}  // namespace quorvane::desktop

@@ -1,0 +1,91 @@
+// The family as real processes: companions, and the end of all.
+
+#include <gtest/gtest.h>
+#include <sys/ipc.h>
+#include <sys/shm.h>
+
+#include <csignal>
+#include <fstream>
+
+#include "tests/support/DesktopStage.h"
+#include "tools/applications/ApplicationFolder.h"
+
+namespace quorvane::tests {
+namespace {
+
+class Family : public testing::Test {
+ protected:
+  RunningProgram run(std::vector<std::string> arguments, std::string input = {}) {
+    return {folder_, {std::move(arguments), std::move(input), {key_}}};
+  }
+
+  OwnFolder folder_;
+  const std::uint32_t offset_ = ownKeyOffset();
+  const std::string key_ = "QUORVANE_KEY_OFFSET=" + std::to_string(offset_);
+  const std::filesystem::path runtime_ = folder_.usualRuntimeFolder();
+};
+
+TEST_F(Family, StopEndsThemAllAndLeavesNothing) {
+  RunningProgram checker = run({"checker"});
+  RunningProgram server = run({"companion", "server"});
+  RunningProgram pencil = run({"companion", "pencil-menu"});
+  RunningProgram type(folder_, {{"type", "--delay", "60000"}, "ab", {}});
+  ASSERT_TRUE(eventually([this] { return announcementsIn(runtime_) == 3; }));
+  const auto own = runtime_ / ("type-" + std::to_string(type.pid()));
+  ASSERT_TRUE(eventually([&] { return announcementsIn(own) >= 2; }));
+  RunningProgram second = run({"companion", "server"});
+  EXPECT_EQ(second.wait(), 1) << "one runs";
+  // A leftover whose process id somebody else has by now, and a process that won't end.
+  const Child bystander([] {});
+  const auto leftover = runtime_ / (std::to_string(bystander.pid()) + ".process");
+  std::ofstream(leftover) << "quorvane-process 1\npid=" << bystander.pid()
+                          << "\nserial=1:" << bystander.pid()
+                          << "\nname=x\nsignature=????\ntype=APPL\nbundle=x\n";
+  std::filesystem::last_write_time(
+      leftover, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+  server.signal(SIGSTOP);
+  RunningProgram stop = run({"stop"});
+  EXPECT_EQ(stop.wait(), 0) << stop.errors();
+  EXPECT_EQ(checker.wait(), 0);
+  EXPECT_EQ(pencil.wait(), 0);
+  EXPECT_EQ(server.wait(), 128 + SIGKILL);
+  EXPECT_EQ(type.wait(), 128 + SIGTERM);
+  EXPECT_FALSE(std::filesystem::exists(runtime_));
+  EXPECT_EQ(::shmget(static_cast<key_t>(880 + offset_), 0, 0), -1);
+  EXPECT_EQ(::kill(bystander.pid(), 0), 0);
+  RunningProgram again = run({"stop"});
+  EXPECT_EQ(again.wait(), 0);
+  EXPECT_EQ(again.output(), "nothing was running\n");
+}
+
+TEST_F(Family, ThePencilMenuEndsAtItsMessage) {
+  RunningProgram pencil = run({"companion", "pencil-menu"});
+  ASSERT_TRUE(eventually([this] { return announcementsIn(runtime_) == 1; }));
+  DesktopStage stage{
+      [this](desktop::DesktopConfiguration& own) { own.runtimeDirectory = runtime_; }};
+  MessagePorts& ports = stage.platform().messagePorts;
+  const auto port =
+      ports.CFMessagePortCreateRemote("Q7T2M4K9W1.com.tallowmere.QorvMenuletPortServer");
+  ASSERT_NE(port, nullptr);
+  for (const FourCharCode message : {"oMen"_4cc, "gMen"_4cc}) {
+    ports.CFMessagePortSendRequest(*port, static_cast<std::int32_t>(message), CFData(32),
+                                   Seconds(0), Seconds(0), nullptr);
+  }
+  EXPECT_EQ(pencil.wait(), 0);
+}
+
+TEST_F(Family, TheChosenMainApplicationIsKeptAndOnlyOneThatCanRun) {
+  const auto chosen = applications::mainApplicationIn(folder_.path() / "apps");
+  RunningProgram wrong = run({"settings", "main-application", chosen});
+  EXPECT_EQ(wrong.wait(), 2);
+  applications::putStandIn(folder_.path() / "apps");
+  for (const std::string& word : {chosen.string(), std::string("none")}) {
+    EXPECT_EQ(run({"settings", "main-application", word}).wait(), 0);
+    RunningProgram tell = run({"settings", "main-application"});
+    EXPECT_EQ(tell.wait(), 0);
+    EXPECT_EQ(tell.output().find(chosen) == std::string::npos, word == "none") << tell.output();
+  }
+}
+
+}  // namespace
+}  // namespace quorvane::tests
