@@ -23,6 +23,7 @@ void addCandidatesCommand(CLI::App& app, Run& run);
 void addCheckerCommand(CLI::App& app, Run& run);
 void addCorrectionsCommand(CLI::App& app, Run& run);
 void addCompanionCommand(CLI::App& app, Run& run);
+void addStatusCommand(CLI::App& app, Run& run);
 void addStopCommand(CLI::App& app, Run& run);
 void addInstallOption(CLI::App& app, Run& run);
 void addReplayCommand(CLI::App& app, Run& run);

@@ -12,6 +12,7 @@
 #include <set>
 #include <string_view>
 
+#include "apps/FamilyFolders.h"
 #include "apps/OwnSurroundings.h"
 #include "apps/Segments.h"
 #include "hosts/desktop/Announcement.h"
@@ -20,6 +21,7 @@
 #include "hosts/desktop/PlainFile.h"
 #include "hosts/desktop/ProcessLiveness.h"
 #include "hosts/desktop/RuntimeFolder.h"
+#include "hosts/desktop/StatusFile.h"
 
 namespace quorvane {
 namespace {
@@ -31,47 +33,9 @@ using Pids = std::set<std::int32_t>;
 constexpr std::chrono::milliseconds kPatience{2000};
 constexpr std::string_view kPortPrefix = "Q7T2M4K9W1.";
 constexpr std::string_view kStartsPrefix = ".starts-";
-constexpr std::array<std::string_view, 3> kSharedFiles{"popup", "window", "clipboard"};
+constexpr std::array<std::string_view, 2> kSharedFiles{"popup", "window"};
 /// What ends may have started others; more rounds are of no use.
 constexpr int kMostRounds = 3;
-
-std::vector<path> entriesOf(const path& folder) {
-  std::vector<path> entries;
-  std::error_code error;
-  for (std::filesystem::directory_iterator each(folder, error), end; !error && each != end;
-       each.increment(error)) {
-    entries.push_back(each->path());
-  }
-  return entries;
-}
-
-/// The folder and those of private runs in it.
-std::vector<path> foldersOf(const path& runtimeFolder) {
-  std::vector<path> folders{runtimeFolder};
-  for (const path& entry : entriesOf(runtimeFolder)) {
-    struct stat status {};
-    const bool isFolder = lstat(entry.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-    if (isFolder && pidOfRun(entry.filename().native())) folders.push_back(entry);
-  }
-  return folders;
-}
-
-/// A file that says something of a process is a leftover where the process began later.
-bool beganBefore(std::int32_t pid, const path& file) {
-  constexpr std::int64_t kTolerance = 2;
-  struct stat status {};
-  const auto began = desktop::beginningOf(pid);
-  if (!began || lstat(file.c_str(), &status) != 0) return false;
-  const auto perSecond = desktop::ticksOf(std::chrono::seconds(1));
-  const auto age = static_cast<std::int64_t>((desktop::ticksSinceBoot() - *began) / perSecond);
-  return time(nullptr) - age <= status.st_mtim.tv_sec + kTolerance;
-}
-
-std::string contentOf(const path& file) {
-  constexpr std::size_t kLargest = 1024;
-  const auto bytes = desktop::readPlainFile(file, kLargest, desktop::Links::Refuse);
-  return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
-}
 
 void addStarts(Pids& pids, const path& record) {
   for (const desktop::LaunchStart& start : desktop::parseLaunchStarts(contentOf(record))) {
@@ -90,11 +54,7 @@ void addServer(Pids& pids, const path& port) {
 /// Whoever `entry` tells of.
 void addProcesses(Pids& pids, const path& entry) {
   const std::string name = entry.filename();
-  const auto announced = desktop::pidOfAnnouncementFile(name);
-  const auto process = announced ? desktop::parseAnnouncement(contentOf(entry)) : std::nullopt;
-  if (process && process->pid == *announced && beganBefore(*announced, entry)) {
-    pids.insert(*announced);
-  }
+  if (const auto process = announcedProcess(entry)) pids.insert(process->pid);
   const auto run = pidOfRun(name);
   if (run && beganBefore(*run, entry)) pids.insert(*run);
   if (name.starts_with(kStartsPrefix)) addStarts(pids, entry);
@@ -119,7 +79,8 @@ bool isFamilys(const path& entry) {
   const std::string name = entry.filename();
   return name.starts_with('.') || name.starts_with(kPortPrefix) || name.starts_with("data-") ||
          name.starts_with("applications-") || desktop::pidOfAnnouncementFile(name) ||
-         pidOfRun(name) || std::ranges::find(kSharedFiles, name) != kSharedFiles.end();
+         desktop::pidOfStatusFile(name) || name.starts_with("clipboard") || pidOfRun(name) ||
+         std::ranges::find(kSharedFiles, name) != kSharedFiles.end();
 }
 
 void removeFolder(const path& folder, FamilyEnd& end) {

@@ -14,6 +14,7 @@
 #include "apps/DesktopClipboard.h"
 #include "apps/RunsApplications.h"
 #include "apps/UserParameters.h"
+#include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "src/shell/main.h"
@@ -24,16 +25,6 @@ namespace {
 
 using std::chrono::milliseconds;
 using SteadyClock = std::chrono::steady_clock;
-
-constexpr milliseconds kStandInLimit{10'000};
-
-/// The stand-in looks after the parameter file, too, but nobody hears what it says of it.
-std::unique_ptr<StandIn> startStandIn(const SystemOptions& options,
-                                      const std::filesystem::path& users) {
-  if (!options.checker) return nullptr;
-  prepareUserParameters(users);
-  return std::make_unique<StandIn>(options.talk, options.standIn);
-}
 
 /// Log and console lines are shown on request only.
 desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int nowhere,
@@ -60,19 +51,18 @@ parameters::ResourceFork parametersFor(parameters::ResourceFork file,
   return file;
 }
 
-std::string whyEnded(const std::string& lastLine) {
-  const std::string ended = "the stand-in main application has ended";
-  if (lastLine.empty()) {
-    return ended + "; run `quorvane checker` to see why, or go without it by --no-checker";
-  }
-  return ended + " and said last:\n" + lastLine + "\nGo without it by --no-checker";
+std::string whyNone(const std::string& trouble) {
+  const std::string none = "the main application doesn't start";
+  return trouble.empty()
+             ? none + "; run `quorvane checker` to see why, or go without it by --no-checker"
+             : none + ": " + trouble + "\nGo without it by --no-checker";
 }
 
 }  // namespace
 
 RunningSystem::RunningSystem(const SystemOptions& options)
     : surroundings_(options.ownParameters()),
-      standIn_(startStandIn(options, surroundings_.usersData())),
+      hasMainApplication_(options.checker),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
       configuration_(configurationFor(options, nowhere_.get(), surroundings_.applications())),
       host_(configuration_, field_.forPlatform()),
@@ -160,39 +150,23 @@ void RunningSystem::watchSignals() {
   host_.alerts().isEnding = isEnding;
 }
 
-/// The end of the stand-in ends any wait for it.
-void RunningSystem::interrupted(int signal) {
-  signal_ = signal;
-  if (standIn_) standIn_->end();
-}
+void RunningSystem::interrupted(int signal) { signal_ = signal; }
 
 void RunningSystem::run(std::function<void()> body) {
   body_ = std::move(body);
   host_.processRegistry().setFrontApplication(::getpid());
-  if (standIn_) awaitStandIn();
-  if (signal_ != 0) return;
   if (standsAside()) return standAside();
   if (InputMethodMain(instance_, {}) != 0) {
     throw std::runtime_error("the input method doesn't start; try again with --log");
   }
 }
 
-void RunningSystem::awaitStandIn() {
-  const auto limit = SteadyClock::now() + kStandInLimit;
-  while (host_.processRegistry().find(standIn_->pid()) == nullptr) {
-    if (signal_ != 0) return;
-    if (!standIn_->running()) throw std::runtime_error(whyEnded(standIn_->lastLine()));
-    if (SteadyClock::now() > limit) {
-      throw std::runtime_error(
-          "the stand-in main application isn't ready after ten seconds;"
-          " go without it by --no-checker, or see what `quorvane checker` says");
-    }
-    host_.runLoop().runFor(kTurn);
+void RunningSystem::requireMainApplication() {
+  if (host_.processRegistry().findSignature(kQuorvaneSignature) == nullptr) {
+    throw std::runtime_error(whyNone(host_.supervisor().trouble()));
   }
-  standIn_->stopListening();
   if (Is_Quorvane_AppReady(instance_) == 0) {
-    std::cerr << "quorvane: the stand-in main application has no dictionary; typing goes on"
-                 " unchecked\n";
+    std::cerr << "quorvane: the main application has no dictionary; typing goes on unchecked\n";
   }
   MasterCloseToolRecPtr(instance_);
 }
@@ -206,10 +180,14 @@ void RunningSystem::standAside() {
   body_();
 }
 
-/// Announced last of all: our port stands, and the stand-in has announced itself before us. One
-/// that finds us running already can't know how the word began that it sees first, and leaves it
-/// alone.
+/// Announced last of all: our port stands, and the main application has announced itself before us.
+/// One that finds us running already can't know how the word began that it sees first, and leaves
+/// it alone.
 void RunningSystem::begin() {
+  if (signal_ != 0) return;
+  if (hasMainApplication_) requireMainApplication();
+  status_.emplace(instance_, configuration_.runtimeDirectory, configuration_.keyOffset);
+  textApplication_.watch = &*status_;
   announcement_ = host_.processRegistry().announce(configuration_.ownProcess);
   textApplication_.focus(&document_);
   settle();
@@ -222,6 +200,7 @@ void RunningSystem::settle() {
     if (!standsAside() && front_.update()) host_.runLoop().runPending();
     textApplication_.deliverPosted();
   } while (field_.events.size() != 0);
+  if (status_) status_->update();
 }
 
 void RunningSystem::exiting() {
@@ -230,7 +209,8 @@ void RunningSystem::exiting() {
 }
 
 void RunningSystem::cleanUp() {
-  if (standIn_) standIn_->end();
+  textApplication_.watch = nullptr;
+  status_.reset();
   host_.cleanUp();
   surroundings_.remove();
 }

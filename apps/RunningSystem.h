@@ -1,6 +1,5 @@
 #pragma once
-// The whole input method under one document, and the stand-in main application beside it in a
-// process of its own.
+// The whole input method under one document, which launches the main application beside it.
 
 #include <chrono>
 #include <filesystem>
@@ -14,7 +13,7 @@
 #include "apps/Observed.h"
 #include "apps/OwnApplication.h"
 #include "apps/OwnSurroundings.h"
-#include "apps/StandIn.h"
+#include "apps/StatusKeeper.h"
 #include "apps/SystemOptions.h"
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/FieldParts.h"
@@ -29,15 +28,15 @@ inline constexpr std::chrono::milliseconds kTurn{10};
 
 class RunningSystem {
  public:
-  /// Throws where runtime folder or stand-in can't be had, with a message that says what to do.
+  /// Throws where the runtime folder can't be had, with a message that says what to do.
   explicit RunningSystem(const SystemOptions& options);
   ~RunningSystem() { cleanUp(); }
   RunningSystem(const RunningSystem&) = delete;
   RunningSystem& operator=(const RunningSystem&) = delete;
 
   /// Starts the input method, unless another one was first, gives the document the focus, and calls
-  /// `body`, whose end is the end of it all. Throws where the stand-in or the input method doesn't
-  /// start, and what `body` throws.
+  /// `body`, whose end is the end of it all. Throws where the main application or the input method
+  /// doesn't start, and what `body` throws.
   void run(std::function<void()> body);
   /// Everything that waits is handled: messages, notifications, posted events. What is posted finds
   /// the right application in front.
@@ -56,8 +55,8 @@ class RunningSystem {
     return configuration_.runtimeDirectory;
   }
   [[nodiscard]] FrontApplication& front() { return front_; }
-  /// Null: it was left out.
-  [[nodiscard]] StandIn* standIn() { return standIn_.get(); }
+  /// False: the main application was left out.
+  [[nodiscard]] bool hasMainApplication() const { return hasMainApplication_; }
   /// Another input method works on our segments already: every key passes.
   [[nodiscard]] bool standsAside() const { return !claim_.valid(); }
   /// The signal that asked for an early end; 0: none. `body` returns soon after it has come.
@@ -72,7 +71,7 @@ class RunningSystem {
   void connectKeyboard();
   void watchSignals();
   void interrupted(int signal);
-  void awaitStandIn();
+  void requireMainApplication();
   void standAside();
   void begin();
   void exiting();
@@ -80,7 +79,7 @@ class RunningSystem {
 
   std::optional<HeldEndSignals> held_{std::in_place};  ///< until the signals are watched
   OwnSurroundings surroundings_;
-  std::unique_ptr<StandIn> standIn_;  ///< null: without
+  bool hasMainApplication_;
   field::FieldParts field_;
   desktop::Descriptor nowhere_;
   desktop::DesktopConfiguration configuration_;
@@ -94,6 +93,7 @@ class RunningSystem {
   InputController controller_;
   field::TextApplication textApplication_;
   field::Document& document_;
+  std::optional<StatusKeeper> status_;  ///< none: nothing is handled here
   std::vector<std::unique_ptr<Registration>> signalWatches_;
   std::unique_ptr<Registration> announcement_;
   std::function<void()> body_;

@@ -14,7 +14,7 @@ namespace {
 
 bool isAsUsual(const SystemOptions& options) {
   const checker::CheckerOptions& standIn = options.standIn;
-  return options.checker && options.talk != StandIn::Talk::LogWithText &&
+  return options.checker && options.talk != StandInTalk::LogWithText &&
          standIn.smartCharacters == 0 && !standIn.popup && !standIn.controlDigits &&
          !standIn.documentWindow;
 }
@@ -24,14 +24,14 @@ bool isAsUsual(const SystemOptions& options) {
 void chooseApplications(desktop::DesktopConfiguration& configuration, const SystemOptions& options,
                         const std::filesystem::path& folder) {
   configuration.endsWhatItLaunches = true;
-  if (options.talk != StandIn::Talk::None) configuration.launchedOutput = STDERR_FILENO;
+  if (options.talk != StandInTalk::None) configuration.launchedOutput = STDERR_FILENO;
   if (isAsUsual(options)) return prepareUsersApplications(configuration);
   configuration.applicationsDirectory = folder / "Applications";
   configuration.preferencesDirectory = folder / "Preferences";
   desktop::makePrivateFolders(configuration.applicationsDirectory);
   desktop::makePrivateFolders(configuration.preferencesDirectory);
   if (!options.checker) return;
-  const bool showText = options.talk == StandIn::Talk::LogWithText;
+  const bool showText = options.talk == StandInTalk::LogWithText;
   applications::putStandIn(configuration.applicationsDirectory,
                            standInArguments(options.standIn, showText));
 }

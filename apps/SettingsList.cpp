@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "apps/Hexadecimal.h"
+#include "apps/JSONText.h"
 #include "src/menu/MenuTable.h"
 #include "tools/parameters/ShortcutNames.h"
 #include "tools/parameters/SwitchNames.h"
@@ -20,18 +21,6 @@ constexpr std::array<parameters::Flag, 5> kListed{
     parameters::kPencilMenu, parameters::kMenuActivated, parameters::kWithSpace,
     parameters::kVertical, parameters::kShiftToggle};
 
-/// Bytes of the file, so that no terminal and no parser takes one for something else.
-std::string shown(std::string_view bytes) {
-  std::string text;
-  for (const char byte : bytes) {
-    const auto code = static_cast<unsigned char>(byte);
-    const bool plain = code >= 32 && code < 127 && byte != '"' && byte != '\\';
-    const std::string hex = hexadecimal(code);
-    text += plain ? std::string(1, byte) : "\\u00" + std::string(2 - hex.size(), '0') + hex;
-  }
-  return text;
-}
-
 std::string_view itemOf(FourCharCode command) {
   const auto* const row = std::ranges::find(kMenuTable, command, &MenuRow::commandID);
   return row == kMenuTable.end() ? std::string_view() : row->item;
@@ -41,7 +30,7 @@ std::string_view itemOf(FourCharCode command) {
 std::string nameOf(const parameters::KnownApplication& application) {
   const auto* const own = parameters::ownApplication(application.signature);
   if (own != nullptr) return std::string(own->name);
-  std::string identifier = shown(application.bundleIdentifier);
+  std::string identifier = printable(application.bundleIdentifier);
   if (application.signature == parameters::kNoSignature) return identifier;
   return codeText(application.signature) + (identifier.empty() ? "" : " " + identifier);
 }
@@ -63,19 +52,10 @@ std::string linesOf(const parameters::Shortcuts& all) {
 
 // JSON.
 
-std::string inQuotes(std::string_view plain) { return std::string("\"").append(plain) + '"'; }
-
-template <class All, class One>
-std::string arrayOf(const All& all, const One& one) {
-  std::string items;
-  for (const auto& each : all) items += (items.empty() ? "" : ", ") + one(each);
-  return "[" + items + "]";
-}
-
 std::string shortcutsJSON(const parameters::Shortcuts& all) {
   return arrayOf(all, [](const parameters::KeyShortcut& each) {
     return R"({"command": )" + inQuotes(codeText(each.command)) + R"(, "keys": )" +
-           inQuotes(shown(parameters::keysOf(each))) + "}";
+           inQuotes(printable(parameters::keysOf(each))) + "}";
   });
 }
 
@@ -97,7 +77,7 @@ std::vector<std::string_view> namesIn(std::uint32_t word) {
 std::string switchesJSON(const ResourceFork& file) {
   return arrayOf(parameters::switchesIn(file), [](const parameters::Switches& each) {
     return R"({"signature": )" + inQuotes(codeText(each.application.signature)) +
-           R"(, "bundleIdentifier": )" + inQuotes(shown(each.application.bundleIdentifier)) +
+           R"(, "bundleIdentifier": )" + inQuotes(printable(each.application.bundleIdentifier)) +
            R"(, "word": )" + std::to_string(each.word) + R"(, "on": )" +
            arrayOf(namesIn(each.word), inQuotes) + "}";
   });
@@ -108,7 +88,7 @@ std::string switchesJSON(const ResourceFork& file) {
 std::string codeText(FourCharCode code) {
   std::string bytes;
   for (int shift = 24; shift >= 0; shift -= 8) bytes += static_cast<char>(code >> shift & 0xFF);
-  return shown(bytes);
+  return printable(bytes);
 }
 
 std::string switchesText(std::uint32_t word) {

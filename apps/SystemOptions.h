@@ -20,8 +20,8 @@ struct SystemOptions {
   bool completes = true;                     ///< false: no words in this run, whatever that says
   parameters::CompletionFlags completion{};  ///< on in this run, beside those that the user has on
   bool checker = true;                       ///< the stand-in runs beside us
-  StandIn::Talk talk = StandIn::Talk::None;
-  checker::CheckerOptions standIn{};   ///< what `StandIn` takes of them
+  StandInTalk talk = StandInTalk::None;
+  checker::CheckerOptions standIn{};   ///< smart characters and windows count
   std::optional<int> logDescriptor{};  ///< of log and console; none: they go nowhere
   bool showPrivate = false;            ///< typed text in log lines
 

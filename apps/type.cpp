@@ -75,8 +75,8 @@ int runType(const TypeOptions& options) {
 void chooseTalk(TypeOptions& options, bool log) {
   SystemOptions& system = options.system;
   if (log) system.logDescriptor = STDERR_FILENO;
-  if (log) system.talk = StandIn::Talk::Log;
-  if (options.trace || (log && system.showPrivate)) system.talk = StandIn::Talk::LogWithText;
+  if (log) system.talk = StandInTalk::Log;
+  if (options.trace || (log && system.showPrivate)) system.talk = StandInTalk::LogWithText;
 }
 
 }  // namespace

@@ -106,7 +106,7 @@ Fact DeskFacts::mainApplication(std::uint32_t windowState) {
     return {"main application: in front", {u"window: its own"}};
   }
   if (runs) return {"main application: runs", {nameOf(windowState)}};
-  return {system_.standIn() == nullptr ? "main application: none" : "main application: has ended",
+  return {system_.hasMainApplication() ? "main application: has ended" : "main application: none",
           {}};
 }
 

@@ -145,7 +145,10 @@ Outcome TextApplication::handle(const NSEvent& event, const Delivery& how, bool 
   modifiers_ = classicModifiers(event.modifierFlags);
   if (!posted) noteHeldKey(event);
   Progress progress(*this);
+  EventWatch* const told = posted ? nullptr : watch;
+  if (told != nullptr) told->begins(event);
   const Outcome outcome = offer(event, how, clientOf(*document));
+  if (told != nullptr) told->ends(event, outcome);
   if (outcome == Outcome::PassedOn || outcome == Outcome::PassedAfterError) {
     passOn(event, *document, posted ? CopiedFor::Command : CopiedFor::Person);
   }

@@ -32,6 +32,14 @@ struct EventReport {
   bool posted = false;                       ///< it came out of the queue
 };
 
+/// Told of each event around its handling by the controller. One event may lie within another.
+class EventWatch {
+ public:
+  virtual ~EventWatch() = default;
+  virtual void begins(const NSEvent& event) = 0;
+  virtual void ends(const NSEvent& event, Outcome outcome) = 0;
+};
+
 class TextApplication {
  public:
   /// How many posted events one event may bring along; what is above it is dropped and recorded.
@@ -94,6 +102,7 @@ class TextApplication {
 
   Delivery delivery;  ///< for every event that isn't delivered with its own
   std::function<void(const EventReport&)> trace;
+  EventWatch* watch = nullptr;  ///< null: nobody; of events that no person made neither
   /// Told of each client call on any document just before it is carried out.
   std::function<void(const ClientCall&)> onClientCall;
 

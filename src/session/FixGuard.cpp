@@ -147,17 +147,21 @@ std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text, 
   return doubtful ? std::optional(FixFault::Doubtful) : std::nullopt;
 }
 
-void keepFix(Instance& instance) {
-  auto& taken = instance.state<FixState>().taken;
-  if (!taken) losePlace(BIMGetActiveSession(instance));
-  taken.reset();
+void keepFix(Instance& instance, Utf16Units length) {
+  auto& state = instance.state<FixState>();
+  if (!state.taken) losePlace(BIMGetActiveSession(instance));
+  state.taken.reset();
+  ++state.kept;
+  state.lastKept = length;
 }
+
+std::string_view nameOf(FixFault fault) { return kFaultNames[static_cast<std::size_t>(fault)]; }
 
 void dropFix(Instance& instance, FixFault fault) {
   auto& state = instance.state<FixState>();
   const auto index = static_cast<std::size_t>(fault);
   ++state.dropped[index];
-  Log(instance, "fix dropped: ", kFaultNames[index]);
+  Log(instance, "fix dropped: ", nameOf(fault));
   if (!state.taken) return;
   BIMSessionRec* const session = findSession(instance, state.taken->session);
   if (isUnchanged(session, *state.taken)) {

@@ -12,6 +12,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "src/session/QBIM_IMK_SessionRecord.h"
 
@@ -52,6 +53,8 @@ struct FixState {
   bool retyped = false;    ///< nor one before it, whose text it doesn't begin with
   bool textsCome = false;  ///< the main application has sent one
   std::array<std::uint64_t, kFixFaults> dropped{};  ///< fixes, by fault
+  std::uint64_t kept = 0;                           ///< fixes
+  Utf16Units lastKept{};                            ///< length of the latest
 };
 
 /// Takes in what the main application changed; a text is kept until its message comes. Null: the
@@ -65,8 +68,10 @@ void scanSentence(Instance& instance, BIMSessionRec& session);
 /// The fault of a fix whose message has come: `text` in the place of what stands before the caret,
 /// `length` long. Empty: it may go into the document.
 std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text, Utf16Units length);
-/// It has gone there.
-void keepFix(Instance& instance);
+/// It has gone there, `length` long.
+void keepFix(Instance& instance, Utf16Units length);
+/// In words, for a person.
+std::string_view nameOf(FixFault fault);
 /// It has not: its text is taken back. Where more was typed meanwhile the session begins anew.
 void dropFix(Instance& instance, FixFault fault);
 

@@ -1,0 +1,59 @@
+#include "apps/FamilyFolders.h"
+
+#include <sys/stat.h>
+
+#include <ctime>
+
+#include "apps/OwnSurroundings.h"
+#include "hosts/desktop/PlainFile.h"
+#include "hosts/desktop/ProcessLiveness.h"
+
+namespace quorvane {
+
+using std::filesystem::path;
+
+std::vector<path> entriesOf(const path& folder) {
+  std::vector<path> entries;
+  std::error_code error;
+  for (std::filesystem::directory_iterator each(folder, error), end; !error && each != end;
+       each.increment(error)) {
+    entries.push_back(each->path());
+  }
+  return entries;
+}
+
+std::vector<path> foldersOf(const path& runtimeFolder) {
+  std::vector<path> folders{runtimeFolder};
+  for (const path& entry : entriesOf(runtimeFolder)) {
+    struct stat status {};
+    const bool isFolder = lstat(entry.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    if (isFolder && pidOfRun(entry.filename().native())) folders.push_back(entry);
+  }
+  return folders;
+}
+
+bool beganBefore(std::int32_t pid, const path& file) {
+  constexpr std::int64_t kTolerance = 2;
+  struct stat status {};
+  const auto began = desktop::beginningOf(pid);
+  if (!began || lstat(file.c_str(), &status) != 0) return false;
+  const auto perSecond = desktop::ticksOf(std::chrono::seconds(1));
+  const auto age = static_cast<std::int64_t>((desktop::ticksSinceBoot() - *began) / perSecond);
+  return time(nullptr) - age <= status.st_mtim.tv_sec + kTolerance;
+}
+
+std::string contentOf(const path& file) {
+  constexpr std::size_t kLargest = 1024;
+  const auto bytes = desktop::readPlainFile(file, kLargest, desktop::Links::Refuse);
+  return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
+}
+
+std::optional<desktop::AnnouncedProcess> announcedProcess(const path& entry) {
+  const auto pid = desktop::pidOfAnnouncementFile(entry.filename().native());
+  const auto process = pid ? desktop::parseAnnouncement(contentOf(entry)) : std::nullopt;
+  const bool isRunning =
+      process && process->pid == *pid && beganBefore(*pid, entry) && desktop::isRunning(*pid);
+  return isRunning ? process : std::nullopt;
+}
+
+}  // namespace quorvane
