@@ -188,6 +188,7 @@ TEST(Desk, PopupWithSuggestions) {
   };
   desk.keys("'Teh 1,'");
   EXPECT_TRUE(desk.line(0, "Teh 1,")) << "a digit in haste is typed";
+  std::this_thread::sleep_for(std::chrono::milliseconds(600));  // the first tick closes windows
   ASSERT_TRUE(opensWith("' recieve '")) << desk.screen();
   EXPECT_EQ(desk.placeOf("\u250C"), std::pair(std::size_t{2}, std::size_t{16})) << desk.screen();
   EXPECT_TRUE(desk.shows("\u2502 1 receive ")) << desk.screen();

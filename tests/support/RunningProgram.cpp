@@ -37,11 +37,21 @@ std::string contentOf(const std::filesystem::path& file) {
   return content.str();
 }
 
+namespace {
+
+bool isOfCompanion(const std::filesystem::path& announcement) {
+  std::ifstream file(announcement);
+  const std::string text((std::istreambuf_iterator<char>(file)), {});
+  return text.find("signature=QVUI") != text.npos || text.find("signature=QVKS") != text.npos;
+}
+
+}  // namespace
+
 std::size_t announcementsIn(const std::filesystem::path& folder) {
   std::error_code error;
   std::size_t count = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    if (entry.path().extension() == ".process") ++count;
+    if (entry.path().extension() == ".process" && !isOfCompanion(entry.path())) ++count;
   }
   return count;
 }

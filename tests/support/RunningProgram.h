@@ -59,7 +59,7 @@ class RunningProgram {
 
 std::string contentOf(const std::filesystem::path& file);
 
-/// How many processes have announced themselves in `folder`.
+/// How many main applications and input methods have announced themselves in `folder`.
 std::size_t announcementsIn(const std::filesystem::path& folder);
 
 void pauseShortly();
