@@ -7,6 +7,7 @@
 #include <csignal>
 #include <fstream>
 
+#include "hosts/desktop/StatusFile.h"
 #include "tests/support/DesktopStage.h"
 #include "tools/applications/ApplicationFolder.h"
 
@@ -30,7 +31,10 @@ TEST_F(Family, StopEndsThemAllAndLeavesNothing) {
   RunningProgram server = run({"companion", "server"});
   RunningProgram pencil = run({"companion", "pencil-menu"});
   RunningProgram type(folder_, {{"type", "--delay", "60000"}, "ab", {}});
-  ASSERT_TRUE(eventually([this] { return announcementsIn(runtime_) == 3; }));
+  ASSERT_TRUE(eventually([this] {
+    return announcementsIn(runtime_) == 1 && announced(runtime_, "QVUI") != 0 &&
+           announced(runtime_, "QVKS") != 0;
+  }));
   const auto own = runtime_ / ("type-" + std::to_string(type.pid()));
   ASSERT_TRUE(eventually([&] { return announcementsIn(own) >= 2; }));
   RunningProgram second = run({"companion", "server"});
@@ -58,9 +62,34 @@ TEST_F(Family, StopEndsThemAllAndLeavesNothing) {
   EXPECT_EQ(again.output(), "nothing was running\n");
 }
 
+/// However often somebody looks, and whoever of the siblings is killed meanwhile.
+TEST_F(Family, ATextStaysWholeWhoeverLooksAndWhoeverDies) {
+  std::string text;
+  for (int i = 0; i < 200; ++i) text += "teh ";
+  RunningProgram type(folder_, {{"type", "--delay", "5"}, text, {}});
+  const auto own = runtime_ / ("type-" + std::to_string(type.pid()));
+  ASSERT_TRUE(eventually([&] {
+    return announcementsIn(own) == 2 && announced(own, "QVUI") && announced(own, "QVKS");
+  }));
+  const auto status = desktop::statusFileOf(own, type.pid());
+  RunningProgram look = run({"status", "--json"});
+  for (int i = 0; i < 10'000; ++i) {
+    ASSERT_TRUE(desktop::readStatusFile(status) || !std::filesystem::exists(status));
+    const char* const victim = i == 2500 ? "QVKS" : i == 5000 ? "QVPX" : i == 7500 ? "QVUI" : "";
+    if (const pid_t pid = *victim ? announced(own, victim) : 0; pid != 0) ::kill(pid, SIGKILL);
+  }
+  EXPECT_EQ(look.wait(), 0);
+  EXPECT_NE(look.output().find("\"process\": " + std::to_string(type.pid())), std::string::npos);
+  EXPECT_EQ(type.wait(), 0) << type.errors();
+  std::string typed = type.output();
+  for (std::size_t at = 0; (at = typed.find("the ", at)) != typed.npos;)
+    typed.replace(at, 4, "teh ");
+  EXPECT_EQ(typed, text);
+}
+
 TEST_F(Family, ThePencilMenuEndsAtItsMessage) {
   RunningProgram pencil = run({"companion", "pencil-menu"});
-  ASSERT_TRUE(eventually([this] { return announcementsIn(runtime_) == 1; }));
+  ASSERT_TRUE(eventually([this] { return announced(runtime_, "QVKS") != 0; }));
   DesktopStage stage{
       [this](desktop::DesktopConfiguration& own) { own.runtimeDirectory = runtime_; }};
   MessagePorts& ports = stage.platform().messagePorts;

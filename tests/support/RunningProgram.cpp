@@ -39,21 +39,29 @@ std::string contentOf(const std::filesystem::path& file) {
 
 namespace {
 
-bool isOfCompanion(const std::filesystem::path& announcement) {
-  std::ifstream file(announcement);
-  const std::string text((std::istreambuf_iterator<char>(file)), {});
-  return text.find("signature=QVUI") != text.npos || text.find("signature=QVKS") != text.npos;
+bool isOf(const std::filesystem::path& entry, std::string_view signature) {
+  return entry.extension() == ".process" &&
+         contentOf(entry).find("\nsignature=" + std::string(signature) + '\n') != std::string::npos;
 }
 
 }  // namespace
 
 std::size_t announcementsIn(const std::filesystem::path& folder) {
   std::error_code error;
-  std::size_t count = 0;
+  const std::filesystem::directory_iterator entries(folder, error);
+  return static_cast<std::size_t>(
+      std::count_if(begin(entries), end(entries), [](const auto& entry) {
+        return entry.path().extension() == ".process" && !isOf(entry, "QVUI") &&
+               !isOf(entry, "QVKS");
+      }));
+}
+
+pid_t announced(const std::filesystem::path& folder, std::string_view signature) {
+  std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-    if (entry.path().extension() == ".process" && !isOfCompanion(entry.path())) ++count;
+    if (isOf(entry, signature)) return std::stoi(entry.path().stem());
   }
-  return count;
+  return 0;
 }
 
 void pauseShortly() { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }

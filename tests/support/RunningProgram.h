@@ -61,6 +61,8 @@ std::string contentOf(const std::filesystem::path& file);
 
 /// How many main applications and input methods have announced themselves in `folder`.
 std::size_t announcementsIn(const std::filesystem::path& folder);
+/// Process id of the one that has with this signature; 0: none.
+pid_t announced(const std::filesystem::path& folder, std::string_view signature);
 
 void pauseShortly();
 
