@@ -20,8 +20,9 @@ class LaunchServices {
   /// Starts the application at `ref`, without parameters, and doesn't wait for it. One that runs
   /// already stays the only one: 0, and its event comes at once.
   virtual OSStatus LSOpenFromRefSpec(const FSRef& ref, std::uint32_t launchFlags) = 0;
-  /// Turns the run loop until such an event has come, since the latest launch: 0, or until
-  /// `timeout` has passed: eventLoopTimedOutErr. Keys, messages and timers go on meanwhile.
+  /// Turns the run loop until such an event of the application that LSOpenFromRefSpec named last
+  /// has come: 0, or until `timeout` has passed: eventLoopTimedOutErr. Keys, messages and timers go
+  /// on meanwhile.
   virtual OSStatus ReceiveNextEvent(FourCharCode eventClass, std::uint32_t kind,
                                     Seconds timeout) = 0;
 };

@@ -27,6 +27,7 @@ OSStatus MemoryLaunchServices::LSOpenFromRefSpec(const FSRef& ref, std::uint32_t
   const std::size_t line =
       journal_.call("LSOpenFromRefSpec ", path, " ", Journal::Hex{launchFlags});
   const auto* const application = find(path);
+  awaited_ = path;
   arrived_ = application != nullptr && isRunning(*application);
   return journal_.result(line, open(path) ? noErr : kLSUnknownErr);
 }
@@ -87,7 +88,7 @@ void MemoryLaunchServices::run(const std::string& path) {
   } else {
     processes_.add(application.process);
   }
-  arrived_ = true;
+  if (path == awaited_) arrived_ = true;
 }
 
 }  // namespace quorvane::memory

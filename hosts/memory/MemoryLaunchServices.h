@@ -54,7 +54,8 @@ class MemoryLaunchServices : public LaunchServices {
   MemoryProcesses& processes_;
   MemoryMainApplication& mainApplication_;
   std::vector<MemoryInstalledApplication> installed_;
-  bool arrived_ = false;  ///< the event of the latest LSOpenFromRefSpec
+  std::string awaited_;   ///< named by the latest LSOpenFromRefSpec
+  bool arrived_ = false;  ///< its event
 };
 
 }  // namespace quorvane::memory

@@ -52,9 +52,11 @@ std::string pathOf(Instance& instance, const FSRef& ref, std::size_t longest) {
   return path.size() <= longest ? path : std::string();
 }
 
+/// An empty path fails unasked.
 void launchPath(Instance& instance, const std::string& path, std::string_view launched,
                 std::string_view failed) {
-  Log(instance, instance.platform().workspace.launchApplication(path) ? launched : failed);
+  const bool starts = !path.empty() && instance.platform().workspace.launchApplication(path);
+  Log(instance, starts ? launched : failed);
 }
 
 /// Where the sibling lies: what is embedded counts before what lies in `sharedSupport`.

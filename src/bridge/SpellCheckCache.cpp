@@ -109,6 +109,7 @@ std::uint32_t GET_LAST_SPELLCHECK(Instance& instance, std::string_view word,
   Log(instance, "***GET_LAST_SPELLCHECK ", Private{asked}, " ");
   const SpellRecord record(instance, block);
   if (word != record.word()) return 0;
+  if (out.data() == nullptr) return record.count();
   if (mode == 0) listSuggestions(instance, record, out);
   if (mode == 1) offerLast(record, word, out);
   return record.count();

@@ -27,7 +27,8 @@ inline constexpr std::size_t kLongestSuggestionLine = 1224;
 std::uint8_t* GetTool_SpellCPtr(Instance& instance);
 void CloseToolSpellCheckRecPtr(Instance& instance, const void* address);
 
-/// The number of suggestions as the record has it; 0 where the word is another one. `out` may be
+/// The number of suggestions as the record has it, which may be larger than the 24 that there is
+/// room for; 0 where the word is another one. `out` may be
 /// null, and is filled as far as it goes. `mode` 0: the suggestions one behind the other, each with
 /// a 0 behind it unless it fills its slot; 1: the last one, " <OR> " and the word; else nothing.
 std::uint32_t GET_LAST_SPELLCHECK(Instance& instance, std::string_view word,

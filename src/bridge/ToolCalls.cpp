@@ -17,6 +17,16 @@ void describe(Instance& instance, AEToolEventSelectStruct& record, std::uint32_t
   Get_FrontApp_AEToolEventSelectStruct(instance, record);
 }
 
+/// Launches the main application. False where nobody waits for the command any more.
+bool launchFor(Instance& instance) {
+  const std::uint32_t& withdrawals = instance.state<ToolCallState>().withdrawals;
+  const std::uint32_t before = withdrawals;
+  const std::int32_t front = get_frontapp_pid(instance);
+  QorvLaunchApp(instance);
+  const bool stays = front == get_frontapp_pid(instance) || isQUORVANEAPP_FRONT(instance) != 0;
+  return stays && before == withdrawals;
+}
+
 }  // namespace
 
 Ticks Tick_Count(Instance& instance) {
@@ -38,7 +48,10 @@ void Set_AEToolEventSelectStruct(Instance& instance, AEToolEventSelectStruct* re
 }
 
 std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd) {
-  QorvLaunchApp(instance);
+  if (!launchFor(instance)) {
+    Log(instance, "Command dropped during the launch");
+    return 0;
+  }
   return GetQORVPROCESSRUNNING(instance, nullptr) != 0 ? CallQuorvaneApp(instance, cmd) : 0;
 }
 

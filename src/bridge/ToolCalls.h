@@ -18,6 +18,10 @@
 
 namespace quorvane {
 
+struct ToolCallState {
+  std::uint32_t withdrawals = 0;  ///< of what a command that is under way was about
+};
+
 Ticks Tick_Count(Instance& instance);
 /// Spins until so many have passed.
 void Timer_Tickout(Instance& instance, Ticks ticks);
@@ -81,6 +85,8 @@ std::optional<CFData> GetAutoTypeFSSpec(Instance& instance);
 // Steps of the opening route, which begins in src/menu. Always 0, save SwitchApplication.
 
 /// Starts the main application where it doesn't run, and waits for it with the run loop turning.
+/// Where the command is withdrawn meanwhile, or another application comes to the front, it is
+/// dropped.
 std::int32_t QorvOpenApp(Instance& instance, std::uint32_t cmd);
 std::int32_t CallQuorvaneApp(Instance& instance, std::uint32_t cmd);
 std::int32_t CallQorvToolCommandAppEvent(Instance& instance, std::uint32_t cmd, bool wait,

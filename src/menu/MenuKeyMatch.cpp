@@ -1,5 +1,6 @@
 #include "src/menu/MenuKeyMatch.h"
 
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/menu/InputMenu.h"
 #include "src/menu/MenuCommand.h"
 #include "src/menu/MenuShortcuts.h"
@@ -13,6 +14,13 @@ constexpr std::uint32_t kShortcutModifiers = cmdKey | shiftKey | optionKey | con
                                              kRightShiftKey | rightOptionKey | rightControlKey |
                                              kEventKeyModifierFnMask;
 static_assert(kShortcutModifiers == 0x2FB00);
+
+// Behind the key where it may launch, and wait: keys typed meanwhile would overtake this one.
+void runShortcut(Instance& instance, std::uint32_t command) {
+  const auto run = [&instance, command] { Do_Menu_Tool_CommandID(instance, command); };
+  if (GetQORVPROCESSRUNNING(instance, nullptr) != 0) return run();
+  instance.platform().runLoop.performAfterDelay(run, Seconds{0});
+}
 
 }  // namespace
 
@@ -33,7 +41,7 @@ std::int32_t PencilMenuKeyMatchEventHandler(Instance& instance, const void* /*ig
   const std::uint32_t command =
       NS_GetMenuCommandKeyAction_walkMenu(instance, keyCode, *event->kmod);
   if (command == 0) return kCommandNotHandled;
-  Do_Menu_Tool_CommandID(instance, command);
+  runShortcut(instance, command);
   return 0;
 }
 

@@ -5,7 +5,8 @@
 
 namespace quorvane {
 
-// 0: the key ran a command; else kCommandNotHandled.
+// 0: the key ran a command, or has one run behind it while the main application doesn't run; else
+// kCommandNotHandled.
 
 /// A key that goes down, matched with `gMacPantherMenu`; any other event isn't handled.
 std::int32_t BIMCarbonPencilMenuKeyMatchEventHandler(Instance& instance, const void* ignored,

@@ -1,5 +1,6 @@
 #include "src/menu/PendingCommand.h"
 
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem.h"
 #include "src/keys/QBIM_IMK_EventPosting.h"
 #include "src/menu/MenuCommand.h"
@@ -137,6 +138,10 @@ void CallQuorvaneToolOnCheckEventCompletion(Instance& instance) {
 std::int32_t DoHandleQorvMenuCommandSequence(Instance& instance, std::uint8_t /*keyByte*/) {
   if (IsMenuCallEvent(instance) == 0) return 0;
   InstallCommandEventTimer(instance);
+  // What may launch, and wait, is left to the timer: keys typed meanwhile would overtake this one.
+  const auto& state = instance.state<PendingCommandState>();
+  const bool last = state.loopcount + 1 >= state.TotalLoops;
+  if (last && GetQORVPROCESSRUNNING(instance, nullptr) == 0) return 0;
   CallQuorvaneToolOnCheckEventCompletion(instance);
   return 0;
 }

@@ -49,7 +49,8 @@ void InstallCommandEventTimer(Instance& instance);
 bool giveUpCommand(Instance& instance);
 /// One step of the wait. The last one runs the command.
 void CallQuorvaneToolOnCheckEventCompletion(Instance& instance);
-/// A key event while a command is pending: a step. 0.
+/// A key event while a command is pending: a step, but not the last one while the main application
+/// doesn't run. 0.
 std::int32_t DoHandleQorvMenuCommandSequence(Instance& instance, std::uint8_t keyByte);
 
 }  // namespace quorvane

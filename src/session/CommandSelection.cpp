@@ -53,10 +53,15 @@ void noteCaret(Instance& instance, IMKTextInput& client) {
   if (isNew || length == 0) entry->second = {location + length, commandsBeforeNext(instance)};
 }
 
-/// From now on it is the person's.
-void leaveSelection(Instance& instance, IMKTextInput& client) {
-  instance.state<CommandSelectionState>().selections.erase(identityOf(&client));
+// A command that is under way was about what is selected.
+auto takeSelection(Instance& instance, IMKTextInput& client) {
+  auto node = instance.state<CommandSelectionState>().selections.extract(identityOf(&client));
+  if (!node.empty()) ++instance.state<ToolCallState>().withdrawals;
+  return node;
 }
+
+/// From now on it is the person's.
+void leaveSelection(Instance& instance, IMKTextInput& client) { takeSelection(instance, client); }
 
 // Once the command has run, a chord is its answer, or what the person wants done to what they see,
 // even where the next command waits by then.
@@ -97,7 +102,7 @@ void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInpu
 }
 
 void giveSelectionBack(Instance& instance, IMKTextInput& client) {
-  const auto node = instance.state<CommandSelectionState>().selections.extract(identityOf(&client));
+  const auto node = takeSelection(instance, client);
   if (node.empty()) return;
   const auto [location, length] = client.selectedRange();
   if (location == NSNotFound || length == 0) return;

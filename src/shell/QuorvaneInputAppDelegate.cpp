@@ -55,10 +55,9 @@ void QuorvaneInputAppDelegate::didFinishLaunchingWithOptions() {
 }
 
 void QuorvaneInputAppDelegate::Frontappchanged(const ApplicationNotification& notification) {
+  if (notification.application == nullptr) return;
   auto& presence = instance_.state<PresenceState>();
-  if (notification.application != nullptr) {
-    presence.front_app_pid = notification.application->processIdentifier;
-  }
+  presence.front_app_pid = notification.application->processIdentifier;
   presence.frontapp_psn = notification.serialNumber;
   presence.frontapp_signature = signatureOf(instance_, presence.frontapp_psn);
   if (concerns(notification, kQuorvaneBundleIdentifier)) {

@@ -24,7 +24,7 @@ class QuorvaneInputAppDelegate : public NSMenuDelegate {
   void app_DidFinishLaunching();
   void didFinishLaunchingWithOptions();
 
-  // What the workspace tells. A notification without an application changes nothing but the front.
+  // What the workspace tells. Without an application a notification does nothing.
   void Frontappchanged(const ApplicationNotification& notification);
   void QuorvaneLaunched(const ApplicationNotification& notification);
   void QuorvaneTerminated(const ApplicationNotification& notification);

@@ -6,6 +6,7 @@
 
 #include "src/base/Modifiers.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageSend.h"
 #include "src/bridge/SpellCheckCache.h"
 #include "src/menu/MenuShortcuts.h"
@@ -249,6 +250,7 @@ void Subject::checkLaw() {
   const auto& sending = instance.state<MessageSendState>();
   require(sending.TOOLCALLBUSY == 0 && sending.AEITEM_Process_active == 0, "sending isn't busy");
   require(!instance.state<StartState>().NoRecursion, "starting isn't busy");
+  require(!instance.state<LaunchServerState>().launched_busy, "no launch is waited for");
   require(host.text.errors().size() == std::min<std::size_t>(thrown_, kErrorsKept),
           "the text field meets no other error");
   for (const auto& session : instance.state<SessionState>().records) {

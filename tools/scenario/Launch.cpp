@@ -53,6 +53,10 @@ void install(World& world, const Arguments& is) {
   world.applications[is[0].word] = application.process.psn;
   world.host.launchServices.install(std::move(application));
 }
+void haveBundle(World& world, const Arguments& is) {
+  world.host.bundle.bundles[std::string(siblingNamed(is[0].word).bundleIdentifier)] =
+      toBytes(is[1].text);
+}
 void failToLaunch(World& world, const Arguments& is) { installed(world, is[0]).fails = true; }
 void neverLaunch(World& world, const Arguments& is) { installed(world, is[0]).afterTicks.reset(); }
 void takeTicks(World& world, const Arguments& is) {
@@ -84,6 +88,7 @@ void setPencilMenuFlag(World& world, const Arguments& is) {
 
 constexpr Pattern kLaunchStage[] = {
     {"NAME is installed at TEXT", install},
+    {"NAME has its bundle at TEXT", haveBundle},
     {"NAME fails to launch", failToLaunch},
     {"NAME never launches", neverLaunch},
     {"NAME takes TIME ticks to launch", takeTicks},
