@@ -31,13 +31,17 @@ class Bus {
         "<arg type='u' direction='in'/></method></interface></node>",
         nullptr);
     static const GDBusInterfaceVTable table{onCall, nullptr, nullptr, {}};
-    g_dbus_connection_register_object(connection_, "/org/freedesktop/Notifications",
-                                      node->interfaces[0], &table, this, nullptr, nullptr);
+    object_ =
+        g_dbus_connection_register_object(connection_, "/org/freedesktop/Notifications",
+                                          node->interfaces[0], &table, this, nullptr, nullptr);
     g_dbus_node_info_unref(node);
-    g_bus_own_name_on_connection(connection_, "org.freedesktop.Notifications",
-                                 G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr, nullptr);
+    name_ = g_bus_own_name_on_connection(connection_, "org.freedesktop.Notifications",
+                                         G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr,
+                                         nullptr);
   }
   ~Bus() {
+    g_bus_unown_name(name_);
+    g_dbus_connection_unregister_object(connection_, object_);  // a call may wait for it
     g_object_unref(connection_);
     g_test_dbus_stop(bus_);
     g_object_unref(bus_);
@@ -66,6 +70,8 @@ class Bus {
   std::string key_;
   GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
   GDBusConnection* connection_ = nullptr;
+  guint object_ = 0;
+  guint name_ = 0;
 };
 
 const NSAlert kAlert{.messageText = "Needs <access>",
