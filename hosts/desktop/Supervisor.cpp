@@ -27,7 +27,7 @@ bool lives(const LaunchStart& start) {
 bool failedAgainAndAgain(const LaunchStarts& starts) {
   const std::uint64_t now = ticksSinceBoot();
   const auto failures = std::ranges::count_if(starts, [now](const LaunchStart& start) {
-    return !start.ready && start.began + ticksOf(kCrashWindow) > now;
+    return !start.ready && start.began <= now && now - start.began < ticksOf(kCrashWindow);
   });
   return failures >= static_cast<std::ptrdiff_t>(kMostStarts);
 }
