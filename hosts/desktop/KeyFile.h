@@ -14,7 +14,8 @@ namespace quorvane::desktop {
 
 class KeyFile {
  public:
-  /// A missing file is an empty one; one that can't be read is logged and taken as empty.
+  /// A missing file is an empty one; one that can't be read is logged and taken as empty, and lies
+  /// aside under a name that ends in `.damaged` once something is saved.
   KeyFile(std::filesystem::path path, quorvane::LogSink& log);
 
   [[nodiscard]] bool boolean(const std::string& group, const std::string& key) const;
@@ -34,6 +35,7 @@ class KeyFile {
 
   std::filesystem::path path_;
   quorvane::LogSink& log_;
+  bool damaged_ = false;
   std::unique_ptr<GKeyFile, Free> file_;
 };
 
