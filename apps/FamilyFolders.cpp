@@ -2,8 +2,6 @@
 
 #include <sys/stat.h>
 
-#include <ctime>
-
 #include "apps/OwnSurroundings.h"
 #include "hosts/desktop/PlainFile.h"
 #include "hosts/desktop/ProcessLiveness.h"
@@ -32,16 +30,6 @@ std::vector<path> foldersOf(const path& runtimeFolder) {
   return folders;
 }
 
-bool beganBefore(std::int32_t pid, const path& file) {
-  constexpr std::int64_t kTolerance = 2;
-  struct stat status {};
-  const auto began = desktop::beginningOf(pid);
-  if (!began || lstat(file.c_str(), &status) != 0) return false;
-  const auto perSecond = desktop::ticksOf(std::chrono::seconds(1));
-  const auto age = static_cast<std::int64_t>((desktop::ticksSinceBoot() - *began) / perSecond);
-  return time(nullptr) - age <= status.st_mtim.tv_sec + kTolerance;
-}
-
 std::string contentOf(const path& file) {
   constexpr std::size_t kLargest = 1024;
   const auto bytes = desktop::readPlainFile(file, kLargest, desktop::Links::Refuse);
@@ -51,8 +39,8 @@ std::string contentOf(const path& file) {
 std::optional<desktop::AnnouncedProcess> announcedProcess(const path& entry) {
   const auto pid = desktop::pidOfAnnouncementFile(entry.filename().native());
   const auto process = pid ? desktop::parseAnnouncement(contentOf(entry)) : std::nullopt;
-  const bool isRunning =
-      process && process->pid == *pid && beganBefore(*pid, entry) && desktop::isRunning(*pid);
+  const bool isRunning = process && process->pid == *pid && desktop::beganBefore(*pid, entry) &&
+                         desktop::isRunning(*pid);
   return isRunning ? process : std::nullopt;
 }
 

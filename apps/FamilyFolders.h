@@ -14,8 +14,6 @@ std::vector<std::filesystem::path> entriesOf(const std::filesystem::path& folder
 /// The folder and those of private runs in it.
 std::vector<std::filesystem::path> foldersOf(const std::filesystem::path& runtimeFolder);
 
-/// A file that says something of a process is a leftover where the process began later.
-bool beganBefore(std::int32_t pid, const std::filesystem::path& file);
 /// A small file of others; empty where it can't be had.
 std::string contentOf(const std::filesystem::path& file);
 /// Whom an announcement tells of, if that runs; none for any other entry.

@@ -22,7 +22,6 @@ namespace {
 constexpr const char* kRuntimeDir = "QUORVANE_RUNTIME_DIR";
 constexpr const char* kDataDir = "QUORVANE_DATA_DIR";
 constexpr const char* kKeyOffset = "QUORVANE_KEY_OFFSET";
-constexpr std::string_view kFolderPrefix = "type-";
 
 /// An empty variable counts as unset, here as everywhere.
 bool isSet(const char* name) {
@@ -51,9 +50,9 @@ std::filesystem::path ownFolder(std::string_view kind) {
 
 }  // namespace
 
-std::optional<std::int32_t> pidOfRun(std::string_view name) {
-  if (!name.starts_with(kFolderPrefix)) return std::nullopt;
-  name.remove_prefix(kFolderPrefix.size());
+std::optional<std::int32_t> pidOfRun(std::string_view name, std::string_view kind) {
+  if (!name.starts_with(kind) || !name.substr(kind.size()).starts_with('-')) return std::nullopt;
+  name.remove_prefix(kind.size() + 1);
   std::int32_t pid = 0;
   const auto end = std::from_chars(name.data(), name.data() + name.size(), pid);
   const bool whole = end.ec == std::errc() && end.ptr == name.data() + name.size();
@@ -76,7 +75,7 @@ void OwnSurroundings::makeFolder() {
       desktop::DesktopConfiguration::fromEnvironment().runtimeDirectory);
   const desktop::Descriptor lock = usual.lock();
   removeLeftovers(usual.path());
-  folder_ = usual.path() / (std::string(kFolderPrefix) + std::to_string(::getpid()));
+  folder_ = ownFolder(kRunKinds[0]);
   ::setenv(kRuntimeDir, folder_.c_str(), 1);
   const desktop::RuntimeFolder own(folder_);
 }

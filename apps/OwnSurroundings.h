@@ -2,6 +2,7 @@
 // What keeps one `type` or `desk` apart from every other: a runtime folder, shared-memory keys of
 // its own and, where it is asked for, application support.
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -14,8 +15,12 @@ constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
   return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
 }
 
-/// The process id in "type-4711", the folder of a run; none in any other name.
-std::optional<std::int32_t> pidOfRun(std::string_view folderName);
+/// The kinds of folders that runs have: "type-4711" is a runtime folder.
+inline constexpr std::array<std::string_view, 3> kRunKinds{"type", "data", "applications"};
+
+/// The process id in the name of a run's folder of this kind; none in any other name.
+std::optional<std::int32_t> pidOfRun(std::string_view folderName,
+                                     std::string_view kind = kRunKinds[0]);
 
 /// Sets $QUORVANE_RUNTIME_DIR and $QUORVANE_KEY_OFFSET for this process and its children, each
 /// unless it is set already, and clears away what dead ones left.

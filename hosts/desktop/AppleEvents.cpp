@@ -39,6 +39,7 @@ OSStatus AppleEvents::AEDeterminePermissionToAutomateTarget(const AEAddressDesc&
   const AnnouncedProcess* const found = find(target);
   if (found == nullptr) return procNotFound;
   const AnnouncedProcess process = *found;  // the list may change while somebody is asked
+  if (process.announcement.bundleIdentifier.empty()) return errAEEventNotPermitted;
   auto consent = consent_.of(process.announcement.bundleIdentifier);
   if (!consent && askUserIfNeeded) consent = ask(process);
   return statusOf(consent);

@@ -16,7 +16,8 @@ class AppleEvents final : public quorvane::AppleEvents {
   AppleEvents(const ProcessRegistry& registry, ConsentFile consent, quorvane::Alerts& alerts)
       : registry_(registry), consent_(std::move(consent)), alerts_(alerts) {}
 
-  /// The user's consent counts for all events to a target. An answer that somebody gives is kept.
+  /// The user's consent counts for all events to a target. An answer that somebody gives is kept,
+  /// by the bundle identifier; who has none isn't asked about, and not permitted.
   OSStatus AEDeterminePermissionToAutomateTarget(const AEAddressDesc& target,
                                                  FourCharCode eventClass, FourCharCode eventID,
                                                  bool askUserIfNeeded) override;

@@ -1,6 +1,7 @@
 #include "hosts/desktop/ApplicationPackage.h"
 
 #include <glib.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -20,6 +21,15 @@ using std::filesystem::path;
 
 [[noreturn]] void failAt(const path& file, std::string_view reason) {
   throw std::runtime_error(file.string().append(": ").append(reason));
+}
+
+/// What others could write they could have started.
+void requireTrusted(const path& file) {
+  struct stat status {};
+  if (!file.is_absolute()) failAt(file, "is no absolute path");
+  if (stat(file.c_str(), &status) != 0) failAt(file, std::strerror(errno));
+  if (status.st_uid != geteuid() && status.st_uid != 0) failAt(file, "belongs to another user");
+  if ((status.st_mode & 022) != 0) failAt(file, "can be written by others; run chmod go-w on it");
 }
 
 path launcherFile(const path& application) { return application / "Contents" / "launcher"; }
@@ -43,7 +53,9 @@ path foundProgram(const std::string& name) {
 }  // namespace
 
 ApplicationPackage readApplicationPackage(const path& folder) {
+  requireTrusted(folder);
   const path file = launcherFile(folder);
+  requireTrusted(file);
   auto launcher = parseLauncher(readLauncher(file));
   if (!launcher) failAt(file, launcher.fault);
   const auto around = readAppleDoubleFile(folder);
@@ -70,6 +82,7 @@ path programOf(const ApplicationPackage& package) {
   const bool isPath = name.find('/') != std::string::npos;
   path program = isPath ? package.folder / name : foundProgram(name);
   if (program.empty()) failAt(launcherFile(package.folder), "there is no program " + name);
+  requireTrusted(program);
   std::error_code error;
   if (access(program.c_str(), X_OK) != 0 || std::filesystem::is_directory(program, error)) {
     failAt(program, "can't be run");

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "hosts/desktop/Descriptor.h"
+#include "hosts/desktop/PrivateFolders.h"
 #include "hosts/desktop/ProcessLiveness.h"
 
 namespace quorvane::desktop {
@@ -33,34 +34,22 @@ void syncFolder(const std::filesystem::path& path) {
   if (folder.valid()) fsync(folder.get());
 }
 
-std::string temporaryStart(const std::filesystem::path& path) {
-  return std::string(".").append(path.filename().native()).append(".");
-}
-
-/// The process whose temporary file of `path` bears this name; 0: none's.
-std::int32_t writerOf(std::string_view name, const std::filesystem::path& path) {
-  const std::string start = temporaryStart(path);
-  if (!name.starts_with(start) || !name.ends_with(kTemporaryEnd)) return 0;
-  name.remove_prefix(start.size());
-  std::int32_t pid = 0;
-  const char* const end = std::from_chars(name.data(), name.data() + name.size(), pid).ptr;
-  return std::string_view(end, name.data() + name.size()) == kTemporaryEnd ? pid : 0;
-}
 
 /// What processes have left that were killed while they wrote `path`.
 void removeLeftovers(const std::filesystem::path& path) {
   std::error_code error;
   std::filesystem::directory_iterator each(path.parent_path(), error);
   for (; !error && each != end(each); each.increment(error)) {
-    const std::int32_t writer = writerOf(each->path().filename().native(), path);
-    if (writer > 0 && !isRunning(writer)) unlink(each->path().c_str());
+    const auto temporary = temporaryOf(each->path().filename().native());
+    if (!temporary || temporary->target != path.filename().native()) continue;
+    if (!isRunning(temporary->writer)) unlink(each->path().c_str());
   }
 }
 
 bool replace(const std::string& temporary, const std::filesystem::path& path, FileParts parts,
              Durability durability) {
   const Descriptor file(
-      open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+      open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
   const auto write = [&file](std::string_view part) { return writeWhole(file.get(), part); };
   if (!file.valid() || !std::ranges::all_of(parts, write)) return false;
   const bool lasting = durability == Durability::Lasting;
@@ -72,11 +61,24 @@ bool replace(const std::string& temporary, const std::filesystem::path& path, Fi
 
 }  // namespace
 
+std::optional<Temporary> temporaryOf(std::string_view name) {
+  if (!name.starts_with('.') || !name.ends_with(kTemporaryEnd)) return {};
+  const std::string_view all = name.substr(1, name.size() - 1 - kTemporaryEnd.size());
+  const std::size_t dot = all.rfind('.');
+  if (dot == std::string_view::npos || dot == 0) return {};
+  const char* const end = all.data() + all.size();
+  std::int32_t pid = 0;
+  const auto result = std::from_chars(all.data() + dot + 1, end, pid);
+  if (result.ec != std::errc() || result.ptr != end || pid <= 0) return {};
+  return Temporary{all.substr(0, dot), pid};
+}
+
 bool writeFileAtomically(const std::filesystem::path& path, FileParts parts,
                          Durability durability) {
   removeLeftovers(path);
-  const std::string name = temporaryStart(path) + std::to_string(getpid());
+  const std::string name = "." + path.filename().native() + "." + std::to_string(getpid());
   const std::string temporary = (path.parent_path() / name).string().append(kTemporaryEnd);
+  unlink(temporary.c_str());  // a leftover of another process with our id
   if (replace(temporary, path, parts, durability)) return true;
   const int error = errno;
   unlink(temporary.c_str());
@@ -86,11 +88,15 @@ bool writeFileAtomically(const std::filesystem::path& path, FileParts parts,
 
 bool saveFile(const std::filesystem::path& path, FileParts parts, Durability durability,
               quorvane::LogSink& log) {
-  std::error_code error;
-  std::filesystem::create_directories(path.parent_path(), error);
-  if (!error && writeFileAtomically(path, parts, durability)) return true;
-  const std::string reason = error ? error.message() : std::strerror(errno);
-  if (log.enabled) log.writeLine(path.string() + ": can't be written: " + reason);
+  std::string trouble;
+  try {
+    makePrivateFolders(path.parent_path());
+    if (writeFileAtomically(path, parts, durability)) return true;
+    trouble = path.string() + ": can't be written: " + std::strerror(errno);
+  } catch (const std::exception& failure) {
+    trouble = failure.what();
+  }
+  if (log.enabled) log.writeLine(trouble);
   return false;
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 // Files that a reader sees either as they were or as they are meant to be.
 
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -25,7 +27,14 @@ inline bool writeFileAtomically(const std::filesystem::path& path, std::string_v
   return writeFileAtomically(path, FileParts(&content, 1), durability);
 }
 
-/// The same, with the folders on the way. A failure is logged.
+struct Temporary {
+  std::string_view target;
+  std::int32_t writer = 0;
+};
+/// What the name ".NAME.PID.new" of such a temporary file says; none in any other name.
+std::optional<Temporary> temporaryOf(std::string_view name);
+
+/// The same, with the folders on the way, mode 0700. A failure is logged.
 bool saveFile(const std::filesystem::path& path, FileParts parts, Durability durability,
               quorvane::LogSink& log);
 

@@ -2,7 +2,10 @@
 // What the user permits: the file `consent` in the settings folder.
 //
 //   [automation]
-//   com.tallowmere.quorvane=permit          or deny; absent: nobody has been asked
+//   636f6d2e74616c6c6f776d6572652e71756f7276616e65=permit
+//
+// or deny; absent: nobody has been asked. The name is the bundle identifier, each byte in two
+// hexadecimal digits, since it may hold what a settings file gives a meaning.
 
 #include <filesystem>
 #include <optional>

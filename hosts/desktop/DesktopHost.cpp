@@ -38,12 +38,15 @@ DesktopHost::DesktopHost(const DesktopConfiguration& configuration, const Client
                         log_),
       userDefaults_(configuration.configDirectory, log_) {
   messagePorts_.isWithinKey = clients.isWithinKey;
+  launchServices_.isWithinKey = clients.isWithinKey;
+  alerts_.isWithinKey = clients.isWithinKey;
   returnFreedMemoryToSystem();
 }
 
 DesktopHost::~DesktopHost() { cleanUp(); }
 
 void DesktopHost::cleanUp() {
+  alerts_.close();
   supervisor_.end();
   processRegistry_.withdraw();
   messagePorts_.closeLocalPorts();

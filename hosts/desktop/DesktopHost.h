@@ -59,9 +59,9 @@ class DesktopHost {
   /// Of the keys that a person presses; asked for at each of them.
   [[nodiscard]] keyboard::LayoutData keyboardLayout() { return textInputSources_.keyboardLayout(); }
 
-  /// Ends what it has launched, where that doesn't outlive it, removes announcement, sockets and
-  /// segments of this process, in that order, and flushes the log. For the ends that no destructor
-  /// sees; doing it twice does no harm.
+  /// Takes an open alert off the screen, ends what it has launched, where that doesn't outlive it,
+  /// removes announcement, sockets and segments of this process, in that order, and flushes the
+  /// log. For the ends that no destructor sees; doing it twice does no harm.
   void cleanUp();
 
  private:

@@ -2,8 +2,10 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include "hosts/desktop/AtomicFile.h"
+#include "hosts/desktop/PlainFile.h"
 
 namespace quorvane::desktop {
 namespace {
@@ -17,17 +19,30 @@ struct FreeError {
   void operator()(GError* error) const { g_error_free(error); }
 };
 
+constexpr std::uint64_t kLargest = 1 << 20;
+
+/// What is wrong with it; empty: nothing.
+std::string load(GKeyFile& file, const std::vector<std::uint8_t>& content) {
+  const auto* const text = reinterpret_cast<const char*>(content.data());
+  GError* raw = nullptr;
+  if (g_key_file_load_from_data(&file, content.empty() ? "" : text, content.size(),
+                                G_KEY_FILE_KEEP_COMMENTS, &raw)) {
+    return {};
+  }
+  return std::unique_ptr<GError, FreeError>(raw)->message;
+}
+
 }  // namespace
 
 KeyFile::KeyFile(std::filesystem::path path, quorvane::LogSink& log)
     : path_(std::move(path)), log_(log), file_(g_key_file_new()) {
-  GError* raw = nullptr;
-  if (g_key_file_load_from_file(file_.get(), path_.c_str(), G_KEY_FILE_KEEP_COMMENTS, &raw)) return;
-  const std::unique_ptr<GError, FreeError> error(raw);
+  const auto content = readPlainFile(path_, kLargest);
+  if (!content && errno == ENOENT) return;
+  const std::string fault = content ? load(*file_, *content) : std::strerror(errno);
+  damaged_ = !fault.empty();
+  if (!damaged_) return;
   file_.reset(g_key_file_new());
-  damaged_ = !g_error_matches(error.get(), G_FILE_ERROR, G_FILE_ERROR_NOENT);
-  if (!damaged_ || !log_.enabled) return;
-  log_.writeLine(path_.string() + ": taken as empty: " + error->message);
+  if (log_.enabled) log_.writeLine(path_.string() + ": taken as empty: " + fault);
 }
 
 bool KeyFile::boolean(const std::string& group, const std::string& key) const {

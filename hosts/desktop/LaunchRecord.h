@@ -1,6 +1,7 @@
 #pragma once
 // What the processes of a user tell one another of an application's starts, so that nobody starts
-// it twice, or again and again: a file of the runtime folder, ".starts-NAME.app", read and replaced
+// it twice, or again and again: a file of the runtime folder, ".starts-NAME.app-SUM" (SUM is of
+// its path), read and replaced
 // under the folder's lock.
 //
 //   quorvane-starts 1

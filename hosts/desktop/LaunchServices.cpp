@@ -26,9 +26,12 @@ OSStatus LaunchServices::ReceiveNextEvent(FourCharCode eventClass, std::uint32_t
     return launched || !supervisor_.awaitsOne() || (isEnding && isEnding());
   };
   const Seconds wait = std::clamp(timeout, Seconds(0), kLongestWait);
-  runLoop_.runUntil(isOver, std::chrono::steady_clock::now() +
-                                std::chrono::ceil<std::chrono::milliseconds>(wait));
-  return launched ? noErr : eventLoopTimedOutErr;
+  const auto end =
+      std::chrono::steady_clock::now() + std::chrono::ceil<std::chrono::milliseconds>(wait);
+  runLoop_.runUntil(isOver, std::min<RunLoop::Deadline>(end, endWithinKey(isWithinKey)));
+  if (launched) return noErr;
+  supervisor_.stopAwaiting();
+  return eventLoopTimedOutErr;
 }
 
 }  // namespace quorvane::desktop

@@ -4,6 +4,7 @@
 
 #include "hosts/desktop/RunLoop.h"
 #include "hosts/desktop/Supervisor.h"
+#include "hosts/desktop/WithinKey.h"
 #include "platform/LaunchServices.h"
 
 namespace quorvane::desktop {
@@ -15,11 +16,13 @@ class LaunchServices final : public quorvane::LaunchServices {
 
   OSStatus LSOpenFromRefSpec(const FSRef& ref, std::uint32_t launchFlags) override;
   /// Nor longer than there is anything to wait for: that what was launched has ended counts as the
-  /// end of the time.
+  /// end of the time, and what has been waited for in vain isn't waited for again.
   OSStatus ReceiveNextEvent(FourCharCode eventClass, std::uint32_t kind, Seconds timeout) override;
 
   /// The program has been asked to end; unset: it hasn't. Ends a wait at the next turn.
   std::function<bool()> isEnding;
+  /// A wait is then over after two seconds.
+  IsWithinKey isWithinKey;
 
  private:
   quorvane::FileManager& files_;

@@ -6,6 +6,8 @@
 #include <cerrno>
 #include <system_error>
 
+#include "hosts/desktop/PrintableLine.h"
+
 namespace quorvane::desktop {
 namespace {
 
@@ -29,24 +31,28 @@ void LaunchedOutput::read() {
   std::array<char, 4096> part;
   for (int i = 0; i < kMostReads; ++i) {
     const ssize_t size = ::read(reader_.get(), part.data(), part.size());
-    if (size == 0) watch_.reset();
+    if (size == 0) end();
     if (size <= 0) return;
     take({part.data(), static_cast<std::size_t>(size)});
   }
 }
 
+void LaunchedOutput::end() {
+  finishLine();
+  watch_.reset();
+}
+
 void LaunchedOutput::take(std::string_view text) {
   for (const char c : text) {
     if (c == '\n' || line_.size() == kLongestLine) finishLine();
-    const bool isControl = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-    if (c != '\n') line_.push_back(isControl ? '?' : c);
+    if (c != '\n') line_.push_back(c);
   }
 }
 
 void LaunchedOutput::finishLine() {
   if (line_.empty()) return;
-  if (log_.enabled) log_.writeLine(name_ + ": " + line_);
-  lastLine_ = std::exchange(line_, {});
+  lastLine_ = printableLine(std::exchange(line_, {}));
+  if (log_.enabled) log_.writeLine(name_ + ": " + lastLine_);
 }
 
 }  // namespace quorvane::desktop

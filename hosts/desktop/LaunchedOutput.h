@@ -22,6 +22,8 @@ class LaunchedOutput {
   void closeWriter() { writer_.close(); }
   /// Takes in what is there.
   void read();
+  /// The program has ended: a line counts without its end, too.
+  void end();
   /// Empty: it has said nothing.
   [[nodiscard]] const std::string& lastLine() const { return lastLine_; }
 

@@ -7,8 +7,6 @@
 namespace quorvane::desktop {
 namespace {
 
-constexpr std::chrono::seconds kLongestWithinKey{2};
-
 class PortSource final : public RunLoopSource {
  public:
   explicit PortSource(std::shared_ptr<LocalPort> port) : port_(std::move(port)) {}
@@ -75,7 +73,7 @@ std::int32_t MessagePorts::CFMessagePortSendRequest(CFMessagePort& remote, std::
 
 RemotePort::Patience MessagePorts::patience(Seconds sendTimeout, Seconds receiveTimeout) const {
   const RunLoop::Deadline now = std::chrono::steady_clock::now();
-  const RunLoop::Deadline end = isWithinKey() ? now + kLongestWithinKey : RunLoop::Deadline::max();
+  const RunLoop::Deadline end = endWithinKey(isWithinKey);
   return {std::min(now + durationOf(sendTimeout), end), durationOf(receiveTimeout), end};
 }
 

@@ -7,6 +7,7 @@
 
 #include "hosts/desktop/RemotePort.h"
 #include "hosts/desktop/RuntimeFolder.h"
+#include "hosts/desktop/WithinKey.h"
 #include "platform/MessagePorts.h"
 
 namespace quorvane::desktop {
@@ -30,9 +31,8 @@ class MessagePorts final : public quorvane::MessagePorts {
   /// Stops serving: sockets are closed and their files removed, whoever still keeps the ports.
   void closeLocalPorts();
 
-  /// Whether somebody's key stands still until the call returns. No wait then lasts longer than two
-  /// seconds, however long the caller would have patience.
-  std::function<bool()> isWithinKey = [] { return false; };
+  /// No wait then lasts longer than two seconds, however long the caller would have patience.
+  IsWithinKey isWithinKey;
 
  private:
   [[nodiscard]] RemotePort::Patience patience(Seconds sendTimeout, Seconds receiveTimeout) const;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace quorvane::desktop {
 namespace {
@@ -65,6 +66,8 @@ struct Notification::State : std::enable_shared_from_this<State> {
   guint subscription = 0;
   std::uint32_t id = 0;  ///< 0: it isn't shown yet
   bool open = true;
+  bool closing = false;
+  bool gone = false;
   std::optional<int> answer;
 
   /// A reference for a call that is under way; `taken` takes it back.
@@ -99,8 +102,9 @@ void Notification::State::onShown(GObject* source, GAsyncResult* result, gpointe
 }
 
 /// The connection lives until this has come.
-void Notification::State::onClosed(GObject* source, GAsyncResult* result, gpointer /*data*/) {
+void Notification::State::onClosed(GObject* source, GAsyncResult* result, gpointer data) {
   const Value reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
+  taken(data)->gone = true;
 }
 
 void Notification::State::onSignal(GDBusConnection* /*bus*/, const char* /*sender*/,
@@ -130,13 +134,12 @@ void Notification::State::shown(GVariant* reply) {
 }
 
 void Notification::State::told(const std::string& signal, GVariant* parameters) {
+  const bool isAction = g_variant_is_of_type(parameters, G_VARIANT_TYPE("(us)"));
+  if (!open || (!isAction && !g_variant_is_of_type(parameters, G_VARIANT_TYPE("(uu)")))) return;
   const Value first(g_variant_get_child_value(parameters, 0));
-  if (!open || !g_variant_is_of_type(first.get(), G_VARIANT_TYPE_UINT32)) return;
   if (id == 0 || g_variant_get_uint32(first.get()) != id) return;
   if (signal == "NotificationClosed") open = false;
-  if (signal != "ActionInvoked" || !g_variant_is_of_type(parameters, G_VARIANT_TYPE("(us)"))) {
-    return;
-  }
+  if (signal != "ActionInvoked" || !isAction) return;
   const char* key = nullptr;
   g_variant_get(parameters, "(u&s)", nullptr, &key);
   for (std::size_t i = 0; i < alert.buttons.size(); ++i) {
@@ -146,13 +149,15 @@ void Notification::State::told(const std::string& signal, GVariant* parameters) 
 }
 
 void Notification::State::close() {
+  if (std::exchange(closing, true)) return;
   open = false;
+  gone = bus == nullptr || id == 0;
   g_cancellable_cancel(cancellable.get());
   if (bus == nullptr) return;
   if (id != 0) {
     g_dbus_connection_call(bus.get(), kService, kObject, kService, "CloseNotification",
                            g_variant_new("(u)", id), nullptr, G_DBUS_CALL_FLAGS_NONE, kCallTimeout,
-                           nullptr, onClosed, nullptr);
+                           nullptr, onClosed, lent());
   }
   g_dbus_connection_signal_unsubscribe(bus.get(), subscription);
 }
@@ -170,7 +175,9 @@ std::unique_ptr<Notification> Notification::show(const NSAlert& alert) {
   return std::unique_ptr<Notification>(new Notification(std::move(state)));
 }
 
-Notification::~Notification() { state_->close(); }
+void Notification::close() { state_->close(); }
+
+bool Notification::isGone() const { return state_->gone; }
 
 bool Notification::isOpen() const { return state_->open; }
 

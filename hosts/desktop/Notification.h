@@ -13,11 +13,15 @@ class Notification {
  public:
   /// Null where this session has no bus.
   static std::unique_ptr<Notification> show(const NSAlert& alert);
-  /// Takes it off the screen.
-  ~Notification();
+  /// Takes it off the screen, without waiting for that.
+  ~Notification() { close(); }
   Notification(const Notification&) = delete;
   Notification& operator=(const Notification&) = delete;
 
+  /// Begins to take it off the screen. Doing it twice does no harm.
+  void close();
+  /// Once it has begun: whether it has been taken off, as far as anybody knows.
+  [[nodiscard]] bool isGone() const;
   /// False once it has been answered or dismissed, or can't be shown.
   [[nodiscard]] bool isOpen() const;
   /// The button's place, from 0.

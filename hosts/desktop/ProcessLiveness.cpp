@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <ctime>
 #include <fstream>
@@ -25,21 +26,21 @@ bool isOfThisUser(std::int32_t pid) {
   return stat(path.c_str(), &status) == 0 && status.st_uid == geteuid();
 }
 
-bool hasEnded(const Descriptor& process) {
+/// By then; a signal that comes meanwhile is no end.
+bool hasEndedBy(const Descriptor& process, SteadyTime deadline) {
   pollfd entry{process.get(), POLLIN, 0};
-  return poll(&entry, 1, 0) != 0;
+  int ready = -1;
+  do {
+    const auto left = std::chrono::ceil<milliseconds>(deadline - SteadyTime::clock::now());
+    ready = poll(&entry, 1, static_cast<int>(std::max(left.count(), milliseconds::rep{0})));
+  } while (ready < 0 && errno == EINTR);
+  return ready > 0;
 }
 
 /// Until then or until all have ended.
 bool haveEndedBy(std::span<const Descriptor> processes, SteadyTime deadline) {
-  for (const Descriptor& process : processes) {
-    const auto left = std::chrono::ceil<milliseconds>(deadline - SteadyTime::clock::now());
-    pollfd entry{process.get(), POLLIN, 0};
-    if (poll(&entry, 1, static_cast<int>(std::max(left.count(), milliseconds::rep{0}))) == 0) {
-      return false;
-    }
-  }
-  return true;
+  return std::ranges::all_of(
+      processes, [deadline](const Descriptor& each) { return hasEndedBy(each, deadline); });
 }
 
 void signalAll(std::span<const Descriptor> processes, int number) {
@@ -85,13 +86,24 @@ std::uint64_t ticksSinceBoot() {
          static_cast<std::uint64_t>(now.tv_nsec) * perSecond / 1'000'000'000;
 }
 
+bool beganBefore(std::int32_t pid, const std::filesystem::path& file) {
+  constexpr std::int64_t kTolerance = 2;  // seconds
+  struct stat status {};
+  const auto began = beginningOf(pid);
+  if (!began || lstat(file.c_str(), &status) != 0) return false;
+  const auto age = (static_cast<std::int64_t>(ticksSinceBoot()) -
+                    static_cast<std::int64_t>(*began)) /
+                   static_cast<std::int64_t>(ticksOf(std::chrono::seconds(1)));
+  return time(nullptr) - age <= status.st_mtim.tv_sec + kTolerance;
+}
+
 Descriptor openChild(std::int32_t pid) {
   return Descriptor(static_cast<int>(syscall(SYS_pidfd_open, pid, 0)));
 }
 
 Descriptor openProcess(std::int32_t pid) {
   Descriptor process = openChild(pid);
-  if (!process.valid() || hasEnded(process) || !isOfThisUser(pid)) return {};
+  if (!process.valid() || hasEndedBy(process, SteadyTime()) || !isOfThisUser(pid)) return {};
   return process;
 }
 

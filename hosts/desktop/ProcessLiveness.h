@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <span>
 
@@ -26,6 +27,10 @@ std::optional<std::uint64_t> beginningOf(std::int32_t pid);
 /// The same clock, now.
 std::uint64_t ticksSinceBoot();
 std::uint64_t ticksOf(std::chrono::seconds duration);
+
+/// False where the process began after `file` was last written, or either isn't there: a file that
+/// says something of a process is then a leftover of another one with its id.
+bool beganBefore(std::int32_t pid, const std::filesystem::path& file);
 
 /// Asks each to end, insists after `patience`, and waits until they have. False where one goes on
 /// for two seconds more.

@@ -192,6 +192,7 @@ void ProcessRegistry::announcementAppeared(std::string_view fileName) {
     unlink((folder_ / fileName).c_str());
     return;
   }
+  if (!beganBefore(*pid, folder_ / fileName)) return;  // another process has the id by now
   add(std::move(*process), std::move(pidDescriptor));
 }
 

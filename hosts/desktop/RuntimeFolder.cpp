@@ -6,7 +6,6 @@
 #include <sys/un.h>
 
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <stdexcept>
 #include <thread>
@@ -62,14 +61,14 @@ RuntimeFolder::RuntimeFolder(std::filesystem::path path) : path_(std::move(path)
   checkOwner(path_);
 }
 
-Descriptor RuntimeFolder::lock() const {
-  constexpr int kAttempts = 100;
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+Descriptor RuntimeFolder::lock(std::chrono::milliseconds patience) const {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  do {
     Descriptor file = openLockFile();
     if (!file.valid()) refuse(path_, std::string(".lock can't be opened: ") + std::strerror(errno));
     if (flock(file.get(), LOCK_EX | LOCK_NB) == 0 && isAt(path_ / ".lock", file)) return file;
     std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
+  } while (std::chrono::steady_clock::now() < end);
   refuse(path_,
          "another process holds .lock; end it (lslocks names it), or set "
          "QUORVANE_RUNTIME_DIR to another folder");

@@ -2,6 +2,7 @@
 // The folder where the processes of the family meet: sockets of the message ports and announcements
 // of running applications.
 
+#include <chrono>
 #include <filesystem>
 #include <string_view>
 
@@ -22,8 +23,10 @@ class RuntimeFolder {
   }
 
   /// Keeps other processes from taking over leftovers at the same time, until the result goes.
-  /// Throws std::runtime_error where somebody holds it for more than a second.
-  [[nodiscard]] Descriptor lock() const;
+  /// Throws std::runtime_error where somebody holds it for longer than `patience`, which no run
+  /// loop turns in.
+  [[nodiscard]] Descriptor lock(
+      std::chrono::milliseconds patience = std::chrono::milliseconds(1000)) const;
   /// The right to be the input method of the segments at `keyOffset`: two would damage each other's
   /// texts. Held as long as the result, and as its process at the longest, however that ends.
   /// Invalid where another process holds it. Throws std::runtime_error where it can't be asked for.

@@ -38,11 +38,27 @@ std::vector<char*> nullTerminated(std::vector<std::string>& words) {
 }
 
 void resetSignals() {
+  for (int number = 1; number < NSIG; ++number) signal(number, SIG_DFL);
+  signal(SIGPIPE, SIG_IGN);
   sigset_t none;
   sigemptyset(&none);
   sigprocmask(SIG_SETMASK, &none, nullptr);
-  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGCHLD}) signal(number, SIG_DFL);
-  signal(SIGPIPE, SIG_IGN);
+}
+
+/// Where no copy to 0, 1 or 2 writes over it.
+int aboveStandard(int descriptor) {
+  const int above = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  if (above < 0) _exit(kCantBeRun);
+  return above;
+}
+
+void setStandard(int output) {
+  const int nothing = aboveStandard(open("/dev/null", O_RDWR | O_CLOEXEC));
+  const int out = output >= 0 ? aboveStandard(output) : nothing;
+  dup2(nothing, STDIN_FILENO);
+  dup2(out, STDOUT_FILENO);
+  dup2(out, STDERR_FILENO);
+  close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
 }
 
 /// Between fork and exec: only calls that are safe there.
@@ -54,10 +70,7 @@ void resetSignals() {
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (getppid() != parent) _exit(1);
   }
-  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
-  dup2(nothing, STDIN_FILENO);
-  dup2(spawned.output >= 0 ? spawned.output : nothing, STDERR_FILENO);
-  dup2(STDERR_FILENO, STDOUT_FILENO);
+  setStandard(spawned.output);
   if (chdir("/") == 0) execve(spawned.program.c_str(), arguments, environment);
   _exit(kCantBeRun);
 }

@@ -26,9 +26,11 @@ class Supervisor {
 
   /// 0 also where it runs or is being started; kLSUnknownErr, logged, where it can't be.
   OSStatus launch(const std::filesystem::path& application);
-  /// One that was launched lives and hasn't announced itself.
+  /// The one launched last lives and hasn't announced itself, and wasn't given up before.
   [[nodiscard]] bool awaitsOne() const;
-  /// Whether one has announced itself since the latest launch, or ran at that already; says so
+  /// It won't be awaited again.
+  void stopAwaiting();
+  /// Whether the one launched last has announced itself since, or ran at that already; says so
   /// once.
   bool takeLaunched() { return std::exchange(launched_, false); }
   /// What went wrong last, in words; empty: nothing.
@@ -40,26 +42,32 @@ class Supervisor {
  private:
   struct Started;
 
+  using Starteds = std::vector<std::unique_ptr<Started>>;
+
   OSStatus runsAlready();
   OSStatus launchLocked(const ApplicationPackage& package, const std::filesystem::path& program);
-  LaunchStart start(const ApplicationPackage& package, const std::filesystem::path& program);
+  OSStatus lives(const std::string& name, const std::filesystem::path& record, std::int32_t pid);
+  [[nodiscard]] std::int32_t livingOne(const std::filesystem::path& record,
+                                       const LaunchStarts& starts) const;
+  LaunchStart start(const ApplicationPackage& package, const std::filesystem::path& program,
+                    const std::filesystem::path& record);
   void watch(std::unique_ptr<Started> started);
   void announced(std::int32_t pid);
   void ended(std::int32_t pid);
   void tellOfEnd(const Started& started, std::optional<int> status);
   void complain(const std::string& what);
-  [[nodiscard]] std::vector<std::unique_ptr<Started>>::iterator find(std::int32_t pid);
-  [[nodiscard]] std::filesystem::path recordOf(const std::string& name) const;
-  [[nodiscard]] LaunchStarts readRecord(const std::string& name) const;
-  void writeRecord(const std::string& name, const LaunchStarts& starts);
+  [[nodiscard]] Starteds::const_iterator find(std::int32_t pid) const;
+  [[nodiscard]] std::filesystem::path recordOf(const ApplicationPackage& package) const;
+  void writeRecord(const std::filesystem::path& record, const LaunchStarts& starts);
 
   const DesktopConfiguration configuration_;
   const RuntimeFolder& folder_;
   RunLoop& runLoop_;
   ProcessRegistry& registry_;
   quorvane::LogSink& log_;
-  std::vector<std::unique_ptr<Started>> started_;  ///< they live
+  Starteds started_;  ///< they live
   std::unique_ptr<Registration> launches_;
+  std::int32_t awaited_ = 0;  ///< 0: none
   bool launched_ = false;
   std::string trouble_;
 };

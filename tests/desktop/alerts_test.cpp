@@ -2,6 +2,7 @@
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cstdlib>
 #include <fstream>
@@ -97,6 +98,7 @@ TEST(DesktopAlerts, AreAnsweredByWhoeverShowsNotificationsOrNotAtAll) {
     turns = 0;
     EXPECT_EQ(alerts.runModal(kAlert), NSAlertFirstButtonReturn + 2) << "nobody answers in time";
     EXPECT_GT(turns, 5) << "the loop turned meanwhile";
+    EXPECT_TRUE(bus.closed) << "and it is off the screen";
   }
   ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such", 1);
   EXPECT_EQ(alerts.runModal(kAlert), NSAlertFirstButtonReturn + 2);
@@ -125,6 +127,9 @@ TEST(DesktopConsent, IsTheUsersFileWhichAnAnswerWrites) {
   }
   std::ofstream(stage.configuration().configDirectory / "consent") << "[automation\nx";
   EXPECT_EQ(status(false), errAEEventWouldRequireUserConsent) << "a broken file is no answer";
+  std::filesystem::remove(stage.configuration().configDirectory / "consent");
+  ASSERT_EQ(::mkfifo((stage.configuration().configDirectory / "consent").c_str(), 0600), 0);
+  EXPECT_EQ(status(false), errAEEventWouldRequireUserConsent) << "nor is one that never comes";
   const std::vector<std::uint8_t> unknown{'x'};
   EXPECT_EQ(platform.appleEvents.AEDeterminePermissionToAutomateTarget(
                 {typeApplicationBundleID, unknown}, typeWildCard, typeWildCard, true),

@@ -95,14 +95,31 @@ TEST_F(Launch, OfSeveralThatLaunchAtOnceOneStartsIt) {
   registry.signal(registry.findSignature("QVPX"_4cc)->pid, SIGTERM);
 }
 
+TEST_F(Launch, OneThatNeverAnnouncesItselfIsAwaitedOnceAndStartedOnce) {
+  put("echo started >>\"$1\"; exec sleep 60");
+  EXPECT_EQ(launch(stage_), noErr);
+  EXPECT_EQ(wait(Seconds(0.2)), eventLoopTimedOutErr);
+  for (const auto& entry : std::filesystem::directory_iterator(stage_.runtimeFile(""))) {
+    if (!entry.path().filename().string().starts_with(".starts-")) continue;
+    std::filesystem::remove(entry);
+    std::filesystem::create_directory(entry);  // it can't be read or written now
+    break;
+  }
+  EXPECT_EQ(launch(stage_), noErr);
+  const auto begins = std::chrono::steady_clock::now();
+  EXPECT_EQ(wait(), eventLoopTimedOutErr);
+  EXPECT_LT(std::chrono::steady_clock::now() - begins, kWait / 2);
+  EXPECT_EQ(said(), "started\n");
+}
+
 TEST_F(Launch, ACrashLoopEndsAndIsSaidWithWhatTheProgramPrinted) {
-  put("echo started >>\"$1\"; echo out of luck; exit 3");
+  put("echo started >>\"$1\"; printf 'out\\302\\233 of luck'; exit 3");
   for (int i = 0; i < 3; ++i) {
     EXPECT_EQ(launch(stage_), noErr);
     EXPECT_EQ(wait(), eventLoopTimedOutErr) << "at once";
     const std::string& trouble = stage_.host().supervisor().trouble();
     EXPECT_NE(trouble.find("exit code 3"), std::string::npos) << trouble;
-    EXPECT_NE(trouble.find("out of luck"), std::string::npos) << trouble;
+    EXPECT_NE(trouble.find("out? of luck"), std::string::npos) << trouble;
   }
   EXPECT_EQ(launch(stage_), kLSUnknownErr);
   EXPECT_NE(stage_.host().supervisor().trouble().find("three times"), std::string::npos);
@@ -119,7 +136,18 @@ TEST_F(Launch, WhatIsNoApplicationIsSaidAndNothingStarts) {
     EXPECT_EQ(launch(stage_), kLSUnknownErr) << content;
     EXPECT_NE(stage_.host().supervisor().trouble(), "") << content;
   }
-  EXPECT_FALSE(stage_.platform().workspace.launchApplication("/no/such.app"));
+  for (const char* const path : {"", "Quorvane.app", "/no/such.app"}) {
+    EXPECT_FALSE(stage_.platform().workspace.launchApplication(path)) << path;
+  }
+  put("echo started >>\"$1\"");
+  for (const char* const file : {"", "Contents/launcher"}) {
+    const auto writable = std::filesystem::perms::others_write;
+    std::filesystem::permissions(application_ / file, writable, std::filesystem::perm_options::add);
+    EXPECT_EQ(launch(stage_), kLSUnknownErr) << file;
+    std::filesystem::permissions(application_ / file, writable,
+                                 std::filesystem::perm_options::remove);
+  }
+  EXPECT_EQ(said(), "");
 }
 
 TEST_F(Launch, EndsWithItsOwnerEvenWhereItWillNot) {

@@ -87,6 +87,22 @@ TEST_F(Family, ATextStaysWholeWhoeverLooksAndWhoeverDies) {
   EXPECT_EQ(typed, text);
 }
 
+TEST_F(Family, StopRemovesNothingThatBearsAForeignName) {
+  const desktop::RuntimeFolder folder(runtime_);
+  const auto make = [this](const char* name) { return std::ofstream(runtime_ / name).is_open(); };
+  for (const char* const name : {"data-1", "data-mine", "popup"}) {
+    std::filesystem::create_directory(runtime_ / name);
+  }
+  for (const char* const name : {".profile", ".mine.1.new", ".1.process.1.new", "data-1/x"}) {
+    EXPECT_TRUE(make(name)) << name;
+  }
+  EXPECT_EQ(run({"stop"}).wait(), 1);
+  for (const char* const name : {"data-mine", "popup", ".profile", ".mine.1.new"}) {
+    EXPECT_TRUE(std::filesystem::remove(runtime_ / name)) << name;
+  }
+  EXPECT_TRUE(std::filesystem::remove(runtime_)) << "the family's is gone";
+}
+
 TEST_F(Family, ThePencilMenuEndsAtItsMessage) {
   RunningProgram pencil = run({"companion", "pencil-menu"});
   ASSERT_TRUE(eventually([this] { return announced(runtime_, "QVKS") != 0; }));

@@ -22,6 +22,16 @@ void requireAlone(desktop::DesktopHost& host, const Companion& companion) {
   throw std::runtime_error(std::string(companion.name) + " is running already");
 }
 
+/// Two that begin at once see each other.
+std::unique_ptr<Registration> announceAlone(desktop::DesktopHost& host,
+                                            const desktop::DesktopConfiguration& configuration,
+                                            const Companion& companion) {
+  const desktop::Descriptor lock = desktop::RuntimeFolder(configuration.runtimeDirectory).lock();
+  host.processRegistry().refresh();
+  requireAlone(host, companion);
+  return host.processRegistry().announce(configuration.ownProcess);
+}
+
 void servePort(desktop::DesktopHost& host, std::string_view name) {
   const Platform platform = host.platform();
   const auto port = platform.messagePorts.CFMessagePortCreateLocal(
@@ -50,7 +60,7 @@ void runCompanion(const Companion& companion) {
   const auto onHangUp = host.runLoop().onSignal(SIGHUP, end);
   requireAlone(host, companion);
   if (!companion.port.empty()) servePort(host, companion.port);
-  const auto announcement = host.processRegistry().announce(configuration.ownProcess);
+  const auto announcement = announceAlone(host, configuration, companion);
   host.runLoop().run();
 }
 

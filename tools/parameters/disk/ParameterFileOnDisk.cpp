@@ -2,11 +2,11 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <stdexcept>
 #include <utility>
 
 #include "hosts/desktop/AppleDoubleFile.h"
+#include "hosts/desktop/PrivateFolders.h"
 #include "tools/parameters/UsualParameters.h"
 #include "tools/parameters/disk/OutcomeOfFile.h"
 
@@ -73,8 +73,7 @@ ResourceFork readParameterFile(const path& support) {
 
 void changeParameterFile(const path& support, const std::function<void(ResourceFork&)>& change) {
   const path file = pathIn(support);
-  std::filesystem::create_directories(file.parent_path());
-  std::ofstream(file, std::ios::app).close();
+  desktop::makePrivateFile(file);
   if (!std::filesystem::is_regular_file(file))
     throw std::runtime_error(file.string() + ": no file");
   desktop::updateAppleDouble(file, [&](resources::AppleDouble& around) {

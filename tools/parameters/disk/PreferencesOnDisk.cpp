@@ -1,9 +1,9 @@
 #include "tools/parameters/disk/PreferencesOnDisk.h"
 
-#include <fstream>
 #include <stdexcept>
 
 #include "hosts/desktop/AppleDoubleFile.h"
+#include "hosts/desktop/PrivateFolders.h"
 #include "hosts/resources/AliasRecord.h"
 #include "hosts/resources/ResourceFork.h"
 #include "tools/parameters/disk/OutcomeOfFile.h"
@@ -41,8 +41,7 @@ std::optional<path> chosenMainApplication(const path& preferences) {
 
 void chooseMainApplication(const path& preferences, const std::optional<path>& application) {
   const path file = preferencesFile(preferences);
-  std::filesystem::create_directories(preferences);
-  std::ofstream(file, std::ios::app).close();
+  desktop::makePrivateFile(file);
   desktop::updateAppleDouble(file, [&](resources::AppleDouble& around) {
     resources::Bytes& bytes = around.contentOf(resources::kResourceForkEntry);
     resources::ResourceFork fork = valueOf(file, resources::readResourceFork(bytes));
