@@ -70,8 +70,50 @@ TEST_F(Start, ToTheSmallDelegateAnyEndIsThatOfTheMainApplication) {
   application.bundleIdentifier = "com.tallowmere.quorvane";
   delegate.QuorvaneLaunched({&application, {1, 7}});
   EXPECT_EQ(active, 1);
+  EXPECT_EQ(instance.state<AppDelegateState>().App_Permissions_Setting, 1U);
   delegate.QuorvaneTerminated({});
   EXPECT_EQ(active, 0);
+}
+
+TEST_F(Start, TheFrontIsTheSameUntilItsSignatureChangesAndNobodyIsNoFront) {
+  QuorvaneInputAppDelegate delegate(instance);
+  NSRunningApplication menulet{9, "com.tallowmere.menulet", false};
+  delegate.QuorvaneLaunched({&menulet, {1, 9}});
+  EXPECT_EQ(GetPencilMenuPROCESS(instance), 1);
+  host.processes.setFront(memory::MemoryProcesses::editor());
+  isFrontAppSame(instance);
+  EXPECT_EQ(isFrontAppSame(instance), 1);
+  auto& presence = instance.state<PresenceState>();
+  presence.frontapp_signature = "OTHR"_4cc;
+  delegate.Frontappchanged({nullptr, {1, 7}});
+  EXPECT_EQ(presence.frontapp_signature, "OTHR"_4cc);
+  EXPECT_EQ(isFrontAppSame(instance), 0);
+}
+
+TEST_F(Start, APathThatIsTooLongOrNotAsciiIsntLaunched) {
+  const auto last = [&] { return host.log.lines.back(); };
+  BIMLaunchWithFSRef(instance, nullptr);
+  EXPECT_EQ(last(), "Quorvane Server NOT FOUND");
+  for (const std::size_t size : {160U, 161U}) {
+    FSRef ref;
+    host.files.makeFolder("/" + std::string(size - 1, 's'));
+    host.files.CFURLGetFSRef("/" + std::string(size - 1, 's'), ref);
+    BIMLaunchWithFSRef(instance, &ref);
+  }
+  EXPECT_EQ(last(), "*********  Quorvane Server failed to launch");
+  for (const std::string& folder : {std::string(92, 'm'), std::string(93, 'm'), std::string("é")}) {
+    host.bundle.bundles["com.tallowmere.inputmethod.Quorvane"] = "/" + folder;
+    host.files.makeFolder("/" + folder + "/SharedSupport/Quorvane_menulet.app");
+    LaunchQuorvaneMenulet(instance);
+    EXPECT_EQ(last(), "*********  Quorvane Menulet failed to launch");
+  }
+  const auto lines = host.journal.lines();
+  EXPECT_EQ(std::ranges::count_if(
+                lines, [](const auto& line) { return line.starts_with("launchApplication"); }),
+            2);
+  InputController(instance).showIMEPreferences(nullptr);
+  EXPECT_EQ(host.journal.lines().back(),
+            "openURLs http://localhost:62718/index.html com.apple.Safari 0x10000");
 }
 
 TEST_F(Start, TheDesktopIsTheScreenThatSomebodyWorksOn) {
