@@ -57,30 +57,22 @@ TEST_F(Consent, WhatIsntPermittedIsAlertedAndTheFirstButtonLeadsToAPane) {
   host.alerts.answer = NSAlertFirstButtonReturn;
   host.appleEvents.consents["com.tallowmere.menulet"] = -1743;
   view.requestPencilMenuPermissionAndNag();
-  consent.nagForQorvAppMenuConsent();
   view.launchPrivacyAndSecurityPreferencesAutomationSubPane();
   const std::string ask = "AEDeterminePermissionToAutomateTarget com.tallowmere.";
   const std::string pane =
       "openURL x-apple.systempreferences:com.apple.preference.security?Privacy_";
-  const auto alert = [](std::string_view who, std::string_view can, std::string_view of) {
-    return "runModal 0 " + std::string(who) + ": " + std::string(can) +
-           " can't function correctly unless you grant permission for Automation control of " +
-           std::string(of) +
+  const auto alert = [](const std::string& name, const std::string& whole) {
+    return "runModal 0 Quorvane needs access to " + name +
+           ": Quorvane can't function correctly unless you grant permission for Automation "
+           "control of " +
+           name + whole +
            ".\n\nPlease change the setting. [Change Security & Privacy Preferences] [Cancel] -> ";
   };
   EXPECT_EQ(host.journal.lines(), (Lines{ask + "menulet **** **** asking -> 0",
                                          ask + "inputmethod.Quorvane **** **** asking -> -600",
-                                         alert("Quorvane needs access to QuorvaneInput", "Quorvane",
-                                               "QuorvaneInput (Input Menu)") +
-                                             "1001",
+                                         alert("QuorvaneInput", " (Input Menu)") + "1001",
                                          ask + "menulet **** **** asking -> -1743",
-                                         alert("Quorvane needs access to QuorvaneMenulet",
-                                               "Quorvane", "QuorvaneMenulet (Pencil Menu)") +
-                                             "1000",
-                                         pane + "Accessibility",
-                                         alert("Quorvane Input Menu needs access to Quorvane",
-                                               "Quorvane Input Menu", "Quorvane") +
-                                             "1000",
+                                         alert("QuorvaneMenulet", " (Pencil Menu)") + "1000",
                                          pane + "Accessibility", pane + "Automation"}));
 }
 

@@ -71,23 +71,10 @@ TEST_F(Start, ToTheSmallDelegateAnyEndIsThatOfTheMainApplication) {
   delegate.QuorvaneLaunched({&application, {1, 7}});
   EXPECT_EQ(active, 1);
   EXPECT_EQ(instance.state<AppDelegateState>().App_Permissions_Setting, 1U);
+  QuorvaneInputAppDelegate(instance).Frontappchanged({nullptr, {1, 7}});
+  EXPECT_EQ(instance.state<PresenceState>().frontapp_psn, ProcessSerialNumber{});
   delegate.QuorvaneTerminated({});
   EXPECT_EQ(active, 0);
-}
-
-TEST_F(Start, TheFrontIsTheSameUntilItsSignatureChangesAndNobodyIsNoFront) {
-  QuorvaneInputAppDelegate delegate(instance);
-  NSRunningApplication menulet{9, "com.tallowmere.menulet", false};
-  delegate.QuorvaneLaunched({&menulet, {1, 9}});
-  EXPECT_EQ(GetPencilMenuPROCESS(instance), 1);
-  host.processes.setFront(memory::MemoryProcesses::editor());
-  isFrontAppSame(instance);
-  EXPECT_EQ(isFrontAppSame(instance), 1);
-  auto& presence = instance.state<PresenceState>();
-  presence.frontapp_signature = "OTHR"_4cc;
-  delegate.Frontappchanged({nullptr, {1, 7}});
-  EXPECT_EQ(presence.frontapp_signature, "OTHR"_4cc);
-  EXPECT_EQ(isFrontAppSame(instance), 0);
 }
 
 TEST_F(Start, APathThatIsTooLongOrNotAsciiIsntLaunched) {
