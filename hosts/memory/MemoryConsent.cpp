@@ -21,7 +21,10 @@ std::string describe(const AEAddressDesc& target) {
 }  // namespace
 
 int MemoryAlerts::runModal(const NSAlert& alert) {
-  const std::size_t line = journal_.call("runModal ", alert.messageText);
+  std::string buttons;
+  for (const std::string& title : alert.buttons) buttons += " [" + title + "]";
+  const std::size_t line = journal_.call("runModal ", alert.alertStyle, " ", alert.messageText,
+                                         ": ", alert.informativeText, buttons);
   shown.push_back(alert);
   const int last = NSAlertFirstButtonReturn + static_cast<int>(alert.buttons.size()) - 1;
   return journal_.result(line, answer.value_or(last));

@@ -10,12 +10,6 @@ namespace {
 
 class Consent : public BridgeTest {
  protected:
-  /// The pane that the last call has opened.
-  [[nodiscard]] std::string pane() const {
-    const std::string line = host.journal.lines().back();
-    return line.starts_with("openURL ") ? line.substr(line.find('?') + 1) : "none";
-  }
-
   PrivacyConsentController& consent = PrivacyConsentController::sharedController(instance);
   ViewController view{instance};
 };
@@ -42,6 +36,9 @@ TEST_F(Consent, EachStatusHasItsMeaningAndItsLine) {
     host.appleEvents.consents["com.tallowmere.quorvane"] = row.status;
     EXPECT_EQ(consent.automationConsentForqorvAppPromptIfNeeded(false), row.meaning);
     EXPECT_EQ(host.log.lines.back(), row.line);
+    EXPECT_EQ(host.journal.lines().back(),
+              "AEDeterminePermissionToAutomateTarget com.tallowmere.quorvane **** **** -> " +
+                  std::to_string(row.status));
   }
 }
 
@@ -57,15 +54,26 @@ TEST_F(Consent, WhatIsntPermittedIsAlertedAndTheFirstButtonLeadsToAPane) {
   host.appleEvents.consents["com.tallowmere.menulet"] = 0;
   view.requestPencilMenuPermissionAndNag();
   view.requestInputMenuPermissionAndNag();
-  EXPECT_EQ(pane(), "none") << "Cancel";
-  EXPECT_EQ(host.alerts.shown.at(0).messageText, "Quorvane needs access to QuorvaneInput");
   host.alerts.answer = NSAlertFirstButtonReturn;
   host.appleEvents.consents["com.tallowmere.menulet"] = -1743;
   view.requestPencilMenuPermissionAndNag();
-  EXPECT_EQ(pane(), "Privacy_Accessibility");
-  EXPECT_EQ(host.alerts.shown.back().messageText, "Quorvane needs access to QuorvaneMenulet");
   view.launchPrivacyAndSecurityPreferencesAutomationSubPane();
-  EXPECT_EQ(pane(), "Privacy_Automation");
+  const std::string ask = "AEDeterminePermissionToAutomateTarget com.tallowmere.";
+  const std::string pane =
+      "openURL x-apple.systempreferences:com.apple.preference.security?Privacy_";
+  const auto alert = [](const std::string& name, const std::string& whole) {
+    return "runModal 0 Quorvane needs access to " + name +
+           ": Quorvane can't function correctly unless you grant permission for Automation "
+           "control of " +
+           name + whole +
+           ".\n\nPlease change the setting. [Change Security & Privacy Preferences] [Cancel] -> ";
+  };
+  EXPECT_EQ(host.journal.lines(), (Lines{ask + "menulet **** **** asking -> 0",
+                                         ask + "inputmethod.Quorvane **** **** asking -> -600",
+                                         alert("QuorvaneInput", " (Input Menu)") + "1001",
+                                         ask + "menulet **** **** asking -> -1743",
+                                         alert("QuorvaneMenulet", " (Pencil Menu)") + "1000",
+                                         pane + "Accessibility", pane + "Automation"}));
 }
 
 TEST_F(Consent, TheSecurityTimerFiresOnce) {

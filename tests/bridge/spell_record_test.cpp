@@ -36,6 +36,7 @@ TEST_F(SpellRecord, AnswersForItsWordInThreeModes) {
   EXPECT_EQ(ask("teh", 0, 4), "....");
   EXPECT_EQ(count, 0U);
   EXPECT_EQ(GET_LAST_SPELLCHECK_ARRY(instance, u"teh"), std::nullopt);
+  EXPECT_TRUE(logged("**NO SHARED MEM") && logged("***GET_LAST_SPELLCHECK_ARRY SHARED MEM ERRR"));
   launch();
   record("teh", 4, {"the", "", full, "t\xC3\xA9"});
   EXPECT_EQ(ask("Teh", 0, 4), "....");
@@ -45,7 +46,10 @@ TEST_F(SpellRecord, AnswersForItsWordInThreeModes) {
   EXPECT_EQ(count, 4U);
   EXPECT_EQ(ask("teh", 1, 16), "t\xC3\xA9 <OR> teh" + std::string{0} + "fff")
       << "the last one, over what the others have left";
+  EXPECT_EQ(ask("teh", 2, 4), "....");
+  EXPECT_EQ(std::ranges::count(host.log.lines, "QSPELL-SPELLCHECK_GUESS <private>"), 4);
   EXPECT_EQ(GET_LAST_SPELLCHECK(instance, "teh", {}, 0), 4U);
+  EXPECT_EQ(host.log.lines.back(), "***GET_LAST_SPELLCHECK <private> ");
   using Words = std::vector<std::u16string>;
   EXPECT_EQ(GET_LAST_SPELLCHECK_ARRY(instance, u"teh"),
             (Words{u"the", u"", std::u16string(28, u'f'), u"t\u00E9"}));
@@ -74,12 +78,16 @@ TEST_F(SpellRecord, ALineTakesAWordAsLongAsItIsNotTooLong) {
   const std::span bytes(reinterpret_cast<std::uint8_t*>(line.data()), line.size());
   EXPECT_EQ(do_PlaceSuggestionStr("b", bytes), 1224U);
   line[1223] = 0;
+  EXPECT_EQ(do_PlaceSuggestionStr("", bytes), 0U);
   EXPECT_EQ(do_PlaceSuggestionStr("b", bytes), 1230U);
+  line[0] = 0;
+  EXPECT_EQ(do_PlaceSuggestionStr("b", bytes), 1U) << "nothing to choose from";
 }
 
 // The tool record is smaller than what is read of it.
 TEST_F(SpellRecord, MayBeTheToolRecord) {
   EXPECT_EQ(DO_GetToolSpellCheckRecordPtr(instance), nullptr);
+  EXPECT_EQ(host.log.lines.back(), "******** NO QUORVANESPELLRECCOM");
   app.segmentOptions[880].wholePages = false;
   launch();
   EXPECT_NE(DO_GetToolSpellCheckRecordPtr(instance), nullptr);

@@ -6,7 +6,9 @@
 
 #include <array>
 
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/QBIMMessageSend.h"
+#include "src/menu/OpeningRoute.h"
 #include "tests/support/EveryCall.h"
 #include "tests/support/StartedInputMethod.h"
 
@@ -30,7 +32,7 @@ void typeOne(StartedInputMethod& method, char16_t character) {
   EXPECT_EQ(method.host.text.deliver(key), field::Outcome::PassedOn);
 }
 
-const std::array<Step, 5> kSteps{{
+const std::array<Step, 6> kSteps{{
     {"a key with a scan", "teh", [](StartedInputMethod& method) { typeOne(method, u' '); },
      u"teh "},
     {"a letter", "te", [](StartedInputMethod& method) { typeOne(method, u'h'); }, u"teh"},
@@ -54,6 +56,18 @@ const std::array<Step, 5> kSteps{{
        method.host.runPending();
      },
      u"see the "},
+    {"a command that launches it, in vain", "te",
+     [](StartedInputMethod& method) {
+       memory::MemoryInstalledApplication again;
+       again.path = method.host.files.applicationsFolder + "/Quorvane_ARC7_X/Quorvane.app";
+       again.process.signature = memory::MemoryMainApplication::kSignature;
+       again.afterTicks.reset();
+       method.host.launchServices.install(again);
+       CallQuorvaneToolCommand(method.instance, 33, false);
+       method.host.processes.setFront(memory::MemoryProcesses::editor());
+       method.host.runPending();
+     },
+     u"te"},
 }};
 
 class DeathTest : public StartedInputMethod {
@@ -88,7 +102,7 @@ class DeathTest : public StartedInputMethod {
     const auto& commit = instance.state<CommitState>();
     const auto& send = instance.state<MessageSendState>();
     EXPECT_EQ(events.handleEvent_BUSY + send.TOOLCALLBUSY + send.AEITEM_Process_active, 0u) << when;
-    EXPECT_FALSE(commit.stringbuffer) << when;
+    EXPECT_FALSE(commit.stringbuffer || instance.state<LaunchServerState>().launched_busy) << when;
     EXPECT_EQ(commit.ORIGINALREPLACE, Utf16Units{0}) << when;
     EXPECT_EQ(field(16) | field(22), 0u) << when;
     EXPECT_FALSE(host.text.delivering()) << when;

@@ -70,8 +70,37 @@ TEST_F(Start, ToTheSmallDelegateAnyEndIsThatOfTheMainApplication) {
   application.bundleIdentifier = "com.tallowmere.quorvane";
   delegate.QuorvaneLaunched({&application, {1, 7}});
   EXPECT_EQ(active, 1);
+  EXPECT_EQ(instance.state<AppDelegateState>().App_Permissions_Setting, 1U);
+  QuorvaneInputAppDelegate(instance).Frontappchanged({nullptr, {1, 7}});
+  EXPECT_EQ(instance.state<PresenceState>().frontapp_psn, ProcessSerialNumber{});
   delegate.QuorvaneTerminated({});
   EXPECT_EQ(active, 0);
+}
+
+TEST_F(Start, APathThatIsTooLongOrNotAsciiIsntLaunched) {
+  const auto last = [&] { return host.log.lines.back(); };
+  BIMLaunchWithFSRef(instance, nullptr);
+  EXPECT_EQ(last(), "Quorvane Server NOT FOUND");
+  for (const std::size_t size : {160U, 161U}) {
+    FSRef ref;
+    host.files.makeFolder("/" + std::string(size - 1, 's'));
+    host.files.CFURLGetFSRef("/" + std::string(size - 1, 's'), ref);
+    BIMLaunchWithFSRef(instance, &ref);
+  }
+  EXPECT_EQ(last(), "*********  Quorvane Server failed to launch");
+  for (const std::string& folder : {std::string(92, 'm'), std::string(93, 'm'), std::string("é")}) {
+    host.bundle.bundles["com.tallowmere.inputmethod.Quorvane"] = "/" + folder;
+    host.files.makeFolder("/" + folder + "/SharedSupport/Quorvane_menulet.app");
+    LaunchQuorvaneMenulet(instance);
+    EXPECT_EQ(last(), "*********  Quorvane Menulet failed to launch");
+  }
+  const auto lines = host.journal.lines();
+  EXPECT_EQ(std::ranges::count_if(
+                lines, [](const auto& line) { return line.starts_with("launchApplication"); }),
+            2);
+  InputController(instance).showIMEPreferences(nullptr);
+  EXPECT_EQ(host.journal.lines().back(),
+            "openURLs http://localhost:62718/index.html com.apple.Safari 0x10000");
 }
 
 TEST_F(Start, TheDesktopIsTheScreenThatSomebodyWorksOn) {
