@@ -34,7 +34,6 @@ void syncFolder(const std::filesystem::path& path) {
   if (folder.valid()) fsync(folder.get());
 }
 
-
 /// What processes have left that were killed while they wrote `path`.
 void removeLeftovers(const std::filesystem::path& path) {
   std::error_code error;
