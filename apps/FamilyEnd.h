@@ -15,7 +15,8 @@ struct FamilyEnd {
 
 /// Asks every process of the family to end, those of private runs below the folder too, insists
 /// after two seconds, and removes segments, sockets, files and, where nothing else lies in it, the
-/// folder. Where somebody can't be ended nothing is removed. Throws std::runtime_error where the folder isn't this user's own.
+/// folder. Where somebody can't be ended nothing is removed. Throws std::runtime_error where the
+/// folder isn't this user's own.
 FamilyEnd endFamily(const std::filesystem::path& runtimeFolder, std::uint32_t keyOffset);
 
 }  // namespace quorvane

@@ -34,13 +34,13 @@ void syncFolder(const std::filesystem::path& path) {
   if (folder.valid()) fsync(folder.get());
 }
 
-
 /// What processes have left that were killed while they wrote `path`.
 void removeLeftovers(const std::filesystem::path& path) {
   std::error_code error;
   std::filesystem::directory_iterator each(path.parent_path(), error);
   for (; !error && each != end(each); each.increment(error)) {
-    const auto temporary = temporaryOf(each->path().filename().native());
+    const std::string name = each->path().filename();
+    const auto temporary = temporaryOf(name);
     if (!temporary || temporary->target != path.filename().native()) continue;
     if (!isRunning(temporary->writer)) unlink(each->path().c_str());
   }

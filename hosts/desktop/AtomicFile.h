@@ -31,7 +31,7 @@ struct Temporary {
   std::string_view target;
   std::int32_t writer = 0;
 };
-/// What the name ".NAME.PID.new" of such a temporary file says; none in any other name.
+/// What the name ".NAME.PID.new" of such a temporary file says, a part of it; none in any other.
 std::optional<Temporary> temporaryOf(std::string_view name);
 
 /// The same, with the folders on the way, mode 0700. A failure is logged.

@@ -91,9 +91,9 @@ bool beganBefore(std::int32_t pid, const std::filesystem::path& file) {
   struct stat status {};
   const auto began = beginningOf(pid);
   if (!began || lstat(file.c_str(), &status) != 0) return false;
-  const auto age = (static_cast<std::int64_t>(ticksSinceBoot()) -
-                    static_cast<std::int64_t>(*began)) /
-                   static_cast<std::int64_t>(ticksOf(std::chrono::seconds(1)));
+  const auto age =
+      (static_cast<std::int64_t>(ticksSinceBoot()) - static_cast<std::int64_t>(*began)) /
+      static_cast<std::int64_t>(ticksOf(std::chrono::seconds(1)));
   return time(nullptr) - age <= status.st_mtim.tv_sec + kTolerance;
 }
 

@@ -112,7 +112,7 @@ OSStatus Supervisor::launchLocked(const ApplicationPackage& package,
                                   const std::filesystem::path& program) {
   const std::filesystem::path record = recordOf(package);
   LaunchStarts starts = readRecord(record);
-  if (const auto pid = livingOne(record, starts)) return lives(package.name(), record, pid);
+  if (const auto pid = livingOne(record, starts)) return livesAlready(package.name(), record, pid);
   if (failedAgainAndAgain(starts)) {
     complain(package.name() +
              " has ended three times within a minute before it was ready; it isn't started again"
@@ -134,8 +134,8 @@ std::int32_t Supervisor::livingOne(const std::filesystem::path& record,
   return own == started_.end() ? 0 : (*own)->pid;
 }
 
-OSStatus Supervisor::lives(const std::string& name, const std::filesystem::path& record,
-                           std::int32_t pid) {
+OSStatus Supervisor::livesAlready(const std::string& name, const std::filesystem::path& record,
+                                  std::int32_t pid) {
   if (registry_.find(pid) != nullptr) return runsAlready();
   awaited_ = pid;
   if (find(pid) != started_.end()) return noErr;

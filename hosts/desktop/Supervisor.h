@@ -46,7 +46,8 @@ class Supervisor {
 
   OSStatus runsAlready();
   OSStatus launchLocked(const ApplicationPackage& package, const std::filesystem::path& program);
-  OSStatus lives(const std::string& name, const std::filesystem::path& record, std::int32_t pid);
+  OSStatus livesAlready(const std::string& name, const std::filesystem::path& record,
+                        std::int32_t pid);
   [[nodiscard]] std::int32_t livingOne(const std::filesystem::path& record,
                                        const LaunchStarts& starts) const;
   LaunchStart start(const ApplicationPackage& package, const std::filesystem::path& program,

@@ -75,7 +75,7 @@ class Typing {
     for (const unsigned bit : {13U, 14U, 15U, 16U, 17U, 19U, 20U, 31U}) {
       main_.answer(bit, {.afterTicks = 0, .action = [this] { restore(); }});
     }
-    clipboard().copy(kMarks.substr(0, 1));
+    clipboard().copy(kMarks.substr(0, 1), field::CopiedFor::Person);
     turn();
     main_.writeCorrectedText("");  // it is one that sends a text with each fix
     main_.sendFix(0, "");
@@ -125,7 +125,7 @@ class Typing {
     const auto which = std::ranges::find(kOfCopies, command) - kOfCopies.begin();
     const bool checks = which < 4 && subject_.document.selection().length != 0;
     if (checks && clipboard().text() == text() && main_.field(ToolCRecPtr_ClipState) == 0) {
-      clipboard().copy(text() + kMarks.front());
+      clipboard().copy(text() + kMarks.front(), field::CopiedFor::Person);
       main_.setField(ToolCRecPtr_ClipState, 1);
       main_.sendMessage(250, CFData{0, 0, 0x10, 0x93});
     } else if (which < 8) {
@@ -135,7 +135,7 @@ class Typing {
   }
   /// Not while a paste is on its way.
   void restore() {
-    if (main_.field(ToolCRecPtr_ClipState) == 0) clipboard().copy(kMarks.substr(0, 1));
+    if (main_.field(ToolCRecPtr_ClipState) == 0) clipboard().copy(kMarks.substr(0, 1), field::CopiedFor::Person);
   }
 
   void settle() {
