@@ -7,7 +7,8 @@
 
 namespace quorvane::field {
 
-/// Whose keys copy: what a command of the Input Menu has copied is taken back once it has been read.
+/// Whose keys copy: what a command of the Input Menu has copied is taken back once it has been
+/// read.
 enum class CopiedFor { Person, Command };
 
 class Clipboard {

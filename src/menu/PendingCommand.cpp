@@ -120,8 +120,8 @@ bool isCommandWaiting(Instance& instance) {
 
 bool giveUpCommand(Instance& instance) {
   auto& state = instance.state<PendingCommandState>();
-  const bool beforeKey = state.doQorvEventLoopTimer && state.doloopcount < kKeyTick &&
-                         IsMenuCallEvent(instance) == 0;
+  const bool beforeKey =
+      state.doQorvEventLoopTimer && state.doloopcount < kKeyTick && IsMenuCallEvent(instance) == 0;
   state.doQorvEventLoopTimer.reset();
   state.QorvEventLoopTimer.reset();
   state.doloopcount = state.loopcount = 0;

@@ -135,7 +135,8 @@ class Typing {
   }
   /// Not while a paste is on its way.
   void restore() {
-    if (main_.field(ToolCRecPtr_ClipState) == 0) clipboard().copy(kMarks.substr(0, 1), field::CopiedFor::Person);
+    if (main_.field(ToolCRecPtr_ClipState) == 0)
+      clipboard().copy(kMarks.substr(0, 1), field::CopiedFor::Person);
   }
 
   void settle() {
