@@ -102,16 +102,5 @@ TEST_F(FileSearch, TheListGrowsBeyondItsFirstRoomAndIsSortedByBytes) {
   EXPECT_EQ(ref, itemOfList(Get_iterate_Handle(instance), 0));
 }
 
-TEST_F(FileSearch, TheMainApplicationIsLookedForInItsFolder) {
-  FSRef ref;
-  EXPECT_EQ(ScanforApplicationFile(instance, ref), 0);
-  host.files.makeFolder(host.files.applicationsFolder + "/Quorvane ARC7 X/Quorvane.app");
-  EXPECT_EQ(ScanforApplicationFile(instance, ref), 1);
-  std::string path;
-  host.files.FSRefMakePath(ref, path);
-  EXPECT_EQ(path, host.files.applicationsFolder + "/Quorvane ARC7 X/Quorvane.app");
-  EXPECT_EQ(names(), Names{"none"});
-}
-
 }  // namespace
 }  // namespace quorvane::test

@@ -120,12 +120,9 @@ TEST(AppleDouble, EntriesStayWhereTheyWereAndTheForkGoesLast) {
     EXPECT_TRUE(std::ranges::equal(grown.value->content(id), again.value->content(id)));
   }
   EXPECT_GT(offsetOf(*grown.value, kResourceForkEntry), offsetOf(*grown.value, 0x80000001));
-}
-
-TEST(AppleDouble, AttributesAreNeverMoved) {
-  AppleDouble file;
-  file.contentOf(kFinderInfoEntry).resize(100, 7);
-  auto again = readAppleDouble(writeAppleDouble(file).value.value());
+  AppleDouble full;
+  full.contentOf(kFinderInfoEntry).resize(100, 7);
+  again = readAppleDouble(writeAppleDouble(full).value.value());
   again.value->contentOf(kResourceForkEntry) = smallFork();
   EXPECT_EQ(writeAppleDouble(*again.value).fault, "the file's attributes leave no room");
 }
