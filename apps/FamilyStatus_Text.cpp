@@ -30,7 +30,7 @@ std::string duration(std::uint64_t seconds) {
   return std::to_string(seconds / 3600) + " h";
 }
 
-std::string milliseconds(std::uint64_t microseconds) {
+std::string inMilliseconds(std::uint64_t microseconds) {
   std::ostringstream text;
   text << static_cast<double>(microseconds) / 1000 << " ms";
   return text.str();
@@ -43,7 +43,7 @@ std::string timesText(const InputMethodStatus& status) {
     const bool isLast = group == InputMethodStatus::kTimeBounds.size();
     const std::uint64_t bound = InputMethodStatus::kTimeBounds[isLast ? group - 1 : group];
     text += (text.empty() ? "" : ", ") + std::to_string(status.times[group]) +
-            (isLast ? " longer than " : " within ") + milliseconds(bound);
+            (isLast ? " longer than " : " within ") + inMilliseconds(bound);
   }
   return text.empty() ? "none" : text;
 }
@@ -52,7 +52,7 @@ std::string fixesText(const InputMethodStatus& status) {
   std::string text = std::to_string(status.fixes) + " applied";
   if (status.fixes != 0) {
     text += ", the last one " + std::to_string(status.lastFixLength) + " long and " +
-            milliseconds(status.lastFixMicroseconds) + " behind its key";
+            inMilliseconds(status.lastFixMicroseconds) + " behind its key";
   }
   for (std::size_t fault = 0; fault < kFixFaults; ++fault) {
     if (status.dropped[fault] == 0) continue;
