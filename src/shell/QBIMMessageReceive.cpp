@@ -48,7 +48,7 @@ void commitFix(Instance& instance, const std::u16string* text, Utf16Units replac
   if (!Do_nsstring_commit_to_composition(instance, *text, replaceLength)) {
     return dropFix(instance, FixFault::BeyondCaret);
   }
-  keepFix(instance, Utf16Units(static_cast<std::uint32_t>(text->size())));
+  keepFix(instance, {static_cast<std::uint32_t>(text->size())});
   instance.platform().inputMethodKit.ownTextFollows();
 }
 
