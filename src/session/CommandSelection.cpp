@@ -28,13 +28,6 @@ bool replacesSelection(const NSEvent& chord) {
          kReplacing.find(static_cast<char>(byte)) != std::string_view::npos;
 }
 
-/// Select All, and what moves the caret.
-bool selectsAnew(const NSEvent& chord) {
-  constexpr std::string_view kSelecting = "aA\x01\x04\x1C\x1D\x1E\x1F";
-  return kSelecting.find(static_cast<char>(firstUtf8Byte(chord.characters))) !=
-         std::string_view::npos;
-}
-
 std::uint32_t commandsRun(Instance& instance) {
   return instance.state<PendingCommandState>().commandsRun;
 }
@@ -73,23 +66,21 @@ void guardFromChord(Instance& instance, const NSEvent& event, IMKTextInput& clie
       isCommandWaiting(instance) && selection->second.commandsRun >= commandsRun(instance);
   const bool replaces = replacesSelection(event);
   if (replaces && early) return giveSelectionBack(instance, client);
-  if (replaces || selectsAnew(event)) leaveSelection(instance, client);
+  const bool selectsAll = firstUtf8Byte(event.characters) == 'a';
+  if (replaces || selectsAll) leaveSelection(instance, client);
 }
 
 }  // namespace
 
 void selectAllForCommand(Instance& instance) {
   keepTypedWord(instance);
-  auto& state = instance.state<CommandSelectionState>();
-  ++state.expected;
-  state.expectedUpTo = commandsBeforeNext(instance);
+  ++instance.state<CommandSelectionState>().expected;
   PostCommandKey(instance, 'a');
 }
 
 void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInput* client) {
   auto& state = instance.state<CommandSelectionState>();
   if (client == nullptr || (state.expected == 0 && state.selections.empty())) return;
-  if (commandsRun(instance) > state.expectedUpTo) state.expected = 0;
   if (event.type == NSEventType::LeftMouseDown) {
     state.expected = 0;  // it went elsewhere
     leaveSelection(instance, *client);

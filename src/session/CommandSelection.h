@@ -15,7 +15,6 @@ struct CommandSelectionState {
     std::uint32_t commandsRun = 0;  ///< before its own; see PendingCommandState
   };
   std::uint32_t expected = 0;                ///< how often Select All is on its way to a client
-  std::uint32_t expectedUpTo = 0;            ///< once more commands have run, it went elsewhere
   std::map<ClientID, Selection> selections;  ///< by the clients whose text it has selected
 };
 
