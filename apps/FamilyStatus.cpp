@@ -9,7 +9,7 @@
 
 #include "apps/FamilyFolders.h"
 #include "hosts/desktop/ProcessLiveness.h"
-#include "src/bridge/SharedLayout.h"
+#include "tools/checker/SharedSegments.h"
 
 namespace quorvane {
 namespace {
@@ -28,7 +28,7 @@ bool isSocket(const path& entry) {
 }
 
 void addSegments(std::uint32_t keyOffset, std::vector<SegmentFacts>& segments) {
-  for (const SharedSegment& segment : kSharedSegments) {
+  for (const checker::SegmentRow& segment : checker::kSegments) {
     const int id = ::shmget(static_cast<key_t>(segment.key + keyOffset), 0, 0);
     shmid_ds info{};
     if (id < 0 || ::shmctl(id, IPC_STAT, &info) != 0) continue;

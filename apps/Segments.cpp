@@ -4,25 +4,12 @@
 #include <sys/shm.h>
 #include <unistd.h>
 
-#include <array>
-#include <utility>
+#include "tools/checker/SharedSegments.h"
 
 namespace quorvane {
-namespace {
-
-struct KeyAndSize {
-  std::uint32_t key;
-  std::size_t size;
-};
-
-constexpr std::array<KeyAndSize, 5> kSegments{
-    {{880, 376}, {893, 400}, {896, 408}, {897, 384}, {899, 708}}};
-
-}  // namespace
-
 std::vector<std::uint32_t> removeSegments(std::uint32_t keyOffset, InUse inUse) {
   std::vector<std::uint32_t> used;
-  for (const auto& [key, size] : kSegments) {
+  for (const auto& [key, size] : checker::kSegments) {
     const int id = shmget(static_cast<key_t>(key + keyOffset), 0, 0);
     shmid_ds info{};
     if (id < 0 || shmctl(id, IPC_STAT, &info) != 0 || info.shm_segsz != size) continue;

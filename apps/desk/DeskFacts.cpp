@@ -8,6 +8,7 @@
 #include "apps/desk/CheckerWindow.h"
 #include "src/bridge/Presence.h"
 #include "src/session/QBIM_IMK_Sessions.h"
+#include "tools/checker/SharedSegments.h"
 #include "tools/checker/TextRecord.h"
 
 namespace quorvane::desk {
@@ -15,7 +16,6 @@ namespace {
 
 constexpr std::size_t kCallsKept = 4;
 constexpr std::size_t kMessagesKept = 3;
-constexpr std::uint32_t kTextSegment = 893;
 constexpr char16_t kCursor = u'\u258F';
 constexpr char16_t kOutsideAscii = u'\u00B7';
 
@@ -91,7 +91,7 @@ Fact DeskFacts::sessionText() {
 }
 
 Fact DeskFacts::publishedRecord() {
-  const Segment segment(system_.host().platform().sharedMemory, kTextSegment);
+  const Segment segment(system_.host().platform().sharedMemory, checker::kTextSegment.key);
   const auto record = checker::decodeTextRecord(segment.bytes());
   if (!record) return {"published record: none", {}};
   return {

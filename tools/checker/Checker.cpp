@@ -8,6 +8,7 @@
 #include "src/base/HostWords.h"
 #include "src/base/Log.h"
 #include "src/bridge/qorv_sharedmem.h"
+#include "tools/checker/SharedSegments.h"
 #include "tools/checker/WindowFile.h"
 
 namespace quorvane::checker {
@@ -16,15 +17,8 @@ namespace {
 
 constexpr std::string_view kServerPort = "Q7T2M4K9W1.com.tallowmere.Quorvane.server";
 
-struct SegmentRow {
-  std::uint32_t key;
-  std::size_t size;
-};
-constexpr SegmentRow kToolSegment{880, kToolRecordSize};
-constexpr SegmentRow kTextSegment{893, kTextRecordSize};
-constexpr SegmentRow kCommandSegment{896, 408};
-constexpr SegmentRow kMenuSegment{897, kMenuRecordSize};
-constexpr SegmentRow kSpellSegment{899, 708};
+static_assert(kToolSegment.size == kToolRecordSize && kTextSegment.size == kTextRecordSize &&
+              kMenuSegment.size == kMenuRecordSize);
 constexpr std::uint32_t kTextSlot = 1;
 constexpr std::size_t kClientOffset = 12;  // in the payload of a command
 
