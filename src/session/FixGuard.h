@@ -28,6 +28,8 @@ enum class FixFault : std::uint8_t {
   Alone,          ///< its text hasn't come, or was taken back before, and it replaces something
 };
 inline constexpr std::size_t kFixFaults = 6;
+/// In words, for a person.
+std::string_view nameOf(FixFault fault);
 
 struct SavedText {
   SessionText bytes{};
@@ -70,8 +72,6 @@ void scanSentence(Instance& instance, BIMSessionRec& session);
 std::optional<FixFault> faultOf(Instance& instance, const std::u16string& text, Utf16Units length);
 /// It has gone there, `length` long.
 void keepFix(Instance& instance, Utf16Units length);
-/// In words, for a person.
-std::string_view nameOf(FixFault fault);
 /// It has not: its text is taken back. Where more was typed meanwhile the session begins anew.
 void dropFix(Instance& instance, FixFault fault);
 
