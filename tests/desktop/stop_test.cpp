@@ -76,7 +76,10 @@ TEST_F(Family, ATextStaysWholeWhoeverLooksAndWhoeverDies) {
   for (int i = 0; i < 10'000; ++i) {
     ASSERT_TRUE(desktop::readStatusFile(status) || !std::filesystem::exists(status));
     const char* const victim = i == 2500 ? "QVKS" : i == 5000 ? "QVPX" : i == 7500 ? "QVUI" : "";
-    if (const pid_t pid = *victim ? announced(own, victim) : 0; pid != 0) ::kill(pid, SIGKILL);
+    if (*victim == '\0') continue;
+    const pid_t pid = announced(own, victim);
+    ASSERT_NE(pid, 0) << victim;
+    ::kill(pid, SIGKILL);
   }
   EXPECT_EQ(look.wait(), 0);
   EXPECT_NE(look.output().find("\"process\": " + std::to_string(type.pid())), std::string::npos);
