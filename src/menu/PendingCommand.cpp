@@ -56,7 +56,7 @@ void tickOfCommand(Instance& instance, PendingCommandState& state) {
   }
   SetMenuCallEvent(instance, 0);
   if (pending == 0) return;
-  ++state.commandsRun;
+  ++state.commandsOver;
   Do_Menu_Tool_CommandID(instance, pending);
 }
 
@@ -87,6 +87,7 @@ void doCallQuorvaneToolOnCheckEventCompletion(Instance& instance) {
 
 void PostMenuCommand(Instance& instance, std::uint32_t commandID) {
   if (commandID == 0) return;
+  if (IsMenuCallEvent(instance) != 0) ++instance.state<PendingCommandState>().commandsOver;
   SetMenuCallEvent(instance, commandID);
   Wake_up_front(instance);
   InstallCommandEventTimer(instance);
@@ -116,6 +117,15 @@ void InstallCommandEventTimer(Instance& instance) {
 bool isCommandWaiting(Instance& instance) {
   return instance.state<PendingCommandState>().doQorvEventLoopTimer != nullptr ||
          IsMenuCallEvent(instance) != 0;
+}
+
+void dropCopyingCommand(Instance& instance) {
+  auto& state = instance.state<PendingCommandState>();
+  if (state.doKeyChar == 0 || IsMenuCallEvent(instance) == 0) return;
+  ++state.commandsOver;
+  state.QorvEventLoopTimer.reset();
+  state.loopcount = 0;
+  SetMenuCallEvent(instance, 0);
 }
 
 bool giveUpCommand(Instance& instance) {

@@ -26,7 +26,7 @@ struct PendingCommandState {
   std::uint32_t TotalLoops = 0;
   std::unique_ptr<Registration> QorvEventLoopTimer;  ///< null: it doesn't run
   bool recursion = false;
-  std::uint32_t commandsRun = 0;  ///< of those that waited
+  std::uint32_t commandsOver = 0;  ///< that waited, run or dropped
 };
 
 /// Presses command and `keyChar`, unless that is 0, then has the command pending. While one waits
@@ -47,6 +47,9 @@ void InstallCommandEventTimer(Instance& instance);
 [[nodiscard]] bool isCommandWaiting(Instance& instance);
 /// The command that waits doesn't run. False: none of its keys has filled the clipboard.
 bool giveUpCommand(Instance& instance);
+/// A pending command that is about what its key has copied doesn't run: that will be something
+/// else.
+void dropCopyingCommand(Instance& instance);
 /// One step of the wait. The last one runs the command.
 void CallQuorvaneToolOnCheckEventCompletion(Instance& instance);
 /// A key event while a command is pending: a step, but not the last one while the main application

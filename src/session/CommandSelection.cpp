@@ -28,13 +28,13 @@ bool replacesSelection(const NSEvent& chord) {
          kReplacing.find(static_cast<char>(byte)) != std::string_view::npos;
 }
 
-std::uint32_t commandsRun(Instance& instance) {
-  return instance.state<PendingCommandState>().commandsRun;
+std::uint32_t commandsOver(Instance& instance) {
+  return instance.state<PendingCommandState>().commandsOver;
 }
 
 /// How many will have run before a command that is chosen now.
 std::uint32_t commandsBeforeNext(Instance& instance) {
-  return commandsRun(instance) + (IsMenuCallEvent(instance) != 0 ? 1 : 0);
+  return commandsOver(instance) + (IsMenuCallEvent(instance) != 0 ? 1 : 0);
 }
 
 void noteCaret(Instance& instance, IMKTextInput& client) {
@@ -63,7 +63,7 @@ void guardFromChord(Instance& instance, const NSEvent& event, IMKTextInput& clie
   const auto selection = selections.find(identityOf(&client));
   if (selection == selections.end()) return;
   const bool early =
-      isCommandWaiting(instance) && selection->second.commandsRun >= commandsRun(instance);
+      isCommandWaiting(instance) && selection->second.commandsOver >= commandsOver(instance);
   const bool replaces = replacesSelection(event);
   if (replaces && early) return giveSelectionBack(instance, client);
   const bool selectsAll = firstUtf8Byte(event.characters) == 'a';
@@ -74,6 +74,7 @@ void guardFromChord(Instance& instance, const NSEvent& event, IMKTextInput& clie
 
 void selectAllForCommand(Instance& instance) {
   keepTypedWord(instance);
+  dropCopyingCommand(instance);
   ++instance.state<CommandSelectionState>().expected;
   PostCommandKey(instance, 'a');
 }

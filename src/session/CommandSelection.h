@@ -11,8 +11,8 @@ namespace quorvane {
 
 struct CommandSelectionState {
   struct Selection {
-    std::uint64_t caret = 0;        ///< where it was before
-    std::uint32_t commandsRun = 0;  ///< before its own; see PendingCommandState
+    std::uint64_t caret = 0;         ///< where it was before
+    std::uint32_t commandsOver = 0;  ///< before its own; see PendingCommandState
   };
   std::uint32_t expected = 0;                ///< how often Select All is on its way to a client
   std::map<ClientID, Selection> selections;  ///< by the clients whose text it has selected
