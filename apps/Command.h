@@ -26,6 +26,7 @@ void addCompanionCommand(CLI::App& app, Run& run);
 void addStatusCommand(CLI::App& app, Run& run);
 void addStopCommand(CLI::App& app, Run& run);
 void addInstallOption(CLI::App& app, Run& run);
+void addServerCommand(CLI::App& app, Run& run);
 void addReplayCommand(CLI::App& app, Run& run);
 void addSettingsCommand(CLI::App& app, Run& run);
 

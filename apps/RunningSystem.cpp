@@ -28,12 +28,16 @@ using SteadyClock = std::chrono::steady_clock;
 
 /// Log and console lines are shown on request only.
 desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int nowhere,
-                                               const std::filesystem::path& ownApplications) {
+                                               const std::optional<OwnSurroundings>& surroundings) {
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.logDescriptor = options.logDescriptor.value_or(nowhere);
   configuration.consoleDescriptor = configuration.logDescriptor;
   configuration.ownProcess.signature = options.application.signature;
-  chooseApplications(configuration, options, ownApplications);
+  if (surroundings) {
+    chooseApplications(configuration, options, surroundings->applications());
+  } else {
+    prepareUsersApplications(configuration);
+  }
   return configuration;
 }
 
@@ -61,10 +65,10 @@ std::string whyNone(const std::string& trouble) {
 }  // namespace
 
 RunningSystem::RunningSystem(const SystemOptions& options)
-    : surroundings_(options.ownParameters()),
-      hasMainApplication_(options.checker),
+    : surroundings_(options.resident ? std::nullopt : std::make_optional(options.ownParameters())),
+      hasMainApplication_(options.checker && !options.resident),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
-      configuration_(configurationFor(options, nowhere_.get(), surroundings_.applications())),
+      configuration_(configurationFor(options, nowhere_.get(), surroundings_)),
       host_(configuration_, field_.forPlatform()),
       claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory)
                  .claimSegments(configuration_.keyOffset)),
@@ -78,7 +82,7 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       textApplication_(
           host_.platform().clock, host_.log(), field_.events,
           std::make_shared<DesktopClipboard>(configuration_.runtimeDirectory, host_.log())),
-      document_(textApplication_.addDocument()) {
+      document_(options.resident ? nullptr : &textApplication_.addDocument()) {
   host_.log().enabled = options.logDescriptor.has_value();
   host_.log().showPrivate = options.showPrivate;
   if (!standsAside()) prepareParameters(options);
@@ -125,7 +129,7 @@ Platform RunningSystem::platform() {
 
 /// The document's application is this process.
 void RunningSystem::prepareParameters(const SystemOptions& options) {
-  const auto& users = surroundings_.usersData();
+  const auto& users = surroundings_ ? surroundings_->usersData() : configuration_.dataDirectory;
   prepareUserParameters(users);
   if (!options.ownParameters()) return;
   const auto file = parametersFor(parameters::readParameterFile(users), options);
@@ -176,7 +180,7 @@ void RunningSystem::standAside() {
                "as it is typed. End that one first, or set QUORVANE_RUNTIME_DIR and "
                "QUORVANE_KEY_OFFSET to others\n";
   textApplication_.setController(nullptr);
-  textApplication_.focus(&document_);
+  textApplication_.focus(document_);
   body_();
 }
 
@@ -189,7 +193,7 @@ void RunningSystem::begin() {
   status_.emplace(instance_, configuration_.runtimeDirectory, configuration_.keyOffset);
   textApplication_.watch = &*status_;
   announcement_ = host_.processRegistry().announce(configuration_.ownProcess);
-  textApplication_.focus(&document_);
+  textApplication_.focus(document_);
   settle();
   body_();
 }
@@ -212,7 +216,7 @@ void RunningSystem::cleanUp() {
   textApplication_.watch = nullptr;
   status_.reset();
   host_.cleanUp();
-  surroundings_.remove();
+  if (surroundings_) surroundings_->remove();
 }
 
 int endBySignal(int signal) {

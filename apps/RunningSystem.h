@@ -1,5 +1,6 @@
 #pragma once
-// The whole input method under one document, which launches the main application beside it.
+// The whole input method under one document, which launches the main application beside it; or the
+// user's resident one, under documents that others add.
 
 #include <chrono>
 #include <filesystem>
@@ -47,7 +48,8 @@ class RunningSystem {
   [[nodiscard]] InputController& controller() { return controller_; }
   [[nodiscard]] field::FieldParts& field() { return field_; }
   [[nodiscard]] field::TextApplication& textApplication() { return textApplication_; }
-  [[nodiscard]] field::Document& document() { return document_; }
+  /// Not of the resident one, which has none.
+  [[nodiscard]] field::Document& document() { return *document_; }
   [[nodiscard]] ObservedMessagePorts& messagePorts() { return messagePorts_; }
   [[nodiscard]] ObservedSharedMemory& sharedMemory() { return sharedMemory_; }
   /// Where the processes of this run meet.
@@ -78,7 +80,7 @@ class RunningSystem {
   void cleanUp();
 
   std::optional<HeldEndSignals> held_{std::in_place};  ///< until the signals are watched
-  OwnSurroundings surroundings_;
+  std::optional<OwnSurroundings> surroundings_;        ///< none: it is the resident one
   bool hasMainApplication_;
   field::FieldParts field_;
   desktop::Descriptor nowhere_;
@@ -92,7 +94,7 @@ class RunningSystem {
   FrontApplication front_;
   InputController controller_;
   field::TextApplication textApplication_;
-  field::Document& document_;
+  field::Document* document_;           ///< null: the fields are others'
   std::optional<StatusKeeper> status_;  ///< none: nothing is handled here
   std::vector<std::unique_ptr<Registration>> signalWatches_;
   std::unique_ptr<Registration> announcement_;

@@ -15,6 +15,7 @@ class App;
 namespace quorvane {
 
 struct SystemOptions {
+  bool resident = false;                     ///< the user's one, for text fields of other processes
   parameters::OwnApplication application;    ///< whose text field it is
   std::optional<std::uint32_t> switches{};   ///< of this run; none: what the user's file says
   bool completes = true;                     ///< false: no words in this run, whatever that says

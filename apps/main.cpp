@@ -45,6 +45,7 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addSettingsCommand(app, run);
   quorvane::addReplayCommand(app, run);
   quorvane::addCompanionCommand(app, run);
+  quorvane::addServerCommand(app, run);
   quorvane::addStatusCommand(app, run);
   quorvane::addStopCommand(app, run);
   quorvane::addInstallOption(app, run);

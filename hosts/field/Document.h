@@ -36,7 +36,8 @@ class Document : public IMKTextInput {
   /// where there is no such line. Command-A, C, X and V are the only command keys. A character
   /// ends the marked text, which becomes plain text before it; while it stands, no other key does
   /// anything.
-  void applyKey(const NSEvent& event, CopiedFor whom = CopiedFor::Person);
+  virtual void applyKey(const NSEvent& event, CopiedFor whom);
+  void applyKey(const NSEvent& event) { applyKey(event, CopiedFor::Person); }
 
   [[nodiscard]] const std::u16string& text() const { return text_; }
   [[nodiscard]] NSRange selection() const { return selection_; }

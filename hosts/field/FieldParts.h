@@ -6,6 +6,7 @@
 #include "hosts/field/CarbonEvents.h"
 #include "hosts/field/EventQueue.h"
 #include "hosts/field/InputMethodKit.h"
+#include "platform/Platform.h"
 
 namespace quorvane::field {
 

@@ -68,8 +68,8 @@ void TextApplication::callController(const std::function<void(IMKInputController
   deliverPosted();
 }
 
-Document& TextApplication::addDocument() {
-  Document& document = *documents_.emplace_back(std::make_unique<Document>(clipboard_));
+Document& TextApplication::addDocument(std::unique_ptr<Document> added) {
+  Document& document = *documents_.emplace_back(std::move(added));
   Client& client = *clients_.emplace_back(std::make_unique<Client>(document));
   client.observer = [this](const ClientCall& call) { noteClientCall(call); };
   return document;

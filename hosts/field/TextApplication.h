@@ -59,7 +59,8 @@ class TextApplication {
   void callController(const std::function<void(IMKInputController&)>& call);
 
   /// Lives as long as the application, also when closed. The first one gets no focus by itself.
-  Document& addDocument();
+  Document& addDocument() { return addDocument(std::make_unique<Document>(clipboard_)); }
+  Document& addDocument(std::unique_ptr<Document> document);
   [[nodiscard]] std::span<const std::unique_ptr<Document>> documents() const { return documents_; }
   /// What the controller gets for this document.
   [[nodiscard]] Client& clientOf(const Document& document) const;

@@ -117,6 +117,11 @@ void Check_Update_Document_Session_Buffer(Instance& instance, BIMSessionRec* ses
   state.taken = TakenText{session->handle, before, save(*session), read, state.late, retyped};
 }
 
+std::u16string shownBeforeCaret(Instance& instance) {
+  const BIMSessionRec* const session = BIMGetActiveSession(instance);
+  return session != nullptr ? shown(save(*session)) : std::u16string();
+}
+
 void takeTextBack(Instance& instance) {
   if (instance.state<FixState>().taken) dropFix(instance, FixFault::Overtaken);
 }

@@ -1,0 +1,69 @@
+#include "apps/IBusServer.h"
+
+#include "hosts/menu/MenuTracking.h"
+#include "src/session/FixGuard.h"
+
+namespace quorvane {
+
+IBusServer::IBusServer(RunningSystem& system)
+    : system_(system),
+      contexts_(system.textApplication(), engine_, attendants()),
+      panel_(system.field(), engine_) {
+  engine_.disconnected = [this] { over_ = true; };
+}
+
+ibus::Attendants IBusServer::attendants() {
+  return {.session = [this] { return shownBeforeCaret(system_.instance()); },
+          .catchUp = [this] { system_.settle(); },
+          .toFront = [](std::string_view /*client*/) {}};
+}
+
+ibus::PanelEvents IBusServer::panelEvents() {
+  const auto then = [this](const auto& act) {
+    system_.textApplication().callController([&](IMKInputController&) { act(); });
+    turn();
+  };
+  return {.candidateClicked = [=, this](std::uint32_t index) { then([&] { panel_.pick(index); }); },
+          .cursorMoved = [=, this](bool forward) { then([&] { panel_.move(forward); }); },
+          .pageTurned = [=, this](bool forward) { then([&] { panel_.turnPage(forward); }); },
+          .propertyActivated = [this](const std::string& name) { choose(name); },
+          .focusCame =
+              [this] {
+                panel_.forget();
+                registerMenu();
+              }};
+}
+
+void IBusServer::run() {
+  system_.run([this] { serve(); });
+}
+
+void IBusServer::serve() {
+  engine_.serve(contexts_, panelEvents());
+  system_.host().runLoop().runUntil([this] { return turn(); }, desktop::RunLoop::Deadline::max());
+}
+
+bool IBusServer::turn() {
+  system_.settle();
+  contexts_.settle();
+  panel_.update();
+  return over_ || system_.signal() != 0;
+}
+
+/// By what the menu is now, which opening it brings about.
+void IBusServer::choose(const std::string& property) {
+  system_.textApplication().callController([&](IMKInputController& controller) {
+    MenuTracking tracking(controller);
+    NSMenuItem* const item =
+        tracking.menu() != nullptr ? menu_.find(*tracking.menu(), property) : nullptr;
+    if (item != nullptr) tracking.choose(*item);
+  });
+  registerMenu();
+}
+
+void IBusServer::registerMenu() {
+  system_.textApplication().callController(
+      [this](IMKInputController& controller) { engine_.showProperties(menu_.make(controller)); });
+}
+
+}  // namespace quorvane

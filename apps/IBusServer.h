@@ -1,0 +1,39 @@
+#pragma once
+// The resident input method under the text fields of the desktop's framework.
+
+#include <optional>
+
+#include "apps/RunningSystem.h"
+#include "hosts/ibus/Engine.h"
+#include "hosts/ibus/MenuProperties.h"
+#include "hosts/ibus/PanelView.h"
+
+namespace quorvane {
+
+class IBusServer {
+ public:
+  /// Throws std::runtime_error where the daemon can't be reached. `system` outlives this.
+  explicit IBusServer(RunningSystem& system);
+  IBusServer(const IBusServer&) = delete;
+  IBusServer& operator=(const IBusServer&) = delete;
+
+  /// Until a signal comes or the daemon goes.
+  void run();
+
+ private:
+  void serve();
+  [[nodiscard]] ibus::Attendants attendants();
+  [[nodiscard]] ibus::PanelEvents panelEvents();
+  bool turn();
+  void choose(const std::string& property);
+  void registerMenu();
+
+  RunningSystem& system_;
+  ibus::Engine engine_;
+  ibus::InputContexts contexts_;
+  ibus::PanelView panel_;
+  ibus::MenuProperties menu_;
+  bool over_ = false;
+};
+
+}  // namespace quorvane

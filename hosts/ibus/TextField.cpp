@@ -1,0 +1,265 @@
+#include "hosts/ibus/TextField.h"
+
+#include <algorithm>
+
+namespace quorvane::ibus {
+namespace {
+
+constexpr std::size_t kMostEarlier = 64;
+constexpr std::size_t kTail = 256;  ///< units before the caret that are compared
+constexpr unsigned kMisfits = 2;    ///< so many, and a client isn't trusted with edits any more
+
+std::u16string_view tail(std::u16string_view text) {
+  return text.substr(text.size() - std::min(text.size(), kTail));
+}
+
+bool isChord(const NSEvent& key) {
+  constexpr std::uint32_t kChord = NSEventModifierFlagCommand | NSEventModifierFlagControl;
+  return (key.modifierFlags & kChord) != 0;
+}
+
+bool isPrintable(const NSEvent& key) {
+  const char16_t first = key.characters.empty() ? u'\0' : key.characters.front();
+  return !isChord(key) && first >= 0x20 && first != 0x7F;
+}
+
+bool isLineEnd(const NSEvent& key) {
+  return !isChord(key) && (key.characters == u"\r" || key.characters == u"\x03");
+}
+
+/// Does the same in any text field.
+bool isPredictable(const NSEvent& key) {
+  return isPrintable(key) || (!isChord(key) && key.characters == u"\b");
+}
+
+CaretText afterKey(const CaretText& text, const NSEvent& key) {
+  field::Document document;
+  document.setText(text.text);
+  document.select(text.selection());
+  document.applyKey(key, field::CopiedFor::Person);
+  return caretTextOf(document.text(), document.selection());
+}
+
+}  // namespace
+
+void TextField::tell(CaretText text) {
+  told_ = std::move(text);
+  tells_ = toldSinceKey_ = true;
+}
+
+void TextField::tellNothing() {
+  tells_ = toldSinceKey_ = false;
+  told_ = {};
+}
+
+void TextField::forget() {
+  tellNothing();
+  setText({});
+  believe({}, false);
+  uncertain_ = edited_ = dropped_ = false;
+  agreement_ = {};
+  earlier_.clear();
+  passed_.reset();
+  shown_.clear();
+}
+
+Meeting TextField::meet() {
+  passed_.reset();
+  const Meeting meeting = tells_ ? compare() : Meeting::Agrees;
+  toldSinceKey_ = edited_ = false;
+  if (meeting == Meeting::Lags) {
+    if (isPending()) drop(EditFault::Lagging);
+    return meeting;
+  }
+  uncertain_ = false;
+  earlier_.clear();
+  const std::u16string session = session_();
+  agreement_ = agreementOf(believed_.before(), session);
+  const bool astray = tells_ && !belongTogether(believed_.before(), session);
+  return astray ? Meeting::Elsewhere : meeting;
+}
+
+Meeting TextField::compare() {
+  if (!predicted_ && !toldSinceKey_) uncertain_ |= !synchronous_ && !earlier_.empty();
+  if (!predicted_) return meetChange();
+  if (mayBe(tail(told_.before()), tail(believed_.before()))) {
+    meetExpected();
+    return Meeting::Agrees;
+  }
+  if (lags()) return Meeting::Lags;
+  if (edited_) ++misfits_;
+  meetChange();
+  return uncertain_ ? Meeting::Lags : Meeting::Elsewhere;
+}
+
+bool TextField::lags() const {
+  const std::u16string_view told = tail(told_.before());
+  return std::ranges::any_of(earlier_, [told](const auto& text) { return mayBe(told, text); });
+}
+
+Meeting TextField::meetChange() {
+  if (isPending()) drop(EditFault::Changed);
+  believe(told_, true);
+  restore();
+  return uncertain_ ? Meeting::Lags : Meeting::Agrees;
+}
+
+void TextField::meetExpected() {
+  const auto waiting = editBetween(believed_, wanted());
+  believe(told_, true);
+  if (!waiting) {
+    drop(EditFault::BehindCaret);
+  } else if (const auto fault = faultOf(*waiting)) {
+    drop(*fault);
+  } else {
+    send(*waiting);
+  }
+  restore();
+}
+
+void TextField::passUnseen(const NSEvent* key) {
+  rememberEarlier();
+  const bool predictable = key != nullptr && isPredictable(*key);
+  believe(predictable ? afterKey(believed_, *key) : believed_, predictable && predicted_);
+  uncertain_ |= !predictable && !synchronous_;
+  restore();
+}
+
+void TextField::applyKey(const NSEvent& event, field::CopiedFor whom) {
+  if (event.type != NSEventType::KeyDown) return;
+  if (whom == field::CopiedFor::Person) passed_ = event;
+  const bool types = isPredictable(event) || isLineEnd(event);
+  if (types) return Document::applyKey(event, whom);
+  if (whom == field::CopiedFor::Person) return unmark();
+  if (const auto key = keyOf(event)) {
+    wire_.forward(*key);
+    predicted_ = false;
+  }
+}
+
+bool TextField::settle(bool consumed) {
+  bool taken = consumed;
+  if (passed_) {
+    taken = settlePassed(*passed_);
+  } else if (isPending()) {
+    edit(wanted());
+  }
+  passed_.reset();
+  showMarked();
+  agreement_ = agreementOf(believed_.before(), session_());
+  return taken;
+}
+
+bool TextField::settlePassed(const NSEvent& key) {
+  rememberEarlier();
+  CaretText goal = wanted();
+  const bool predictable = isPredictable(key);
+  const CaretText untouched = predictable ? afterKey(believed_, key) : believed_;
+  if (goal == untouched) {
+    believe(untouched, predictable && predicted_);
+    return false;
+  }
+  if (isPrintable(key) && edit(goal)) return true;
+  if (isLineEnd(key) && goal.before().ends_with(u'\n')) {
+    goal.text.erase(goal.caret - 1, 1);
+    goal.anchor = --goal.caret;
+  }
+  if (!predictable && goal != believed_) edit(goal);
+  if (predictable && !isPrintable(key)) drop(EditFault::BehindCaret);
+  believe(predictable ? untouched : believed_, predictable && predicted_);
+  restore();
+  return false;
+}
+
+void TextField::settleBetweenKeys() {
+  const auto waiting = editBetween(believed_, wanted());
+  if (waiting && waiting->deleted == 0 && !waiting->inserted.empty()) send(*waiting);
+  showMarked();
+}
+
+/// The text without what is marked.
+CaretText TextField::wanted() const {
+  const auto marked = markedRange();
+  if (!marked) return caretTextOf(text(), selection());
+  std::u16string plain = text();
+  plain.erase(marked->location, marked->length);
+  return caretTextOf(std::move(plain), {marked->location, 0});
+}
+
+bool TextField::edit(const CaretText& goal) {
+  const auto wish = editBetween(believed_, goal);
+  const auto fault = wish ? faultOf(*wish) : EditFault::BehindCaret;
+  if (fault) {
+    drop(*fault);
+    return false;
+  }
+  send(*wish);
+  return true;
+}
+
+std::optional<EditFault> TextField::faultOf(const Edit& edit) const {
+  if (edit.deleted == 0) return std::nullopt;
+  if (!tells_) return EditFault::Untold;
+  if (misfits_ >= kMisfits) return EditFault::Distrusted;
+  if (believed_.caret != believed_.anchor) return EditFault::BehindCaret;
+  const bool agreed = mayReplace(believed_.before(), believed_.caret - edit.deleted, agreement_);
+  return agreed ? std::nullopt : std::optional(EditFault::Disagreement);
+}
+
+void TextField::send(const Edit& edit) {
+  if (edit.isNothing()) return;
+  if (!shown_.empty()) wire_.showPreedit(shown_ = {}, shownCaret_ = 0);
+  const std::uint64_t start = believed_.selection().location - edit.deleted;
+  const std::u16string_view old = std::u16string_view(believed_.text).substr(start, edit.deleted);
+  if (edit.deleted != 0) wire_.deleteBefore(codePointsIn(old));
+  if (!edit.inserted.empty()) wire_.commit(edit.inserted);
+  edited_ = edit.deleted != 0;
+  std::u16string text = believed_.text;
+  text.replace(start, edit.deleted + believed_.selection().length, edit.inserted);
+  believe(caretTextOf(std::move(text), {start + edit.inserted.size(), 0}), predicted_);
+}
+
+void TextField::drop(EditFault fault) {
+  ++faults_[static_cast<std::size_t>(fault)];
+  dropped_ = true;
+  restore();
+}
+
+void TextField::believe(CaretText text, bool predicted) {
+  believed_ = std::move(text);
+  predicted_ = predicted;
+}
+
+/// What is marked stays so, at the caret.
+void TextField::restore() {
+  std::u16string marked;
+  NSRange inside;
+  if (const auto range = markedRange()) {
+    marked = text().substr(range->location, range->length);
+    inside = {selection().location - range->location, selection().length};
+  }
+  setText(believed_.text);
+  select(believed_.selection());
+  if (!marked.empty()) Document::setMarkedText(marked, inside, {NSNotFound, NSNotFound});
+}
+
+void TextField::showMarked() {
+  std::u16string marked;
+  std::uint32_t caret = 0;
+  if (const auto range = markedRange()) {
+    marked = text().substr(range->location, range->length);
+    const std::uint64_t end = selection().location + selection().length - range->location;
+    caret = codePointsIn(std::u16string_view(marked).substr(0, end));
+  }
+  if (marked == shown_ && caret == shownCaret_) return;
+  wire_.showPreedit(marked, caret);
+  shown_ = std::move(marked);
+  shownCaret_ = caret;
+}
+
+void TextField::rememberEarlier() {
+  earlier_.emplace_back(tail(believed_.before()));
+  if (earlier_.size() > kMostEarlier) earlier_.pop_front();
+}
+
+}  // namespace quorvane::ibus

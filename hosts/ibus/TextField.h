@@ -1,0 +1,113 @@
+#pragma once
+// A text field of another process. What the input method does to it is done to a copy first; at the
+// end of each key the smallest edit that makes the one of the other goes to the client, or none: a
+// client that isn't seen to hold what is believed of it gets nothing but its own keys.
+//
+//   told      what the client has told of its text, right before a key
+//   believed  that, and what keys and edits since must have made of it
+//   text()    that, and what the input method has done to it
+
+#include <array>
+#include <deque>
+#include <functional>
+#include <string>
+#include <utility>
+
+#include "hosts/field/Document.h"
+#include "hosts/ibus/SurroundingText.h"
+#include "hosts/ibus/Wire.h"
+
+namespace quorvane::ibus {
+
+/// How a client stands to what is believed of it.
+enum class Meeting : std::uint8_t {
+  Agrees,
+  Lags,      ///< it may not have handled all of the keys that it was given
+  Elsewhere  ///< its caret went elsewhere, or somebody else changed its text
+};
+
+/// Why an edit was left out.
+enum class EditFault : std::uint8_t {
+  Untold,        ///< the client doesn't tell its text
+  Lagging,       ///< it hasn't handled earlier keys
+  Changed,       ///< somebody else changed its text
+  Disagreement,  ///< session and text differ where it would be
+  BehindCaret,   ///< it isn't right before the caret
+  Distrusted     ///< the client made something else of earlier ones
+};
+inline constexpr std::size_t kEditFaults = 6;
+
+class TextField final : public field::Document {
+ public:
+  /// What the session of this field has before its caret, as a document shows it.
+  using Session = std::function<std::u16string()>;
+
+  /// `wire` and what `session` looks at outlive this.
+  TextField(Wire& wire, Session session) : wire_(wire), session_(std::move(session)) {}
+
+  // What the client says.
+
+  void tell(CaretText text);
+  /// It tells no more.
+  void tellNothing();
+  /// It has handled each key before it sends the next one.
+  void setSynchronous(bool synchronous) { synchronous_ = synchronous; }
+  /// Nothing of its text is kept.
+  void forget();
+
+  // A key, in this order.
+
+  /// Right before it: what is still to be done to the client is done now, or dropped.
+  Meeting meet();
+  /// The input method doesn't get it. Null: nobody can say what it does.
+  void passUnseen(const NSEvent* key);
+  /// The input method has had it. False: the client must get it now.
+  bool settle(bool consumed);
+
+  /// Between keys: what goes to the caret goes there, the rest waits for the next key.
+  void settleBetweenKeys();
+  /// Of a key that was passed on, or of one that the input method has pressed.
+  void applyKey(const NSEvent& event, field::CopiedFor whom) override;
+
+  /// An edit was left out since this was last asked: the session doesn't say what the client holds.
+  bool takeDropped() { return std::exchange(dropped_, false); }
+  [[nodiscard]] const std::array<std::uint64_t, kEditFaults>& faults() const { return faults_; }
+
+ private:
+  [[nodiscard]] CaretText wanted() const;
+  [[nodiscard]] bool isPending() const { return wanted() != believed_; }
+  [[nodiscard]] bool lags() const;
+  Meeting compare();
+  Meeting meetChange();
+  void meetExpected();
+  bool settlePassed(const NSEvent& key);
+  bool edit(const CaretText& goal);
+  [[nodiscard]] std::optional<EditFault> faultOf(const Edit& edit) const;
+  void send(const Edit& edit);
+  void drop(EditFault fault);
+  void believe(CaretText text, bool predicted);
+  void restore();
+  void showMarked();
+  void rememberEarlier();
+
+  Wire& wire_;
+  Session session_;
+  bool synchronous_ = false;
+  bool tells_ = false;
+  bool toldSinceKey_ = false;
+  CaretText told_;
+  CaretText believed_;
+  bool predicted_ = false;  ///< `believed_` is right unless somebody else has done something
+  bool uncertain_ = false;  ///< whether it lags: nobody can say what an earlier key has done
+  bool edited_ = false;     ///< by us, at the last key
+  unsigned misfits_ = 0;    ///< edits that it made something else of
+  Agreement agreement_;     ///< of `believed_` and the session
+  std::deque<std::u16string> earlier_;  ///< ends of what a lagging client may still have
+  std::optional<NSEvent> passed_;       ///< the key under way
+  std::u16string shown_;                ///< as preedit
+  std::uint32_t shownCaret_ = 0;
+  bool dropped_ = false;
+  std::array<std::uint64_t, kEditFaults> faults_{};
+};
+
+}  // namespace quorvane::ibus
