@@ -1,0 +1,50 @@
+#pragma once
+// Programs on the test desktop with a text field that has the focus: ours, and stock applications.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/support/desktop/HeadlessDesktop.h"
+
+namespace quorvane::tests {
+
+class Application {
+ public:
+  virtual ~Application() = default;
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+
+  /// What stands in the field, as the application says itself.
+  virtual std::string text(int field = 0) = 0;
+  /// Waits until that is `expected`.
+  testing::AssertionResult shows(const std::string& expected, int field = 0);
+
+  [[nodiscard]] Program& program() { return program_; }
+  [[nodiscard]] Screen::Window window() const { return window_; }
+  /// Gives it the focus and waits until the engine has been told.
+  void focus() { desktop_.focus(window_); }
+  void stop() const { program_.signal(SIGSTOP); }
+  void goOn() const { program_.signal(SIGCONT); }
+
+ protected:
+  /// Starts it and waits for its window.
+  Application(HeadlessDesktop& desktop, const Launch& launch);
+  [[nodiscard]] HeadlessDesktop& desktop() { return desktop_; }
+
+ private:
+  HeadlessDesktop& desktop_;
+  Program program_;
+  Screen::Window window_;
+};
+
+/// Ours, with these fields: see clients/gtk_client.cpp, which its lines speak with.
+class GtkClient : public Application {
+ public:
+  GtkClient(HeadlessDesktop& desktop, int version, std::vector<std::string> fields);
+  std::string text(int field = 0) override;
+  void send(const std::string& command) { program().lines().send(command); }
+};
+}  // namespace quorvane::tests
