@@ -8,6 +8,13 @@
 
 namespace quorvane {
 
+FrontApplication::FrontApplication(desktop::DesktopHost& host, Instance& instance,
+                                   const std::filesystem::path& runtimeFolder)
+    : host_(host),
+      instance_(instance),
+      windowFile_(runtimeFolder / "window"),
+      client_(::getpid()) {}
+
 bool FrontApplication::mainWindowTakesKeys() {
   if (::access(windowFile_.c_str(), F_OK) != 0 || IsQUORVANEAPPRUNNING(instance_) == 0) {
     return false;
@@ -17,8 +24,7 @@ bool FrontApplication::mainWindowTakesKeys() {
 }
 
 bool FrontApplication::update() {
-  const std::int32_t own = ::getpid();
-  const std::int32_t pid = mainWindowTakesKeys() ? get_quorvane_pid(instance_) : own;
+  const std::int32_t pid = mainWindowTakesKeys() ? get_quorvane_pid(instance_) : client_;
   desktop::ProcessRegistry& registry = host_.processRegistry();
   return registry.frontApplication() != pid && registry.setFrontApplication(pid);
 }

@@ -1,6 +1,6 @@
 #pragma once
-// Which application is in front: the main one while its own window takes the keys, otherwise this
-// one, whose text fields they then are for.
+// Which application is in front: the main one while its own window takes the keys, otherwise the
+// one whose text fields they then are for.
 
 #include <filesystem>
 
@@ -13,9 +13,11 @@ class FrontApplication {
  public:
   /// Both references outlive this.
   FrontApplication(desktop::DesktopHost& host, Instance& instance,
-                   const std::filesystem::path& runtimeFolder)
-      : host_(host), instance_(instance), windowFile_(runtimeFolder / "window") {}
+                   const std::filesystem::path& runtimeFolder);
 
+  /// Whose text fields keys are for, this process's at first.
+  void setClient(std::int32_t pid) { client_ = pid; }
+  [[nodiscard]] std::int32_t client() const { return client_; }
   /// True where the record says so and the window is there.
   [[nodiscard]] bool mainWindowTakesKeys();
   /// Puts the right one in front. False where it is there; what has changed is known once the run
@@ -26,6 +28,7 @@ class FrontApplication {
   desktop::DesktopHost& host_;
   Instance& instance_;
   std::filesystem::path windowFile_;
+  std::int32_t client_;
 };
 
 }  // namespace quorvane

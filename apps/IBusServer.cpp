@@ -7,6 +7,7 @@ namespace quorvane {
 
 IBusServer::IBusServer(RunningSystem& system)
     : system_(system),
+      applications_(system.host().processRegistry(), system.front(), system.dataFolder()),
       contexts_(system.textApplication(), engine_, attendants()),
       panel_(system.field(), engine_) {
   engine_.disconnected = [this] { over_ = true; };
@@ -15,7 +16,11 @@ IBusServer::IBusServer(RunningSystem& system)
 ibus::Attendants IBusServer::attendants() {
   return {.session = [this] { return shownBeforeCaret(system_.instance()); },
           .catchUp = [this] { system_.settle(); },
-          .toFront = [](std::string_view /*client*/) {}};
+          .toFront =
+              [this](std::string_view client) {
+                applications_.toFront(client);
+                if (system_.front().update()) system_.settle();
+              }};
 }
 
 ibus::PanelEvents IBusServer::panelEvents() {

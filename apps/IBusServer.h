@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "apps/ClientApplications.h"
 #include "apps/RunningSystem.h"
 #include "hosts/ibus/Engine.h"
 #include "hosts/ibus/MenuProperties.h"
@@ -29,6 +30,7 @@ class IBusServer {
   void registerMenu();
 
   RunningSystem& system_;
+  ClientApplications applications_;
   ibus::Engine engine_;
   ibus::InputContexts contexts_;
   ibus::PanelView panel_;

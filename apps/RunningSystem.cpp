@@ -32,8 +32,8 @@ desktop::DesktopConfiguration configurationFor(const SystemOptions& options, int
   auto configuration = desktop::DesktopConfiguration::fromEnvironment();
   configuration.logDescriptor = options.logDescriptor.value_or(nowhere);
   configuration.consoleDescriptor = configuration.logDescriptor;
-  configuration.ownProcess.signature = options.application.signature;
   if (surroundings) {
+    configuration.ownProcess.signature = options.application.signature;
     chooseApplications(configuration, options, surroundings->applications());
   } else {
     prepareUsersApplications(configuration);
@@ -136,12 +136,13 @@ void RunningSystem::prepareParameters(const SystemOptions& options) {
   parameters::changeParameterFile(configuration_.dataDirectory, [&](auto& own) { own = file; });
 }
 
-/// Keys posted to any other process than this one have nowhere to go.
+/// Keys posted to any other process than that of the text fields have nowhere to go.
 void RunningSystem::connectKeyboard() {
   field_.events.layout = [this] { return host_.keyboardLayout(); };
   field_.events.mouseLocation = [this] { return host_.screens().mouseLocation(); };
-  field_.events.reaches = [own = desktop::serialNumberOf(::getpid())](
-                              const ProcessSerialNumber& psn) { return psn == own; };
+  field_.events.reaches = [this](const ProcessSerialNumber& psn) {
+    return psn == desktop::serialNumberOf(front_.client());
+  };
 }
 
 void RunningSystem::watchSignals() {

@@ -56,6 +56,9 @@ class RunningSystem {
   [[nodiscard]] const std::filesystem::path& runtimeFolder() const {
     return configuration_.runtimeDirectory;
   }
+  [[nodiscard]] const std::filesystem::path& dataFolder() const {
+    return configuration_.dataDirectory;
+  }
   [[nodiscard]] FrontApplication& front() { return front_; }
   /// False: the main application was left out.
   [[nodiscard]] bool hasMainApplication() const { return hasMainApplication_; }

@@ -102,6 +102,15 @@ std::unique_ptr<Registration> ProcessRegistry::announce(const Announcement& anno
   return std::make_unique<AnnouncementOwner>(self_);
 }
 
+bool ProcessRegistry::note(const AnnouncedProcess& process) {
+  constexpr std::int32_t kHighestPid = 1 << 22;
+  if (find(process.pid) != nullptr) return true;
+  Descriptor descriptor = openProcess(process.pid);
+  if (process.pid <= kHighestPid && !descriptor.valid()) return false;
+  add(process, std::move(descriptor));
+  return true;
+}
+
 void ProcessRegistry::withdraw() {
   if (!std::exchange(announced_, false)) return;
   unlink((folder_ / announcementFileName(ownPid())).c_str());

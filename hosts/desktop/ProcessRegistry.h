@@ -28,6 +28,9 @@ class ProcessRegistry {
   [[nodiscard]] std::unique_ptr<Registration> announce(const Announcement& announcement);
   /// Takes this process's announcement back, whoever still keeps the owner of it.
   void withdraw();
+  /// Has a process in the list that doesn't announce itself. One above the system's numbers stays
+  /// to the end; of any other false where it doesn't run.
+  bool note(const AnnouncedProcess& process);
   /// Takes in what has changed in the folder since the run loop last turned.
   void refresh();
 

@@ -38,11 +38,9 @@ int wakeUpDescriptor(GMainContext* context) {
   std::array<GPollFD, 4> descriptors{};
   gint priority = 0;
   gint timeout = 0;
-  g_main_context_acquire(context);
   g_main_context_prepare(context, &priority);
   g_main_context_query(context, G_MAXINT, &timeout, descriptors.data(),
                        static_cast<gint>(descriptors.size()));
-  g_main_context_release(context);
   return descriptors.front().fd;
 }
 
@@ -50,6 +48,7 @@ int wakeUpDescriptor(GMainContext* context) {
 
 OwnContext::OwnContext()
     : context_(g_main_context_new()), source_(g_source_new(&functions, sizeof(Source))) {
+  g_main_context_acquire(context_);  // other threads wake no context that nobody owns
   reinterpret_cast<Source*>(source_)->context = context_;  // NOLINT: as GLib has it
   g_source_add_unix_fd(source_, wakeUpDescriptor(context_), G_IO_IN);
   g_source_attach(source_, nullptr);
@@ -58,6 +57,7 @@ OwnContext::OwnContext()
 OwnContext::~OwnContext() {
   g_source_destroy(source_);
   g_source_unref(source_);
+  g_main_context_release(context_);
   g_main_context_unref(context_);
 }
 
