@@ -15,6 +15,7 @@ IBusServer::IBusServer(RunningSystem& system)
 
 ibus::Attendants IBusServer::attendants() {
   return {.session = [this] { return shownBeforeCaret(system_.instance()); },
+          .keyBegins = [this] { system_.keyBegins(); },
           .catchUp = [this] { system_.settle(); },
           .toFront =
               [this](std::string_view client) {

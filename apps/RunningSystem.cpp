@@ -69,7 +69,8 @@ RunningSystem::RunningSystem(const SystemOptions& options)
       hasMainApplication_(options.checker && !options.resident),
       nowhere_(::open("/dev/null", O_WRONLY | O_CLOEXEC)),
       configuration_(configurationFor(options, nowhere_.get(), surroundings_)),
-      host_(configuration_, field_.forPlatform()),
+      host_(configuration_, clientParts(options)),
+      clock_(host_.platform().clock, [this] { return textApplication_.delivering(); }),
       claim_(desktop::RuntimeFolder(configuration_.runtimeDirectory)
                  .claimSegments(configuration_.keyOffset)),
       messagePorts_(host_.platform().messagePorts),
@@ -93,6 +94,11 @@ RunningSystem::RunningSystem(const SystemOptions& options)
   held_.reset();
 }
 
+ClientParts RunningSystem::clientParts(const SystemOptions& options) {
+  if (options.resident) field_.longestWithinKey = desktop::kLongestOfClients;
+  return field_.forPlatform();
+}
+
 /// The host's, with what is to be observed in between.
 Platform RunningSystem::platform() {
   const Platform host = host_.platform();
@@ -102,7 +108,7 @@ Platform RunningSystem::platform() {
           .bundle = host.bundle,
           .carbonEvents = host.carbonEvents,
           .characterSets = host.characterSets,
-          .clock = host.clock,
+          .clock = surroundings_ ? host.clock : clock_,
           .console = host.console,
           .dateFormatting = host.dateFormatting,
           .eventPosting = host.eventPosting,

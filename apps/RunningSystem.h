@@ -17,6 +17,7 @@
 #include "apps/StatusKeeper.h"
 #include "apps/SystemOptions.h"
 #include "hosts/desktop/DesktopHost.h"
+#include "hosts/desktop/HurriedClock.h"
 #include "hosts/field/FieldParts.h"
 #include "hosts/field/TextApplication.h"
 #include "src/base/Instance.h"
@@ -48,6 +49,8 @@ class RunningSystem {
   [[nodiscard]] InputController& controller() { return controller_; }
   [[nodiscard]] field::FieldParts& field() { return field_; }
   [[nodiscard]] field::TextApplication& textApplication() { return textApplication_; }
+  /// Of the resident one's clients: somebody else may keep it waiting for a little while only.
+  void keyBegins() { clock_.keyBegins(); }
   /// Not of the resident one, which has none.
   [[nodiscard]] field::Document& document() { return *document_; }
   [[nodiscard]] ObservedMessagePorts& messagePorts() { return messagePorts_; }
@@ -71,6 +74,7 @@ class RunningSystem {
   std::function<void()> beforeExit;
 
  private:
+  [[nodiscard]] ClientParts clientParts(const SystemOptions& options);
   [[nodiscard]] Platform platform();
   void prepareParameters(const SystemOptions& options);
   void connectKeyboard();
@@ -89,7 +93,8 @@ class RunningSystem {
   desktop::Descriptor nowhere_;
   desktop::DesktopConfiguration configuration_;
   desktop::DesktopHost host_;
-  desktop::Descriptor claim_;  ///< to be the input method of our segments
+  desktop::HurriedClock clock_;  ///< of the resident one
+  desktop::Descriptor claim_;    ///< to be the input method of our segments
   ObservedMessagePorts messagePorts_;
   ObservedSharedMemory sharedMemory_;
   OwnApplication application_;

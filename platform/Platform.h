@@ -2,6 +2,9 @@
 // Everything that the logic asks for, gathered by `main` or by a test. All references outlive the
 // Instance that is made with them.
 
+#include <chrono>
+#include <functional>
+
 #include "platform/Alerts.h"
 #include "platform/AppleEvents.h"
 #include "platform/Application.h"
@@ -72,7 +75,8 @@ struct ClientParts {
   EventPosting& eventPosting;
   InputMethodKit& inputMethodKit;
   NibOutlets annotationWindow;
-  std::function<bool()> isWithinKey;  ///< a key waits for its end meanwhile
+  std::function<bool()> isWithinKey;                 ///< a key waits for its end meanwhile
+  std::chrono::milliseconds longestWithinKey{2000};  ///< that it may wait for somebody else
 };
 
 }  // namespace quorvane

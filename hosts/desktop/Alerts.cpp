@@ -21,7 +21,7 @@ int Alerts::runModal(const NSAlert& alert) {
   open_.push_back(notification);
   const RunLoop::Deadline end = std::chrono::steady_clock::now() + patience;
   runLoop_.runUntil([&] { return !notification->isOpen() || (isEnding && isEnding()); },
-                    std::min(end, endWithinKey(isWithinKey)));
+                    std::min(end, withinKey.deadline()));
   if (!notification->answer()) takeDown(*notification);
   return NSAlertFirstButtonReturn + notification->answer().value_or(last);
 }

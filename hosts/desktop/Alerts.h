@@ -25,7 +25,7 @@ class Alerts final : public quorvane::Alerts {
   /// Whoever hasn't answered by then doesn't.
   std::chrono::milliseconds patience{60'000};
   /// Nobody answers then but within two seconds.
-  IsWithinKey isWithinKey;
+  WithinKey withinKey;
 
  private:
   void takeDown(Notification& notification);

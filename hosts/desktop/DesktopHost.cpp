@@ -37,9 +37,8 @@ DesktopHost::DesktopHost(const DesktopConfiguration& configuration, const Client
       textInputSources_(configuration.configDirectory, application_.bundleIdentifier(), "Quorvane",
                         log_),
       userDefaults_(configuration.configDirectory, log_) {
-  messagePorts_.isWithinKey = clients.isWithinKey;
-  launchServices_.isWithinKey = clients.isWithinKey;
-  alerts_.isWithinKey = clients.isWithinKey;
+  const WithinKey withinKey{clients.isWithinKey, clients.longestWithinKey};
+  messagePorts_.withinKey = launchServices_.withinKey = alerts_.withinKey = withinKey;
   returnFreedMemoryToSystem();
 }
 

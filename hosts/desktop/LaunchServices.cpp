@@ -28,7 +28,7 @@ OSStatus LaunchServices::ReceiveNextEvent(FourCharCode eventClass, std::uint32_t
   const Seconds wait = std::clamp(timeout, Seconds(0), kLongestWait);
   const auto end =
       std::chrono::steady_clock::now() + std::chrono::ceil<std::chrono::milliseconds>(wait);
-  runLoop_.runUntil(isOver, std::min<RunLoop::Deadline>(end, endWithinKey(isWithinKey)));
+  runLoop_.runUntil(isOver, std::min<RunLoop::Deadline>(end, withinKey.deadline()));
   if (launched) return noErr;
   supervisor_.stopAwaiting();
   return eventLoopTimedOutErr;

@@ -22,7 +22,7 @@ class LaunchServices final : public quorvane::LaunchServices {
   /// The program has been asked to end; unset: it hasn't. Ends a wait at the next turn.
   std::function<bool()> isEnding;
   /// A wait is then over after two seconds.
-  IsWithinKey isWithinKey;
+  WithinKey withinKey;
 
  private:
   quorvane::FileManager& files_;

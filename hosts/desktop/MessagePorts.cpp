@@ -73,7 +73,7 @@ std::int32_t MessagePorts::CFMessagePortSendRequest(CFMessagePort& remote, std::
 
 RemotePort::Patience MessagePorts::patience(Seconds sendTimeout, Seconds receiveTimeout) const {
   const RunLoop::Deadline now = std::chrono::steady_clock::now();
-  const RunLoop::Deadline end = endWithinKey(isWithinKey);
+  const RunLoop::Deadline end = withinKey.deadline();
   return {std::min(now + durationOf(sendTimeout), end), durationOf(receiveTimeout), end};
 }
 

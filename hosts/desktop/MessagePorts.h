@@ -32,7 +32,7 @@ class MessagePorts final : public quorvane::MessagePorts {
   void closeLocalPorts();
 
   /// No wait then lasts longer than two seconds, however long the caller would have patience.
-  IsWithinKey isWithinKey;
+  WithinKey withinKey;
 
  private:
   [[nodiscard]] RemotePort::Patience patience(Seconds sendTimeout, Seconds receiveTimeout) const;

@@ -7,14 +7,15 @@
 
 namespace quorvane::desktop {
 
-/// Whether a key stands still until the call returns; unset: none does.
-using IsWithinKey = std::function<bool()>;
+struct WithinKey {
+  std::function<bool()> isWithin;  ///< a key stands still until the call returns; unset: none does
+  std::chrono::milliseconds longest{2000};
 
-/// When a wait that begins now must be over for the key's sake.
-inline RunLoop::Deadline endWithinKey(const IsWithinKey& isWithinKey) {
-  constexpr std::chrono::seconds kLongest{2};
-  const bool isWithin = isWithinKey && isWithinKey();
-  return isWithin ? std::chrono::steady_clock::now() + kLongest : RunLoop::Deadline::max();
-}
+  /// When a wait that begins now must be over for the key's sake.
+  [[nodiscard]] RunLoop::Deadline deadline() const {
+    const bool stands = isWithin && isWithin();
+    return stands ? std::chrono::steady_clock::now() + longest : RunLoop::Deadline::max();
+  }
+};
 
 }  // namespace quorvane::desktop

@@ -16,13 +16,15 @@ struct FieldParts {
   InputMethodKit inputMethodKit;
   AnnotationWindow annotationWindow;
   const TextApplication* application = nullptr;
+  std::chrono::milliseconds longestWithinKey{2000};  ///< see ClientParts
 
   [[nodiscard]] ClientParts forPlatform() {
     return {.carbonEvents = carbonEvents,
             .eventPosting = events,
             .inputMethodKit = inputMethodKit,
             .annotationWindow = {&annotationWindow, &annotationWindow},
-            .isWithinKey = [this] { return application && application->delivering(); }};
+            .isWithinKey = [this] { return application && application->delivering(); },
+            .longestWithinKey = longestWithinKey};
   }
   void connect(TextApplication& served, Screens& screens, Application& system) {
     application = &served;

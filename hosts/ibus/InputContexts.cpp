@@ -98,6 +98,7 @@ bool InputContexts::processKey(const Key& key) {
     if (!release) focused_->field.passUnseen(nullptr);
     return false;
   }
+  attendants_.keyBegins();
   enter();
   if (event->type == NSEventType::KeyDown) {
     const bool taken = press(*event, repeats);

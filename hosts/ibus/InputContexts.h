@@ -17,7 +17,8 @@ namespace quorvane::ibus {
 
 /// What the rest of the process does for the fields; outlives them.
 struct Attendants {
-  TextField::Session session;     ///< of the field that has the focus
+  TextField::Session session;  ///< of the field that has the focus
+  std::function<void()> keyBegins;
   std::function<void()> catchUp;  ///< handles what has come in meanwhile, without waiting
   std::function<void(std::string_view client)> toFront;  ///< a program's field gets keys now
 };
