@@ -1,6 +1,7 @@
 #include "apps/IBusServer.h"
 
 #include "hosts/menu/MenuTracking.h"
+#include "src/base/Log.h"
 #include "src/session/FixGuard.h"
 
 namespace quorvane {
@@ -14,14 +15,17 @@ IBusServer::IBusServer(RunningSystem& system)
 }
 
 ibus::Attendants IBusServer::attendants() {
-  return {.session = [this] { return shownBeforeCaret(system_.instance()); },
-          .keyBegins = [this] { system_.keyBegins(); },
-          .catchUp = [this] { system_.settle(); },
-          .toFront =
-              [this](std::string_view client) {
-                applications_.toFront(client);
-                if (system_.front().update()) system_.settle();
-              }};
+  return {
+      .session = [this] { return shownBeforeCaret(system_.instance()); },
+      .keyBegins = [this] { system_.keyBegins(); },
+      .catchUp = [this] { system_.settle(); },
+      .toFront =
+          [this](std::string_view client) {
+            applications_.toFront(client);
+            if (system_.front().update()) system_.settle();
+          },
+      .leftOut =
+          [this](ibus::EditFault why) { Log(system_.instance(), "edit left out: ", nameOf(why)); }};
 }
 
 ibus::PanelEvents IBusServer::panelEvents() {

@@ -10,7 +10,7 @@
 namespace quorvane::desktop {
 
 /// How long somebody else may keep a key of a client waiting.
-inline constexpr std::chrono::milliseconds kLongestOfClients{3};
+inline constexpr std::chrono::milliseconds kLongestOfClients{4};
 
 class HurriedClock final : public quorvane::Clock {
  public:

@@ -118,7 +118,7 @@ bool InputContexts::press(const NSEvent& event, bool repeats) {
     field.passUnseen(&event);
     return false;
   }
-  const bool dropped = field.takeDropped();
+  const bool dropped = noteDropped();
   if (meeting == Meeting::Elsewhere || dropped || behind_) startAfresh();
   behind_ = false;
   const field::Outcome outcome = application_.deliver(event, {.repeat = repeats});
@@ -126,8 +126,14 @@ bool InputContexts::press(const NSEvent& event, bool repeats) {
   const bool passes =
       outcome == field::Outcome::PassedOn || outcome == field::Outcome::PassedAfterError;
   const bool taken = field.settle(!passes);
-  if (field.takeDropped()) startAfresh();
+  if (noteDropped()) startAfresh();
   return taken;
+}
+
+bool InputContexts::noteDropped() {
+  const auto fault = focused_->field.takeDropped();
+  if (fault) attendants_.leftOut(*fault);
+  return fault.has_value();
 }
 
 /// As a click elsewhere would have it.

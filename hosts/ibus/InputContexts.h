@@ -21,6 +21,7 @@ struct Attendants {
   std::function<void()> keyBegins;
   std::function<void()> catchUp;  ///< handles what has come in meanwhile, without waiting
   std::function<void(std::string_view client)> toFront;  ///< a program's field gets keys now
+  std::function<void(EditFault why)> leftOut;            ///< an edit wasn't made
 };
 
 /// `purpose` and `hints` as in IBusInputPurpose and IBusInputHints: password, PIN, private, and
@@ -64,6 +65,7 @@ class InputContexts {
   void leave();
   void enter();
   bool press(const NSEvent& event, bool repeats);
+  bool noteDropped();
   void startAfresh();
 
   field::TextApplication& application_;

@@ -1,6 +1,7 @@
 #include "hosts/ibus/TextField.h"
 
 #include <algorithm>
+#include <array>
 
 namespace quorvane::ibus {
 namespace {
@@ -8,6 +9,11 @@ namespace {
 constexpr std::size_t kMostEarlier = 64;
 constexpr std::size_t kTail = 256;  ///< units before the caret that are compared
 constexpr unsigned kMisfits = 2;    ///< so many, and a client isn't trusted with edits any more
+
+constexpr std::array<std::string_view, kEditFaults> kFaultNames{
+    "the client doesn't tell its text", "the client hasn't handled earlier keys",
+    "somebody else changed the text",   "session and text differ there",
+    "it isn't right before the caret",  "the client made something else of earlier ones"};
 
 std::u16string_view tail(std::u16string_view text) {
   return text.substr(text.size() - std::min(text.size(), kTail));
@@ -42,6 +48,8 @@ CaretText afterKey(const CaretText& text, const NSEvent& key) {
 
 }  // namespace
 
+std::string_view nameOf(EditFault fault) { return kFaultNames[static_cast<std::size_t>(fault)]; }
+
 void TextField::tell(CaretText text) {
   told_ = std::move(text);
   tells_ = toldSinceKey_ = true;
@@ -56,7 +64,8 @@ void TextField::forget() {
   tellNothing();
   setText({});
   believe({}, false);
-  uncertain_ = edited_ = dropped_ = false;
+  uncertain_ = edited_ = false;
+  dropped_.reset();
   agreement_ = {};
   earlier_.clear();
   passed_.reset();
@@ -220,8 +229,7 @@ void TextField::send(const Edit& edit) {
 }
 
 void TextField::drop(EditFault fault) {
-  ++faults_[static_cast<std::size_t>(fault)];
-  dropped_ = true;
+  dropped_ = fault;
   restore();
 }
 

@@ -7,7 +7,6 @@
 //   believed  that, and what keys and edits since must have made of it
 //   text()    that, and what the input method has done to it
 
-#include <array>
 #include <deque>
 #include <functional>
 #include <string>
@@ -36,6 +35,8 @@ enum class EditFault : std::uint8_t {
   Distrusted     ///< the client made something else of earlier ones
 };
 inline constexpr std::size_t kEditFaults = 6;
+/// In words, for a person.
+std::string_view nameOf(EditFault fault);
 
 class TextField final : public field::Document {
  public:
@@ -69,9 +70,9 @@ class TextField final : public field::Document {
   /// Of a key that was passed on, or of one that the input method has pressed.
   void applyKey(const NSEvent& event, field::CopiedFor whom) override;
 
-  /// An edit was left out since this was last asked: the session doesn't say what the client holds.
-  bool takeDropped() { return std::exchange(dropped_, false); }
-  [[nodiscard]] const std::array<std::uint64_t, kEditFaults>& faults() const { return faults_; }
+  /// Why an edit was left out since this was last asked, so that the session doesn't say what the
+  /// client holds; none: none was.
+  std::optional<EditFault> takeDropped() { return std::exchange(dropped_, std::nullopt); }
 
  private:
   [[nodiscard]] CaretText wanted() const;
@@ -106,8 +107,7 @@ class TextField final : public field::Document {
   std::optional<NSEvent> passed_;       ///< the key under way
   std::u16string shown_;                ///< as preedit
   std::uint32_t shownCaret_ = 0;
-  bool dropped_ = false;
-  std::array<std::uint64_t, kEditFaults> faults_{};
+  std::optional<EditFault> dropped_;
 };
 
 }  // namespace quorvane::ibus
