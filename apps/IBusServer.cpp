@@ -44,13 +44,14 @@ ibus::PanelEvents IBusServer::panelEvents() {
               }};
 }
 
+/// Keys come from the first moment on, and pass until the input method is ready for them: its start
+/// may wait for others.
 void IBusServer::run() {
-  system_.run([this] { serve(); });
-}
-
-void IBusServer::serve() {
   engine_.serve(contexts_, panelEvents());
-  system_.host().runLoop().runUntil([this] { return turn(); }, desktop::RunLoop::Deadline::max());
+  system_.run([this] {
+    system_.host().runLoop().runUntil([this] { return turn(); },
+                                      desktop::RunLoop::Deadline::max());
+  });
 }
 
 bool IBusServer::turn() {

@@ -22,7 +22,6 @@ class IBusServer {
   void run();
 
  private:
-  void serve();
   [[nodiscard]] ibus::Attendants attendants();
   [[nodiscard]] ibus::PanelEvents panelEvents();
   bool turn();

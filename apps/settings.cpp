@@ -49,16 +49,13 @@ std::string listed(const Names& names) {
   return all;
 }
 
-parameters::KnownApplication applicationOf(const std::string& word) {
+/// A program under the desktop's framework goes by its name alone, which may have four characters.
+parameters::KnownApplication applicationOf(const ResourceFork& file, const std::string& word) {
   for (const parameters::OwnApplication* const own : parameters::kOwnApplications) {
     if (word == own->name) return own->application();
   }
-  if (word.find('.') != std::string::npos) return {parameters::kNoSignature, word};
-  if (word.size() != 4) {
-    throw std::invalid_argument("no application \"" + word +
-                                "\": type, desk, a signature of four characters or a bundle "
-                                "identifier such as com.example.letters");
-  }
+  const parameters::KnownApplication program{parameters::kNoSignature, word};
+  if (word.size() != 4 || parameters::switchesOf(file, program)) return program;
   const std::vector<std::uint8_t> bytes(word.begin(), word.end());
   return {bigEndianNumber<FourCharCode>(bytes), {}};
 }
@@ -116,9 +113,9 @@ SwitchChange changeOf(const Names& words) {
 
 int changeSwitches(const Names& words) {
   if (words.size() < 2) throw std::invalid_argument("switches needs APP and +NAME or -NAME");
-  const parameters::KnownApplication asked = applicationOf(words.front());
   const SwitchChange wanted = changeOf({words.begin() + 1, words.end()});
   return change([&](ResourceFork& file) {
+    const parameters::KnownApplication asked = applicationOf(file, words.front());
     const parameters::Switches before =
         parameters::switchesOf(file, asked).value_or(parameters::Switches{asked, kDefaultAppFlags});
     const std::uint32_t word = (before.word & ~wanted.off) | wanted.on;
@@ -190,8 +187,8 @@ bool resetSwitches(ResourceFork& file, const parameters::KnownApplication& appli
 }
 
 int reset(const std::string& name) {
-  const parameters::KnownApplication asked = applicationOf(name);
   return change([&](ResourceFork& file) {
+    const parameters::KnownApplication asked = applicationOf(file, name);
     const auto known = parameters::switchesOf(file, asked);
     const parameters::KnownApplication application = known ? known->application : asked;
     const bool switches = resetSwitches(file, application);

@@ -26,6 +26,11 @@ class Correcting : public testing::Test {
         .sync = sync,
         .variables = {"QUORVANE_KEY_OFFSET=" + std::to_string(keyOffsetOf(::getpid()))}});
   }
+  void settings(const std::vector<std::string>& change) {
+    std::vector<std::string> command{QUORVANE_PROGRAM, "settings"};
+    command.insert(command.end(), change.begin(), change.end());
+    ASSERT_EQ(Program(desktop->launch(command)).wait(), 0) << desktop->log();
+  }
   void TearDown() override {
     if (desktop) Program(desktop->launch({QUORVANE_PROGRAM, "stop"})).wait();
   }
@@ -46,6 +51,32 @@ TEST_F(Correcting, OurClients) {
       EXPECT_TRUE(client.shows(kCorrected)) << version << kind << desktop->log();
     }
   }
+}
+
+TEST_F(Correcting, WordsAreCompletedByKeysAndByTheMouse) {
+  start();
+  settings({"switches", "desktop_gtk3", "+completion", "+checking", "+corrections"});
+  GtkClient client(*desktop, 3, {"entry"});
+  client.focus();
+  std::this_thread::sleep_for(std::chrono::seconds(6));
+  Lines& panel = desktop->panel();
+  desktop->screen().type("account", Screen::Pause(20));
+  std::cout << panel.await("candidates shown") << "\n";
+  EXPECT_TRUE(client.shows("account")) << "preedit";
+  desktop->screen().press("Right");
+  std::cout << panel.await("candidates shown") << "\n";
+  desktop->screen().press("space");
+  EXPECT_TRUE(client.shows("accounts "));
+  desktop->screen().type("inter", Screen::Pause(20));
+  panel.await("candidates shown");
+  desktop->screen().press("2");
+  std::cout << client.text() << "\n";
+  desktop->screen().type(" inter", Screen::Pause(20));
+  panel.await("candidates shown");
+  panel.send("candidate 3");
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  std::cout << client.text() << "\n";
+  std::cout << desktop->log();
 }
 
 /// A client that stands still now and then, while somebody types on.
