@@ -40,7 +40,7 @@ std::string messageName(std::int32_t id) {
 }
 
 /// In quotes and on one line.
-std::string quoted(std::string_view bytes) {
+std::string inQuotes(std::string_view bytes) {
   std::string result = "\"";
   for (const char byte : bytes) result += byte == '\n' ? "\\n" : std::string(1, byte);
   return result + '"';
@@ -51,7 +51,7 @@ std::string fixIn(const CFData& data) {
   std::uint32_t count = 0;
   for (std::size_t i = 0; i < 4; ++i) count = (count << 8) | data[i];
   return ", replace " + std::to_string(count) + " by " +
-         quoted(std::string(data.begin() + 4, data.end()));
+         inQuotes(std::string(data.begin() + 4, data.end()));
 }
 
 }  // namespace

@@ -4,18 +4,14 @@
 #include <string>
 #include <utility>
 
+#include "hosts/ibus/FrameworkText.h"
 #include "hosts/ibus/OwnContext.h"
-#include "src/base/Text.h"
 
 namespace quorvane::ibus {
 namespace {
 
 constexpr const char* kBusName = "org.freedesktop.IBus.Quorvane";
 constexpr const char* kPathPrefix = "/org/freedesktop/IBus/Engine/Quorvane/";
-
-IBusText* newText(std::u16string_view text) {
-  return ibus_text_new_from_string(toUtf8(text).c_str());
-}
 
 }  // namespace
 
@@ -157,7 +153,7 @@ void Engine::deleteBefore(std::uint32_t codePoints) {
   ibus_engine_delete_surrounding_text(engine_, -static_cast<gint>(codePoints), codePoints);
 }
 
-/// The client keeps what is shown where the focus leaves it.
+/// The client keeps what is shown where the focus leaves it. What is taken away it would keep, too.
 void Engine::showPreedit(std::u16string_view text, std::uint32_t caret) {
   if (engine_ == nullptr) return;
   IBusText* const shown = newText(text);

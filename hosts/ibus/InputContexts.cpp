@@ -121,11 +121,9 @@ bool InputContexts::press(const NSEvent& event, bool repeats) {
   const bool dropped = noteDropped();
   if (meeting == Meeting::Elsewhere || dropped || behind_) startAfresh();
   behind_ = false;
-  const field::Outcome outcome = application_.deliver(event, {.repeat = repeats});
+  application_.deliver(event, {.repeat = repeats});
   attendants_.catchUp();
-  const bool passes =
-      outcome == field::Outcome::PassedOn || outcome == field::Outcome::PassedAfterError;
-  const bool taken = field.settle(!passes);
+  const bool taken = field.settle();
   if (noteDropped()) startAfresh();
   return taken;
 }

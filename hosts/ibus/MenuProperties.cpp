@@ -2,15 +2,11 @@
 
 #include <utility>
 
+#include "hosts/ibus/FrameworkText.h"
 #include "hosts/menu/MenuTracking.h"
-#include "src/base/Text.h"
 
 namespace quorvane::ibus {
 namespace {
-
-IBusText* newText(std::u16string_view text) {
-  return ibus_text_new_from_string(toUtf8(text).c_str());
-}
 
 std::string keyOf(const MenuPlace& place) {
   std::string key = "menu";

@@ -1,6 +1,6 @@
 #include "hosts/ibus/PanelView.h"
 
-#include "src/base/Text.h"
+#include "hosts/ibus/FrameworkText.h"
 
 namespace quorvane::ibus {
 
@@ -37,7 +37,7 @@ void PanelView::showCandidates(const Shown& now) {
   ibus_lookup_table_set_orientation(
       table, now.column ? IBUS_ORIENTATION_VERTICAL : IBUS_ORIENTATION_HORIZONTAL);
   for (const std::u16string& candidate : now.candidates) {
-    ibus_lookup_table_append_candidate(table, ibus_text_new_from_string(toUtf8(candidate).c_str()));
+    ibus_lookup_table_append_candidate(table, newText(candidate));
   }
   engine_.showCandidates(table);
 }

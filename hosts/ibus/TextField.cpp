@@ -33,6 +33,12 @@ bool isLineEnd(const NSEvent& key) {
   return !isChord(key) && (key.characters == u"\r" || key.characters == u"\x03");
 }
 
+/// A key that moves the caret or erases. A text field with marked text takes it and does nothing.
+bool isControl(const NSEvent& key) {
+  return !isChord(key) && !key.characters.empty() && !isPrintable(key) && !isLineEnd(key) &&
+         key.characters != u"\t";
+}
+
 /// Does the same in any text field.
 bool isPredictable(const NSEvent& key) {
   return isPrintable(key) || (!isChord(key) && key.characters == u"\b");
@@ -136,6 +142,7 @@ void TextField::passUnseen(const NSEvent* key) {
 
 void TextField::applyKey(const NSEvent& event, field::CopiedFor whom) {
   if (event.type != NSEventType::KeyDown) return;
+  if (whom == field::CopiedFor::Person && markedRange() && isControl(event)) return;
   if (whom == field::CopiedFor::Person) passed_ = event;
   const bool types = isPredictable(event) || isLineEnd(event);
   if (types) return Document::applyKey(event, whom);
@@ -146,8 +153,8 @@ void TextField::applyKey(const NSEvent& event, field::CopiedFor whom) {
   }
 }
 
-bool TextField::settle(bool consumed) {
-  bool taken = consumed;
+bool TextField::settle() {
+  bool taken = true;
   if (passed_) {
     taken = settlePassed(*passed_);
   } else if (isPending()) {

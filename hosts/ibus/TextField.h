@@ -63,7 +63,7 @@ class TextField final : public field::Document {
   /// The input method doesn't get it. Null: nobody can say what it does.
   void passUnseen(const NSEvent* key);
   /// The input method has had it. False: the client must get it now.
-  bool settle(bool consumed);
+  bool settle();
 
   /// Between keys: what goes to the caret goes there, the rest waits for the next key.
   void settleBetweenKeys();

@@ -58,25 +58,11 @@ TEST_F(Correcting, WordsAreCompletedByKeysAndByTheMouse) {
   settings({"switches", "desktop_gtk3", "+completion", "+checking", "+corrections"});
   GtkClient client(*desktop, 3, {"entry"});
   client.focus();
-  std::this_thread::sleep_for(std::chrono::seconds(6));
-  Lines& panel = desktop->panel();
+  std::this_thread::sleep_for(std::chrono::seconds(5));
   desktop->screen().type("account", Screen::Pause(20));
-  std::cout << panel.await("candidates shown") << "\n";
-  EXPECT_TRUE(client.shows("account")) << "preedit";
   desktop->screen().press("Right");
-  std::cout << panel.await("candidates shown") << "\n";
   desktop->screen().press("space");
-  EXPECT_TRUE(client.shows("accounts "));
-  desktop->screen().type("inter", Screen::Pause(20));
-  panel.await("candidates shown");
-  desktop->screen().press("2");
-  std::cout << client.text() << "\n";
-  desktop->screen().type(" inter", Screen::Pause(20));
-  panel.await("candidates shown");
-  panel.send("candidate 3");
-  std::this_thread::sleep_for(std::chrono::milliseconds(300));
-  std::cout << client.text() << "\n";
-  std::cout << desktop->log();
+  EXPECT_TRUE(client.shows("accounts ")) << desktop->log();
 }
 
 /// A client that stands still now and then, while somebody types on.
