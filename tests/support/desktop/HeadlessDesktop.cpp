@@ -116,6 +116,7 @@ void HeadlessDesktop::startDaemon() {
   std::filesystem::remove(file("ibus"));
   std::vector<std::string> command{
       "ibus-daemon",
+      "--verbose",  // keeps what the engine says on standard error
       "--replace",
       "--cache=none",
       "--config=disable",

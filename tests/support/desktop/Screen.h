@@ -29,8 +29,7 @@ class Screen {
   [[nodiscard]] bool isOwned(const std::string& selection) const;
   [[nodiscard]] std::string title(Window window) const;
 
-  /// Text as it is typed on a US keyboard, with a pause behind each key. Firefox loses the order of
-  /// keys and edits where it is less than ten milliseconds.
+  /// Text as it is typed on a US keyboard, with a pause behind each key.
   void type(std::string_view text, Pause pause = Pause(20));
   /// A key with its modifiers held, as in "Control_L+Shift_L+Left".
   void press(std::string_view chord);
