@@ -77,7 +77,7 @@ HeadlessDesktop::HeadlessDesktop(DesktopOptions options) : options_(std::move(op
         "GSK_RENDERER=cairo", "GSETTINGS_BACKEND=memory"}) {
     variables_.emplace_back(variable);
   }
-  variables_.push_back("IBUS_ENABLE_SYNC_MODE=" + options_.sync);
+  variables_.emplace_back(options_.sync ? "IBUS_ENABLE_SYNC_MODE=true" : "IBUS_ENABLE_SYNC_MODE=0");
   writeComponent();
   startDisplay();
   startBus();

@@ -16,9 +16,9 @@ namespace quorvane::tests {
 
 struct DesktopOptions {
   std::string engine;  ///< command line; the framework starts it
-  /// Who waits for the engine's answer to each key: "true" GTK alone, "1" Qt too, whose edits then
-  /// come behind the keys that follow, "0" nobody.
-  std::string sync = "true";
+  /// GTK waits for the engine's answer to each key. Qt doesn't: its edits would come behind the
+  /// keys that follow (IBUS_ENABLE_SYNC_MODE=1 among the variables has it wait, too).
+  bool sync = true;
   bool xim = false;                      ///< also for clients of the X input method
   std::vector<std::string> variables{};  ///< NAME=VALUE, before our own
 };
