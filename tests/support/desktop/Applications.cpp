@@ -80,10 +80,10 @@ Application::Application(HeadlessDesktop& desktop, const Launch& launch)
       program_(launch),
       window_(desktop.screen().awaitWindow()) {}
 
-testing::AssertionResult Application::shows(const std::string& expected, int field) {
-  using namespace std::chrono_literals;
+testing::AssertionResult Application::shows(const std::string& expected, int field,
+                                            std::chrono::seconds longest) {
   std::string last;
-  const auto limit = std::chrono::steady_clock::now() + 10s;
+  const auto limit = std::chrono::steady_clock::now() + longest;
   while ((last = text(field)) != expected) {
     if (std::chrono::steady_clock::now() > limit) {
       return testing::AssertionFailure() << '"' << last << "\" for \"" << expected << '"';

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,7 +21,8 @@ class Application {
   /// What stands in the field, as the application says itself.
   virtual std::string text(int field = 0) = 0;
   /// Waits until that is `expected`.
-  testing::AssertionResult shows(const std::string& expected, int field = 0);
+  testing::AssertionResult shows(const std::string& expected, int field = 0,
+                                 std::chrono::seconds longest = std::chrono::seconds(10));
 
   [[nodiscard]] Program& program() { return program_; }
   [[nodiscard]] Screen::Window window() const { return window_; }

@@ -10,10 +10,20 @@
 namespace {
 
 bool replaces;
-std::string typed;  // since the engine was last told of another place
 
-bool canEdit(IBusEngine* engine) {
-  return (engine->client_capabilities & IBUS_CAP_SURROUNDING_TEXT) != 0;
+/// Whether the client says, as it does with each key, that `teh` stands before the caret.
+bool standsTeh(IBusEngine* engine) {
+  if ((engine->client_capabilities & IBUS_CAP_SURROUNDING_TEXT) == 0) return false;
+  IBusText* text = nullptr;
+  guint caret = 0;
+  guint anchor = 0;
+  ibus_engine_get_surrounding_text(engine, &text, &caret, &anchor);
+  const auto length = static_cast<guint>(g_utf8_strlen(text->text, -1));
+  const char* const end = g_utf8_offset_to_pointer(text->text, caret < length ? caret : length);
+  const bool result =
+      std::string_view(text->text, static_cast<std::size_t>(end - text->text)).ends_with("teh");
+  g_object_unref(text);
+  return result;
 }
 
 void commit(IBusEngine* engine, const char* text) {
@@ -31,19 +41,16 @@ void showCandidates(IBusEngine* engine) {
 
 gboolean onKey(IBusEngine* engine, guint keyval, guint /*keycode*/, guint state) {
   if ((state & IBUS_RELEASE_MASK) != 0 || keyval >= 0x100) return FALSE;
-  if (replaces && keyval == ' ' && typed.ends_with("teh") && canEdit(engine)) {
+  if (replaces && keyval == ' ' && standsTeh(engine)) {
     ibus_engine_delete_surrounding_text(engine, -3, 3);
     commit(engine, "the ");
-    typed.clear();
     return TRUE;
   }
   if (replaces && keyval == '?') showCandidates(engine);
-  typed += static_cast<char>(keyval);
   return FALSE;
 }
 
 void onFocus(IBusEngine* engine) {
-  typed.clear();
   ibus_engine_get_surrounding_text(engine, nullptr, nullptr, nullptr);
   if (!replaces) return;
   IBusPropList* const menu = ibus_prop_list_new();
