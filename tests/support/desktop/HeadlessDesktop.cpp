@@ -42,6 +42,9 @@ class Doorbell {
   int socket_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
 };
 
+/// The framework's own input context, which has the focus while no client has.
+constexpr const char* kNobody = "/org/freedesktop/IBus/InputContext_1";
+
 constexpr std::string_view kComponent = R"(<?xml version="1.0" encoding="utf-8"?>
 <component><name>org.freedesktop.IBus.Quorvane</name><description>-</description>
 <exec>@</exec><version>1</version><author>-</author><license>-</license><homepage>-</homepage>
@@ -74,7 +77,7 @@ HeadlessDesktop::HeadlessDesktop(DesktopOptions options) : options_(std::move(op
         "GSK_RENDERER=cairo", "GSETTINGS_BACKEND=memory"}) {
     variables_.emplace_back(variable);
   }
-  variables_.push_back(std::string("IBUS_ENABLE_SYNC_MODE=") + (options_.sync ? '1' : '0'));
+  variables_.emplace_back(options_.sync ? "IBUS_ENABLE_SYNC_MODE=true" : "IBUS_ENABLE_SYNC_MODE=0");
   writeComponent();
   startDisplay();
   startBus();
@@ -110,8 +113,10 @@ void HeadlessDesktop::startBus() {
 
 void HeadlessDesktop::startDaemon() {
   const Doorbell door(file("panel"));
+  std::filesystem::remove(file("ibus"));
   std::vector<std::string> command{
       "ibus-daemon",
+      "--verbose",  // keeps what the engine says on standard error
       "--replace",
       "--cache=none",
       "--config=disable",
@@ -122,7 +127,9 @@ void HeadlessDesktop::startDaemon() {
   daemon_ = std::make_unique<Program>(launch(std::move(command)));
   panel_ = door.answer();
   selectEngine();
-  nobody_ = panel_->last("focus ").value_or("");
+  if (options_.xim && !eventually([&] { return screen_->isOwned("@server=ibus"); })) {
+    throw std::runtime_error("no X input method: " + log());
+  }
 }
 
 void HeadlessDesktop::selectEngine() {
@@ -147,8 +154,12 @@ void HeadlessDesktop::focus(Screen::Window window) {
   focusBy([&] { screen_->focus(window); });
 }
 
+bool HeadlessDesktop::clientHasFocus() {
+  return panel_->last("focus ").value_or(kNobody) != kNobody;
+}
+
 void HeadlessDesktop::awaitFocus() {
-  while (panel_->await("focus ") == nobody_) continue;
+  while (panel_->await("focus ") == kNobody) continue;
 }
 
 void HeadlessDesktop::screenshot(const std::filesystem::path& picture) const {

@@ -15,8 +15,10 @@
 namespace quorvane::tests {
 
 struct DesktopOptions {
-  std::string engine;                    ///< command line; the framework starts it
-  bool sync = true;                      ///< toolkits wait for the engine's answer to each key
+  std::string engine;  ///< command line; the framework starts it
+  /// GTK waits for the engine's answer to each key. Qt doesn't: its edits would come behind the
+  /// keys that follow (IBUS_ENABLE_SYNC_MODE=1 among the variables has it wait, too).
+  bool sync = true;
   bool xim = false;                      ///< also for clients of the X input method
   std::vector<std::string> variables{};  ///< NAME=VALUE, before our own
 };
@@ -49,6 +51,9 @@ class HeadlessDesktop {
     awaitFocus();
   }
 
+  /// Whether a client has the engine's attention, by what the panel has told last.
+  bool clientHasFocus();
+
   /// Makes the engine the one in use, starting it where it doesn't run.
   void selectEngine();
   /// Process of the engine; 0: none.
@@ -73,7 +78,6 @@ class HeadlessDesktop {
   std::unique_ptr<Program> daemon_;
   std::unique_ptr<Screen> screen_;
   std::unique_ptr<Lines> panel_;
-  std::string nobody_;  ///< the framework's own input context, which has the focus while none has
 };
 
 }  // namespace quorvane::tests

@@ -62,6 +62,10 @@ void Screen::focus(Window window) {
   XSync(display_, False);
 }
 
+bool Screen::isOwned(const std::string& selection) const {
+  return XGetSelectionOwner(display_, XInternAtom(display_, selection.c_str(), False)) != None;
+}
+
 std::string Screen::title(Window window) const {
   Atom type = 0;
   int format = 0;

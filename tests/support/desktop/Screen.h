@@ -26,10 +26,11 @@ class Screen {
   Window awaitWindow();
   [[nodiscard]] bool hasFocus(Window window) const;
   void focus(Window window);
+  [[nodiscard]] bool isOwned(const std::string& selection) const;
   [[nodiscard]] std::string title(Window window) const;
 
   /// Text as it is typed on a US keyboard, with a pause behind each key.
-  void type(std::string_view text, Pause pause = Pause(2));
+  void type(std::string_view text, Pause pause = Pause(20));
   /// A key with its modifiers held, as in "Control_L+Shift_L+Left".
   void press(std::string_view chord);
   /// Presses or releases one key alone.

@@ -10,26 +10,61 @@
 namespace {
 
 bool replaces;
-std::string typed;  // since the engine was last told of another place
 
-bool isTeh() { return typed.ends_with("teh"); }
+/// Whether the client says, as it does with each key, that `teh` stands before the caret.
+bool standsTeh(IBusEngine* engine) {
+  if ((engine->client_capabilities & IBUS_CAP_SURROUNDING_TEXT) == 0) return false;
+  IBusText* text = nullptr;
+  guint caret = 0;
+  guint anchor = 0;
+  ibus_engine_get_surrounding_text(engine, &text, &caret, &anchor);
+  const auto length = static_cast<guint>(g_utf8_strlen(text->text, -1));
+  const char* const end = g_utf8_offset_to_pointer(text->text, caret < length ? caret : length);
+  const bool result =
+      std::string_view(text->text, static_cast<std::size_t>(end - text->text)).ends_with("teh");
+  g_object_unref(text);
+  return result;
+}
+
+void commit(IBusEngine* engine, const char* text) {
+  ibus_engine_commit_text(engine, ibus_text_new_from_string(text));
+}
+
+void showCandidates(IBusEngine* engine) {
+  IBusLookupTable* const table = ibus_lookup_table_new(5, 0, TRUE, TRUE);
+  for (const char* const text : {"one", "two\n"}) {
+    ibus_lookup_table_append_candidate(table, ibus_text_new_from_string(text));
+  }
+  ibus_engine_update_lookup_table(engine, table, TRUE);
+  ibus_engine_update_auxiliary_text(engine, ibus_text_new_from_string("note"), TRUE);
+}
 
 gboolean onKey(IBusEngine* engine, guint keyval, guint /*keycode*/, guint state) {
   if ((state & IBUS_RELEASE_MASK) != 0 || keyval >= 0x100) return FALSE;
-  if (replaces && keyval == ' ' && isTeh()) {
+  if (replaces && keyval == ' ' && standsTeh(engine)) {
     ibus_engine_delete_surrounding_text(engine, -3, 3);
-    ibus_engine_commit_text(engine, ibus_text_new_from_string("the "));
-    typed.clear();
+    commit(engine, "the ");
     return TRUE;
   }
-  typed += static_cast<char>(keyval);
+  if (replaces && keyval == '?') showCandidates(engine);
   return FALSE;
 }
 
 void onFocus(IBusEngine* engine) {
-  typed.clear();
   ibus_engine_get_surrounding_text(engine, nullptr, nullptr, nullptr);
+  if (!replaces) return;
+  IBusPropList* const menu = ibus_prop_list_new();
+  ibus_prop_list_append(
+      menu, ibus_property_new("item", PROP_TYPE_NORMAL, ibus_text_new_from_string("An item"),
+                              nullptr, nullptr, TRUE, TRUE, PROP_STATE_UNCHECKED, nullptr));
+  ibus_engine_register_properties(engine, menu);
 }
+
+void onCandidate(IBusEngine* engine, guint index, guint /*button*/, guint /*state*/) {
+  commit(engine, index == 0 ? "one" : "two");
+}
+
+void onItem(IBusEngine* engine, const char* key, guint /*state*/) { commit(engine, key); }
 
 IBusEngine* create(IBusFactory* factory, const char* name) {
   static int number = 0;
@@ -38,6 +73,8 @@ IBusEngine* create(IBusFactory* factory, const char* name) {
       ibus_engine_new(name, path.c_str(), ibus_service_get_connection(IBUS_SERVICE(factory)));
   g_signal_connect(engine, "process-key-event", G_CALLBACK(onKey), nullptr);
   g_signal_connect(engine, "focus-in", G_CALLBACK(onFocus), nullptr);
+  g_signal_connect(engine, "candidate-clicked", G_CALLBACK(onCandidate), nullptr);
+  g_signal_connect(engine, "property-activate", G_CALLBACK(onItem), nullptr);
   return engine;
 }
 
