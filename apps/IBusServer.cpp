@@ -2,6 +2,7 @@
 
 #include "hosts/menu/MenuTracking.h"
 #include "src/base/Log.h"
+#include "src/menu/CurrentAppFlags.h"
 #include "src/session/FixGuard.h"
 
 namespace quorvane {
@@ -49,8 +50,7 @@ ibus::PanelEvents IBusServer::panelEvents() {
 void IBusServer::run() {
   engine_.serve(contexts_, panelEvents());
   system_.run([this] {
-    system_.host().runLoop().runUntil([this] { return turn(); },
-                                      desktop::RunLoop::Deadline::max());
+    system_.host().runLoop().runUntil([this] { return turn(); }, desktop::RunLoop::Deadline::max());
   });
 }
 

@@ -113,7 +113,7 @@ bool InputContexts::processKey(const Key& key) {
 bool InputContexts::press(const NSEvent& event, bool repeats) {
   TextField& field = focused_->field;
   const Meeting meeting = field.meet();
-  if (meeting == Meeting::Lags) {
+  if (field.lags() && attendants_.completes()) {
     behind_ = true;
     field.passUnseen(&event);
     return false;
@@ -123,7 +123,7 @@ bool InputContexts::press(const NSEvent& event, bool repeats) {
   behind_ = false;
   application_.deliver(event, {.repeat = repeats});
   attendants_.catchUp();
-  const bool taken = field.settle();
+  const bool taken = field.settle(event);
   if (noteDropped()) startAfresh();
   return taken;
 }

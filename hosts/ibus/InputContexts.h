@@ -21,7 +21,8 @@ struct Attendants {
   std::function<void()> keyBegins;
   std::function<void()> catchUp;  ///< handles what has come in meanwhile, without waiting
   std::function<void(std::string_view client)> toFront;  ///< a program's field gets keys now
-  std::function<void(EditFault why)> leftOut;            ///< an edit wasn't made
+  std::function<bool()> completes;  ///< words are completed there: letters may wait to be its text
+  std::function<void(EditFault why)> leftOut;  ///< an edit wasn't made
 };
 
 /// `purpose` and `hints` as in IBusInputPurpose and IBusInputHints: password, PIN, private, and

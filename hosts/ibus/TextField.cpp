@@ -7,6 +7,7 @@ namespace quorvane::ibus {
 namespace {
 
 constexpr std::size_t kMostEarlier = 64;
+constexpr unsigned kMostHeld = 32;  ///< keys that an edit waits for a lagging client
 constexpr std::size_t kTail = 256;  ///< units before the caret that are compared
 constexpr unsigned kMisfits = 2;    ///< so many, and a client isn't trusted with edits any more
 
@@ -58,11 +59,11 @@ std::string_view nameOf(EditFault fault) { return kFaultNames[static_cast<std::s
 
 void TextField::tell(CaretText text) {
   told_ = std::move(text);
-  tells_ = toldSinceKey_ = true;
+  tells_ = true;
 }
 
 void TextField::tellNothing() {
-  tells_ = toldSinceKey_ = false;
+  tells_ = false;
   told_ = {};
 }
 
@@ -70,7 +71,9 @@ void TextField::forget() {
   tellNothing();
   setText({});
   believe({}, false);
-  uncertain_ = edited_ = false;
+  lags_ = edited_ = false;
+  held_ = 0;
+  doubt_ = 0;
   dropped_.reset();
   agreement_ = {};
   earlier_.clear();
@@ -81,42 +84,51 @@ void TextField::forget() {
 Meeting TextField::meet() {
   passed_.reset();
   const Meeting meeting = tells_ ? compare() : Meeting::Agrees;
-  toldSinceKey_ = edited_ = false;
+  edited_ = false;
+  lags_ = meeting == Meeting::Lags || doubt_ > 0;
   if (meeting == Meeting::Lags) {
-    if (isPending()) drop(EditFault::Lagging);
+    if (isPending() && ++held_ > kMostHeld) drop(EditFault::Lagging);
     return meeting;
   }
-  uncertain_ = false;
-  earlier_.clear();
+  held_ = 0;
   const std::u16string session = session_();
   agreement_ = agreementOf(believed_.before(), session);
   const bool astray = tells_ && !belongTogether(believed_.before(), session);
   return astray ? Meeting::Elsewhere : meeting;
 }
 
+/// Keys are handled in their order: what the client has told of is behind it for good. Where it may
+/// be as far as at an earlier key, too, nobody knows yet.
 Meeting TextField::compare() {
-  if (!predicted_ && !toldSinceKey_) uncertain_ |= !synchronous_ && !earlier_.empty();
-  if (!predicted_) return meetChange();
-  if (mayBe(tail(told_.before()), tail(believed_.before()))) {
-    meetExpected();
+  if (!predicted_) {
+    meetChange();
     return Meeting::Agrees;
   }
-  if (lags()) return Meeting::Lags;
-  if (edited_) ++misfits_;
-  meetChange();
-  return uncertain_ ? Meeting::Lags : Meeting::Elsewhere;
-}
-
-bool TextField::lags() const {
   const std::u16string_view told = tail(told_.before());
-  return std::ranges::any_of(earlier_, [told](const auto& text) { return mayBe(told, text); });
+  const bool latest = mayBe(told, tail(believed_.before()));
+  const auto matches = [told](const auto& text) { return mayBe(told, text); };
+  const auto first = std::ranges::find_if(earlier_, matches);
+  const bool earlier = first != earlier_.end() && !synchronous_;
+  if (earlier) earlier_.erase(earlier_.begin(), first);
+  if (earlier || (first != earlier_.end() && !latest)) return Meeting::Lags;
+  if (!latest) {
+    if (edited_) ++misfits_;
+    meetChange();
+    return Meeting::Elsewhere;
+  }
+  earlier_.clear();
+  if (doubt_ > 0 && --doubt_ > 0) return Meeting::Lags;
+  meetExpected();
+  return Meeting::Agrees;
 }
 
-Meeting TextField::meetChange() {
+/// Keys that nobody has seen the effect of may still be on their way.
+void TextField::meetChange() {
   if (isPending()) drop(EditFault::Changed);
+  if (!synchronous_) doubt_ = std::max(doubt_, earlier_.size());
+  earlier_.clear();
   believe(told_, true);
   restore();
-  return uncertain_ ? Meeting::Lags : Meeting::Agrees;
 }
 
 void TextField::meetExpected() {
@@ -135,8 +147,8 @@ void TextField::meetExpected() {
 void TextField::passUnseen(const NSEvent* key) {
   rememberEarlier();
   const bool predictable = key != nullptr && isPredictable(*key);
+  if (isPending()) drop(EditFault::Lagging);
   believe(predictable ? afterKey(believed_, *key) : believed_, predictable && predicted_);
-  uncertain_ |= !predictable && !synchronous_;
   restore();
 }
 
@@ -153,21 +165,38 @@ void TextField::applyKey(const NSEvent& event, field::CopiedFor whom) {
   }
 }
 
-bool TextField::settle() {
-  bool taken = true;
-  if (passed_) {
-    taken = settlePassed(*passed_);
-  } else if (isPending()) {
-    edit(wanted());
-  }
+bool TextField::settle(const NSEvent& key) {
+  rememberEarlier();
+  const bool passes = passed_.has_value();
   passed_.reset();
+  const bool taken = lags_ ? hold(key, passes) : settleNow(key, passes);
   showMarked();
-  agreement_ = agreementOf(believed_.before(), session_());
+  if (!isPending()) agreement_ = agreementOf(believed_.before(), session_());
   return taken;
 }
 
+bool TextField::settleNow(const NSEvent& key, bool passes) {
+  if (passes) return settlePassed(key);
+  if (isPending()) edit(wanted());
+  return true;
+}
+
+/// It gets its key, as it is, and what is to be done besides waits until it is seen to be as far.
+bool TextField::hold(const NSEvent& key, bool passes) {
+  if (!passes && !isPending()) return true;
+  const bool predictable = isPredictable(key);
+  const std::uint64_t before = believed_.before().size();
+  if (predictable) believe(afterKey(believed_, key), predicted_);
+  if (!predictable) {
+    if (isPending()) drop(EditFault::Lagging);
+    believe(believed_, false);
+  }
+  agreement_.length += believed_.before().size();
+  agreement_.length -= std::min(agreement_.length, before);
+  return false;
+}
+
 bool TextField::settlePassed(const NSEvent& key) {
-  rememberEarlier();
   CaretText goal = wanted();
   const bool predictable = isPredictable(key);
   const CaretText untouched = predictable ? afterKey(believed_, key) : believed_;
@@ -189,7 +218,8 @@ bool TextField::settlePassed(const NSEvent& key) {
 
 void TextField::settleBetweenKeys() {
   const auto waiting = editBetween(believed_, wanted());
-  if (waiting && waiting->deleted == 0 && !waiting->inserted.empty()) send(*waiting);
+  const bool inserts = waiting && waiting->deleted == 0 && !waiting->inserted.empty();
+  if (inserts && !lags_) send(*waiting);
   showMarked();
 }
 

@@ -21,7 +21,7 @@ namespace quorvane::ibus {
 /// How a client stands to what is believed of it.
 enum class Meeting : std::uint8_t {
   Agrees,
-  Lags,      ///< it may not have handled all of the keys that it was given
+  Lags,      ///< it may not have handled all of its keys
   Elsewhere  ///< its caret went elsewhere, or somebody else changed its text
 };
 
@@ -60,10 +60,12 @@ class TextField final : public field::Document {
 
   /// Right before it: what is still to be done to the client is done now, or dropped.
   Meeting meet();
+  /// It may not have handled all of its keys: edits wait.
+  [[nodiscard]] bool lags() const { return lags_; }
   /// The input method doesn't get it. Null: nobody can say what it does.
   void passUnseen(const NSEvent* key);
   /// The input method has had it. False: the client must get it now.
-  bool settle();
+  bool settle(const NSEvent& key);
 
   /// Between keys: what goes to the caret goes there, the rest waits for the next key.
   void settleBetweenKeys();
@@ -77,11 +79,12 @@ class TextField final : public field::Document {
  private:
   [[nodiscard]] CaretText wanted() const;
   [[nodiscard]] bool isPending() const { return wanted() != believed_; }
-  [[nodiscard]] bool lags() const;
   Meeting compare();
-  Meeting meetChange();
+  void meetChange();
   void meetExpected();
+  bool settleNow(const NSEvent& key, bool passes);
   bool settlePassed(const NSEvent& key);
+  bool hold(const NSEvent& key, bool passes);
   bool edit(const CaretText& goal);
   [[nodiscard]] std::optional<EditFault> faultOf(const Edit& edit) const;
   void send(const Edit& edit);
@@ -95,16 +98,17 @@ class TextField final : public field::Document {
   Session session_;
   bool synchronous_ = false;
   bool tells_ = false;
-  bool toldSinceKey_ = false;
   CaretText told_;
   CaretText believed_;
   bool predicted_ = false;  ///< `believed_` is right unless somebody else has done something
-  bool uncertain_ = false;  ///< whether it lags: nobody can say what an earlier key has done
+  std::size_t doubt_ = 0;   ///< keys of unknown effect that may still be on their way
+  bool lags_ = false;       ///< at the last key
+  unsigned held_ = 0;       ///< keys since an edit began to wait for that
   bool edited_ = false;     ///< by us, at the last key
   unsigned misfits_ = 0;    ///< edits that it made something else of
   Agreement agreement_;     ///< of `believed_` and the session
   std::deque<std::u16string> earlier_;  ///< ends of what a lagging client may still have
-  std::optional<NSEvent> passed_;       ///< the key under way
+  std::optional<NSEvent> passed_;       ///< the key under way, where it was passed on
   std::u16string shown_;                ///< as preedit
   std::uint32_t shownCaret_ = 0;
   std::optional<EditFault> dropped_;
