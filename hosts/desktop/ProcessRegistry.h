@@ -65,6 +65,8 @@ class ProcessRegistry {
   void watchFolder();
   void scanFolder();
   void announcementAppeared(std::string_view fileName);
+  [[nodiscard]] std::optional<AnnouncedProcess> readAnnouncement(
+      const std::filesystem::path& file) const;
   void announcementWent(std::string_view fileName);
   void add(AnnouncedProcess process, Descriptor pidDescriptor);
   void remove(std::int32_t pid);
