@@ -76,7 +76,7 @@ std::unique_ptr<Registration> ProcessRegistry::announce(const Announcement& anno
   const AnnouncedProcess process{ownPid(), announcement};
   const auto content = formatAnnouncement(process);
   if (!content) throw std::runtime_error("announcement: a name, code or identifier is invalid");
-  const auto path = folder_ / announcementFileName(ownPid());
+  const auto path = announcementOf(ownPid());
   if (!writeFileAtomically(path, *content, Durability::UntilReboot)) {
     throw std::runtime_error(path.string() + ": can't be written (" + std::strerror(errno) +
                              "); make room there or set QUORVANE_RUNTIME_DIR to another folder");
@@ -91,7 +91,7 @@ std::unique_ptr<Registration> ProcessRegistry::announce(const Announcement& anno
 
 void ProcessRegistry::withdraw() {
   if (!std::exchange(announced_, false)) return;
-  unlink((folder_ / announcementFileName(ownPid())).c_str());
+  unlink(announcementOf(ownPid()).c_str());
 }
 
 bool ProcessRegistry::setFrontApplication(std::int32_t pid) {
@@ -225,7 +225,7 @@ void ProcessRegistry::remove(std::int32_t pid) {
 }
 
 void ProcessRegistry::processDied(std::int32_t pid) {
-  unlink((folder_ / announcementFileName(pid)).c_str());
+  unlink(announcementOf(pid).c_str());
   remove(pid);
 }
 

@@ -10,6 +10,7 @@
 
 #include "hosts/desktop/PacketSocket.h"
 #include "hosts/desktop/StatusFile.h"
+#include "hosts/desktop/WakeUp.h"
 #include "tests/support/DesktopStage.h"
 
 namespace quorvane::desktop {
@@ -56,13 +57,19 @@ TEST_F(DesktopProcesses, AnnouncementsAreReadBackAndAnythingElseIsNone) {
   }
 }
 
-TEST_F(DesktopProcesses, AKilledProcessIsNoticedAndItsAnnouncementCleared) {
+TEST_F(DesktopProcesses, ALivingOneIsWokenAndAKilledOneNoticedAndCleared) {
   tests::Child child([this] {
     std::ofstream(stage_.runtimeFile(announcementFileName(getpid())))
         << *formatAnnouncement({getpid(), kMain});
   });
   stage_.turn();
   ASSERT_NE(registry().find(child.pid()), nullptr);
+  int wakeUps = 0;
+  const WakeUps watch(stage_.host().runLoop(), registry().announcementOf(child.pid()),
+                      [&wakeUps] { ++wakeUps; });
+  stage_.platform().processManager.WakeUpProcess(serialNumberOf(child.pid()));
+  stage_.turn();
+  EXPECT_EQ(wakeUps, 1) << "whoever watches for it, in its place";
   kill(child.pid(), SIGKILL);
   EXPECT_TRUE(stage_.eventually([&] { return registry().find(child.pid()) == nullptr; }))
       << "also while nobody has waited for it";
