@@ -81,7 +81,9 @@ void addProcesses(Processes& processes, const path& entry) {
 std::vector<Descriptor> runningIn(const path& runtimeFolder) {
   Processes found;
   for (const path& folder : foldersOf(runtimeFolder)) {
-    for (const path& entry : entriesOf(folder)) addProcesses(found, entry);
+    for (const path& entry : entriesOf(folder)) {
+      if (isOwn(entry)) addProcesses(found, entry);
+    }
   }
   std::vector<Descriptor> processes;
   for (auto& [pid, process] : found) processes.push_back(std::move(process));

@@ -1,6 +1,7 @@
 #include "apps/FamilyFolders.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "apps/OwnSurroundings.h"
 #include "hosts/desktop/PlainFile.h"
@@ -20,19 +21,24 @@ std::vector<path> entriesOf(const path& folder) {
   return entries;
 }
 
+bool isOwn(const path& entry) {
+  struct stat status {};
+  return lstat(entry.c_str(), &status) != 0 || status.st_uid == geteuid();
+}
+
 std::vector<path> foldersOf(const path& runtimeFolder) {
   std::vector<path> folders{runtimeFolder};
   for (const path& entry : entriesOf(runtimeFolder)) {
     struct stat status {};
     const bool isFolder = lstat(entry.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
-    if (isFolder && pidOfRun(entry.filename().native())) folders.push_back(entry);
+    if (isFolder && isOwn(entry) && pidOfRun(entry.filename().native())) folders.push_back(entry);
   }
   return folders;
 }
 
 std::string contentOf(const path& file) {
   constexpr std::size_t kLargest = 1024;
-  const auto bytes = desktop::readPlainFile(file, kLargest, desktop::Links::Refuse);
+  const auto bytes = desktop::readPlainFile(file, kLargest, desktop::Whose::Own);
   return bytes ? std::string(bytes->begin(), bytes->end()) : std::string();
 }
 

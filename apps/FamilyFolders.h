@@ -11,6 +11,8 @@ namespace quorvane {
 
 /// None where the folder can't be read.
 std::vector<std::filesystem::path> entriesOf(const std::filesystem::path& folder);
+/// False for what another user has put there: it tells of nobody.
+bool isOwn(const std::filesystem::path& entry);
 /// The folder and those of private runs in it.
 std::vector<std::filesystem::path> foldersOf(const std::filesystem::path& runtimeFolder);
 

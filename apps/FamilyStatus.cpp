@@ -39,6 +39,7 @@ void addSegments(std::uint32_t keyOffset, std::vector<SegmentFacts>& segments) {
 
 void addEntry(const path& entry, FamilyStatus& family) {
   const std::string name = entry.filename();
+  if (!isOwn(entry)) return family.refused.push_back(name);
   if (const auto process = announcedProcess(entry)) {
     family.members.push_back({*process, ageOf(process->pid)});
   }
@@ -52,10 +53,11 @@ void addEntry(const path& entry, FamilyStatus& family) {
 }
 
 FamilyStatus familyIn(const path& folder, std::uint32_t keyOffset) {
-  FamilyStatus family{folder, {}, {}, {}, {}};
+  FamilyStatus family{folder, {}, {}, {}, {}, {}};
   for (const path& entry : entriesOf(folder)) addEntry(entry, family);
   std::ranges::sort(family.members, {}, [](const auto& each) { return each.process.pid; });
   std::ranges::sort(family.ports);
+  std::ranges::sort(family.refused);
   std::set<std::uint32_t> offsets;
   for (const auto& [pid, status] : family.inputMethods) {
     offsets.insert(static_cast<std::uint32_t>(status.keyOffset));
@@ -71,7 +73,8 @@ std::vector<FamilyStatus> familiesIn(const path& runtimeFolder, std::uint32_t ke
   std::vector<FamilyStatus> families;
   for (const path& folder : foldersOf(runtimeFolder)) {
     FamilyStatus family = familyIn(folder, keyOffset);
-    const bool isEmpty = family.members.empty() && family.inputMethods.empty();
+    const bool isEmpty =
+        family.members.empty() && family.inputMethods.empty() && family.refused.empty();
     if (!isEmpty) families.push_back(std::move(family));
   }
   return families;

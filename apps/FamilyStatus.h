@@ -34,6 +34,7 @@ struct FamilyStatus {
   std::vector<std::pair<std::int32_t, desktop::InputMethodStatus>> inputMethods;  ///< by process id
   std::vector<SegmentFacts> segments;
   std::vector<std::string> ports;
+  std::vector<std::string> refused;  ///< files of other users
 };
 
 /// One for each folder in which something runs. `keyOffset` is that of the runtime folder.

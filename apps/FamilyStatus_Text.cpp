@@ -102,6 +102,9 @@ void writeFamily(std::ostream& out, const FamilyStatus& family) {
         << (segment.attached == 1 ? " time\n" : " times\n");
   }
   for (const std::string& port : family.ports) out << "  port               " << port << '\n';
+  for (const std::string& name : family.refused) {
+    out << "  refused            " << printable(name) << ", which belongs to another user\n";
+  }
 }
 
 // JSON.
@@ -144,15 +147,15 @@ std::string segmentJSON(const SegmentFacts& each) {
          "}";
 }
 
+std::string nameJSON(const std::string& name) { return inQuotes(printable(name)); }
+
 std::string familyJSON(const FamilyStatus& family) {
   return "{" + member("folder", inQuotes(printable(family.folder.native()))) + ", " +
          member("inputMethods", arrayOf(family.inputMethods, inputMethodJSON)) + ", " +
          member("processes", arrayOf(family.members, memberJSON)) + ", " +
          member("segments", arrayOf(family.segments, segmentJSON)) + ", " +
-         member("ports",
-                arrayOf(family.ports,
-                        [](const std::string& port) { return inQuotes(printable(port)); })) +
-         "}";
+         member("ports", arrayOf(family.ports, nameJSON)) + ", " +
+         member("refused", arrayOf(family.refused, nameJSON)) + "}";
 }
 
 }  // namespace

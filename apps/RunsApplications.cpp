@@ -5,6 +5,7 @@
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "hosts/desktop/PrivateFolders.h"
 #include "tools/applications/ApplicationFolder.h"
@@ -17,6 +18,17 @@ bool isAsUsual(const SystemOptions& options) {
   return options.checker && options.talk != StandInTalk::LogWithText &&
          standIn.smartCharacters == 0 && !standIn.popup && !standIn.controlDigits &&
          !standIn.documentWindow;
+}
+
+/// What `quorvane` is told, so that the stand-in runs with these options.
+std::vector<std::string> standInArguments(const checker::CheckerOptions& options, bool showText) {
+  std::vector<std::string> words{"checker", "--smart-characters",
+                                 std::to_string(options.smartCharacters)};
+  if (options.popup) words.emplace_back("--popup");
+  if (options.controlDigits) words.emplace_back("--control-digits");
+  if (options.documentWindow) words.emplace_back("--document-window");
+  if (showText) words.emplace_back("--show-private");
+  return words;
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 
-#include "apps/StandIn.h"
 #include "tools/checker/CheckerOptions.h"
 #include "tools/parameters/UsualParameters.h"
 
@@ -13,6 +12,8 @@ class App;
 }
 
 namespace quorvane {
+
+enum class StandInTalk { None, Log, LogWithText };  ///< to our standard error
 
 struct SystemOptions {
   bool resident = false;                     ///< the user's one, for text fields of other processes

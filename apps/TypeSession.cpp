@@ -1,6 +1,5 @@
 #include "apps/TypeSession.h"
 
-#include <algorithm>
 #include <iostream>
 
 namespace quorvane {
@@ -65,14 +64,9 @@ void TypeSession::typeOne(char32_t character) {
   system_.settle();
 }
 
-/// The delay in short turns, so that a signal needn't wait for the end of it.
+/// A signal needn't wait for the end of it.
 void TypeSession::pause() {
-  const auto end = SteadyClock::now() + delay_;
-  while (signal() == 0) {
-    const auto left = std::chrono::ceil<milliseconds>(end - SteadyClock::now());
-    if (left <= milliseconds(0)) return;
-    system_.host().runLoop().runFor(std::min(left, kTurn));
-  }
+  system_.host().runLoop().runUntil([this] { return signal() != 0; }, SteadyClock::now() + delay_);
 }
 
 void TypeSession::awaitLastFixes() {

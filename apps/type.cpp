@@ -89,8 +89,8 @@ void addTypeCommand(CLI::App& app, Run& run) {
   const auto log = std::make_shared<bool>(false);
   addSystemOptions(*command, options->system);
   command->add_option("--delay", *delay, "Milliseconds behind each key, spent in the run loop")
-      ->check(CLI::Range(0U, 60'000U))
-      ->option_text("MS (0 to 60000)");
+      ->check(CLI::Range(0U, 600'000U))
+      ->option_text("MS (0 to 600000)");
   command->add_flag("--trace", options->trace,
                     "Tell each key's outcome, each client call and each packet, with their text");
   command->add_flag("--times", options->times, "Tell how long the keys took that end words");

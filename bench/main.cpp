@@ -1,5 +1,6 @@
-// One key and one message, each beside the bare system calls it can't do without, and word
-// completion. Everything is pinned to one processor, and the variants take turns.
+// A cold start; then one key and one message, each beside the bare system calls it can't do
+// without, and word completion. All but the start is pinned to one processor, and variants take
+// turns.
 
 #include <fcntl.h>
 #include <poll.h>
@@ -18,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/ColdStart.h"
 #include "bench/Completion.h"
 #include "bench/Menu.h"
 #include "bench/Peer.h"
@@ -226,6 +228,7 @@ int main(int argc, char** argv) {
   arguments.push_back(interleaved.data());
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
+  quorvane::bench::printColdStart();
   quorvane::bench::pinToOneProcessor();
   static const quorvane::bench::Surroundings surroundings;  // outlives whatever else is static
   Ratios ratios;

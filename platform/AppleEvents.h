@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <span>
+#include <vector>
 
 #include "platform/MacTypes.h"
 
@@ -37,6 +38,11 @@ class AppleEvents {
   virtual OSStatus AESendMessage(FourCharCode eventClass, FourCharCode eventID,
                                  const AEAddressDesc& target, std::int32_t mode,
                                  std::int32_t timeout) = 0;
+  /// "core" "getd", of a property of the application itself. `mode` 3: the reply is waited for,
+  /// `timeout` ticks at most; it is what `reply` holds afterwards.
+  virtual OSStatus AESendGetData(FourCharCode property, const AEAddressDesc& target,
+                                 std::int32_t mode, std::int32_t timeout,
+                                 std::vector<std::uint8_t>& reply) = 0;
 };
 
 }  // namespace quorvane

@@ -54,6 +54,12 @@ OSStatus AppleEvents::AESendMessage(FourCharCode eventClass, FourCharCode eventI
   return noErr;
 }
 
+OSStatus AppleEvents::AESendGetData(FourCharCode /*property*/, const AEAddressDesc& target,
+                                    std::int32_t /*mode*/, std::int32_t /*timeout*/,
+                                    std::vector<std::uint8_t>& /*reply*/) {
+  return find(target) == nullptr ? procNotFound : kEventNotHandled;
+}
+
 const AnnouncedProcess* AppleEvents::find(const AEAddressDesc& target) const {
   const auto processes = registry_.processes();
   const auto found = std::ranges::find_if(

@@ -21,6 +21,9 @@ class AppleEvents final : public quorvane::AppleEvents {
   OSStatus AEDeterminePermissionToAutomateTarget(const AEAddressDesc& target,
                                                  FourCharCode eventClass, FourCharCode eventID,
                                                  bool askUserIfNeeded) override;
+  /// No application of this host answers it.
+  OSStatus AESendGetData(FourCharCode property, const AEAddressDesc& target, std::int32_t mode,
+                         std::int32_t timeout, std::vector<std::uint8_t>& reply) override;
   OSStatus AESendMessage(FourCharCode eventClass, FourCharCode eventID, const AEAddressDesc& target,
                          std::int32_t mode, std::int32_t timeout) override;
 

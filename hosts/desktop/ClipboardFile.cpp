@@ -33,7 +33,7 @@ bool isEmpty(const std::filesystem::path& path) {
 }  // namespace
 
 std::optional<std::string> ClipboardFile::text() const {
-  const auto bytes = readPlainFile(file_, kClipboardLimit, Links::Refuse);
+  const auto bytes = readPlainFile(file_, kClipboardLimit, Whose::Own);
   if (!bytes) return {};
   return std::string(bytes->begin(), bytes->end());
 }

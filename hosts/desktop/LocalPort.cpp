@@ -72,6 +72,7 @@ void LocalPort::close() {
 
 void LocalPort::acceptClient() {
   Descriptor socket = acceptFrom(listener_.get());
+  if (!socket.valid() && errno == EPERM) return tell("turned away a client of another user");
   const bool outOfDescriptors = !socket.valid() && (errno == EMFILE || errno == ENFILE);
   if ((outOfDescriptors || clients_.size() >= kMostClients) && !clients_.empty()) {
     drop(clients_.front()->number);
@@ -148,9 +149,11 @@ void LocalPort::drop(std::uint64_t number) {
 
 void LocalPort::drop(std::uint64_t number, std::string_view reason) {
   drop(number);
-  if (!log_.enabled) return;
-  log_.writeLine("message port " + path_.filename().string() + ": dropped a client that " +
-                 std::string(reason));
+  tell("dropped a client that " + std::string(reason));
+}
+
+void LocalPort::tell(const std::string& what) {
+  if (log_.enabled) log_.writeLine("message port " + path_.filename().string() + ": " + what);
 }
 
 }  // namespace quorvane::desktop

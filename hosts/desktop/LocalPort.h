@@ -46,6 +46,7 @@ class LocalPort final : public CFMessagePort, public std::enable_shared_from_thi
   ClientPointer findAndRefresh(std::uint64_t number);
   void drop(std::uint64_t number);
   void drop(std::uint64_t number, std::string_view reason);
+  void tell(const std::string& what);
 
   std::filesystem::path path_;
   Descriptor listener_;

@@ -1,6 +1,7 @@
 #include "hosts/desktop/MessagePorts.h"
 
 #include <algorithm>
+#include <cerrno>
 
 #include "hosts/desktop/LocalPort.h"
 
@@ -48,7 +49,11 @@ std::shared_ptr<CFMessagePort> MessagePorts::CFMessagePortCreateRemote(std::stri
   if (known != remotes_.end()) return known->second;
   if (name.empty() || name.front() == '.' || name.find('/') != std::string_view::npos) return {};
   auto port = RemotePort::connect(folder_ / name, runLoop_);
-  if (port != nullptr) remotes_.emplace(name, port);
+  if (port != nullptr) {
+    remotes_.emplace(name, port);
+  } else if (errno == EPERM && log_.enabled) {
+    log_.writeLine("message port " + std::string(name) + ": another user serves it; refused");
+  }
   return port;
 }
 

@@ -84,7 +84,12 @@ bool isLeftOver(const std::filesystem::path& path) {
 Descriptor connectTo(const std::filesystem::path& path) {
   Descriptor socket = newSocket();
   if (!socket.valid() || !connectSocket(socket.get(), path)) return {};
-  if (!peerIsThisUser(socket.get()) || !passCredentials(socket.get())) return {};
+  if (!peerIsThisUser(socket.get())) {
+    socket.close();
+    errno = EPERM;
+  } else if (!passCredentials(socket.get())) {
+    socket.close();
+  }
   return socket;
 }
 

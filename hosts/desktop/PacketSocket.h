@@ -16,7 +16,7 @@ enum class Transfer {
   Failed     ///< anything else; a packet larger than the buffer, too
 };
 
-/// Invalid where nobody serves `path`, or somebody who isn't this user.
+/// Invalid where nobody serves `path` or, with errno EPERM, somebody who isn't this user.
 Descriptor connectTo(const std::filesystem::path& path);
 /// True where a file lies at `path` that no process serves any more.
 bool isLeftOver(const std::filesystem::path& path);

@@ -16,10 +16,13 @@ struct PlainFile {
   std::size_t size = 0;
 };
 
-enum class Links { Follow, Refuse };
+/// Own: neither a link nor a file of another user is opened.
+enum class Whose { Anybodys, Own };
 
 PlainFile openPlainFile(const std::string& path, std::uint64_t largest,
-                        Links links = Links::Follow);
+                        Whose whose = Whose::Anybodys);
+/// What the errno of a file that isn't opened means.
+std::string refusalText(int error);
 
 /// How much there was, at most `size` bytes; none, with errno set, on failure.
 std::optional<std::size_t> readWhole(int file, std::uint8_t* out, std::size_t size);
@@ -27,6 +30,6 @@ std::optional<std::size_t> readWhole(int file, std::uint8_t* out, std::size_t si
 /// The whole file; none, with errno set, where it can't be had.
 std::optional<std::vector<std::uint8_t>> readPlainFile(const std::string& path,
                                                        std::uint64_t largest,
-                                                       Links links = Links::Follow);
+                                                       Whose whose = Whose::Anybodys);
 
 }  // namespace quorvane::desktop

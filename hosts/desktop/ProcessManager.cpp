@@ -1,5 +1,7 @@
 #include "hosts/desktop/ProcessManager.h"
 
+#include "hosts/desktop/WakeUp.h"
+
 #include <algorithm>
 
 namespace quorvane::desktop {
@@ -64,7 +66,10 @@ OSStatus ProcessManager::GetProcessPID(const ProcessSerialNumber& psn, std::int3
 }
 
 OSStatus ProcessManager::WakeUpProcess(const ProcessSerialNumber& psn) {
-  return find(psn) == nullptr ? procNotFound : noErr;
+  const AnnouncedProcess* process = find(psn);
+  if (process == nullptr) return procNotFound;
+  if (process->pid != registry_.ownPid()) wakeUp(registry_.announcementOf(process->pid));
+  return noErr;
 }
 
 OSStatus ProcessManager::SetFrontProcess(const ProcessSerialNumber& psn) {

@@ -15,7 +15,6 @@ class ProcessManager final : public quorvane::ProcessManager {
   OSStatus GetProcessInformation(const ProcessSerialNumber& psn, ProcessInfoRec& info) override;
   OSStatus GetProcessForPID(std::int32_t pid, ProcessSerialNumber& psn) override;
   OSStatus GetProcessPID(const ProcessSerialNumber& psn, std::int32_t& pid) override;
-  /// No process of this host sleeps: the status says whether there is such a process.
   OSStatus WakeUpProcess(const ProcessSerialNumber& psn) override;
   OSStatus SetFrontProcess(const ProcessSerialNumber& psn) override;
 

@@ -1,8 +1,6 @@
 #include "hosts/desktop/ProcessRegistry.h"
 
-#include <fcntl.h>
 #include <sys/inotify.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
@@ -12,6 +10,7 @@
 #include <stdexcept>
 
 #include "hosts/desktop/AtomicFile.h"
+#include "hosts/desktop/PlainFile.h"
 #include "hosts/desktop/ProcessLiveness.h"
 
 namespace quorvane::desktop {
@@ -21,18 +20,6 @@ constexpr std::size_t kNotFound = ~std::size_t{0};
 
 NSRunningApplication applicationOf(const AnnouncedProcess& process) {
   return {process.pid, process.announcement.bundleIdentifier, false};
-}
-
-/// Foreign bytes: a plain file of this user, no longer than an announcement may be.
-std::optional<std::string> readBounded(const std::filesystem::path& path) {
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-  struct stat status {};
-  if (!file.valid() || fstat(file.get(), &status) != 0) return {};
-  if (!S_ISREG(status.st_mode) || status.st_uid != geteuid()) return {};
-  std::array<char, kAnnouncementSizeLimit + 1> bytes;
-  const ssize_t size = read(file.get(), bytes.data(), bytes.size());
-  if (size < 0 || static_cast<std::size_t>(size) == bytes.size()) return {};
-  return std::string(bytes.data(), static_cast<std::size_t>(size));
 }
 
 }  // namespace
@@ -89,7 +76,7 @@ std::unique_ptr<Registration> ProcessRegistry::announce(const Announcement& anno
   const AnnouncedProcess process{ownPid(), announcement};
   const auto content = formatAnnouncement(process);
   if (!content) throw std::runtime_error("announcement: a name, code or identifier is invalid");
-  const auto path = folder_ / announcementFileName(ownPid());
+  const auto path = announcementOf(ownPid());
   if (!writeFileAtomically(path, *content, Durability::UntilReboot)) {
     throw std::runtime_error(path.string() + ": can't be written (" + std::strerror(errno) +
                              "); make room there or set QUORVANE_RUNTIME_DIR to another folder");
@@ -113,7 +100,7 @@ bool ProcessRegistry::note(const AnnouncedProcess& process) {
 
 void ProcessRegistry::withdraw() {
   if (!std::exchange(announced_, false)) return;
-  unlink((folder_ / announcementFileName(ownPid())).c_str());
+  unlink(announcementOf(ownPid()).c_str());
 }
 
 bool ProcessRegistry::setFrontApplication(std::int32_t pid) {
@@ -193,8 +180,7 @@ void ProcessRegistry::scanFolder() {
 void ProcessRegistry::announcementAppeared(std::string_view fileName) {
   const auto pid = pidOfAnnouncementFile(fileName);
   if (!pid || *pid == ownPid() || find(*pid) != nullptr) return;
-  const auto content = readBounded(folder_ / fileName);
-  auto process = content ? parseAnnouncement(*content) : std::nullopt;
+  auto process = readAnnouncement(folder_ / fileName);
   if (!process || process->pid != *pid) return;
   Descriptor pidDescriptor = openProcess(*pid);
   if (!pidDescriptor.valid()) {
@@ -203,6 +189,17 @@ void ProcessRegistry::announcementAppeared(std::string_view fileName) {
   }
   if (!beganBefore(*pid, folder_ / fileName)) return;  // another process has the id by now
   add(std::move(*process), std::move(pidDescriptor));
+}
+
+std::optional<AnnouncedProcess> ProcessRegistry::readAnnouncement(
+    const std::filesystem::path& file) const {
+  const auto content = readPlainFile(file, kAnnouncementSizeLimit, Whose::Own);
+  if (content) return parseAnnouncement(std::string(content->begin(), content->end()));
+  if (errno != ENOENT && log_.enabled) {
+    log_.writeLine("announcement " + file.string() + ": " + refusalText(errno) +
+                   "; nobody is taken to run by it");
+  }
+  return {};
 }
 
 void ProcessRegistry::announcementWent(std::string_view fileName) {
@@ -237,7 +234,7 @@ void ProcessRegistry::remove(std::int32_t pid) {
 }
 
 void ProcessRegistry::processDied(std::int32_t pid) {
-  unlink((folder_ / announcementFileName(pid)).c_str());
+  unlink(announcementOf(pid).c_str());
   remove(pid);
 }
 

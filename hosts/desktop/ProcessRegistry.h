@@ -2,6 +2,7 @@
 // The applications of the family that run, kept current by the announcements in the runtime folder
 // and by a pidfd for each process. Reading it makes no system call.
 
+#include <filesystem>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -52,6 +53,10 @@ class ProcessRegistry {
   /// False where the list hasn't got it or it has ended.
   bool signal(std::int32_t pid, int number) const;
   [[nodiscard]] std::int32_t ownPid() const { return processes_.front().pid; }
+  /// The file of a process, whether or not it is there.
+  [[nodiscard]] std::filesystem::path announcementOf(std::int32_t pid) const {
+    return folder_ / announcementFileName(pid);
+  }
 
   [[nodiscard]] std::unique_ptr<Registration> addObserver(WorkspaceNotification name,
                                                           Workspace::Observer observer);
@@ -68,6 +73,8 @@ class ProcessRegistry {
   void watchFolder();
   void scanFolder();
   void announcementAppeared(std::string_view fileName);
+  [[nodiscard]] std::optional<AnnouncedProcess> readAnnouncement(
+      const std::filesystem::path& file) const;
   void announcementWent(std::string_view fileName);
   void add(AnnouncedProcess process, Descriptor pidDescriptor);
   void remove(std::int32_t pid);

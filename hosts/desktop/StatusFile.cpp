@@ -92,8 +92,8 @@ std::optional<InputMethodStatus> readStatusFile(const std::filesystem::path& pat
   constexpr int kAttempts = 100;
   constexpr std::size_t kWritings = sizeof(Head);
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    const auto first = readPlainFile(path, sizeof(MappedStatus), Links::Refuse);
-    const auto second = readPlainFile(path, sizeof(MappedStatus), Links::Refuse);
+    const auto first = readPlainFile(path, sizeof(MappedStatus), Whose::Own);
+    const auto second = readPlainFile(path, sizeof(MappedStatus), Whose::Own);
     if (!first || !second || first->size() != sizeof(MappedStatus)) return {};
     if (!std::equal(kHead.begin(), kHead.end(), first->begin())) return {};
     if ((first->at(kWritings) & 1) != 0 || *first != *second) continue;

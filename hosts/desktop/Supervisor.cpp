@@ -47,7 +47,7 @@ bool failedAgainAndAgain(const LaunchStarts& starts) {
 }
 
 LaunchStarts readRecord(const std::filesystem::path& record) {
-  const auto content = readPlainFile(record, kLaunchRecordLimit, Links::Refuse);
+  const auto content = readPlainFile(record, kLaunchRecordLimit, Whose::Own);
   if (!content) return {};
   return parseLaunchStarts({reinterpret_cast<const char*>(content->data()), content->size()});
 }

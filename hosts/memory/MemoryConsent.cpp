@@ -51,4 +51,14 @@ OSStatus MemoryAppleEvents::AESendMessage(FourCharCode eventClass, FourCharCode 
   return journal_.result(line, sendResult);
 }
 
+OSStatus MemoryAppleEvents::AESendGetData(FourCharCode property, const AEAddressDesc& target,
+                                          std::int32_t mode, std::int32_t timeout,
+                                          std::vector<std::uint8_t>& out) {
+  const std::size_t line = journal_.call("AESendGetData ", Journal::Code{property}, " ",
+                                         Journal::Code{target.descriptorType}, " ",
+                                         describe(target), " ", mode, " ", timeout);
+  out = reply;
+  return journal_.result(line, sendResult);
+}
+
 }  // namespace quorvane::memory

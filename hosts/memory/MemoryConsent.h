@@ -36,9 +36,13 @@ class MemoryAppleEvents : public AppleEvents {
   OSStatus AESendMessage(FourCharCode eventClass, FourCharCode eventID, const AEAddressDesc& target,
                          std::int32_t mode, std::int32_t timeout) override;
 
+  OSStatus AESendGetData(FourCharCode property, const AEAddressDesc& target, std::int32_t mode,
+                         std::int32_t timeout, std::vector<std::uint8_t>& reply) override;
+
   /// By bundle identifier; any other one doesn't run.
   std::map<std::string, OSStatus, std::less<>> consents;
-  OSStatus sendResult = noErr;
+  OSStatus sendResult = noErr;  ///< also of a get data event
+  std::vector<std::uint8_t> reply;
 
  private:
   Journal& journal_;

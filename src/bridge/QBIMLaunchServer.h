@@ -5,6 +5,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "src/base/Instance.h"
 #include "src/bridge/PrivacyConsentController.h"
@@ -26,6 +27,7 @@ struct LaunchServerState {
   ProcessSerialNumber PencilMenu_process;  ///< as last found by its signature
   FourCharCode lastFrontSignature = 0;     ///< of isFrontAppSame
   bool launched_busy = false;              ///< a launch is waited for
+  std::vector<std::uint8_t> QorvTargetID;  ///< the main application, as an event's address
 };
 
 /// Only the signature is compared.
@@ -117,6 +119,16 @@ std::int32_t GetPencilMenuPROCESS(Instance& instance);
 void LaunchQuorvaneMenulet(Instance& instance);
 /// 0 where it isn't running, otherwise what the sending gives.
 std::int32_t QuitQuorvaneMenulet(Instance& instance);
+
+/// Keeps the main application's serial number as the target of what follows. procNotFound: it isn't
+/// known, and there is no target.
+OSStatus GetQuorvaneProcessTargetid(Instance& instance);
+/// Asks that target for a property of its own.
+OSStatus GetAppProperty(Instance& instance, FourCharCode property,
+                        std::vector<std::uint8_t>& reply);
+/// Whether the main application's window has the focus, as it says itself; 0 where it doesn't say.
+/// Nobody asks yet.
+std::uint8_t Get_QorvFocusWindowFlag(Instance& instance);
 
 /// Asks a process to quit, by an Apple event. Despite its name, it takes a serial number.
 OSStatus quitApplicationWithBundleID(Instance& instance, const ProcessSerialNumber& value);

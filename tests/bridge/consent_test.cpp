@@ -89,6 +89,12 @@ TEST_F(Consent, TheSecurityTimerFiresOnce) {
   EXPECT_EQ(instance.state<SecurityTimerState>().retimer, nullptr);
   quitApplicationWithBundleID(instance, {1, 8193});
   EXPECT_EQ(host.journal.lines().back(), "AESendMessage aevt quit psn  1 8193 1 -1 -> 0");
+  EXPECT_EQ(Get_QorvFocusWindowFlag(instance), 0) << "an empty reply";
+  host.appleEvents.reply = {1, 2};
+  EXPECT_EQ(Get_QorvFocusWindowFlag(instance), 1);
+  EXPECT_TRUE(host.journal.lines().back().starts_with("AESendGetData pFWw psn  1 "));
+  host.appleEvents.sendResult = -1712;
+  EXPECT_EQ(Get_QorvFocusWindowFlag(instance), 0);
 }
 
 }  // namespace

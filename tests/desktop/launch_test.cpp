@@ -1,6 +1,7 @@
 // Launching: what is started, what isn't, and how what ends is met.
 
 #include <gtest/gtest.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 
 #include <array>
@@ -148,6 +149,26 @@ TEST_F(Launch, WhatIsNoApplicationIsSaidAndNothingStarts) {
                                  std::filesystem::perm_options::remove);
   }
   EXPECT_EQ(said(), "");
+}
+
+/// Neither within a key, nor while signals come all the time, nor where the folder is locked.
+TEST_F(Launch, NothingHoldsItUpForLong) {
+  struct sigaction quiet {};
+  quiet.sa_handler = [](int) {};
+  sigaction(SIGALRM, &quiet, nullptr);
+  const itimerval often{{0, 5'000}, {0, 5'000}};
+  setitimer(ITIMER_REAL, &often, nullptr);
+  put("exec sleep 60");
+  stage_.host().launchServices().isWithinKey = [] { return true; };
+  const auto begins = std::chrono::steady_clock::now();
+  EXPECT_EQ(launch(stage_), noErr);
+  EXPECT_EQ(wait(), eventLoopTimedOutErr);
+  EXPECT_GE(std::chrono::steady_clock::now() - begins, Seconds(2));
+  const Descriptor lock = RuntimeFolder(stage_.configuration().runtimeDirectory).lock();
+  EXPECT_EQ(launch(stage_), kLSUnknownErr);
+  EXPECT_NE(stage_.host().supervisor().trouble().find("holds .lock"), std::string::npos);
+  EXPECT_LT(std::chrono::steady_clock::now() - begins, kWait / 2);
+  setitimer(ITIMER_REAL, nullptr, nullptr);
 }
 
 TEST_F(Launch, EndsWithItsOwnerEvenWhereItWillNot) {

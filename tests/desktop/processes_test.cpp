@@ -1,10 +1,16 @@
 // Announcements: what the dead leave, what strangers write, and the own one.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <csignal>
 #include <fstream>
+#include <optional>
 
+#include "hosts/desktop/PacketSocket.h"
+#include "hosts/desktop/StatusFile.h"
+#include "hosts/desktop/WakeUp.h"
 #include "tests/support/DesktopStage.h"
 
 namespace quorvane::desktop {
@@ -51,13 +57,19 @@ TEST_F(DesktopProcesses, AnnouncementsAreReadBackAndAnythingElseIsNone) {
   }
 }
 
-TEST_F(DesktopProcesses, AKilledProcessIsNoticedAndItsAnnouncementCleared) {
+TEST_F(DesktopProcesses, ALivingOneIsWokenAndAKilledOneNoticedAndCleared) {
   tests::Child child([this] {
     std::ofstream(stage_.runtimeFile(announcementFileName(getpid())))
         << *formatAnnouncement({getpid(), kMain});
   });
   stage_.turn();
   ASSERT_NE(registry().find(child.pid()), nullptr);
+  int wakeUps = 0;
+  const WakeUps watch(stage_.host().runLoop(), registry().announcementOf(child.pid()),
+                      [&wakeUps] { ++wakeUps; });
+  stage_.platform().processManager.WakeUpProcess(serialNumberOf(child.pid()));
+  stage_.turn();
+  EXPECT_EQ(wakeUps, 1) << "whoever watches for it, in its place";
   kill(child.pid(), SIGKILL);
   EXPECT_TRUE(stage_.eventually([&] { return registry().find(child.pid()) == nullptr; }))
       << "also while nobody has waited for it";
@@ -78,6 +90,44 @@ TEST_F(DesktopProcesses, LeftoversAreClearedAndStrangeFilesIgnored) {
   std::filesystem::create_symlink("/dev/zero", stage_.runtimeFile("3.process"));
   stage_.turn();
   EXPECT_EQ(registry().processes().size(), 1U);
+}
+
+TEST_F(DesktopProcesses, StrangersAreRefusedAndToldOf) {
+  if (geteuid() != 0) GTEST_SKIP() << "only root can play another user";
+  constexpr uid_t kStranger = 12345;
+  const auto file = [this](const std::string& name) { return stage_.runtimeFile(name); };
+  const Descriptor lines(::open(file("log").c_str(), O_CREAT | O_WRONLY | O_APPEND, 0600));
+  std::optional<tests::DesktopStage> stage([&](DesktopConfiguration& own) {
+    own.runtimeDirectory = stage_.configuration().runtimeDirectory;
+    own.logDescriptor = lines.get();
+  });
+  quorvane::MessagePorts& ports = stage->platform().messagePorts;
+  const auto own = ports.CFMessagePortCreateLocal("own", nullptr);
+  auto& loop = stage->host().runLoop();
+  loop.CFRunLoopAddSource(*loop.CFRunLoopGetCurrent(), ports.CFMessagePortCreateRunLoopSource(own));
+  ::chmod(file("").parent_path().parent_path().c_str(), 0711);
+  for (const char* const opened : {"", "own"}) ASSERT_EQ(::chmod(file(opened).c_str(), 0777), 0);
+  Descriptor server;
+  const tests::Child stranger([&] {
+    if (::seteuid(kStranger) != 0) _exit(1);
+    server = listenAt(file("theirs"));
+    connectTo(file("own"));
+    std::ofstream(file(announcementFileName(getpid()))) << *formatAnnouncement({getpid(), kMain});
+  });
+  EXPECT_EQ(ports.CFMessagePortCreateRemote("theirs"), nullptr);
+  stage->turn();
+  EXPECT_EQ(stage->host().processRegistry().processes().size(), 1U);
+  const StatusFile status(file(""), getpid());
+  ASSERT_TRUE(readStatusFile(statusFileOf(file(""), getpid())));
+  EXPECT_EQ(::chown(statusFileOf(file(""), getpid()).c_str(), kStranger, kStranger), 0);
+  EXPECT_FALSE(readStatusFile(statusFileOf(file(""), getpid())));
+  stage.reset();
+  const std::string log = tests::contentOf(file("log"));
+  for (const char* const told : {"theirs: another user", "own: turned away", ".process: belongs"}) {
+    EXPECT_NE(log.find(told), std::string::npos) << told << " in " << log;
+  }
+  EXPECT_EQ(::chown(file("").c_str(), kStranger, kStranger), 0);
+  EXPECT_THROW(RuntimeFolder(stage_.configuration().runtimeDirectory), std::runtime_error);
 }
 
 TEST_F(DesktopProcesses, TheOwnAnnouncementStandsAsLongAsItsOwner) {

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "hosts/desktop/PacketSocket.h"
 #include "hosts/desktop/RuntimeFolder.h"
 #include "tests/support/DesktopStage.h"
 #include "tests/support/RunningProgram.h"
@@ -190,15 +189,6 @@ TEST(Program, TheLogKeepsTypedTextPrivate) {
   EXPECT_NE(log.errors().find("<private>"), std::string::npos);
 }
 
-/// Sends `IMqt` to a `type`.
-void quit(const OwnFolder& folder, pid_t type) {
-  const auto own = folder.usualRuntimeFolder() / ("type-" + std::to_string(type));
-  const auto port = desktop::connectTo(
-      own / ("Q7T2M4K9W1.com.tallowmere.QorvInPortServer1" + std::to_string(type)));
-  constexpr std::array<std::uint8_t, 8> kRequest{'I', 'M', 'q', 't'};
-  EXPECT_EQ(desktop::sendPacket(port.get(), kRequest, {}), desktop::Transfer::Done);
-}
-
 constexpr int kMessage = 0;
 class TypeEnd : public testing::TestWithParam<int> {};
 
@@ -212,7 +202,8 @@ TEST_P(TypeEnd, PrintsWhatWasTypedAndLeavesNothingBehind) {
   ASSERT_TRUE(bothAnnounced(folder, type));
   ASSERT_TRUE(hasSegment(type.pid()));
   const bool message = GetParam() == kMessage;
-  message ? quit(folder, type.pid()) : type.signal(GetParam());
+  const auto own = folder.usualRuntimeFolder() / ("type-" + std::to_string(type.pid()));
+  message ? sendToInputMethod(own, type.pid(), "IMqt"_4cc) : type.signal(GetParam());
   EXPECT_TRUE(eventually([&] { return !hasSegment(type.pid()); }));
   EXPECT_EQ(type.wait(), message ? 255 : 128 + GetParam());
   EXPECT_EQ(entriesIn(folder.usualRuntimeFolder()), 0U);

@@ -32,7 +32,7 @@ void typeOne(StartedInputMethod& method, char16_t character) {
   EXPECT_EQ(method.host.text.deliver(key), field::Outcome::PassedOn);
 }
 
-const std::array<Step, 6> kSteps{{
+const std::array<Step, 7> kSteps{{
     {"a key with a scan", "teh", [](StartedInputMethod& method) { typeOne(method, u' '); },
      u"teh "},
     {"a letter", "te", [](StartedInputMethod& method) { typeOne(method, u'h'); }, u"teh"},
@@ -56,6 +56,15 @@ const std::array<Step, 6> kSteps{{
        method.host.runPending();
      },
      u"see the "},
+    {"another application begins and ends", "te",
+     [](StartedInputMethod& method) {
+       const auto other = method.host.processes.add({{}, 0, "Other", "OTHR"_4cc, 0, 0, "x", false});
+       method.host.runPending();
+       method.host.processes.remove(other);
+       method.host.runPending();
+       typeOne(method, u'h');
+     },
+     u"teh"},
     {"a command that launches it, in vain", "te",
      [](StartedInputMethod& method) {
        memory::MemoryInstalledApplication again;

@@ -5,6 +5,9 @@
 
 #include <csignal>
 
+#include "hosts/desktop/MessageFraming.h"
+#include "hosts/desktop/PacketSocket.h"
+
 namespace quorvane::tests {
 
 std::uint32_t ownKeyOffset() {
@@ -29,6 +32,16 @@ DesktopStage::DesktopStage(const std::function<void(desktop::DesktopConfiguratio
 
 void DesktopStage::openHost() {
   host_ = std::make_unique<desktop::DesktopHost>(configuration_, field_.forPlatform());
+}
+
+void sendToInputMethod(const std::filesystem::path& runtimeFolder, pid_t pid,
+                       FourCharCode message) {
+  const auto port = desktop::connectTo(
+      runtimeFolder / ("Q7T2M4K9W1.com.tallowmere.QorvInPortServer1" + std::to_string(pid)));
+  const auto packet = desktop::encodeRequestHeader(static_cast<std::int32_t>(message), false);
+  if (desktop::sendPacket(port.get(), packet, {}) != desktop::Transfer::Done) {
+    throw std::runtime_error("the message can't be sent");
+  }
 }
 
 Child::Child(const std::function<void()>& work) {

@@ -49,6 +49,9 @@ class DesktopStage {
   std::unique_ptr<desktop::DesktopHost> host_;
 };
 
+/// A message without data for the input method `pid`, which keeps its files in `runtimeFolder`.
+void sendToInputMethod(const std::filesystem::path& runtimeFolder, pid_t pid, FourCharCode message);
+
 /// A child process that runs `work`, says so, and then waits to be killed. Killed and waited for at
 /// the latest with this object.
 class Child {

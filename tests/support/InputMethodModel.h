@@ -117,6 +117,16 @@ struct InputMethodModel {
     return typing && type(key);
   }
 
+  /// The main application has begun anew, with new segments.
+  void restarted() {
+    for (auto& [field, value] : fields) value = 0;
+    fields[kMode] = fields[kReady] = 1;
+    text = {};
+    publishedKey = 0;
+    named_ = ~std::size_t{0};
+    ++reached["restarts"];
+  }
+
   /// An event that the session knows nothing of has gone to a document.
   void leftBehind(const NSEvent& event) {
     const bool appSwitch =

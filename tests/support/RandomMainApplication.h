@@ -14,7 +14,21 @@ class RandomMainApplication {
  public:
   RandomMainApplication(Random& random, memory::MemoryHost& host, InputMethodModel& model)
       : random_(random), host_(host), model_(model) {
-    host.messagePorts.server(memory::MemoryMainApplication::kServerPort)->answer =
+    begin();
+  }
+
+  /// Ends or is killed, and is launched again, between two events.
+  void restart() {
+    using memory::SegmentFate;
+    host_.mainApplication.vanish(memory::Notice::Queued,
+                                 random_.chance(500) ? SegmentFate::Kept : SegmentFate::Removed);
+    host_.mainApplication.launch();
+    model_.restarted();
+    begin();
+  }
+
+  void begin() {
+    host_.messagePorts.server(memory::MemoryMainApplication::kServerPort)->answer =
         [this](std::int32_t command, const CFData&) {
           answer(static_cast<std::uint32_t>(command));
           return CFData{};

@@ -60,6 +60,8 @@ class RandomWorld : private IMKInputController {
       mainApplication_.setState();
     } else if (dice < 987) {
       mainApplication_.chooseScanAnswer();
+    } else if (dice < 988) {
+      applications();
     } else if (dice < 990) {
       switches();
     } else {
@@ -113,6 +115,19 @@ class RandomWorld : private IMKInputController {
       host_.text.documents()[which]->close();
       model_.documents[which].close();
     }
+  }
+
+  // One begins, or ends: the main one, or another, which is nobody's business.
+  void applications() {
+    memory::MemoryProcesses& processes = host_.processes;
+    if (random_.chance(300)) {
+      mainApplication_.restart();
+    } else if (other_ && random_.chance(500)) {
+      processes.remove(*std::exchange(other_, {}));
+    } else {
+      other_ = processes.add({{}, 0, "Other", random_.word(), "APPL"_4cc, 0, "x", false});
+    }
+    turn();
   }
 
   // Never with word completion: what it puts into a document is no business of the model.
@@ -221,7 +236,7 @@ class RandomWorld : private IMKInputController {
     compare("its cursor", method_.session().cursor, session.cursor);
     if (session.length == 384) ++model_.reached["full sessions"];
     for (const auto& [field, wanted] : model_.fields) {
-      compare("a field", host_.mainApplication.field(field), wanted);
+      compare("field " + std::to_string(field), host_.mainApplication.field(field), wanted);
     }
     const memory::PublishedText published = host_.mainApplication.published();
     compare("the text record", published.text, model_.text.text());
@@ -264,6 +279,7 @@ class RandomWorld : private IMKInputController {
   memory::MemoryHost& host_{method_.host};
   InputMethodModel model_;
   RandomMainApplication mainApplication_{random_, host_, model_};
+  std::optional<ProcessSerialNumber> other_;  ///< another application
   Habit habit_ = Habit::Mixed;
   std::uint64_t keys_ = 0;
   std::string breach_;

@@ -23,14 +23,15 @@ constexpr std::uint32_t kTextSlot = 1;
 constexpr std::size_t kClientOffset = 12;  // in the payload of a command
 
 // Somebody waits for the answer to a scan, so that a look comes soon while text is being typed, and
-// seldom otherwise: what is typed before the first word ends tells in time.
+// seldom otherwise: a scan wakes us. Other requests wait for a look.
 struct Pace {
   std::uint64_t quietNanoseconds;  ///< up to so long after the last sign of work
   Ticker::Microseconds interval;
 };
 constexpr std::array kPaces{Pace{1'000'000'000, Ticker::Microseconds(200)},
                             Pace{2'000'000'000, Ticker::Microseconds(1000)},
-                            Pace{UINT64_MAX, Ticker::Microseconds(10'000)}};
+                            Pace{10'000'000'000, Ticker::Microseconds(10'000)},
+                            Pace{UINT64_MAX, Ticker::Microseconds(250'000)}};
 
 /// Who changes a file by hand waits as long, at most, until it counts.
 constexpr std::uint64_t kNanosecondsBetweenLooksAtFiles = 1'000'000'000;
@@ -102,6 +103,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
 /// In the reverse order: who looks for us first finds us gone.
 Checker::~Checker() {
   ticker_.reset();
+  wakeUps_.reset();
   announcement_.reset();
   window_.reset();
   clipboardLoan_.reset();
@@ -173,6 +175,9 @@ void Checker::announce() {
   registry.refresh();
   textsBeganWithUs_ = runningInputMethods(registry).empty();
   announcement_ = registry.announce(checkerAnnouncement());
+  wakeUps_.emplace(host_.runLoop(), registry.announcementOf(registry.ownPid()), [this] {
+    if (conversation_) look();
+  });
 }
 
 void Checker::beginConversation() {

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "hosts/desktop/DesktopHost.h"
+#include "hosts/desktop/WakeUp.h"
 #include "src/base/Instance.h"
 #include "tools/checker/CheckerOptions.h"
 #include "tools/checker/ClipboardLoan.h"
@@ -91,6 +92,7 @@ class Checker {
   std::unique_ptr<Definitions> definitions_;    ///< since the first look-up
   std::optional<Conversation> conversation_;
   std::unique_ptr<Registration> announcement_;
+  std::optional<desktop::WakeUps> wakeUps_;
   bool textsBeganWithUs_ = false;
   std::optional<Ticker> ticker_;
   std::array<std::uint8_t, 8> lastExtent_{};  ///< cursor and length of the text published last

@@ -38,6 +38,7 @@ std::int32_t DesktopInputMethodPort::asker() const {
 
 bool DesktopInputMethodPort::find() {
   remote_.reset();
+  registry_.refresh();  // whoever has just announced himself types at once
   const std::int32_t pid = asker();
   if (pid == 0) return false;
   name_ = inputMethodPortName(desktop::serialNumberOf(pid));

@@ -21,8 +21,7 @@ std::string inputMethodPortName(const ProcessSerialNumber& serialNumber);
 class DesktopInputMethodPort final : public InputMethodPort {
  public:
   /// `textSegment`: the id of that record's segment.
-  DesktopInputMethodPort(const desktop::ProcessRegistry& registry, MessagePorts& ports,
-                         int textSegment)
+  DesktopInputMethodPort(desktop::ProcessRegistry& registry, MessagePorts& ports, int textSegment)
       : registry_(registry), ports_(ports), textSegment_(textSegment) {}
 
   [[nodiscard]] std::int32_t asker() const override;
@@ -32,7 +31,7 @@ class DesktopInputMethodPort final : public InputMethodPort {
   [[nodiscard]] const std::string& name() const override { return name_; }
 
  private:
-  const desktop::ProcessRegistry& registry_;
+  desktop::ProcessRegistry& registry_;
   MessagePorts& ports_;
   int textSegment_;
   std::string name_;

@@ -18,7 +18,7 @@ bool putRuntimeFile(const std::filesystem::path& file, const std::optional<std::
 void removeRuntimeFile(const std::filesystem::path& file) { ::unlink(file.c_str()); }
 
 std::optional<std::string> readRuntimeFile(const std::filesystem::path& file, std::size_t limit) {
-  const auto bytes = desktop::readPlainFile(file, limit, desktop::Links::Refuse);
+  const auto bytes = desktop::readPlainFile(file, limit, desktop::Whose::Own);
   if (!bytes) return std::nullopt;
   return std::string(bytes->begin(), bytes->end());
 }

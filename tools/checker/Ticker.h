@@ -1,5 +1,6 @@
 #pragma once
-// Calls at intervals that may be shorter than the run loop's own timers can be.
+// Calls at intervals that may be shorter than the run loop's own timers can be. Those take over
+// where the interval is long: they wake an idle process once each time, a descriptor twice.
 
 #include <chrono>
 #include <functional>
@@ -22,10 +23,13 @@ class Ticker {
 
  private:
   void expired();
+  void arm(Microseconds interval);
 
+  desktop::RunLoop& loop_;
   desktop::Descriptor timer_;
   std::function<void()> tick_;
   std::unique_ptr<Registration> watch_;
+  std::unique_ptr<Registration> slow_;
   Microseconds interval_{0};
 };
 
