@@ -48,6 +48,7 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addStatusCommand(app, run);
   quorvane::addStopCommand(app, run);
   quorvane::addInstallOption(app, run);
+  quorvane::addManualCommand(app, run);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
