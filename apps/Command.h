@@ -25,6 +25,8 @@ void addCorrectionsCommand(CLI::App& app, Run& run);
 void addCompanionCommand(CLI::App& app, Run& run);
 void addStatusCommand(CLI::App& app, Run& run);
 void addStopCommand(CLI::App& app, Run& run);
+void addSetupCommand(CLI::App& app, Run& run);
+void addDoctorCommand(CLI::App& app, Run& run);
 void addInstallOption(CLI::App& app, Run& run);
 /// `app` is the program, with all its commands once it is run.
 void addManualCommand(CLI::App& app, Run& run);

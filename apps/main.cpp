@@ -47,6 +47,8 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addCompanionCommand(app, run);
   quorvane::addStatusCommand(app, run);
   quorvane::addStopCommand(app, run);
+  quorvane::addSetupCommand(app, run);
+  //quorvane::addDoctorCommand(app, run);
   quorvane::addInstallOption(app, run);
   quorvane::addManualCommand(app, run);
   try {
