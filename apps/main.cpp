@@ -48,7 +48,7 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addStatusCommand(app, run);
   quorvane::addStopCommand(app, run);
   quorvane::addSetupCommand(app, run);
-  //quorvane::addDoctorCommand(app, run);
+  quorvane::addDoctorCommand(app, run);
   quorvane::addInstallOption(app, run);
   quorvane::addManualCommand(app, run);
   try {

@@ -66,7 +66,7 @@ std::vector<InputSource> inputSources(const std::filesystem::path& components) {
   return {{"IBus's engines", "org.freedesktop.ibus.general", "preload-engines", "'quorvane'",
            quoted(plainEngineOf(components, layout))},
           {"GNOME's input sources", "org.gnome.desktop.input-sources", "sources",
-           "('ibus', 'quorvane')", "('xkb', " + quoted(gnomeName(layout)) + ")"}};
+           "('ibus', 'quorvane')", "('xkb', " + quoted(gnomeName(layout)) + ")", true}};
 }
 
 void addInputSource(const InputSource& source, Record& record, Report& report) {

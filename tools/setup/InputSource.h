@@ -14,6 +14,7 @@ struct InputSource {
   std::string ours;   ///< as SettingsList tells entries
   std::string plain;  ///< goes before ours into an empty list, so that one can type without us;
                       ///< may be empty
+  bool isGnome = false;
 };
 
 /// The lists of IBus and of GNOME. `components` is IBus's folder, where the names of its plain
