@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "apps/WithoutHome.h"
 #include "hosts/desktop/DesktopConfiguration.h"
 
 namespace quorvane {
@@ -13,8 +14,8 @@ setup::Surroundings usersSurroundings() {
 }
 
 bool tell(const setup::Report& report) {
-  for (const std::string& line : report.changes) std::cout << line << '\n';
-  for (const std::string& line : report.problems) std::cerr << "quorvane: " << line << '\n';
+  for (const std::string& line : report.changes) std::cout << withoutHome(line) << '\n';
+  for (const std::string& line : report.problems) std::cerr << "quorvane: " << withoutHome(line) << '\n';
   return report.problems.empty();
 }
 

@@ -1,27 +1,16 @@
 // `quorvane doctor`
 
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <iostream>
 #include <memory>
 
 #include "apps/Command.h"
+#include "apps/WithoutHome.h"
 #include "apps/doctor/Gather.h"
-#include "hosts/desktop/DesktopConfiguration.h"
 #include "tools/doctor/Checks.h"
 
 namespace quorvane {
 namespace {
-
-/// The user's name isn't everybody's business.
-std::string withoutHome(std::string text) {
-  const std::string home = desktop::DesktopConfiguration::fromEnvironment().homeDirectory;
-  if (home.size() < 2) return text;
-  for (std::size_t at = text.find(home); at != std::string::npos; at = text.find(home, at + 1)) {
-    text.replace(at, home.size(), "~");
-  }
-  return text;
-}
 
 int diagnose(bool json) {
   const auto findings = doctor::examine(gatherFacts());

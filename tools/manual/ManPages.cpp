@@ -42,7 +42,7 @@ std::string usageOf(const CLI::App& command) {
 
 /// What its value may be; of a positional one only where that is a choice.
 std::string valueOf(const CLI::Option& option) {
-  const std::string kind = CLI::Formatter().make_option_opts(&option);
+  std::string kind = CLI::Formatter().make_option_opts(&option);
   if (!option.get_positional()) return kind;
   const std::size_t choice = kind.find('{');
   return choice == std::string::npos ? "" : " " + kind.substr(choice, kind.find('}') + 1 - choice);

@@ -1,7 +1,6 @@
 #include "tools/setup/Setup.h"
 
 #include <array>
-#include <ranges>
 
 #include "tools/setup/InputSource.h"
 #include "tools/setup/Link.h"
@@ -42,7 +41,9 @@ Report setUp(const Surroundings& surroundings, const Installation& installation)
 Report takeBack(const Surroundings& surroundings) {
   Report report;
   Record record(surroundings.record, report);
-  for (const char* const name : kLinks | std::views::reverse) removeLink(name, record, report);
+  for (auto name = kLinks.rbegin(); name != kLinks.rend(); ++name) {
+    removeLink(*name, record, report);
+  }
   for (const InputSource& each : inputSources(surroundings.components)) {
     removeInputSource(each, record, report);
   }
