@@ -15,7 +15,8 @@ setup::Surroundings usersSurroundings() {
 
 bool tell(const setup::Report& report) {
   for (const std::string& line : report.changes) std::cout << withoutHome(line) << '\n';
-  for (const std::string& line : report.problems) std::cerr << "quorvane: " << withoutHome(line) << '\n';
+  for (const std::string& line : report.problems)
+    std::cerr << "quorvane: " << withoutHome(line) << '\n';
   return report.problems.empty();
 }
 
