@@ -21,9 +21,10 @@ std::string process(std::int32_t pid) { return "process " + std::to_string(pid);
 Finding component(const Facts& facts) {
   const Component& component = facts.component;
   if (component.file.empty()) {
-    return bad("IBus finds no quorvane.xml",
-               "install the package; from another prefix than /usr also log out and in behind "
-               "quorvane setup");
+    return bad(
+        "IBus finds no quorvane.xml",
+        "install the package; with another prefix than /usr IBUS_COMPONENT_PATH must lead to "
+        "it: run quorvane setup, then log out and in");
   }
   if (!component.programRuns) {
     return bad(component.file + " names " + component.program + ", which can't be run",

@@ -89,7 +89,7 @@ std::string zshCompletion(const CLI::App& program) {
   out << "#compdef " << program.get_name() << "\nlocal word place=''\nlocal -a choices\n";
   writePlaceSearch(out, places, "${words[2,CURRENT-1]}");
   writePlaces(out, places, "choices", zshText);
-  out << "_describe -o " << program.get_name() << " choices || _files\n";
+  out << "_describe " << program.get_name() << " choices || _files\n";
   return out.str();
 }
 
