@@ -25,8 +25,12 @@ void addCorrectionsCommand(CLI::App& app, Run& run);
 void addCompanionCommand(CLI::App& app, Run& run);
 void addStatusCommand(CLI::App& app, Run& run);
 void addStopCommand(CLI::App& app, Run& run);
+void addSetupCommand(CLI::App& app, Run& run);
+void addDoctorCommand(CLI::App& app, Run& run);
 void addInstallOption(CLI::App& app, Run& run);
 void addServerCommand(CLI::App& app, Run& run);
+/// `app` is the program, with all its commands once it is run.
+void addManualCommand(CLI::App& app, Run& run);
 void addReplayCommand(CLI::App& app, Run& run);
 void addSettingsCommand(CLI::App& app, Run& run);
 

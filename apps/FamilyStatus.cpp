@@ -1,11 +1,11 @@
 #include "apps/FamilyStatus.h"
 
-#include <sys/ipc.h>
-#include <sys/shm.h>
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <fstream>
 #include <set>
+#include <sstream>
 
 #include "apps/FamilyFolders.h"
 #include "hosts/desktop/ProcessLiveness.h"
@@ -27,14 +27,20 @@ bool isSocket(const path& entry) {
   return ::lstat(entry.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
 }
 
-void addSegments(std::uint32_t keyOffset, std::vector<SegmentFacts>& segments) {
-  for (const checker::SegmentRow& segment : checker::kSegments) {
-    const int id = ::shmget(static_cast<key_t>(segment.key + keyOffset), 0, 0);
-    shmid_ds info{};
-    if (id < 0 || ::shmctl(id, IPC_STAT, &info) != 0) continue;
-    segments.push_back({segment.key, keyOffset, info.shm_segsz, info.shm_perm.uid, info.shm_cpid,
-                        info.shm_nattch});
-  }
+/// A line of the system's own table, which also tells of segments that are closed to us.
+std::optional<SegmentFacts> segmentIn(const std::string& line, std::uint32_t keyOffset) {
+  std::istringstream words(line);
+  std::int64_t key = 0;
+  std::string id;
+  std::string mode;
+  std::int32_t lastUser = 0;
+  SegmentFacts facts;
+  words >> key >> id >> mode >> facts.size >> facts.maker >> lastUser >> facts.attached >>
+      facts.owner;
+  facts.key = static_cast<std::uint32_t>(key) - keyOffset;
+  facts.keyOffset = keyOffset;
+  const bool isOurs = std::ranges::count(checker::kSegments, facts.key, &checker::SegmentRow::key);
+  return words && isOurs ? std::optional(facts) : std::nullopt;
 }
 
 void addEntry(const path& entry, FamilyStatus& family) {
@@ -63,11 +69,24 @@ FamilyStatus familyIn(const path& folder, std::uint32_t keyOffset) {
     offsets.insert(static_cast<std::uint32_t>(status.keyOffset));
   }
   if (offsets.empty()) offsets.insert(keyOffset);
-  for (const std::uint32_t offset : offsets) addSegments(offset, family.segments);
+  for (const std::uint32_t offset : offsets) {
+    for (const SegmentFacts& each : segmentsAt(offset)) family.segments.push_back(each);
+  }
   return family;
 }
 
 }  // namespace
+
+std::vector<SegmentFacts> segmentsAt(std::uint32_t keyOffset) {
+  std::ifstream table("/proc/sysvipc/shm");
+  std::vector<SegmentFacts> segments;
+  for (std::string line; std::getline(table, line);) {
+    const auto segment = segmentIn(line, keyOffset);
+    if (segment) segments.push_back(*segment);
+  }
+  std::ranges::sort(segments, {}, &SegmentFacts::key);
+  return segments;
+}
 
 std::vector<FamilyStatus> familiesIn(const path& runtimeFolder, std::uint32_t keyOffset) {
   std::vector<FamilyStatus> families;

@@ -41,6 +41,9 @@ struct FamilyStatus {
 std::vector<FamilyStatus> familiesIn(const std::filesystem::path& runtimeFolder,
                                      std::uint32_t keyOffset);
 
+/// Those that there are of the family's segments.
+std::vector<SegmentFacts> segmentsAt(std::uint32_t keyOffset);
+
 std::string asText(const std::vector<FamilyStatus>& families);
 std::string asJSON(const std::vector<FamilyStatus>& families);
 

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/Command.h"
+#include "apps/UserSetup.h"
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/FieldParts.h"
 #include "src/shell/main.h"
@@ -17,7 +18,11 @@ int install() {
   desktop::DesktopHost host(desktop::DesktopConfiguration::fromEnvironment(),
                             nowhere.forPlatform());
   Instance instance(host.platform());
-  return InputMethodMain(instance, {kInstall});
+  const int code = InputMethodMain(instance, {kInstall});
+  if (const auto installation = setup::ownInstallation()) {
+    tell(setup::setUp(usersSurroundings(), *installation));
+  }
+  return code;
 }
 
 }  // namespace

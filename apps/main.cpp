@@ -48,7 +48,10 @@ int parseAndRun(int argc, char** argv) {
   quorvane::addServerCommand(app, run);
   quorvane::addStatusCommand(app, run);
   quorvane::addStopCommand(app, run);
+  quorvane::addSetupCommand(app, run);
+  quorvane::addDoctorCommand(app, run);
   quorvane::addInstallOption(app, run);
+  quorvane::addManualCommand(app, run);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

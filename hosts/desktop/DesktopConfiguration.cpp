@@ -88,8 +88,8 @@ std::filesystem::path bundleDirectory(const Environment& environment) {
   std::error_code error;
   const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
   const auto above = program.parent_path().parent_path();
-  const auto built = above / "data";
-  return std::filesystem::is_directory(built, error) ? built : above / "share" / "quorvane";
+  const auto installed = above / "share" / "quorvane";
+  return std::filesystem::is_directory(installed, error) ? installed : above / "data";
 }
 
 std::filesystem::path usersApplicationsDirectory(const Environment& environment) {

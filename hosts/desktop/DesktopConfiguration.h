@@ -39,8 +39,8 @@ struct DesktopConfiguration {
 
   /// $QUORVANE_KEY_OFFSET; $QUORVANE_RUNTIME_DIR, else $XDG_RUNTIME_DIR/quorvane, else
   /// quorvane-<uid> in the temporary folder; $XDG_CONFIG_HOME/quorvane, else
-  /// $HOME/.config/quorvane; $QUORVANE_BUNDLE_DIR, else ../data beside the program's folder where
-  /// that exists, else ../share/quorvane; $HOME, else the user's folder as the system has it;
+  /// $HOME/.config/quorvane; $QUORVANE_BUNDLE_DIR, else ../share/quorvane from the program's
+  /// folder where that exists, else ../data; $HOME, else the user's folder as the system has it;
   /// $XDG_CACHE_HOME/quorvane, else .cache/quorvane at home; $QUORVANE_DATA_DIR, else
   /// $XDG_DATA_HOME, else .local/share at home; $XDG_CONFIG_HOME, else .config at home;
   /// $QUORVANE_APPLICATIONS_DIR, else quorvane/Applications in $XDG_DATA_HOME or .local/share at

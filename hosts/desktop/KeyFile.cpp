@@ -78,6 +78,10 @@ void KeyFile::remove(const std::string& group, const std::string& key) {
   g_key_file_remove_key(file_.get(), group.c_str(), key.c_str(), nullptr);
 }
 
+void KeyFile::removeGroup(const std::string& group) {
+  g_key_file_remove_group(file_.get(), group.c_str(), nullptr);
+}
+
 bool KeyFile::save() {
   if (damaged_ && std::rename(path_.c_str(), (path_.string() + ".damaged").c_str()) != 0 &&
       errno != ENOENT) {

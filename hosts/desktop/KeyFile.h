@@ -25,6 +25,7 @@ class KeyFile {
   void setBoolean(const std::string& group, const std::string& key, bool value);
   void setText(const std::string& group, const std::string& key, const std::string& value);
   void remove(const std::string& group, const std::string& key);
+  void removeGroup(const std::string& group);
   /// False, logged, where it can't be written; the values stay in memory.
   bool save();
 

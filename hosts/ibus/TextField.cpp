@@ -87,9 +87,11 @@ Meeting TextField::meet() {
   edited_ = false;
   lags_ = meeting == Meeting::Lags || doubt_ > 0;
   if (meeting == Meeting::Lags) {
-    if (isPending() && ++held_ > kMostHeld) drop(EditFault::Lagging);
+    waits_ = isPending();
+    if (waits_ && ++held_ > kMostHeld) drop(EditFault::Lagging);
     return meeting;
   }
+  waits_ = false;
   held_ = 0;
   const std::u16string session = session_();
   agreement_ = agreementOf(believed_.before(), session);
@@ -185,6 +187,7 @@ bool TextField::settleNow(const NSEvent& key, bool passes) {
 bool TextField::hold(const NSEvent& key, bool passes) {
   if (!passes && !isPending()) return true;
   const bool predictable = isPredictable(key);
+  if (waits_ && !isPrintable(key)) drop(EditFault::Lagging);  // it would erase what isn't there yet
   const std::uint64_t before = believed_.before().size();
   if (predictable) believe(afterKey(believed_, key), predicted_);
   if (!predictable) {

@@ -103,6 +103,7 @@ class TextField final : public field::Document {
   bool predicted_ = false;  ///< `believed_` is right unless somebody else has done something
   std::size_t doubt_ = 0;   ///< keys of unknown effect that may still be on their way
   bool lags_ = false;       ///< at the last key
+  bool waits_ = false;      ///< an edit does, since before the key under way
   unsigned held_ = 0;       ///< keys since an edit began to wait for that
   bool edited_ = false;     ///< by us, at the last key
   unsigned misfits_ = 0;    ///< edits that it made something else of
