@@ -25,6 +25,11 @@ ibus::Attendants IBusServer::attendants() {
             applications_.toFront(client);
             if (system_.front().update()) system_.settle();
           },
+      .completes =
+          [this] {
+            const auto& flags = system_.instance().state<CurrentAppFlags>();
+            return (flags.CURRENTAPPFLAGSTATUS & kCompletionFlag) != 0;
+          },
       .leftOut =
           [this](ibus::EditFault why) { Log(system_.instance(), "edit left out: ", nameOf(why)); }};
 }
