@@ -6,6 +6,7 @@
 #include "apps/FamilyStatus.h"
 #include "apps/JSONText.h"
 #include "apps/SettingsList.h"
+#include "hosts/ibus/TextField.h"
 #include "src/bridge/QBIMLaunchServer.h"
 #include "src/session/FixGuard.h"
 
@@ -48,6 +49,10 @@ std::string timesText(const InputMethodStatus& status) {
   return text.empty() ? "none" : text;
 }
 
+constexpr std::array<std::string_view, 5> kFieldKinds{
+    "of this process", "none", "of another process, tells its text",
+    "of another process, doesn't tell its text", "passed by for its secrets"};
+
 std::string fixesText(const InputMethodStatus& status) {
   std::string text = std::to_string(status.fixes) + " applied";
   if (status.fixes != 0) {
@@ -58,6 +63,16 @@ std::string fixesText(const InputMethodStatus& status) {
     if (status.dropped[fault] == 0) continue;
     text += "; " + std::to_string(status.dropped[fault]) + " dropped: ";
     text += nameOf(static_cast<FixFault>(fault));
+  }
+  return text;
+}
+
+std::string fieldText(const InputMethodStatus& status) {
+  std::string text(kFieldKinds[static_cast<std::size_t>(status.field) % kFieldKinds.size()]);
+  for (std::size_t fault = 0; fault < ibus::kEditFaults; ++fault) {
+    if (status.editsLeftOut[fault] == 0) continue;
+    text += "; " + std::to_string(status.editsLeftOut[fault]) + " edits left out: ";
+    text += ibus::nameOf(static_cast<ibus::EditFault>(fault));
   }
   return text;
 }
@@ -74,7 +89,8 @@ void writeInputMethod(std::ostream& out, std::int32_t pid, const InputMethodStat
       << "    keys             " << status.keys << ": " << status.passed << " passed on, "
       << status.consumed << " consumed\n"
       << "    handled          " << timesText(status) << '\n'
-      << "    fixes            " << fixesText(status) << '\n';
+      << "    fixes            " << fixesText(status) << '\n'
+      << "    field            " << fieldText(status) << '\n';
 }
 
 void writeSiblings(std::ostream& out, const FamilyStatus& family) {
@@ -137,7 +153,9 @@ std::string inputMethodJSON(const std::pair<std::int32_t, InputMethodStatus>& ea
          member("handled", arrayOf(status.times, number)) + ", " + member("fixes", status.fixes) +
          ", " + member("dropped", arrayOf(status.dropped, number)) + ", " +
          member("lastFixLength", status.lastFixLength) + ", " +
-         member("lastFixMicroseconds", status.lastFixMicroseconds) + "}";
+         member("lastFixMicroseconds", status.lastFixMicroseconds) + ", " +
+         member("field", static_cast<std::uint64_t>(status.field)) + ", " +
+         member("editsLeftOut", arrayOf(status.editsLeftOut, number)) + "}";
 }
 
 std::string segmentJSON(const SegmentFacts& each) {

@@ -13,6 +13,10 @@ IBusServer::IBusServer(RunningSystem& system)
       contexts_(system.textApplication(), engine_, attendants()),
       panel_(system.field(), engine_) {
   engine_.disconnected = [this] { over_ = true; };
+  system.tellOfFields = [this](desktop::InputMethodStatus& status) {
+    status.field = contexts_.kind();
+    status.editsLeftOut = contexts_.leftOut();
+  };
 }
 
 ibus::Attendants IBusServer::attendants() {

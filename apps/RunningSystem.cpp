@@ -198,6 +198,7 @@ void RunningSystem::begin() {
   if (signal_ != 0) return;
   if (hasMainApplication_) requireMainApplication();
   status_.emplace(instance_, configuration_.runtimeDirectory, configuration_.keyOffset);
+  status_->tellOfFields = tellOfFields;
   textApplication_.watch = &*status_;
   announcement_ = host_.processRegistry().announce(configuration_.ownProcess);
   textApplication_.focus(document_);

@@ -72,6 +72,8 @@ class RunningSystem {
 
   /// Comes before the end by `exit`, which no destructor sees.
   std::function<void()> beforeExit;
+  /// See StatusKeeper; to be set before `run`.
+  std::function<void(desktop::InputMethodStatus&)> tellOfFields;
 
  private:
   [[nodiscard]] ClientParts clientParts(const SystemOptions& options);

@@ -39,6 +39,7 @@ void StatusKeeper::ends(const NSEvent& event, field::Outcome outcome) {
 void StatusKeeper::update() {
   takeFixes();
   takeFront();
+  if (tellOfFields) tellOfFields(status_);
   file_.write(status_);
 }
 

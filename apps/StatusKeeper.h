@@ -2,6 +2,7 @@
 // Keeps the file up to date by which `quorvane status` looks into this process.
 
 #include <chrono>
+#include <functional>
 
 #include "hosts/desktop/StatusFile.h"
 #include "hosts/field/TextApplication.h"
@@ -19,6 +20,9 @@ class StatusKeeper final : public field::EventWatch {
   void ends(const NSEvent& event, field::Outcome outcome) override;
   /// Takes in what has come about between events. Costs no system call.
   void update();
+
+  /// Says what the text fields are; unset: they are of this process.
+  std::function<void(desktop::InputMethodStatus&)> tellOfFields;
 
  private:
   using SteadyClock = std::chrono::steady_clock;

@@ -2,7 +2,6 @@
 // Everything that the logic asks for, gathered by `main` or by a test. All references outlive the
 // Instance that is made with them.
 
-#include <chrono>
 #include <functional>
 
 #include "platform/Alerts.h"
@@ -76,7 +75,7 @@ struct ClientParts {
   InputMethodKit& inputMethodKit;
   NibOutlets annotationWindow;
   std::function<bool()> isWithinKey;                 ///< a key waits for its end meanwhile
-  std::chrono::milliseconds longestWithinKey{2000};  ///< that it may wait for somebody else
+  Seconds longestWithinKey{2};  ///< that it may wait for somebody else
 };
 
 }  // namespace quorvane

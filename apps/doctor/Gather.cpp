@@ -106,7 +106,11 @@ std::uint64_t sizeOf(std::uint32_t key) {
 }
 
 void addFamily(const FamilyStatus& family, Facts& facts) {
-  for (const auto& [pid, status] : family.inputMethods) facts.servers.push_back(pid);
+  for (const auto& [pid, status] : family.inputMethods) {
+    facts.servers.push_back(pid);
+    facts.field = status.field;
+    facts.client = status.frontName();
+  }
   for (const RunningMember& member : family.members) {
     if (member.process.announcement.signature == "QVPX"_4cc) {
       facts.mainApplication = member.process.pid;

@@ -19,7 +19,7 @@ namespace {
 
 using Head = std::array<char, 16>;
 constexpr Head kHead{'q', 'u', 'o', 'r', 'v', 'a', 'n', 'e',
-                     ' ', 's', 't', 'a', 't', 'u', 's', '1'};
+                     ' ', 's', 't', 'a', 't', 'u', 's', '2'};
 constexpr std::string_view kSuffix = ".status";
 
 /// What those leave who are killed.

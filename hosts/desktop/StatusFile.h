@@ -12,6 +12,15 @@
 
 namespace quorvane::desktop {
 
+/// What the text field that has the focus is to the input method.
+enum class FieldKind : std::uint64_t {
+  Own,     ///< of this process
+  None,    ///< no client has the focus
+  Told,    ///< a client's, which tells its text
+  Untold,  ///< a client's, which doesn't
+  Secret   ///< a client's, which is passed by
+};
+
 struct InputMethodStatus {
   /// Upper bounds of all groups of times but the last, in microseconds.
   static constexpr std::array<std::uint64_t, 7> kTimeBounds{50,     200,    1'000,  5'000,
@@ -29,6 +38,8 @@ struct InputMethodStatus {
   std::uint64_t frontProcess = 0;                             ///< 0: none
   std::uint64_t switches = 0;                                 ///< of the application in front
   std::array<char, 64> frontApplication{};                    ///< its bundle identifier, ended by 0
+  FieldKind field = FieldKind::Own;                           ///< that has the focus
+  std::array<std::uint64_t, 6> editsLeftOut{};                ///< of clients' texts, by the reason
 
   [[nodiscard]] std::string_view frontName() const;
 };

@@ -9,12 +9,14 @@ namespace quorvane::desktop {
 
 struct WithinKey {
   std::function<bool()> isWithin;  ///< a key stands still until the call returns; unset: none does
-  std::chrono::milliseconds longest{2000};
+  Seconds longest{2};
 
   /// When a wait that begins now must be over for the key's sake.
   [[nodiscard]] RunLoop::Deadline deadline() const {
     const bool stands = isWithin && isWithin();
-    return stands ? std::chrono::steady_clock::now() + longest : RunLoop::Deadline::max();
+    const auto end =
+        std::chrono::steady_clock::now() + std::chrono::ceil<RunLoop::Milliseconds>(longest);
+    return stands ? RunLoop::Deadline(end) : RunLoop::Deadline::max();
   }
 };
 

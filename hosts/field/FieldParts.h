@@ -16,7 +16,7 @@ struct FieldParts {
   InputMethodKit inputMethodKit;
   AnnotationWindow annotationWindow;
   const TextApplication* application = nullptr;
-  std::chrono::milliseconds longestWithinKey{2000};  ///< see ClientParts
+  Seconds longestWithinKey{2};  ///< see ClientParts
 
   [[nodiscard]] ClientParts forPlatform() {
     return {.carbonEvents = carbonEvents,

@@ -130,8 +130,10 @@ bool InputContexts::press(const NSEvent& event, bool repeats) {
 
 bool InputContexts::noteDropped() {
   const auto fault = focused_->field.takeDropped();
-  if (fault) attendants_.leftOut(*fault);
-  return fault.has_value();
+  if (!fault) return false;
+  ++leftOut_[static_cast<std::size_t>(*fault)];
+  attendants_.leftOut(*fault);
+  return true;
 }
 
 /// As a click elsewhere would have it.
@@ -140,6 +142,12 @@ void InputContexts::startAfresh() {
   application_.deliver(event);
   event.type = NSEventType::LeftMouseUp;
   application_.deliver(event);
+}
+
+desktop::FieldKind InputContexts::kind() const {
+  if (focused_ == nullptr) return desktop::FieldKind::None;
+  if (secret_) return desktop::FieldKind::Secret;
+  return focused_->field.tells() ? desktop::FieldKind::Told : desktop::FieldKind::Untold;
 }
 
 void InputContexts::settle() {

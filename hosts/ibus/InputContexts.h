@@ -3,12 +3,14 @@
 // way of a key through the one that has the focus. Fields with secrets are passed by: nobody here
 // keeps anything of them, whatever the order in which focus and kind of a field come.
 
+#include <array>
 #include <functional>
 #include <list>
 #include <set>
 #include <string>
 #include <string_view>
 
+#include "hosts/desktop/StatusFile.h"
 #include "hosts/field/TextApplication.h"
 #include "hosts/ibus/Composer.h"
 #include "hosts/ibus/TextField.h"
@@ -51,8 +53,9 @@ class InputContexts {
 
   /// What came about between keys goes to the client.
   void settle();
-  /// The one that has the focus and may be told of keys; null: none.
-  [[nodiscard]] TextField* current() { return isOpen() ? &focused_->field : nullptr; }
+  [[nodiscard]] desktop::FieldKind kind() const;
+  /// Edits that weren't made, by their faults.
+  [[nodiscard]] const std::array<std::uint64_t, kEditFaults>& leftOut() const { return leftOut_; }
 
  private:
   struct Context {
@@ -77,6 +80,7 @@ class InputContexts {
   Context* focused_ = nullptr;
   bool secret_ = false;
   bool behind_ = false;  ///< the session hasn't seen all keys
+  std::array<std::uint64_t, kEditFaults> leftOut_{};
   std::set<std::uint32_t> pressed_;
   std::set<std::uint32_t> consumed_;  ///< of those that are pressed
 };

@@ -51,6 +51,7 @@ class TextField final : public field::Document {
   void tell(CaretText text);
   /// It tells no more.
   void tellNothing();
+  [[nodiscard]] bool tells() const { return tells_; }
   /// It has handled each key before it sends the next one.
   void setSynchronous(bool synchronous) { synchronous_ = synchronous; }
   /// Nothing of its text is kept.

@@ -159,7 +159,7 @@ TEST_F(Launch, NothingHoldsItUpForLong) {
   const itimerval often{{0, 5'000}, {0, 5'000}};
   setitimer(ITIMER_REAL, &often, nullptr);
   put("exec sleep 60");
-  stage_.host().launchServices().isWithinKey = [] { return true; };
+  stage_.host().launchServices().withinKey.isWithin = [] { return true; };
   const auto begins = std::chrono::steady_clock::now();
   EXPECT_EQ(launch(stage_), noErr);
   EXPECT_EQ(wait(), eventLoopTimedOutErr);

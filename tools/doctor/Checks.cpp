@@ -122,6 +122,22 @@ Finding mainApplication(const Facts& facts) {
   return bad("doesn't run", "run quorvane stop, then choose Quorvane in the panel again");
 }
 
+/// That of whoever asks is a terminal's, mostly.
+Finding field(const Facts& facts) {
+  switch (facts.field) {
+    case desktop::FieldKind::Told:
+      return good("of " + facts.client + ", tells its text: it is corrected");
+    case desktop::FieldKind::Untold:
+      return good("of " + facts.client + ", doesn't tell its text: nothing is corrected there");
+    case desktop::FieldKind::Secret:
+      return good("is passed by, as passwords and terminals are");
+    case desktop::FieldKind::Own:
+    case desktop::FieldKind::None:
+      break;
+  }
+  return good("none; sleep 5; quorvane doctor leaves time to click into one");
+}
+
 Finding dictionary(const Facts& facts) {
   if (facts.hasDictionary) return good("knows English");
   return bad("there is no English dictionary", "install hunspell-en-us or aspell-en");
@@ -164,7 +180,7 @@ struct Check {
   const char* name;
   Finding (*examine)(const Facts& facts);
 };
-constexpr std::array<Check, 14> kChecks{{{"component", component},
+constexpr std::array<Check, 15> kChecks{{{"component", component},
                                          {"daemon", daemon},
                                          {"engine known", known},
                                          {"engine listed", listed},
@@ -175,6 +191,7 @@ constexpr std::array<Check, 14> kChecks{{{"component", component},
                                          {"server", server},
                                          {"segments", segments},
                                          {"main application", mainApplication},
+                                         {"field in use", field},
                                          {"dictionary", dictionary},
                                          {"word data", words},
                                          {"keyboard layout", layout}}};

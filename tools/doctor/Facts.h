@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "hosts/desktop/StatusFile.h"
+
 namespace quorvane::doctor {
 
 using Variables = std::map<std::string, std::string>;
@@ -48,6 +50,8 @@ struct Facts {
   Variables shell;
   std::optional<Variables> session;  ///< none: there is no daemon to ask
   std::vector<std::int32_t> servers;
+  desktop::FieldKind field = desktop::FieldKind::None;  ///< that has the focus
+  std::string client;                                   ///< the program whose field it is
   std::int32_t mainApplication = 0;
   std::string launchFault;  ///< why the main application can't be started; empty: it can
   std::vector<Segment> segments;
