@@ -2,11 +2,13 @@
 // The application object, its nibs and its process.
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "platform/AppKitWindows.h"
 #include "platform/NSMenu.h"
+#include "platform/Registration.h"
 
 namespace quorvane {
 
@@ -23,6 +25,8 @@ struct NibOutlets {
   NSMenu* menu = nullptr;
 };
 
+enum class NSApplicationNotification { DidBecomeActive, DidHide };
+
 class Application {
  public:
   virtual ~Application() = default;
@@ -37,6 +41,9 @@ class Application {
   /// it once they exist. False where there is no such nib.
   virtual bool loadNibNamed(std::string_view name,
                             std::function<void(const NibOutlets&)> awakeFromNib) = 0;
+  /// Of this application alone (object NSApp); the observer is called on the run loop.
+  [[nodiscard]] virtual std::unique_ptr<Registration> addObserver(
+      NSApplicationNotification name, std::function<void()> observer) = 0;
   /// -[NSApplication run]: returns when the application stops.
   virtual void run() = 0;
   /// Ends the process, leaving nothing behind. A host of tests returns from it.

@@ -48,6 +48,11 @@ NibOutlets Application::outletsOf(std::string_view nib) {
   return {.menu = menu_.get()};
 }
 
+std::unique_ptr<Registration> Application::addObserver(NSApplicationNotification /*name*/,
+                                                       std::function<void()> /*observer*/) {
+  return std::make_unique<Registration>();
+}
+
 void Application::run() { runLoop_.run(); }
 
 void Application::exit(int status) {

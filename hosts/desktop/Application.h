@@ -18,6 +18,9 @@ class Application final : public quorvane::Application {
   std::string bundleURL() override;
   bool loadNibNamed(std::string_view name,
                     std::function<void(const NibOutlets&)> awakeFromNib) override;
+  /// Never called: nothing activates or hides a process without windows.
+  [[nodiscard]] std::unique_ptr<Registration> addObserver(NSApplicationNotification name,
+                                                          std::function<void()> observer) override;
   void run() override;
   [[noreturn]] void exit(int status) override;
   double NSAppKitVersionNumber() override;

@@ -38,6 +38,13 @@ NibOutlets MemoryApplication::outletsOf(std::string_view nib) {
   return {.menu = menu.get()};
 }
 
+std::unique_ptr<Registration> MemoryApplication::addObserver(NSApplicationNotification name,
+                                                             std::function<void()> /*observer*/) {
+  const bool active = name == NSApplicationNotification::DidBecomeActive;
+  journal_.call("addObserver ", active ? "didBecomeActive" : "didHide", " NSApp");
+  return std::make_unique<Registration>();
+}
+
 void MemoryApplication::run() {
   journal_.call("run");
   if (whileRunning) whileRunning();

@@ -25,6 +25,9 @@ class MemoryApplication : public Application {
   std::string bundleURL() override;
   bool loadNibNamed(std::string_view name,
                     std::function<void(const NibOutlets&)> awakeFromNib) override;
+  /// Nothing here activates or hides the application.
+  [[nodiscard]] std::unique_ptr<Registration> addObserver(NSApplicationNotification name,
+                                                          std::function<void()> observer) override;
   void run() override;
   void exit(int status) override;
   double NSAppKitVersionNumber() override;

@@ -2,6 +2,7 @@
 // The session's side of the input method: one controller does all its work, whatever client an
 // event comes from. The framework's own object is InputController, which asks this one first.
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -101,8 +102,7 @@ class QuorvaneInputController : public IMKInputController {
   IMKTextInput* _currentClient = nullptr;
   std::unique_ptr<Registration> applicationTimer_;
   std::unique_ptr<Registration> mouseTimer_;
-  std::unique_ptr<Registration> launches_;
-  std::unique_ptr<Registration> terminations_;
+  std::array<std::unique_ptr<Registration>, 4> observers_;
 };
 
 QuorvaneInputController& Get_QuorvaneInputController(Instance& instance);

@@ -36,14 +36,18 @@ void sampleMouse(Instance& instance) {
 }  // namespace
 
 void QuorvaneInputController::awakeFromNib() {
-  launches_ = instance_.platform().workspace.addObserver(
-      WorkspaceNotification::DidLaunchApplication,
-      [this](const ApplicationNotification& /*notification*/) {
-        NSWorkspaceDidLaunchApplication();
-      });
-  terminations_ = instance_.platform().workspace.addObserver(
-      WorkspaceNotification::DidTerminateApplication,
-      [this](const ApplicationNotification& /*notification*/) { DidTerminateApplication(); });
+  Workspace& workspace = instance_.platform().workspace;
+  Application& application = instance_.platform().application;
+  observers_ = {
+      workspace.addObserver(WorkspaceNotification::DidLaunchApplication,
+                            [this](const auto& /*its*/) { NSWorkspaceDidLaunchApplication(); }),
+      workspace.addObserver(WorkspaceNotification::DidTerminateApplication,
+                            [this](const auto& /*its*/) { DidTerminateApplication(); }),
+      application.addObserver(NSApplicationNotification::DidBecomeActive,
+                              [this] { ApplicationDidBecomeActive(); }),
+      application.addObserver(NSApplicationNotification::DidHide,
+                              [this] { NSApplicationDidHide(); }),
+  };
   Install_Timer();
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <fstream>
 
@@ -23,26 +24,14 @@ class Bus {
         static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                           G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
         nullptr, nullptr, nullptr);
-    GDBusNodeInfo* const node = g_dbus_node_info_new_for_xml(
-        "<node><interface name='org.freedesktop.Notifications'><method name='Notify'>"
-        "<arg type='s' direction='in'/><arg type='u' direction='in'/><arg type='s' direction='in'/>"
-        "<arg type='s' direction='in'/><arg type='s' direction='in'/><arg type='as' "
-        "direction='in'/><arg type='a{sv}' direction='in'/><arg type='i' direction='in'/>"
-        "<arg type='u' direction='out'/></method><method name='CloseNotification'>"
-        "<arg type='u' direction='in'/></method></interface></node>",
-        nullptr);
-    static const GDBusInterfaceVTable table{onCall, nullptr, nullptr, {}};
-    object_ =
-        g_dbus_connection_register_object(connection_, "/org/freedesktop/Notifications",
-                                          node->interfaces[0], &table, this, nullptr, nullptr);
-    g_dbus_node_info_unref(node);
-    name_ = g_bus_own_name_on_connection(connection_, "org.freedesktop.Notifications",
-                                         G_BUS_NAME_OWNER_FLAGS_NONE, nullptr, nullptr, nullptr,
-                                         nullptr);
+    g_dbus_connection_add_filter(connection_, onMessage, this, nullptr);
+    g_variant_unref(g_dbus_connection_call_sync(
+        connection_, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "RequestName",
+        g_variant_new("(su)", "org.freedesktop.Notifications", 0U), nullptr, G_DBUS_CALL_FLAGS_NONE,
+        -1, nullptr, nullptr));
   }
   ~Bus() {
-    g_bus_unown_name(name_);
-    g_dbus_connection_unregister_object(connection_, object_);  // a call may wait for it
+    g_dbus_connection_close_sync(connection_, nullptr, nullptr);  // after it nobody calls
     g_object_unref(connection_);
     g_test_dbus_stop(bus_);
     g_object_unref(bus_);
@@ -50,62 +39,39 @@ class Bus {
   Bus(const Bus&) = delete;
   Bus& operator=(const Bus&) = delete;
 
-  bool closed = false;
+  std::atomic<bool> closed = false;
 
  private:
-  static void onCall(GDBusConnection* connection, const char* /*sender*/, const char* path,
-                     const char* interface, const char* method, GVariant* /*parameters*/,
-                     GDBusMethodInvocation* invocation, gpointer data) {
+  // On the connection's own thread.
+  static GDBusMessage* onMessage(GDBusConnection* connection, GDBusMessage* message,
+                                 gboolean incoming, gpointer data) {
+    const bool called = g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_METHOD_CALL;
+    if (incoming == FALSE || !called) return message;
     auto& bus = *static_cast<Bus*>(data);
-    const bool shows = std::string_view(method) == "Notify";
+    const bool shows = std::string_view(g_dbus_message_get_member(message)) == "Notify";
     bus.closed = !shows;
-    g_dbus_method_invocation_return_value(invocation, shows ? g_variant_new("(u)", 7U) : nullptr);
-    if (!shows || bus.key_.empty()) return;
+    GDBusMessage* const reply = g_dbus_message_new_method_reply(message);
+    if (shows) g_dbus_message_set_body(reply, g_variant_new("(u)", 7U));
+    g_dbus_connection_send_message(connection, reply, G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr,
+                                   nullptr);
+    g_object_unref(reply);
     for (const guint id : {6U, 7U}) {  // somebody else's comes first
-      const char* const key = id == 7 ? bus.key_.c_str() : "0";
-      g_dbus_connection_emit_signal(connection, nullptr, path, interface, "ActionInvoked",
-                                    g_variant_new("(us)", id, key), nullptr);
+      if (!shows || bus.key_.empty()) break;
+      g_dbus_connection_emit_signal(connection, nullptr, g_dbus_message_get_path(message),
+                                    g_dbus_message_get_interface(message), "ActionInvoked",
+                                    g_variant_new("(us)", id, id == 7 ? bus.key_.c_str() : "0"),
+                                    nullptr);
     }
+    g_object_unref(message);
+    return nullptr;
   }
 
   std::string key_;
   GTestDBus* bus_ = g_test_dbus_new(G_TEST_DBUS_NONE);
   GDBusConnection* connection_ = nullptr;
-  guint object_ = 0;
-  guint name_ = 0;
 };
 
-const NSAlert kAlert{.messageText = "Needs <access>",
-                     .informativeText = "a & b",
-                     .buttons = {"Change", "Later", "Cancel"}};
-
-TEST(DesktopAlerts, AreAnsweredByWhoeverShowsNotificationsOrNotAtAll) {
-  tests::DesktopStage stage;
-  Alerts& alerts = stage.host().alerts();
-  int turns = 0;
-  const auto keys = stage.host().runLoop().addTimer(std::chrono::milliseconds(5), [&turns] {
-    ++turns;
-    return true;
-  });
-  {
-    Bus bus("1");
-    EXPECT_EQ(alerts.runModal(kAlert), NSAlertFirstButtonReturn + 1);
-    EXPECT_TRUE(stage.eventually([&bus] { return bus.closed; }));
-  }
-  {
-    const Bus bus("");
-    alerts.patience = std::chrono::milliseconds(100);
-    turns = 0;
-    EXPECT_EQ(alerts.runModal(kAlert), NSAlertFirstButtonReturn + 2) << "nobody answers in time";
-    EXPECT_GT(turns, 5) << "the loop turned meanwhile";
-    EXPECT_TRUE(bus.closed) << "and it is off the screen";
-  }
-  ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such", 1);
-  EXPECT_EQ(alerts.runModal(kAlert), NSAlertFirstButtonReturn + 2);
-  ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
-}
-
-TEST(DesktopConsent, IsTheUsersFileWhichAnAnswerWrites) {
+TEST(DesktopConsent, IsTheUsersFileWhichTheAnswerToAnAlertWrites) {
   tests::DesktopStage stage;
   const Platform platform = stage.platform();
   const std::string identifier = "com.tallowmere.inputmethod.Quorvane";  // this process's
@@ -114,25 +80,40 @@ TEST(DesktopConsent, IsTheUsersFileWhichAnAnswerWrites) {
     return platform.appleEvents.AEDeterminePermissionToAutomateTarget(
         {typeApplicationBundleID, bytes}, typeWildCard, typeWildCard, ask);
   };
-  EXPECT_EQ(status(false), errAEEventWouldRequireUserConsent);
+  const std::filesystem::path file = stage.configuration().configDirectory / "consent";
+  const OSStatus unknown = errAEEventWouldRequireUserConsent;
+  EXPECT_EQ(status(false), unknown);
   {
     const Bus bus("2");
-    EXPECT_EQ(status(true), errAEEventWouldRequireUserConsent) << "cancelled";
+    EXPECT_EQ(status(true), unknown) << "cancelled";
   }
   for (const auto& [key, expected] : {std::pair{"1", errAEEventNotPermitted}, {"0", noErr}}) {
-    std::filesystem::remove(stage.configuration().configDirectory / "consent");
+    std::filesystem::remove(file);
     const Bus bus(key);
     EXPECT_EQ(status(true), expected);
     EXPECT_EQ(status(false), expected);
   }
-  std::ofstream(stage.configuration().configDirectory / "consent") << "[automation\nx";
-  EXPECT_EQ(status(false), errAEEventWouldRequireUserConsent) << "a broken file is no answer";
-  std::filesystem::remove(stage.configuration().configDirectory / "consent");
-  ASSERT_EQ(::mkfifo((stage.configuration().configDirectory / "consent").c_str(), 0600), 0);
-  EXPECT_EQ(status(false), errAEEventWouldRequireUserConsent) << "nor is one that never comes";
-  const std::vector<std::uint8_t> unknown{'x'};
+  std::ofstream(file) << "[automation\nx";
+  EXPECT_EQ(status(false), unknown) << "a broken file is no answer";
+  std::filesystem::remove(file);
+  ASSERT_EQ(::mkfifo(file.c_str(), 0600), 0);
+  EXPECT_EQ(status(false), unknown) << "nor is one that never comes";
+  {
+    const Bus bus("");
+    int turns = 0;
+    const auto keys = stage.host().runLoop().addTimer(std::chrono::milliseconds(5),
+                                                      [&turns] { return ++turns > 0; });
+    stage.host().alerts().patience = std::chrono::milliseconds(100);
+    EXPECT_EQ(status(true), unknown) << "nobody answers in time";
+    EXPECT_GT(turns, 5) << "the loop turned meanwhile";
+    EXPECT_TRUE(stage.eventually([&bus] { return bus.closed.load(); })) << "off the screen";
+  }
+  ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such", 1);
+  EXPECT_EQ(status(true), unknown);
+  ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
+  const std::vector<std::uint8_t> nobody{'x'};
   EXPECT_EQ(platform.appleEvents.AEDeterminePermissionToAutomateTarget(
-                {typeApplicationBundleID, unknown}, typeWildCard, typeWildCard, true),
+                {typeApplicationBundleID, nobody}, typeWildCard, typeWildCard, true),
             procNotFound);
 }
 

@@ -117,10 +117,11 @@ TEST_F(DesktopProcesses, StrangersAreRefusedAndToldOf) {
   EXPECT_EQ(ports.CFMessagePortCreateRemote("theirs"), nullptr);
   stage->turn();
   EXPECT_EQ(stage->host().processRegistry().processes().size(), 1U);
-  const StatusFile status(file(""), getpid());
-  ASSERT_TRUE(readStatusFile(statusFileOf(file(""), getpid())));
-  EXPECT_EQ(::chown(statusFileOf(file(""), getpid()).c_str(), kStranger, kStranger), 0);
-  EXPECT_FALSE(readStatusFile(statusFileOf(file(""), getpid())));
+  const StatusFile own(file(""), getpid());
+  const auto status = statusFileOf(file(""), getpid());
+  ASSERT_TRUE(readStatusFile(status));
+  EXPECT_EQ(::chown(status.c_str(), kStranger, kStranger), 0);
+  EXPECT_FALSE(readStatusFile(status));
   stage.reset();
   const std::string log = tests::contentOf(file("log"));
   for (const char* const told : {"theirs: another user", "own: turned away", ".process: belongs"}) {

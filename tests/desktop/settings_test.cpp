@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "tests/support/RunningProgram.h"
+#include "tools/applications/ApplicationFolder.h"
 
 namespace quorvane::tests {
 namespace {
@@ -89,6 +90,16 @@ TEST_F(Settings, ADamagedFileIsKeptAside) {
   std::filesystem::remove(kept / "._Quorvane Parameters");
   std::filesystem::create_directory(kept / "._Quorvane Parameters");
   EXPECT_EQ(run({"type"}, "teh ").said.substr(0, 4), "the ");
+}
+
+TEST_F(Settings, TheMainApplicationIsOneThatCanRunOrNone) {
+  const std::string chosen = applications::mainApplicationIn(folder.path() / "apps");
+  EXPECT_EQ(run({"settings", "main-application", chosen}).code, 2);
+  applications::putStandIn(folder.path() / "apps");
+  for (const std::string& word : {chosen, std::string("none")}) {
+    settings({"main-application", word});
+    EXPECT_EQ(settings({"main-application"}).find(chosen) == std::string::npos, word == "none");
+  }
 }
 
 TEST_F(Settings, AreInTheFileThatTheInputMethodFinds) {

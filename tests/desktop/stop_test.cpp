@@ -7,15 +7,14 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
-#include <cstdlib>
 #include <fstream>
 #include <random>
 #include <regex>
 #include <string_view>
 
+#include "hosts/desktop/Announcement.h"
 #include "hosts/desktop/StatusFile.h"
 #include "tests/support/DesktopStage.h"
-#include "tools/applications/ApplicationFolder.h"
 
 namespace quorvane::tests {
 namespace {
@@ -26,6 +25,8 @@ class Family : public testing::Test {
     return {folder_, {std::move(arguments), std::move(input), {key_}}};
   }
 
+  bool runs(std::string_view who) const { return announced(runtime_, who) != 0; }
+
   OwnFolder folder_;
   const std::uint32_t offset_ = ownKeyOffset();
   const std::string key_ = "QUORVANE_KEY_OFFSET=" + std::to_string(offset_);
@@ -33,14 +34,17 @@ class Family : public testing::Test {
 };
 
 TEST_F(Family, StopEndsThemAllAndLeavesNothing) {
+  RunningProgram asked = run({"companion", "pencil-menu"});
+  ASSERT_TRUE(eventually([this] { return runs("QVKS"); }));
+  for (const FourCharCode message : {"oMen"_4cc, "gMen"_4cc}) {
+    sendTo(runtime_ / "Q7T2M4K9W1.com.tallowmere.QorvMenuletPortServer", message);
+  }
+  EXPECT_EQ(asked.wait(), 0) << "the second ends it";
   RunningProgram checker = run({"checker"});
   RunningProgram server = run({"companion", "server"});
   RunningProgram pencil = run({"companion", "pencil-menu"});
   RunningProgram type(folder_, {{"type", "--delay", "60000"}, "ab", {}});
-  ASSERT_TRUE(eventually([this] {
-    return announcementsIn(runtime_) == 1 && announced(runtime_, "QVUI") != 0 &&
-           announced(runtime_, "QVKS") != 0;
-  }));
+  ASSERT_TRUE(eventually([&] { return runs("QVPX") && runs("QVUI") && runs("QVKS"); }));
   const auto own = runtime_ / ("type-" + std::to_string(type.pid()));
   ASSERT_TRUE(eventually([&] { return announcementsIn(own) >= 2; }));
   RunningProgram second = run({"companion", "server"});
@@ -48,9 +52,8 @@ TEST_F(Family, StopEndsThemAllAndLeavesNothing) {
   // A leftover whose process id somebody else has by now, and a process that won't end.
   const Child bystander([] {});
   const auto leftover = runtime_ / (std::to_string(bystander.pid()) + ".process");
-  std::ofstream(leftover) << "quorvane-process 1\npid=" << bystander.pid()
-                          << "\nserial=1:" << bystander.pid()
-                          << "\nname=x\nsignature=????\ntype=APPL\nbundle=x\n";
+  std::ofstream(leftover) << *desktop::formatAnnouncement(
+      {bystander.pid(), {"x", "????"_4cc, "APPL"_4cc, "x"}});
   std::filesystem::last_write_time(
       leftover, std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
   server.signal(SIGSTOP);
@@ -68,26 +71,18 @@ TEST_F(Family, StopEndsThemAllAndLeavesNothing) {
   EXPECT_EQ(again.output(), "nothing was running\n");
 }
 
-std::uint64_t seedOfThisRun() {
-  const char* const given = std::getenv("QUORVANE_SEED");
-  return given != nullptr ? std::strtoull(given, nullptr, 10) : std::random_device{}();
-}
-
 /// However often somebody looks, and in whatever order and whenever the siblings are killed.
 TEST_F(Family, ATextStaysWholeWhoeverLooksAndWhoeverDies) {
-  const std::uint64_t seed = seedOfThisRun();
-  SCOPED_TRACE("QUORVANE_SEED=" + std::to_string(seed));
-  std::mt19937_64 random(seed);
+  std::random_device random;
   std::string text;
   for (int i = 0; i < 120; ++i) text += "teh ";
-  const auto runs = [this](std::string_view who) { return announced(runtime_, who) != 0; };
   std::array<std::string_view, 3> order{"QVKS", "QVPX", "QVUI"};
   do {
     RunningProgram type(
         folder_,
         {{"type", "--delay", "5"}, text, {"QUORVANE_RUNTIME_DIR=" + runtime_.string(), key_}});
     ASSERT_TRUE(eventually([&] {
-      return announcementsIn(runtime_) == 2 && std::ranges::all_of(order, runs);
+      return announcementsIn(runtime_) == 2 && runs("QVKS") && runs("QVPX") && runs("QVUI");
     })) << "a start brings all, whoever has died before: "
         << type.errors();
     RunningProgram look = run({"status", "--json"});
@@ -113,47 +108,17 @@ TEST_F(Family, ATextStaysWholeWhoeverLooksAndWhoeverDies) {
 
 TEST_F(Family, StopRemovesNothingThatBearsAForeignName) {
   const desktop::RuntimeFolder folder(runtime_);
-  const auto make = [this](const char* name) { return std::ofstream(runtime_ / name).is_open(); };
   for (const char* const name : {"data-1", "data-mine", "popup"}) {
     std::filesystem::create_directory(runtime_ / name);
   }
   for (const char* const name : {".profile", ".mine.1.new", ".1.process.1.new", "data-1/x"}) {
-    EXPECT_TRUE(make(name)) << name;
+    EXPECT_TRUE(std::ofstream(runtime_ / name).is_open()) << name;
   }
   EXPECT_EQ(run({"stop"}).wait(), 1);
   for (const char* const name : {"data-mine", "popup", ".profile", ".mine.1.new"}) {
     EXPECT_TRUE(std::filesystem::remove(runtime_ / name)) << name;
   }
   EXPECT_TRUE(std::filesystem::remove(runtime_)) << "the family's is gone";
-}
-
-TEST_F(Family, ThePencilMenuEndsAtItsMessage) {
-  RunningProgram pencil = run({"companion", "pencil-menu"});
-  ASSERT_TRUE(eventually([this] { return announced(runtime_, "QVKS") != 0; }));
-  DesktopStage stage{
-      [this](desktop::DesktopConfiguration& own) { own.runtimeDirectory = runtime_; }};
-  MessagePorts& ports = stage.platform().messagePorts;
-  const auto port =
-      ports.CFMessagePortCreateRemote("Q7T2M4K9W1.com.tallowmere.QorvMenuletPortServer");
-  ASSERT_NE(port, nullptr);
-  for (const FourCharCode message : {"oMen"_4cc, "gMen"_4cc}) {
-    ports.CFMessagePortSendRequest(*port, static_cast<std::int32_t>(message), CFData(32),
-                                   Seconds(0), Seconds(0), nullptr);
-  }
-  EXPECT_EQ(pencil.wait(), 0);
-}
-
-TEST_F(Family, TheChosenMainApplicationIsKeptAndOnlyOneThatCanRun) {
-  const auto chosen = applications::mainApplicationIn(folder_.path() / "apps");
-  RunningProgram wrong = run({"settings", "main-application", chosen});
-  EXPECT_EQ(wrong.wait(), 2);
-  applications::putStandIn(folder_.path() / "apps");
-  for (const std::string& word : {chosen.string(), std::string("none")}) {
-    EXPECT_EQ(run({"settings", "main-application", word}).wait(), 0);
-    RunningProgram tell = run({"settings", "main-application"});
-    EXPECT_EQ(tell.wait(), 0);
-    EXPECT_EQ(tell.output().find(chosen) == std::string::npos, word == "none") << tell.output();
-  }
 }
 
 }  // namespace

@@ -64,11 +64,11 @@ TEST_F(Start, WithoutTheActivityCallItGoesOnAndASecondOneChangesNothing) {
 TEST_F(Start, ToTheSmallDelegateAnyEndIsThatOfTheMainApplication) {
   InputApplicationDelegate delegate(instance);
   const auto& active = instance.state<LaunchServerState>().QORVMARPP_IS_RUNNING;
-  NSRunningApplication application{7, "com.example.writer", false};
-  delegate.QuorvaneLaunched({&application, {1, 7}});
-  EXPECT_EQ(active, 0);
-  application.bundleIdentifier = "com.tallowmere.quorvane";
-  delegate.QuorvaneLaunched({&application, {1, 7}});
+  for (const char* const name : {"com.example.writer", "com.tallowmere.quorvane"}) {
+    EXPECT_EQ(active, 0) << "before " << name;
+    const NSRunningApplication application{7, name, false};
+    delegate.QuorvaneLaunched({&application, {1, 7}});
+  }
   EXPECT_EQ(active, 1);
   EXPECT_EQ(instance.state<AppDelegateState>().App_Permissions_Setting, 1U);
   QuorvaneInputAppDelegate(instance).Frontappchanged({nullptr, {1, 7}});
@@ -82,22 +82,21 @@ TEST_F(Start, APathThatIsTooLongOrNotAsciiIsntLaunched) {
   BIMLaunchWithFSRef(instance, nullptr);
   EXPECT_EQ(last(), "Quorvane Server NOT FOUND");
   for (const std::size_t size : {160U, 161U}) {
+    const std::string path = "/" + std::string(size - 1, 's');
     FSRef ref;
-    host.files.makeFolder("/" + std::string(size - 1, 's'));
-    host.files.CFURLGetFSRef("/" + std::string(size - 1, 's'), ref);
+    host.files.makeFolder(path);
+    host.files.CFURLGetFSRef(path, ref);
     BIMLaunchWithFSRef(instance, &ref);
   }
   EXPECT_EQ(last(), "*********  Quorvane Server failed to launch");
-  for (const std::string& folder : {std::string(92, 'm'), std::string(93, 'm'), std::string("é")}) {
-    host.bundle.bundles["com.tallowmere.inputmethod.Quorvane"] = "/" + folder;
-    host.files.makeFolder("/" + folder + "/SharedSupport/Quorvane_menulet.app");
+  for (const std::string& name : {std::string(92, 'm'), std::string(93, 'm'), std::string("é")}) {
+    host.bundle.bundles["com.tallowmere.inputmethod.Quorvane"] = "/" + name;
+    host.files.makeFolder("/" + name + "/SharedSupport/Quorvane_menulet.app");
     LaunchQuorvaneMenulet(instance);
     EXPECT_EQ(last(), "*********  Quorvane Menulet failed to launch");
   }
-  const auto lines = host.journal.lines();
-  EXPECT_EQ(std::ranges::count_if(
-                lines, [](const auto& line) { return line.starts_with("launchApplication"); }),
-            2);
+  const auto launched = [](const auto& line) { return line.starts_with("launchApplication"); };
+  EXPECT_EQ(std::ranges::count_if(host.journal.lines(), launched), 2);
   InputController(instance).showIMEPreferences(nullptr);
   EXPECT_EQ(host.journal.lines().back(),
             "openURLs http://localhost:62718/index.html com.apple.Safari 0x10000");

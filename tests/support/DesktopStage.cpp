@@ -34,14 +34,17 @@ void DesktopStage::openHost() {
   host_ = std::make_unique<desktop::DesktopHost>(configuration_, field_.forPlatform());
 }
 
-void sendToInputMethod(const std::filesystem::path& runtimeFolder, pid_t pid,
-                       FourCharCode message) {
-  const auto port = desktop::connectTo(
-      runtimeFolder / ("Q7T2M4K9W1.com.tallowmere.QorvInPortServer1" + std::to_string(pid)));
+void sendTo(const std::filesystem::path& path, FourCharCode message) {
   const auto packet = desktop::encodeRequestHeader(static_cast<std::int32_t>(message), false);
-  if (desktop::sendPacket(port.get(), packet, {}) != desktop::Transfer::Done) {
+  if (desktop::sendPacket(desktop::connectTo(path).get(), packet, {}) != desktop::Transfer::Done) {
     throw std::runtime_error("the message can't be sent");
   }
+}
+
+void sendToInputMethod(const std::filesystem::path& runtimeFolder, pid_t pid,
+                       FourCharCode message) {
+  sendTo(runtimeFolder / ("Q7T2M4K9W1.com.tallowmere.QorvInPortServer1" + std::to_string(pid)),
+         message);
 }
 
 Child::Child(const std::function<void()>& work) {

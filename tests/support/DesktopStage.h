@@ -49,7 +49,9 @@ class DesktopStage {
   std::unique_ptr<desktop::DesktopHost> host_;
 };
 
-/// A message without data for the input method `pid`, which keeps its files in `runtimeFolder`.
+/// A message without data for the port at this path.
+void sendTo(const std::filesystem::path& path, FourCharCode message);
+/// One for the input method `pid`, which keeps its files in `runtimeFolder`.
 void sendToInputMethod(const std::filesystem::path& runtimeFolder, pid_t pid, FourCharCode message);
 
 /// A child process that runs `work`, says so, and then waits to be killed. Killed and waited for at
