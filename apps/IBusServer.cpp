@@ -1,8 +1,11 @@
 #include "apps/IBusServer.h"
 
+#include "apps/Utf8Input.h"
 #include "hosts/menu/MenuTracking.h"
 #include "src/base/Log.h"
+#include "src/base/Text.h"
 #include "src/menu/CurrentAppFlags.h"
+#include "src/session/CommandSelection.h"
 #include "src/session/FixGuard.h"
 
 namespace quorvane {
@@ -10,7 +13,8 @@ namespace quorvane {
 IBusServer::IBusServer(RunningSystem& system)
     : system_(system),
       applications_(system.host().processRegistry(), system.front(), system.dataFolder()),
-      contexts_(system.textApplication(), engine_, attendants()),
+      pressed_(engine_, system.host().runLoop(), pressedKeysParts()),
+      contexts_(system.textApplication(), pressed_, attendants()),
       panel_(system.field(), engine_) {
   engine_.disconnected = [this] { over_ = true; };
   system.tellOfFields = [this](desktop::InputMethodStatus& status) {
@@ -36,6 +40,18 @@ ibus::Attendants IBusServer::attendants() {
           },
       .leftOut =
           [this](ibus::EditFault why) { Log(system_.instance(), "edit left out: ", nameOf(why)); }};
+}
+
+ibus::PressedKeysParts IBusServer::pressedKeysParts() {
+  return {.client = [this] { return contexts_.client(); },
+          .field = [this] { return contexts_.path(); },
+          .copied =
+              [this](const std::string& utf8) {
+                return system_.textApplication().clipboard().copy(
+                    toUtf16(decodeUtf8Leniently(utf8)), field::CopiedFor::Command);
+              },
+          .toPaste = [this] { return toUtf8(system_.textApplication().clipboard().text()); },
+          .failed = [this](std::string_view why) { giveUp(why); }};
 }
 
 ibus::PanelEvents IBusServer::panelEvents() {
@@ -72,6 +88,7 @@ bool IBusServer::turn() {
 
 /// By what the menu is now, which opening it brings about.
 void IBusServer::choose(const std::string& property) {
+  contexts_.attend();
   system_.textApplication().callController([&](IMKInputController& controller) {
     MenuTracking tracking(controller);
     NSMenuItem* const item =
@@ -79,6 +96,14 @@ void IBusServer::choose(const std::string& property) {
     if (item != nullptr) tracking.choose(*item);
   });
   registerMenu();
+}
+
+void IBusServer::giveUp(std::string_view why) {
+  dropWaitingCommand(system_.instance());
+  Log(system_.instance(), "command given up: ", why);
+  told_ = desktop::Notification::show({.messageText = "The command was given up",
+                                       .informativeText = std::string(why),
+                                       .buttons = {"OK"}});
 }
 
 void IBusServer::registerMenu() {

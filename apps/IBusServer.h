@@ -5,9 +5,11 @@
 
 #include "apps/ClientApplications.h"
 #include "apps/RunningSystem.h"
+#include "hosts/desktop/Notification.h"
 #include "hosts/ibus/Engine.h"
 #include "hosts/ibus/MenuProperties.h"
 #include "hosts/ibus/PanelView.h"
+#include "hosts/ibus/PressedKeys.h"
 
 namespace quorvane {
 
@@ -24,16 +26,20 @@ class IBusServer {
  private:
   [[nodiscard]] ibus::Attendants attendants();
   [[nodiscard]] ibus::PanelEvents panelEvents();
+  [[nodiscard]] ibus::PressedKeysParts pressedKeysParts();
   bool turn();
   void choose(const std::string& property);
   void registerMenu();
+  void giveUp(std::string_view why);
 
   RunningSystem& system_;
   ClientApplications applications_;
   ibus::Engine engine_;
+  ibus::PressedKeys pressed_;
   ibus::InputContexts contexts_;
   ibus::PanelView panel_;
   ibus::MenuProperties menu_;
+  std::unique_ptr<desktop::Notification> told_;  ///< why a command was given up
   bool over_ = false;
 };
 

@@ -142,12 +142,14 @@ void RunningSystem::prepareParameters(const SystemOptions& options) {
   parameters::changeParameterFile(configuration_.dataDirectory, [&](auto& own) { own = file; });
 }
 
-/// Keys posted to any other process than that of the text fields have nowhere to go.
+/// Keys posted to any other process than that of the text fields have nowhere to go. The resident
+/// one stands for all of its clients, which have no signatures of their own.
 void RunningSystem::connectKeyboard() {
   field_.events.layout = [this] { return host_.keyboardLayout(); };
   field_.events.mouseLocation = [this] { return host_.screens().mouseLocation(); };
   field_.events.reaches = [this](const ProcessSerialNumber& psn) {
-    return psn == desktop::serialNumberOf(front_.client());
+    return psn == desktop::serialNumberOf(front_.client()) ||
+           (!surroundings_ && psn == desktop::serialNumberOf(::getpid()));
   };
 }
 

@@ -87,7 +87,7 @@ InputContexts::Context& InputContexts::contextOf(std::string_view path, std::str
 }
 
 bool InputContexts::processKey(const Key& key) {
-  if (!isOpen()) return false;
+  if (!isOpen() || wire_.comesBack(key)) return false;
   const bool release = (key.state & kReleaseState) != 0;
   const auto composed = release ? std::nullopt : composer_.feed(key.keyval);
   const auto event = eventOf(key, composed ? &*composed : nullptr);

@@ -56,6 +56,20 @@ class InputContexts {
   [[nodiscard]] desktop::FieldKind kind() const;
   /// Edits that weren't made, by their faults.
   [[nodiscard]] const std::array<std::uint64_t, kEditFaults>& leftOut() const { return leftOut_; }
+  /// The one that has the focus and may be told of keys; null: none.
+  [[nodiscard]] TextField* current() { return isOpen() ? &focused_->field : nullptr; }
+  /// What its client calls itself; empty: there is none.
+  [[nodiscard]] std::string_view client() const {
+    return isOpen() ? std::string_view(focused_->client) : std::string_view();
+  }
+  /// It is known by this; empty: there is none.
+  [[nodiscard]] std::string_view path() const {
+    return isOpen() ? std::string_view(focused_->path) : std::string_view();
+  }
+  /// Something other than a key is to be done to it.
+  void attend() {
+    if (isOpen()) enter();
+  }
 
  private:
   struct Context {

@@ -19,6 +19,8 @@ class Wire {
   virtual void showPreedit(std::u16string_view text, std::uint32_t caret) = 0;
   /// As if it were pressed on the keyboard.
   virtual void forward(const Key& key) = 0;
+  /// Whether `key`, which a client tells of, was pressed by that. It is the client's.
+  virtual bool comesBack(const Key& /*key*/) { return false; }
 };
 
 }  // namespace quorvane::ibus

@@ -93,6 +93,11 @@ void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInpu
   guardFromChord(instance, event, *client);
 }
 
+void dropWaitingCommand(Instance& instance) {
+  if (!giveUpCommand(instance)) return;
+  Do_BIM_CallDirectQorvToolCommandAppEvent(instance, kRestoreClipboardCommand);
+}
+
 void giveSelectionBack(Instance& instance, IMKTextInput& client) {
   const auto node = takeSelection(instance, client);
   if (node.empty()) return;
@@ -101,8 +106,7 @@ void giveSelectionBack(Instance& instance, IMKTextInput& client) {
   Log(instance, "Selection of a command given back");
   client.insertText({}, {std::min(node.mapped().caret, location + length), 0});
   instance.platform().inputMethodKit.ownTextFollows();
-  if (!giveUpCommand(instance)) return;
-  Do_BIM_CallDirectQorvToolCommandAppEvent(instance, kRestoreClipboardCommand);
+  dropWaitingCommand(instance);
 }
 
 }  // namespace quorvane

@@ -22,6 +22,8 @@ struct CommandSelectionState {
 void selectAllForCommand(Instance& instance);
 /// An event, before anybody handles it. `client` may be null.
 void guardCommandSelection(Instance& instance, const NSEvent& event, IMKTextInput* client);
+/// The command that waits doesn't run, and whoever has readied something for it takes that back.
+void dropWaitingCommand(Instance& instance);
 /// Somebody is about to insert into the client.
 void giveSelectionBack(Instance& instance, IMKTextInput& client);
 

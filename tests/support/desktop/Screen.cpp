@@ -37,6 +37,8 @@ Screen::Screen(const std::string& name) : display_(XOpenDisplay(name.c_str())) {
 
 Screen::~Screen() { XCloseDisplay(display_); }
 
+std::string Screen::name() const { return DisplayString(display_); }
+
 void Screen::forgetWindows() { XSync(display_, True); }
 
 Screen::Window Screen::awaitWindow() {

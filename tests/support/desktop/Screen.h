@@ -20,6 +20,7 @@ class Screen {
   Screen(const Screen&) = delete;
   Screen& operator=(const Screen&) = delete;
 
+  [[nodiscard]] std::string name() const;
   /// Windows that have appeared up to now are no longer waited for.
   void forgetWindows();
   /// The next window that appears and is no menu or tip. Throws where none does within 30 seconds.
