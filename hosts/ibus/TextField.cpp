@@ -187,13 +187,12 @@ bool TextField::settleNow(const NSEvent& key, bool passes) {
 bool TextField::hold(const NSEvent& key, bool passes) {
   if (!passes && !isPending()) return true;
   const bool predictable = isPredictable(key);
-  if (waits_ && !isPrintable(key)) drop(EditFault::Lagging);  // it would erase what isn't there yet
+  // It would erase what isn't there yet, or nobody knows what it does.
+  const bool ends = !predictable || (waits_ && !isPrintable(key));
+  if (ends && isPending()) drop(EditFault::Lagging);
   const std::uint64_t before = believed_.before().size();
-  if (predictable) believe(afterKey(believed_, key), predicted_);
-  if (!predictable) {
-    if (isPending()) drop(EditFault::Lagging);
-    believe(believed_, false);
-  }
+  believe(predictable ? afterKey(believed_, key) : believed_, predictable && predicted_);
+  if (ends) restore();
   agreement_.length += believed_.before().size();
   agreement_.length -= std::min(agreement_.length, before);
   return false;
