@@ -72,14 +72,16 @@ ibus::PanelEvents IBusServer::panelEvents() {
 
 /// Keys come from the first moment on, and pass until the input method is ready for them: its start
 /// may wait for others.
-void IBusServer::run() {
+void IBusServer::run(bool again) {
   engine_.serve(contexts_, panelEvents());
+  if (again) engine_.comeBack();
   system_.run([this] {
     system_.host().runLoop().runUntil([this] { return turn(); }, desktop::RunLoop::Deadline::max());
   });
 }
 
 bool IBusServer::turn() {
+  system_.restoreSiblings();
   system_.settle();
   contexts_.settle();
   panel_.update();

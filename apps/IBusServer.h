@@ -20,8 +20,8 @@ class IBusServer {
   IBusServer(const IBusServer&) = delete;
   IBusServer& operator=(const IBusServer&) = delete;
 
-  /// Until a signal comes or the daemon goes.
-  void run();
+  /// Until a signal comes or the daemon goes. `again`: clients that had one before get this one.
+  void run(bool again);
 
  private:
   [[nodiscard]] ibus::Attendants attendants();

@@ -17,6 +17,7 @@
 #include "src/bridge/Presence.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
+#include "src/shell/QBIM_IMK_Start.h"
 #include "src/shell/main.h"
 #include "tools/parameters/disk/ParameterFileOnDisk.h"
 
@@ -215,6 +216,10 @@ void RunningSystem::settle() {
     textApplication_.deliverPosted();
   } while (field_.events.size() != 0);
   if (status_) status_->update();
+}
+
+void RunningSystem::restoreSiblings() {
+  if (host_.supervisor().takeCrashed() && signal_ == 0) Init_BIM_Server(instance_);
 }
 
 void RunningSystem::exiting() {

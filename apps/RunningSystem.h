@@ -43,6 +43,8 @@ class RunningSystem {
   /// Everything that waits is handled: messages, notifications, posted events. What is posted finds
   /// the right application in front.
   void settle();
+  /// Siblings that crashed or were killed are started again. Between keys.
+  void restoreSiblings();
 
   [[nodiscard]] desktop::DesktopHost& host() { return host_; }
   [[nodiscard]] Instance& instance() { return instance_; }

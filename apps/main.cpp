@@ -1,6 +1,7 @@
 // The command a person types. Constructs and runs, nothing more.
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
@@ -62,6 +63,12 @@ int parseAndRun(int argc, char** argv) {
   return quorvane::kExitBadUsage;
 }
 
+/// Text that somebody types lies in our memory.
+void leaveNoCoreFile() {
+  constexpr rlimit kNone{0, 0};
+  ::setrlimit(RLIMIT_CORE, &kNone);
+}
+
 /// A full or closed output shows only when what waits is written.
 void finishOutput() {
   if (!std::cout.flush()) throw std::runtime_error("can't write all of it to standard output");
@@ -71,6 +78,7 @@ void finishOutput() {
 
 int main(int argc, char** argv) {
   openClosedStandardDescriptors();
+  leaveNoCoreFile();
   try {
     const int code = parseAndRun(argc, argv);
     finishOutput();

@@ -7,6 +7,7 @@
 
 #include "apps/Command.h"
 #include "apps/IBusServer.h"
+#include "apps/Keeper.h"
 #include "apps/RunningSystem.h"
 
 namespace quorvane {
@@ -29,13 +30,15 @@ SystemOptions systemOptions(const ServerOptions& options) {
 void rest(RunningSystem& system) {
   system.host().runLoop().runUntil(
       [&system] {
+        system.restoreSiblings();
         system.settle();
         return system.signal() != 0;
       },
       desktop::RunLoop::Deadline::max());
 }
 
-int runServer(const ServerOptions& options) {
+/// `again`: one before has ended by accident.
+int runServer(const ServerOptions& options, bool again) {
   std::signal(SIGPIPE, SIG_IGN);
   RunningSystem system(systemOptions(options));
   if (system.standsAside()) {
@@ -48,7 +51,7 @@ int runServer(const ServerOptions& options) {
     return kExitDone;
   }
   IBusServer server(system);
-  server.run();
+  server.run(again);
   return kExitDone;
 }
 
@@ -61,7 +64,12 @@ void addServerCommand(CLI::App& app, Run& run) {
   command->add_flag("--ibus", options->ibus, "Be the engine `quorvane` of the IBus daemon here");
   command->add_flag("--log", options->log, "Show the log on standard error");
   command->add_flag("--show-private", options->showPrivate, "Show typed text in the log");
-  command->callback([&run, options] { run = [options] { return runServer(*options); }; });
+  command->callback([&run, options] {
+    run = [options] {
+      if (!options->ibus) return runServer(*options, false);
+      return keepRunning([&](bool again) { return runServer(*options, again); });
+    };
+  });
 }
 
 }  // namespace quorvane

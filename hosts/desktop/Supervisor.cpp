@@ -11,6 +11,7 @@
 #include <cstring>
 #include <system_error>
 
+#include "hosts/desktop/Accident.h"
 #include "hosts/desktop/AtomicFile.h"
 #include "hosts/desktop/LaunchedOutput.h"
 #include "hosts/desktop/PlainFile.h"
@@ -213,6 +214,7 @@ void Supervisor::ended(std::int32_t pid) {
     started->output->read();
     started->output->end();
   }
+  if (started->ready && waited && wasAccident(status)) crashed_ = true;
   if (!started->ready) tellOfEnd(*started, waited ? std::optional(status) : std::nullopt);
 }
 

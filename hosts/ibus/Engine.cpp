@@ -11,6 +11,7 @@ namespace quorvane::ibus {
 namespace {
 
 constexpr const char* kBusName = "org.freedesktop.IBus.Quorvane";
+constexpr const char* kEngineName = "quorvane";
 constexpr const char* kPathPrefix = "/org/freedesktop/IBus/Engine/Quorvane/";
 
 }  // namespace
@@ -109,6 +110,18 @@ void Engine::serve(InputContexts& contexts, PanelEvents events) {
   if (ibus_bus_request_name(bus_.get(), kBusName, IBUS_BUS_NAME_FLAG_DO_NOT_QUEUE) !=
       kPrimaryOwner) {
     throw std::runtime_error("another process is IBus's engine `quorvane` already");
+  }
+}
+
+void Engine::comeBack() {
+  IBusEngineDesc* const chosen = ibus_bus_get_global_engine(bus_.get());
+  const bool ours =
+      chosen == nullptr || ibus_engine_desc_get_name(chosen) == std::string(kEngineName);
+  if (chosen != nullptr) g_object_unref(chosen);
+  constexpr gint kUsualTimeout = -1;
+  if (ours) {
+    ibus_bus_set_global_engine_async(bus_.get(), kEngineName, kUsualTimeout, nullptr, nullptr,
+                                     nullptr);
   }
 }
 

@@ -31,6 +31,8 @@ class Engine final : public Wire {
   /// From now on keys come, from the run loop of the default context, one at a time: while one is
   /// handled no other is, even where the loop runs within. Both outlive the engine.
   void serve(InputContexts& contexts, PanelEvents events);
+  /// Becomes the engine in use, as one before was that has died, unless another one is chosen.
+  void comeBack();
   /// The daemon has gone, and with it all clients.
   std::function<void()> disconnected;
 

@@ -13,7 +13,7 @@ Facts goodFacts() {
   const Variables variables{{"GTK_IM_MODULE", "ibus"},
                             {"QT_IM_MODULE", "ibus"},
                             {"XMODIFIERS", "@im=ibus"},
-                            {"IBUS_ENABLE_SYNC_MODE", "1"}};
+                            {"IBUS_ENABLE_SYNC_MODE", "true"}};
   Facts facts;
   facts.component = {"/c/quorvane.xml", "/b/quorvane", true};
   facts.daemon = {10, true, true, "quorvane", "unix:path=/d"};
@@ -68,10 +68,13 @@ TEST(Doctor, NamesWhatIsBrokenAndNothingElse) {
        [](Facts& f) {
          f.session = Variables{{"XDG_SESSION_TYPE", "wayland"},
                                {"GTK_IM_MODULE", "xim"},
-                               {"IBUS_ENABLE_SYNC_MODE", "1"}};
+                               {"IBUS_ENABLE_SYNC_MODE", "true"}};
        },
        {"toolkits, session"}},
       {"async mode", [](Facts& f) { f.session->erase("IBUS_ENABLE_SYNC_MODE"); }, {"sync mode"}},
+      {"sync mode of Qt, too",
+       [](Facts& f) { f.session->at("IBUS_ENABLE_SYNC_MODE") = "1"; },
+       {"sync mode"}},
       {"server gone", [](Facts& f) { f.servers = {}; }, {"server"}},
       {"two servers",
        [](Facts& f) {
@@ -99,7 +102,7 @@ TEST(Doctor, NamesWhatIsBrokenAndNothingElse) {
 
 TEST(Doctor, GnomeHasItsOwnListAndNeedsNoVariables) {
   Facts facts = goodFacts();
-  facts.shell = {{"XDG_CURRENT_DESKTOP", "ubuntu:GNOME"}, {"IBUS_ENABLE_SYNC_MODE", "1"}};
+  facts.shell = {{"XDG_CURRENT_DESKTOP", "ubuntu:GNOME"}, {"IBUS_ENABLE_SYNC_MODE", "true"}};
   facts.session = facts.shell;
   facts.inIBusList = false;
   facts.inGnomeList = true;

@@ -87,11 +87,12 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   removeWindowFile(runtimeFolder_);
   clipboard_.endLoan();  // of one that was killed
   servePort(port);
-  ToolRecord(segments_.tool).put(At::SmartCharacters, options_.smartCharacters);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
   readUsersFiles(configuration.dataDirectory);
   trySpelling();
   correctionSwitches_ = readCorrectionSwitches(configuration.configDirectory, host_.log());
+  ToolRecord(segments_.tool)
+      .put(At::SmartCharacters, options_.smartCharacters | correctionSwitches_.smartCharacters());
   if (spelling_) loadCorrections(configuration.configDirectory);
   offerStyles(configuration.configDirectory);
   prepareWindow();

@@ -1,6 +1,7 @@
 #include "tools/doctor/Checks.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "tools/doctor/Environments.h"
 
@@ -168,12 +169,16 @@ Finding sessionToolkits(const Facts& facts) {
   return toolkitsOf(*facts.session, "run im-config -n ibus, then log out and in");
 }
 
+/// A number would have Qt wait, too, which then puts edits behind the keys that follow.
 Finding syncMode(const Facts& facts) {
   const Variables& variables = facts.session.value_or(facts.shell);
-  if (valueOf(variables, "IBUS_ENABLE_SYNC_MODE") == "1") return good("is on");
-  return bad("IBUS_ENABLE_SYNC_MODE isn't 1, and some corrections are left out",
+  const std::string mode = valueOf(variables, "IBUS_ENABLE_SYNC_MODE");
+  if (mode == "true") return good("is on");
+  const bool harms = std::strtol(mode.c_str(), nullptr, 10) != 0;
+  return bad(harms ? "IBUS_ENABLE_SYNC_MODE is a number, and Qt puts corrections too late"
+                   : "IBUS_ENABLE_SYNC_MODE isn't true, and some corrections are left out",
              "run quorvane setup, then log out and in; where systemd doesn't start the session put "
-             "export IBUS_ENABLE_SYNC_MODE=1 into ~/.xsessionrc");
+             "export IBUS_ENABLE_SYNC_MODE=true into ~/.xsessionrc");
 }
 
 struct Check {

@@ -1,7 +1,7 @@
 // A window with a field for each argument: entry, view, hidden, purpose (a visible entry for a
 // password) and, with GTK 4, password. Each change of a field is told as "text NUMBER ESCAPED".
 //
-//   focus NUMBER | set ESCAPED (into the focused field) | print | quit
+//   focus NUMBER | set ESCAPED (into the focused field) | copy TEXT | print | quit
 
 #include <gtk/gtk.h>
 
@@ -95,9 +95,20 @@ void setText(GtkWidget* field, const std::string& text) {
   g_free(plain);
 }
 
+void copy(const std::string& text) {
+#if GTK_MAJOR_VERSION >= 4
+  gdk_clipboard_set_text(gtk_widget_get_clipboard(window), text.c_str());
+#else
+  gtk_clipboard_set_text(gtk_clipboard_get(GDK_SELECTION_CLIPBOARD), text.c_str(), -1);
+#endif
+  std::puts("copied");
+  std::fflush(stdout);
+}
+
 void obey(const std::string& word, const std::string& rest) {
   if (word == "focus") gtk_widget_grab_focus(fields.at(std::stoul(rest)));
   if (word == "set") setText(fields[focused()], rest);
+  if (word == "copy") copy(rest);
   if (word == "print") tell(focused());
 }
 
