@@ -2,6 +2,7 @@
 // The application object of a program: the desktop's, with a life of its own to run and to end.
 
 #include <functional>
+#include <memory>
 #include <utility>
 
 #include "platform/Application.h"
@@ -29,6 +30,10 @@ class OwnApplication final : public Application {
   bool loadNibNamed(std::string_view name,
                     std::function<void(const NibOutlets&)> awakeFromNib) override {
     return inner_.loadNibNamed(name, std::move(awakeFromNib));
+  }
+  std::unique_ptr<Registration> addObserver(NSApplicationNotification name,
+                                            std::function<void()> observer) override {
+    return inner_.addObserver(name, std::move(observer));
   }
   double NSAppKitVersionNumber() override { return inner_.NSAppKitVersionNumber(); }
   NSOperatingSystemVersion operatingSystemVersion() override {

@@ -8,12 +8,9 @@
 #include <optional>
 #include <string_view>
 
-namespace quorvane {
+#include "hosts/desktop/KeyOffset.h"
 
-/// The offset of the shared-memory keys of the run with this process id; no two overlap.
-constexpr std::uint32_t keyOffsetOf(std::int32_t pid) {
-  return 0x10000000U + (static_cast<std::uint32_t>(pid) * 32U);
-}
+namespace quorvane {
 
 /// The kinds of folders that runs have: "type-4711" is a runtime folder.
 inline constexpr std::array<std::string_view, 3> kRunKinds{"type", "data", "applications"};

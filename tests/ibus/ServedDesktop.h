@@ -9,7 +9,7 @@
 #include <iostream>
 #include <optional>
 
-#include "apps/OwnSurroundings.h"
+#include "hosts/desktop/KeyOffset.h"
 #include "tests/support/desktop/Applications.h"
 
 namespace quorvane::tests {

@@ -8,7 +8,7 @@
 #include <array>
 #include <optional>
 
-#include "apps/OwnSurroundings.h"
+#include "hosts/desktop/KeyOffset.h"
 #include "tests/support/desktop/Applications.h"
 
 namespace quorvane::tests {

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr const char* kTyped = "He saw teh cat. ";
+constexpr const char* kTypedBefore = "He saw teh cat. ";
 constexpr const char* kRight = "He saw the cat. ";
 
 class TrivialEngine : public testing::Test {
@@ -29,7 +29,7 @@ class TrivialEngine : public testing::Test {
   }
   void typeInto(Application& application) {
     application.focus();
-    desktop().screen().type(kTyped);
+    desktop().screen().type(kTypedBefore);
   }
 
  private:
@@ -53,7 +53,7 @@ TEST_F(TrivialEngine, ReplacesInEachFieldOfGtk) {
       desktop().focusBy([&] { client.send("focus " + std::to_string(field)); });
       typeInto(client);
       const bool tellsNothing = version == 4 && field == 2;
-      EXPECT_TRUE(client.shows(tellsNothing ? kTyped : kRight, field)) << version;
+      EXPECT_TRUE(client.shows(tellsNothing ? kTypedBefore : kRight, field)) << version;
     }
     EXPECT_TRUE(client.shows(kRight)) << version;
   }
@@ -62,8 +62,8 @@ TEST_F(TrivialEngine, ReplacesInEachFieldOfGtk) {
 TEST_F(TrivialEngine, IsToldNothingOfHiddenText) {
   GtkClient client(desktop(), 3, {"hidden", "entry"});
   desktop().screen().focus(client.window());
-  desktop().screen().type(kTyped);
-  EXPECT_TRUE(client.shows(kTyped));
+  desktop().screen().type(kTypedBefore);
+  EXPECT_TRUE(client.shows(kTypedBefore));
   EXPECT_FALSE(desktop().clientHasFocus());
 }
 
@@ -72,9 +72,9 @@ TEST_F(TrivialEngine, MeetsAStalledClientInOrder) {
     GtkClient client(desktop(), version, {"entry", "entry"});
     client.focus();
     client.stop();
-    desktop().screen().type(kTyped);
+    desktop().screen().type(kTypedBefore);
     desktop().screen().click(client.window(), 20, 50);
-    desktop().screen().type(kTyped);
+    desktop().screen().type(kTypedBefore);
     client.goOn();
     EXPECT_TRUE(client.shows(kRight, 0)) << version;
     EXPECT_TRUE(client.shows(kRight, 1)) << version;
@@ -111,9 +111,9 @@ TEST_F(TrivialEngine, PassesTheKeysOfATerminal) {
   Terminal terminal(desktop(true));
   typeInto(terminal);
   desktop().screen().press("BackSpace");
-  EXPECT_TRUE(terminal.shows(std::string(kTyped) + '\x7f'));
+  EXPECT_TRUE(terminal.shows(std::string(kTypedBefore) + '\x7f'));
   desktop().panel().send("property item 0");
-  EXPECT_TRUE(terminal.shows(std::string(kTyped) + "\x7fitem"));
+  EXPECT_TRUE(terminal.shows(std::string(kTypedBefore) + "\x7fitem"));
 }
 
 TEST_F(TrivialEngine, AnswersThePanel) {
