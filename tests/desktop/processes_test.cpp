@@ -117,7 +117,7 @@ TEST_F(DesktopProcesses, StrangersAreRefusedAndToldOf) {
   EXPECT_EQ(ports.CFMessagePortCreateRemote("theirs"), nullptr);
   stage->turn();
   EXPECT_EQ(stage->host().processRegistry().processes().size(), 1U);
-  const StatusFile own(file(""), getpid());
+  const StatusFile mine(file(""), getpid());
   const auto status = statusFileOf(file(""), getpid());
   ASSERT_TRUE(readStatusFile(status));
   EXPECT_EQ(::chown(status.c_str(), kStranger, kStranger), 0);
