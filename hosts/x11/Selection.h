@@ -58,7 +58,7 @@ class Selection {
   xcb_window_t owner_ = XCB_NONE;
   xcb_timestamp_t time_ = XCB_CURRENT_TIME;  ///< of the latest copy that is known
   unsigned settings_ = 0;                    ///< of ours, of which the server hasn't told yet
-  std::string text_;       ///< ours
+  std::string text_;                         ///< ours
   std::optional<Moment> taken_;
   std::unique_ptr<Conversion> conversion_;
   std::function<void(Content)> then_;
