@@ -116,10 +116,12 @@ void Selection::clear() {
   setOwner(XCB_NONE);
 }
 
+/// At the time of the copy whose place it takes: a newer one stays, and a client that copies anew
+/// without a new key, and so at that time, isn't refused.
 void Selection::setOwner(xcb_window_t owner) {
   owner_ = owner;
   ++settings_;
-  xcb_set_selection_owner(display_.connection(), owner, atom(kClipboard), XCB_CURRENT_TIME);
+  xcb_set_selection_owner(display_.connection(), owner, atom(kClipboard), time_);
   display_.flush();
 }
 
@@ -127,16 +129,21 @@ void Selection::handle(const xcb_generic_event_t& event) {
   const std::uint8_t kind = kindOf(event);
   if (kind == XCB_SELECTION_REQUEST) return answer(as<xcb_selection_request_event_t>(event));
   if (kind == firstEvent_ + XCB_XFIXES_SELECTION_NOTIFY) {
-    return onOwner(as<xcb_xfixes_selection_notify_event_t>(event).owner);
+    const auto change = as<xcb_xfixes_selection_notify_event_t>(event);
+    return onOwner(change.owner, change.selection_timestamp);
   }
   if (conversion_) conversion_->handle(event);
 }
 
-/// What somebody else did before the server had ours doesn't count.
-void Selection::onOwner(xcb_window_t owner) {
+/// What somebody else did before the server had ours doesn't count; a newer copy refuses ours.
+void Selection::onOwner(xcb_window_t owner, xcb_timestamp_t time) {
   const bool isOurs = owner == window_ || (owner == XCB_NONE && owner_ == XCB_NONE);
+  const bool isNewer = time_ != XCB_CURRENT_TIME && static_cast<std::int32_t>(time - time_) > 0;
   if (settings_ != 0 && isOurs) --settings_;
-  if (settings_ != 0 || isOurs) return;
+  if (!isOurs && isNewer) settings_ = 0;
+  if (settings_ != 0) return;
+  time_ = time;
+  if (isOurs) return;
   owner_ = owner;
   text_.clear();
   if (owner != XCB_NONE && copied) copied();

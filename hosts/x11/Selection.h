@@ -43,7 +43,7 @@ class Selection {
  private:
   Selection(Display& display, desktop::RunLoop& runLoop, std::uint8_t firstEvent);
   void handle(const xcb_generic_event_t& event);
-  void onOwner(xcb_window_t owner);
+  void onOwner(xcb_window_t owner, xcb_timestamp_t time);
   void setOwner(xcb_window_t owner);
   void lookForText(bool isAll);
   [[nodiscard]] bool areText(const std::string& targets) const;
@@ -56,8 +56,9 @@ class Selection {
   std::uint8_t firstEvent_;  ///< of the extension that tells of changes
   xcb_window_t window_;
   xcb_window_t owner_ = XCB_NONE;
-  unsigned settings_ = 0;  ///< of ours, of which the server hasn't told yet
-  std::string text_;       ///< ours
+  xcb_timestamp_t time_ = XCB_CURRENT_TIME;  ///< of the latest copy that is known
+  unsigned settings_ = 0;                    ///< of ours, of which the server hasn't told yet
+  std::string text_;                         ///< ours
   std::optional<Moment> taken_;
   std::unique_ptr<Conversion> conversion_;
   std::function<void(Content)> then_;

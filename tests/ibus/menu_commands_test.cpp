@@ -32,12 +32,12 @@ class MenuCommands : public testing::TestWithParam<int> {
   }
   /// By the menu as the panel shows it from the next focus on.
   template <class Action>
-  void choose(const std::string& item, Action focus, const std::string& sensitive = "1") {
+  void choose(const std::string& item, Action focus) {
     Lines& panel = desktop->panel();
     desktop->focusBy(focus);
     std::string line;
     do line = panel.await("property ");
-    while (!line.ends_with(' ' + sensitive + ' ' + item));
+    while (!line.ends_with(" 1 " + item));
     panel.send("property " + line.substr(line.find('m'), line.find(' ') - line.find('m')) + " 0");
   }
   void pressInWindow(char key) {
@@ -85,17 +85,9 @@ TEST_P(MenuCommands, ACheckOfAllGoesThereAndBackAndTheClipboardIsAsItWas) {
   pressInWindow('a');
   EXPECT_TRUE(client.shows("I receive the letter.", 1)) << desktop->log();
   EXPECT_TRUE(pastes(client, "kept")) << client.text();
-
-  client.send("set teh end");
-  choose("Check All", [&] { client.send("focus 0"); });
-  ASSERT_TRUE(windowShows("teh end")) << desktop->log();
-  desktop->screen().press("Left");
-  pressInWindow('a');
-  EXPECT_TRUE(eventually([&] { return logSays("isn't selected any more"); })) << desktop->log();
-  EXPECT_TRUE(client.shows("teh end"));
 }
 
-TEST_F(MenuCommands, WithNothingToCopyACommandIsGivenUpAndGreyedOnesDoNothing) {
+TEST_F(MenuCommands, WithNothingToCopyACommandIsGivenUp) {
   GtkClient client(*desktop, 3, {"entry", "entry"});
   client.focus();
   choose("Check All", [&] { client.send("focus 1"); });
