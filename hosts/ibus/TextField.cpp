@@ -221,7 +221,7 @@ bool TextField::settlePassed(const NSEvent& key) {
 void TextField::settleBetweenKeys() {
   const auto waiting = editBetween(believed_, wanted());
   const bool inserts = waiting && waiting->deleted == 0 && !waiting->inserted.empty();
-  if (inserts && !lags_) send(*waiting);
+  if (inserts && predicted_ && !lags_) send(*waiting);
   showMarked();
 }
 
