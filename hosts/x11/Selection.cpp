@@ -164,26 +164,29 @@ void Selection::answer(const xcb_selection_request_event_t& request) {
   xcb_send_event(display_.connection(), 0, request.requestor, 0, bytes.data());
 }
 
-/// A text of more than one request holds is none: a clipboard's is below that everywhere.
 bool Selection::give(xcb_window_t window, xcb_atom_t property, xcb_atom_t target) {
+  std::array<xcb_atom_t, kOffered.size() + 1> offered{};
+  std::ranges::transform(kOffered, offered.begin(),
+                         [this](const char* name) { return atom(name); });
+  offered.back() = atom(kTargets);
+  if (std::ranges::count(offered, target) == 0) return false;
+  if (target != atom(kTargets)) return giveText(window, property, target);
+  xcb_change_property(display_.connection(), XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_ATOM,
+                      32, static_cast<std::uint32_t>(offered.size()), offered.data());
+  return true;
+}
+
+/// A text of more than one request holds is none: a clipboard's is below that everywhere.
+bool Selection::giveText(xcb_window_t window, xcb_atom_t property, xcb_atom_t target) {
+  constexpr std::size_t kHead = 64;
   xcb_connection_t* const connection = display_.connection();
-  std::vector<xcb_atom_t> offered;
-  for (const char* const name : kOffered) offered.push_back(atom(name));
-  const bool isText = std::ranges::count(offered, target) != 0;
-  if (isText) {
-    constexpr std::size_t kHead = 64;
-    const std::size_t room = std::size_t{xcb_get_maximum_request_length(connection)} * 4;
-    if (text_.size() + kHead > room) return false;
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property,
-                        target == atom("TEXT") ? atom(kUtf8) : target, 8,
-                        static_cast<std::uint32_t>(text_.size()), text_.data());
-    taken_ = std::chrono::steady_clock::now();
-  } else if (target == atom(kTargets)) {
-    offered.push_back(atom(kTargets));
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, XCB_ATOM_ATOM, 32,
-                        static_cast<std::uint32_t>(offered.size()), offered.data());
-  }
-  return isText || target == atom(kTargets);
+  const std::size_t room = std::size_t{xcb_get_maximum_request_length(connection)} * 4;
+  if (text_.size() + kHead > room) return false;
+  const xcb_atom_t type = target == atom("TEXT") ? atom(kUtf8) : target;
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, property, type, 8,
+                      static_cast<std::uint32_t>(text_.size()), text_.data());
+  taken_ = std::chrono::steady_clock::now();
+  return true;
 }
 
 }  // namespace quorvane::x11

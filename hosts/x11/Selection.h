@@ -49,6 +49,7 @@ class Selection {
   [[nodiscard]] bool areText(const std::string& targets) const;
   void answer(const xcb_selection_request_event_t& request);
   bool give(xcb_window_t window, xcb_atom_t property, xcb_atom_t target);
+  bool giveText(xcb_window_t window, xcb_atom_t property, xcb_atom_t target);
   xcb_atom_t atom(const char* name) { return display_.atom(name); }
 
   Display& display_;

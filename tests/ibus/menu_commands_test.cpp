@@ -8,7 +8,6 @@
 #include <array>
 #include <optional>
 
-#include "hosts/desktop/KeyOffset.h"
 #include "tests/support/desktop/Applications.h"
 
 namespace quorvane::tests {
@@ -20,7 +19,8 @@ class MenuCommands : public testing::TestWithParam<int> {
     if (const std::string why = HeadlessDesktop::missing(); !why.empty()) GTEST_SKIP() << why;
     desktop.emplace(DesktopOptions{
         .engine = QUORVANE_PROGRAM " server --ibus --log",
-        .variables = {"QUORVANE_KEY_OFFSET=" + std::to_string(keyOffsetOf(::getpid()))}});
+        .variables = {"QUORVANE_KEY_OFFSET=" +
+                      std::to_string(0x20000000U + 32U * static_cast<unsigned>(::getpid()))}});
     ASSERT_TRUE(eventually([&] { return announcementsIn(meeting()) == 2; })) << desktop->log();
   }
   void TearDown() override {
