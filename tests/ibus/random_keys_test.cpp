@@ -126,7 +126,9 @@ class RandomKeys : public ServedDesktop {
         std::string text;
         const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         while (lower(text = client->program.text(i)) != right) {
-          ASSERT_LT(std::chrono::steady_clock::now(), limit) << '"' << text << "\" for \"" << right;
+          ASSERT_LT(std::chrono::steady_clock::now(), limit)
+              << '"' << text << "\" for \"" << right << "\", field " << i << " of "
+              << (client == clients_.front() ? "GTK 3" : "GTK 4");
           pauseShortly();
         }
         capitals_ += std::ranges::count_if(text, [](char c) { return c >= 'A' && c <= 'Z'; });
