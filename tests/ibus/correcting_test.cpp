@@ -84,7 +84,7 @@ TEST_F(Completing, ByKeysAndByTheMouse) {
   start();
   for (const int version : {3, 4}) {
     const std::string program = "desktop_gtk" + std::to_string(version);
-    ASSERT_EQ(run({"settings", "switches", program, "-checking", "+completion"}), 0);
+    ASSERT_EQ(run({"settings", "switches", program, "+checking", "+completion"}), 0);
     GtkClient client(desktop(), version, {"entry"});
     client.focus();
     const auto letters = [&](const char* typed) {
