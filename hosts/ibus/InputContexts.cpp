@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::size_t kMostContexts = 64;
 constexpr std::uint32_t kSurroundingText = 1 << 5;
-constexpr std::uint32_t kSynchronousKeys = 1 << 7;
 
 }  // namespace
 
@@ -39,7 +38,6 @@ void InputContexts::setContentType(std::uint32_t purpose, std::uint32_t hints) {
 
 void InputContexts::setCapabilities(std::uint32_t capabilities) {
   if (!isOpen()) return;
-  focused_->field.setSynchronous((capabilities & kSynchronousKeys) != 0);
   if ((capabilities & kSurroundingText) == 0) focused_->field.tellNothing();
 }
 

@@ -110,9 +110,9 @@ Meeting TextField::compare() {
   const bool latest = mayBe(told, tail(believed_.before()));
   const auto matches = [told](const auto& text) { return mayBe(told, text); };
   const auto first = std::ranges::find_if(earlier_, matches);
-  const bool earlier = first != earlier_.end() && !synchronous_;
+  const bool earlier = first != earlier_.end();
   if (earlier) earlier_.erase(earlier_.begin(), first);
-  if (earlier || (first != earlier_.end() && !latest)) return Meeting::Lags;
+  if (earlier) return Meeting::Lags;
   if (!latest) {
     if (edited_) ++misfits_;
     meetChange();
@@ -127,7 +127,7 @@ Meeting TextField::compare() {
 /// Keys that nobody has seen the effect of may still be on their way.
 void TextField::meetChange() {
   if (isPending()) drop(EditFault::Changed);
-  if (!synchronous_) doubt_ = std::max(doubt_, earlier_.size());
+  doubt_ = std::max(doubt_, earlier_.size());
   earlier_.clear();
   believe(told_, true);
   restore();

@@ -52,8 +52,6 @@ class TextField final : public field::Document {
   /// It tells no more.
   void tellNothing();
   [[nodiscard]] bool tells() const { return tells_; }
-  /// It has handled each key before it sends the next one.
-  void setSynchronous(bool synchronous) { synchronous_ = synchronous; }
   /// Nothing of its text is kept.
   void forget();
 
@@ -97,7 +95,6 @@ class TextField final : public field::Document {
 
   Wire& wire_;
   Session session_;
-  bool synchronous_ = false;
   bool tells_ = false;
   CaretText told_;
   CaretText believed_;

@@ -9,7 +9,6 @@
 #include <iostream>
 #include <optional>
 
-#include "hosts/desktop/KeyOffset.h"
 #include "tests/support/desktop/Applications.h"
 
 namespace quorvane::tests {
@@ -29,6 +28,10 @@ class ServedDesktop : public testing::Test {
   static constexpr std::string_view kServer = "QVUI";
   static constexpr std::string_view kInputMethod = "????";
 
+  /// Of the shared segments; nobody else's.
+  static std::uint32_t keyOffset() {
+    return 0x20000000U + static_cast<std::uint32_t>(::getpid()) * 32U;
+  }
   void SetUp() override {
     if (const std::string why = HeadlessDesktop::missing(); !why.empty()) GTEST_SKIP() << why;
   }
@@ -38,11 +41,11 @@ class ServedDesktop : public testing::Test {
   void start(bool sync = true,
              const std::string& engine = QUORVANE_PROGRAM " server --ibus --log --show-private") {
     end();
-    desktop_.emplace(DesktopOptions{
-        .engine = engine,
-        .sync = sync,
-        .variables = {"XDG_CACHE_HOME=" QUORVANE_SOURCE_DIR "/build/test-cache",
-                      "QUORVANE_KEY_OFFSET=" + std::to_string(keyOffsetOf(::getpid()))}});
+    desktop_.emplace(
+        DesktopOptions{.engine = engine,
+                       .sync = sync,
+                       .variables = {"XDG_CACHE_HOME=" QUORVANE_SOURCE_DIR "/build/test-cache",
+                                     "QUORVANE_KEY_OFFSET=" + std::to_string(keyOffset())}});
     if (engine.find("server") != std::string::npos) awaitServed();
   }
   void end() {

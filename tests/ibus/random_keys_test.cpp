@@ -52,7 +52,8 @@ class RandomKeys : public ServedDesktop {
       clients_.emplace_back(
           new Client{{desktop(), version, std::vector<std::string>{"entry", "view"}}});
     }
-    clients_.front()->program.focus();
+    // One that has just appeared takes the focus by itself.
+    for (const int which : {1, 0}) clients_[static_cast<std::size_t>(which)]->program.focus();
     client_ = clients_.front().get();
   }
 
@@ -126,7 +127,9 @@ class RandomKeys : public ServedDesktop {
         std::string text;
         const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         while (lower(text = client->program.text(i)) != right) {
-          ASSERT_LT(std::chrono::steady_clock::now(), limit) << '"' << text << "\" for \"" << right;
+          ASSERT_LT(std::chrono::steady_clock::now(), limit)
+              << '"' << text << "\" for \"" << right << "\", field " << i << " of "
+              << (client == clients_.front() ? "GTK 3" : "GTK 4");
           pauseShortly();
         }
         capitals_ += std::ranges::count_if(text, [](char c) { return c >= 'A' && c <= 'Z'; });

@@ -5,6 +5,7 @@
 #include <sys/shm.h>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <thread>
 
@@ -60,7 +61,7 @@ class Secrets : public ServedDesktop {
       if (each.path().extension() == ".process")
         found += placesIn(std::stoi(each.path().stem()), word);
     }
-    found += placesIn(desktop().engine(), word);
+    if (desktop().engine() != 0) found += placesIn(desktop().engine(), word);
     return found + segmentsWith(word) + filesWith(word);
   }
 
@@ -68,7 +69,7 @@ class Secrets : public ServedDesktop {
   static std::string segmentsWith(const std::string& word) {
     std::string found;
     for (const int key : {880, 893, 896, 897, 899}) {
-      const int id = ::shmget(static_cast<key_t>(keyOffsetOf(::getpid())) + key, 0, 0);
+      const int id = ::shmget(static_cast<key_t>(keyOffset()) + key, 0, 0);
       shmid_ds facts{};
       if (id < 0 || ::shmctl(id, IPC_STAT, &facts) != 0) continue;
       void* const bytes = ::shmat(id, nullptr, SHM_RDONLY);
@@ -98,14 +99,15 @@ TEST_F(Secrets, OfGtkAreKeptNowhere) {
                        first == 0 ? std::vector<std::string>{"entry", secret}
                                   : std::vector<std::string>{secret, "entry"});
       screen().focus(client.window());
-      for (const int field : {0, 1, 0, 1}) {
+      std::array<std::string, 2> texts;
+      for (const int field : {0, 1, 0, 1, first}) {
         client.send("focus " + std::to_string(field));
         std::this_thread::sleep_for(std::chrono::milliseconds(200));
         screen().press("End");
-        screen().type(field == first ? kPlain : kSecret);
+        const char* const typed = field == first ? kPlain : kSecret;
+        screen().type(typed);
+        EXPECT_TRUE(client.shows(texts.at(static_cast<std::size_t>(field)) += typed, field));
       }
-      const std::string twice = std::string(kSecret) + kSecret;
-      EXPECT_TRUE(client.shows(twice, 1 - first));
       EXPECT_NE(places("plainlyseen"), "");
       EXPECT_EQ(places(kSecret), "") << version << secret << first;
     }

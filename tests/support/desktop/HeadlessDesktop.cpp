@@ -1,5 +1,6 @@
 #include "tests/support/desktop/HeadlessDesktop.h"
 
+#include <glib.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -86,8 +87,10 @@ HeadlessDesktop::HeadlessDesktop(DesktopOptions options) : options_(std::move(op
 
 void HeadlessDesktop::writeComponent() const {
   const std::size_t place = kComponent.find('@');
+  gchar* const engine = g_markup_escape_text(options_.engine.c_str(), -1);
   std::ofstream(file("IBUS_COMPONENT_PATH") / "quorvane.xml")
-      << kComponent.substr(0, place) << options_.engine << kComponent.substr(place + 1);
+      << kComponent.substr(0, place) << engine << kComponent.substr(place + 1);
+  g_free(engine);
 }
 
 Launch HeadlessDesktop::launch(std::vector<std::string> command, bool speaks) const {

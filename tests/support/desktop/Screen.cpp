@@ -60,6 +60,7 @@ bool Screen::hasFocus(Window window) const {
 }
 
 void Screen::focus(Window window) {
+  XRaiseWindow(display_, window);
   XSetInputFocus(display_, window, RevertToPointerRoot, CurrentTime);
   XSync(display_, False);
 }
