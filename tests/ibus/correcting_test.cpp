@@ -65,41 +65,5 @@ TEST_P(Correcting, CapitalsQuotesAndDashesAreMade) {
 INSTANTIATE_TEST_SUITE_P(In, Correcting, testing::ValuesIn(kKinds),
                          [](const auto& kind) { return kind.param.name; });
 
-using Completing = ServedDesktop;
-
-/// Waits until the panel shows candidates that begin so.
-void awaitCandidates(HeadlessDesktop& desktop, const std::string& beginning) {
-  while (desktop.panel().await("candidates shown ").find(beginning) == std::string::npos) continue;
-}
-
-TEST_F(Completing, ByKeysAndByTheMouse) {
-  start();
-  for (const int version : {3, 4}) {
-    const std::string program = "desktop_gtk" + std::to_string(version);
-    ASSERT_EQ(run({"settings", "switches", program, "+checking", "+completion"}), 0);
-    GtkClient client(desktop(), version, {"entry"});
-    client.focus();
-    const auto letters = [&](const char* typed) {
-      desktop().panel().skip();
-      screen().type(typed);
-      awaitCandidates(desktop(), "\taccount");
-    };
-    letters("account");
-    screen().press("space");
-    EXPECT_TRUE(client.shows("account ")) << desktop().log();
-    letters("account");
-    screen().press("Right");
-    screen().press("space");
-    EXPECT_TRUE(client.shows("account accounts "));
-    letters("account");
-    screen().press("2");
-    EXPECT_TRUE(client.shows("account accounts accounts"));
-    screen().press("space");
-    letters("account");
-    desktop().panel().send("candidate 2");
-    EXPECT_TRUE(client.shows("account accounts accounts accounting"));
-  }
-}
-
 }  // namespace
 }  // namespace quorvane::tests

@@ -114,20 +114,5 @@ TEST_F(Secrets, OfGtkAreKeptNowhere) {
   }
 }
 
-TEST_F(Secrets, OfFirefoxAreKeptNowhere) {
-  start(true, QUORVANE_PROGRAM " server --ibus --log --show-private");
-  Browser browser(desktop());
-  browser.focus();
-  for (const int field : {0, 1, 0, 1}) {
-    screen().press(field == 0 ? "Shift_L+Tab" : "Tab");
-    if (!browser.isIn(field)) screen().press("Tab");
-    screen().press("End");
-    screen().type(field == 0 ? kPlain : kSecret);
-  }
-  EXPECT_TRUE(browser.shows(std::string(kSecret) + kSecret, 1));
-  EXPECT_NE(places("plainlyseen"), "");
-  EXPECT_EQ(places(kSecret), "");
-}
-
 }  // namespace
 }  // namespace quorvane::tests
