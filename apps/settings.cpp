@@ -273,8 +273,10 @@ void addSettingsCommand(CLI::App& app, Run& run) {
   addReset(*command, run);
   addMainApplicationSetting(*command, run);
   command->footer(
-      "APP is `type` or `desk`, a signature of four characters, or the bundle identifier of an\n"
-      "application that has no signature. A text field sees a change when another application has\n"
+      "APP is `type` or `desk`, a signature of four characters, or the name or bundle identifier "
+      "of\n"
+      "an application that has no signature. A text field sees a change when another application "
+      "has\n"
       "come to the front, or at its next start.");
 }
 

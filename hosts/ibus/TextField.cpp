@@ -83,6 +83,7 @@ void TextField::forget() {
 
 Meeting TextField::meet() {
   passed_.reset();
+  if (!tells_) earlier_.clear();
   const Meeting meeting = tells_ ? compare() : Meeting::Agrees;
   edited_ = false;
   lags_ = meeting == Meeting::Lags || doubt_ > 0;
@@ -147,11 +148,12 @@ void TextField::meetExpected() {
 }
 
 void TextField::passUnseen(const NSEvent* key) {
-  rememberEarlier();
+  std::u16string before(tail(believed_.before()));
   const bool predictable = key != nullptr && isPredictable(*key);
   if (isPending()) drop(EditFault::Lagging);
   believe(predictable ? afterKey(believed_, *key) : believed_, predictable && predicted_);
   restore();
+  rememberEarlier(std::move(before), true);
 }
 
 void TextField::applyKey(const NSEvent& event, field::CopiedFor whom) {
@@ -168,10 +170,11 @@ void TextField::applyKey(const NSEvent& event, field::CopiedFor whom) {
 }
 
 bool TextField::settle(const NSEvent& key) {
-  rememberEarlier();
+  std::u16string before(tail(believed_.before()));
   const bool passes = passed_.has_value();
   passed_.reset();
   const bool taken = lags_ ? hold(key, passes) : settleNow(key, passes);
+  rememberEarlier(std::move(before), !taken);
   showMarked();
   if (!isPending()) agreement_ = agreementOf(believed_.before(), session_());
   return taken;
@@ -304,8 +307,10 @@ void TextField::showMarked() {
   shownCaret_ = caret;
 }
 
-void TextField::rememberEarlier() {
-  earlier_.emplace_back(tail(believed_.before()));
+/// What a key has left as it was tells nothing of how far the client is.
+void TextField::rememberEarlier(std::u16string before, bool passed) {
+  if ((predicted_ || !passed) && before == tail(believed_.before())) return;
+  earlier_.push_back(std::move(before));
   if (earlier_.size() > kMostEarlier) earlier_.pop_front();
 }
 

@@ -91,7 +91,7 @@ class TextField final : public field::Document {
   void believe(CaretText text, bool predicted);
   void restore();
   void showMarked();
-  void rememberEarlier();
+  void rememberEarlier(std::u16string before, bool passed);
 
   Wire& wire_;
   Session session_;

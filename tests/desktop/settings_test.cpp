@@ -60,7 +60,6 @@ TEST_F(Settings, AnUnknownWordGetsTheKnownOnesAndChangesNothing) {
            {{"set", "completion.spaces", "on"}, "completion.shift-toggle"},
            {{"switches", "desk", "+speling"}, "suggest-spelling"},
            {{"switches", "desk", "spelling"}, "suggest-spelling"},
-           {{"switches", "letters", "+spelling"}, "bundle identifier"},
            {{"shortcut", "Cksp", "cmd+s"}, "CkAl"},
            {{"shortcut", "CkSp", "super+s"}, "option"},
            {{"shortcut", "CkSp", "cmd+up"}, "f1 to f15"},
