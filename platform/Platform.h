@@ -74,8 +74,8 @@ struct ClientParts {
   EventPosting& eventPosting;
   InputMethodKit& inputMethodKit;
   NibOutlets annotationWindow;
-  std::function<bool()> isWithinKey;                 ///< a key waits for its end meanwhile
-  Seconds longestWithinKey{2};  ///< that it may wait for somebody else
+  std::function<bool()> isWithinKey;  ///< a key waits for its end meanwhile
+  Seconds longestWithinKey{2};        ///< that it may wait for somebody else
 };
 
 }  // namespace quorvane

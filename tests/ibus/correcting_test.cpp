@@ -12,6 +12,8 @@ struct Kind {
   const char* name;
   const char* program;  ///< as its switches have it
   std::unique_ptr<Application> (*open)(HeadlessDesktop& desktop);
+
+  friend void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
 };
 
 template <int version>
