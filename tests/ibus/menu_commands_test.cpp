@@ -16,6 +16,7 @@ namespace {
 class MenuCommands : public testing::TestWithParam<int> {
  protected:
   void SetUp() override {
+    if (!kAnswersInTime) GTEST_SKIP() << kTooSlow;
     if (const std::string why = HeadlessDesktop::missing(); !why.empty()) GTEST_SKIP() << why;
     desktop.emplace(DesktopOptions{
         .engine = QUORVANE_PROGRAM " server --ibus --log",
