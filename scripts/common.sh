@@ -3,8 +3,8 @@
 cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 jobs=${JOBS:-2}
 
-# The same source under two presets compiles once where the flags agree.
-export CCACHE_NOHASHDIR=1
+# The same source under two presets, or in two clones, compiles once where the flags agree.
+export CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=$PWD
 
 say() { printf '== %s\n' "$*" >&2; }
 

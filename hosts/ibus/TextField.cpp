@@ -103,11 +103,11 @@ Meeting TextField::meet() {
 /// Keys are handled in their order: what the client has told of is behind it for good. Where it may
 /// be as far as at an earlier key, too, nobody knows yet.
 Meeting TextField::compare() {
-  if (!predicted_) {
+  const std::u16string_view told = tail(told_.before());
+  if (!predicted_ && (told.empty() || told_ != believed_)) {
     meetChange();
     return Meeting::Agrees;
   }
-  const std::u16string_view told = tail(told_.before());
   const bool latest = mayBe(told, tail(believed_.before()));
   const auto matches = [told](const auto& text) { return mayBe(told, text); };
   const auto first = std::ranges::find_if(earlier_, matches);

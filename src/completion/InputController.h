@@ -65,6 +65,7 @@ class InputController : public IMKInputController, public WordInProgress {
   /// The word in progress stands in the document as it was typed, whatever is highlighted, before
   /// somebody else writes there. Nothing happens without one.
   void keepTyped() override;
+  [[nodiscard]] const std::u16string& typed() const override { return _originalBuffer; }
   void do_CancelAutoCompleteSession();
   void do_Cancel_AutoCompleteSession_withoutspace();
   void reset();

@@ -8,6 +8,7 @@
 #include "src/base/Log.h"
 #include "src/bridge/ToolCalls.h"
 #include "src/session/QBIM_IMK_Publication.h"
+#include "src/session/WordInProgress.h"
 
 namespace quorvane {
 namespace {
@@ -77,11 +78,15 @@ std::u16string shown(const SavedText& saved) {
   return text;
 }
 
-// A fix of the last `length` characters begins before what is known to stand before the caret.
-bool reachesTooFar(const SavedText& text, std::uint32_t place, Utf16Units length) {
+// What is known to stand before the caret.
+std::u16string shownFrom(const SavedText& text, std::uint32_t place) {
   SavedText head = text;
   head.cursor = std::min(place, text.cursor);
-  return length.count > shown(text).size() - shown(head).size();
+  return shown(text).substr(shown(head).size());
+}
+
+bool reachesTooFar(const SavedText& text, std::uint32_t place, Utf16Units length) {
+  return length.count > shownFrom(text, place).size();
 }
 
 enum class Match { Yes, No, Unknown };
@@ -119,7 +124,13 @@ void Check_Update_Document_Session_Buffer(Instance& instance, BIMSessionRec* ses
 
 std::u16string shownBeforeCaret(Instance& instance) {
   const BIMSessionRec* const session = BIMGetActiveSession(instance);
-  return session != nullptr ? shown(save(*session)) : std::u16string();
+  if (session == nullptr) return {};
+  std::u16string text = shownFrom(save(*session), session->place);
+  const WordInProgress* const word = instance.state<WordInProgressState>().latest;
+  if (word != nullptr && text.ends_with(word->typed())) {
+    text.resize(text.size() - word->typed().size());
+  }
+  return text;
 }
 
 void takeTextBack(Instance& instance) {

@@ -62,8 +62,9 @@ struct FixState {
 /// Takes in what the main application changed; a text is kept until its message comes. Null: the
 /// active session.
 void Check_Update_Document_Session_Buffer(Instance& instance, BIMSessionRec* session);
-/// What stands before the caret of the active session, as a document shows it. Of a character from
-/// U+E000 on it is only known that it is beyond ASCII.
+/// What is known to stand before the caret of the active session, as a document shows it, without a
+/// word that completion holds. Of a character from U+E000 on it is only known that it is beyond
+/// ASCII.
 std::u16string shownBeforeCaret(Instance& instance);
 /// Somebody goes on typing: a text whose message hasn't come is taken back before the key.
 void takeTextBack(Instance& instance);

@@ -2,6 +2,8 @@
 // The word that completion holds as marked text of a client. Completion lies above; what it holds
 // is known here because whoever writes into the client must have it ended first.
 
+#include <string>
+
 #include "src/base/Instance.h"
 
 namespace quorvane {
@@ -11,6 +13,8 @@ class WordInProgress {
   virtual ~WordInProgress() = default;
   /// The word stands in the document as it was typed. Nothing happens without one.
   virtual void keepTyped() = 0;
+  /// Its typed letters; empty: none is held.
+  [[nodiscard]] virtual const std::u16string& typed() const = 0;
 };
 
 struct WordInProgressState {
