@@ -9,6 +9,11 @@
 #include "src/session/FixGuard.h"
 
 namespace quorvane {
+namespace {
+
+constexpr Seconds kQuiet{0.06};
+
+}  // namespace
 
 IBusServer::IBusServer(RunningSystem& system)
     : system_(system),
@@ -26,7 +31,12 @@ IBusServer::IBusServer(RunningSystem& system)
 ibus::Attendants IBusServer::attendants() {
   return {
       .session = [this] { return shownBeforeCaret(system_.instance()); },
-      .keyBegins = [this] { system_.keyBegins(); },
+      .keyBegins =
+          [this] {
+            latestKey_ = std::chrono::steady_clock::now();
+            system_.keyBegins();
+          },
+      .isQuiet = [this] { return isQuiet(); },
       .catchUp = [this] { system_.settle(); },
       .toFront =
           [this](std::string_view client) {
@@ -78,6 +88,19 @@ void IBusServer::run(bool again) {
   system_.run([this] {
     system_.host().runLoop().runUntil([this] { return turn(); }, desktop::RunLoop::Deadline::max());
   });
+}
+
+bool IBusServer::isQuiet() {
+  const bool quiet = std::chrono::steady_clock::now() - latestKey_ >= kQuiet;
+  if (quiet) {
+    quiet_.reset();
+  } else if (quiet_ == nullptr) {
+    quiet_ = system_.host().runLoop().addTimer(kQuiet, Seconds{}, [this] {
+      quiet_.reset();
+      turn();
+    });
+  }
+  return quiet;
 }
 
 bool IBusServer::turn() {

@@ -1,6 +1,7 @@
 #pragma once
 // The resident input method under the text fields of the desktop's framework.
 
+#include <chrono>
 #include <optional>
 
 #include "apps/ClientApplications.h"
@@ -27,6 +28,7 @@ class IBusServer {
   [[nodiscard]] ibus::Attendants attendants();
   [[nodiscard]] ibus::PanelEvents panelEvents();
   [[nodiscard]] ibus::PressedKeysParts pressedKeysParts();
+  bool isQuiet();
   bool turn();
   void choose(const std::string& property);
   void registerMenu();
@@ -40,6 +42,8 @@ class IBusServer {
   ibus::PanelView panel_;
   ibus::MenuProperties menu_;
   std::unique_ptr<desktop::Notification> told_;  ///< why a command was given up
+  std::chrono::steady_clock::time_point latestKey_;
+  std::unique_ptr<Registration> quiet_;  ///< looks again; null: nothing waits
   bool over_ = false;
 };
 

@@ -54,7 +54,7 @@ parameters::KnownApplication applicationOf(const ResourceFork& file, const std::
   for (const parameters::OwnApplication* const own : parameters::kOwnApplications) {
     if (word == own->name) return own->application();
   }
-  const parameters::KnownApplication program{parameters::kNoSignature, word};
+  parameters::KnownApplication program{parameters::kNoSignature, word};
   if (word.size() != 4 || parameters::switchesOf(file, program)) return program;
   const std::vector<std::uint8_t> bytes(word.begin(), word.end());
   return {bigEndianNumber<FourCharCode>(bytes), {}};

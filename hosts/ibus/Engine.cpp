@@ -182,6 +182,13 @@ void Engine::forward(const Key& key) {
   }
 }
 
+void Engine::passOn(const Key& key) {
+  Key released = key;
+  released.state |= kReleaseState;
+  forward(key);
+  forward(released);
+}
+
 void Engine::showCandidates(IBusLookupTable* table) {
   if (engine_ == nullptr) return;
   if (table == nullptr) return ibus_engine_hide_lookup_table(engine_);

@@ -40,6 +40,7 @@ class Engine final : public Wire {
   void deleteBefore(std::uint32_t codePoints) override;
   void showPreedit(std::u16string_view text, std::uint32_t caret) override;
   void forward(const Key& key) override;
+  void passOn(const Key& key) override;
   /// Null: none.
   void showCandidates(IBusLookupTable* table);
   /// Empty: none.

@@ -93,24 +93,32 @@ bool InputContexts::processKey(const Key& key) {
   if (release) pressed_.erase(key.keycode);
   if (composed && composed->empty()) return false;
   if (!event) {
-    if (!release) focused_->field.passUnseen(nullptr);
-    return false;
+    if (release) return consumed_.erase(key.keycode) != 0;
+    focused_->field.passUnseen(nullptr);
+    return passOn(key, nullptr);
   }
   attendants_.keyBegins();
   enter();
   if (event->type == NSEventType::KeyDown) {
     const bool taken = press(*event, repeats);
-    if (taken) consumed_.insert(key.keycode);
-    return taken;
+    if (!taken) return passOn(key, &*event);
+    consumed_.insert(key.keycode);
+    return true;
   }
   application_.deliver(*event);
   settle();
   return consumed_.erase(key.keycode) != 0;
 }
 
+bool InputContexts::passOn(const Key& key, const NSEvent* event) {
+  const bool taken = focused_->field.passOn(key, event);
+  if (taken) consumed_.insert(key.keycode);
+  return taken;
+}
+
 bool InputContexts::press(const NSEvent& event, bool repeats) {
   TextField& field = focused_->field;
-  const Meeting meeting = field.meet();
+  const Meeting meeting = field.meet(event);
   if (field.lags() && attendants_.completes()) {
     behind_ = true;
     field.passUnseen(&event);
@@ -149,7 +157,7 @@ desktop::FieldKind InputContexts::kind() const {
 }
 
 void InputContexts::settle() {
-  if (isOpen()) focused_->field.settleBetweenKeys();
+  if (isOpen()) focused_->field.settleBetweenKeys(attendants_.isQuiet);
 }
 
 }  // namespace quorvane::ibus

@@ -21,6 +21,8 @@ namespace quorvane::ibus {
 struct Attendants {
   TextField::Session session;  ///< of the field that has the focus
   std::function<void()> keyBegins;
+  /// The latest key is so long ago that its client has handled it. False: calls `settle` then.
+  std::function<bool()> isQuiet;
   std::function<void()> catchUp;  ///< handles what has come in meanwhile, without waiting
   std::function<void(std::string_view client)> toFront;  ///< a program's field gets keys now
   std::function<bool()> completes;  ///< words are completed there: letters may wait to be its text
@@ -83,6 +85,7 @@ class InputContexts {
   void leave();
   void enter();
   bool press(const NSEvent& event, bool repeats);
+  bool passOn(const Key& key, const NSEvent* event);
   bool noteDropped();
   void startAfresh();
 

@@ -111,17 +111,16 @@ void PressedKeys::insert(const Pressed& pressed, const std::string& text) {
 /// Not where the focus has gone to another field meanwhile.
 bool PressedKeys::press(const Pressed& pressed) {
   if (pressed.field.empty() || pressed.field != parts_.field()) return false;
-  if (!takesLettersAlone(parts_.client())) {
-    Key key = pressed.key;
-    wire_.forward(key);
-    key.state |= kReleaseState;
-    wire_.forward(key);
+  if (takesKeys()) {
+    wire_.passOn(pressed.key);
     return true;
   }
   const bool plays = display_ && x11::canPress(*display_);
   if (plays) play(pressed.key);
   return plays;
 }
+
+bool PressedKeys::takesKeys() const { return !takesLettersAlone(parts_.client()); }
 
 void PressedKeys::play(const Key& key) {
   played_.clear();

@@ -43,6 +43,8 @@ class PressedKeys final : public Wire {
     wire_.showPreedit(text, caret);
   }
   void forward(const Key& key) override;
+  [[nodiscard]] bool takesKeys() const override;
+  void passOn(const Key& key) override { wire_.passOn(key); }
   bool comesBack(const Key& key) override;
 
  private:

@@ -74,6 +74,7 @@ void TextField::forget() {
   lags_ = edited_ = false;
   held_ = 0;
   doubt_ = 0;
+  way_ = Way::AsTheyCame;
   dropped_.reset();
   agreement_ = {};
   earlier_.clear();
@@ -81,10 +82,13 @@ void TextField::forget() {
   shown_.clear();
 }
 
-Meeting TextField::meet() {
+Meeting TextField::meet(const NSEvent& key) {
   passed_.reset();
-  if (!tells_) earlier_.clear();
-  const Meeting meeting = tells_ ? compare() : Meeting::Agrees;
+  if (!tells_) {
+    earlier_.clear();
+    way_ = Way::AsTheyCame;
+  }
+  const Meeting meeting = tells_ ? compare(key) : Meeting::Agrees;
   edited_ = false;
   lags_ = meeting == Meeting::Lags || doubt_ > 0;
   if (meeting == Meeting::Lags) {
@@ -102,7 +106,7 @@ Meeting TextField::meet() {
 
 /// Keys are handled in their order: what the client has told of is behind it for good. Where it may
 /// be as far as at an earlier key, too, nobody knows yet.
-Meeting TextField::compare() {
+Meeting TextField::compare(const NSEvent& key) {
   const std::u16string_view told = tail(told_.before());
   if (!predicted_ && (told.empty() || told_ != believed_)) {
     meetChange();
@@ -121,28 +125,37 @@ Meeting TextField::compare() {
   }
   earlier_.clear();
   if (doubt_ > 0 && --doubt_ > 0) return Meeting::Lags;
-  meetExpected();
+  way_ = Way::AsTheyCame;
+  meetExpected(key);
   return Meeting::Agrees;
+}
+
+/// The key can go behind what is done to the client.
+bool TextField::mayGoBefore(const NSEvent& key) const {
+  return isPrintable(key) || wire_.takesKeys();
 }
 
 /// Keys that nobody has seen the effect of may still be on their way.
 void TextField::meetChange() {
   if (isPending()) drop(EditFault::Changed);
   doubt_ = std::max(doubt_, earlier_.size());
+  if (doubt_ == 0) way_ = Way::AsTheyCame;
   earlier_.clear();
   believe(told_, true);
   restore();
 }
 
-void TextField::meetExpected() {
+void TextField::meetExpected(const NSEvent& key) {
   const auto waiting = editBetween(believed_, wanted());
   believe(told_, true);
-  if (!waiting) {
-    drop(EditFault::BehindCaret);
+  if (!waiting || !mayGoBefore(key)) {
+    if (isPending()) drop(EditFault::BehindCaret);
   } else if (const auto fault = faultOf(*waiting)) {
     drop(*fault);
   } else {
-    send(*waiting);
+    std::u16string before(tail(believed_.before()));
+    sendAtKey(*waiting);
+    rememberEarlier(std::move(before), false);
   }
   restore();
 }
@@ -214,17 +227,30 @@ bool TextField::settlePassed(const NSEvent& key) {
     goal.text.erase(goal.caret - 1, 1);
     goal.anchor = --goal.caret;
   }
-  if (!predictable && goal != believed_) edit(goal);
+  if (!predictable && goal != believed_ && mayGoBefore(key)) edit(goal);
   if (predictable && !isPrintable(key)) drop(EditFault::BehindCaret);
   believe(predictable ? untouched : believed_, predictable && predicted_);
   restore();
   return false;
 }
 
-void TextField::settleBetweenKeys() {
+bool TextField::passOn(const Key& key, const NSEvent* event) {
+  const bool inserts = way_ == Way::Inserted && event != nullptr && isPrintable(*event);
+  if (!inserts && !wire_.takesKeys()) way_ = Way::AsTheyCame;
+  if (way_ == Way::AsTheyCame) return false;
+  if (inserts) {
+    wire_.commit(event->characters);
+  } else {
+    wire_.passOn(key);
+    way_ = Way::PassedOn;
+  }
+  return true;
+}
+
+void TextField::settleBetweenKeys(const std::function<bool()>& isQuiet) {
   const auto waiting = editBetween(believed_, wanted());
   const bool inserts = waiting && waiting->deleted == 0 && !waiting->inserted.empty();
-  if (inserts && predicted_ && !lags_) send(*waiting);
+  if (inserts && predicted_ && !lags_ && isQuiet()) send(*waiting);
   showMarked();
 }
 
@@ -244,7 +270,7 @@ bool TextField::edit(const CaretText& goal) {
     drop(*fault);
     return false;
   }
-  send(*wish);
+  sendAtKey(*wish);
   return true;
 }
 
@@ -255,6 +281,12 @@ std::optional<EditFault> TextField::faultOf(const Edit& edit) const {
   if (believed_.caret != believed_.anchor) return EditFault::BehindCaret;
   const bool agreed = mayReplace(believed_.before(), believed_.caret - edit.deleted, agreement_);
   return agreed ? std::nullopt : std::optional(EditFault::Disagreement);
+}
+
+/// The client has handled all keys before.
+void TextField::sendAtKey(const Edit& edit) {
+  send(edit);
+  if (!edit.isNothing() && way_ == Way::AsTheyCame) way_ = Way::Inserted;
 }
 
 void TextField::send(const Edit& edit) {
@@ -307,11 +339,14 @@ void TextField::showMarked() {
   shownCaret_ = caret;
 }
 
-/// What a key has left as it was tells nothing of how far the client is.
+/// What a key has left as it was tells nothing of how far the client is, unless nobody knows what
+/// it does.
 void TextField::rememberEarlier(std::u16string before, bool passed) {
-  if ((predicted_ || !passed) && before == tail(believed_.before())) return;
-  earlier_.push_back(std::move(before));
-  if (earlier_.size() > kMostEarlier) earlier_.pop_front();
+  const std::u16string_view now = tail(believed_.before());
+  const bool unknown = passed && !predicted_;
+  if (before != now) earlier_.push_back(std::move(before));
+  if (unknown) earlier_.emplace_back(now);
+  while (earlier_.size() > kMostEarlier) earlier_.pop_front();
 }
 
 }  // namespace quorvane::ibus

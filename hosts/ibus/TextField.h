@@ -58,7 +58,7 @@ class TextField final : public field::Document {
   // A key, in this order.
 
   /// Right before it: what is still to be done to the client is done now, or dropped.
-  Meeting meet();
+  Meeting meet(const NSEvent& key);
   /// It may not have handled all of its keys: edits wait.
   [[nodiscard]] bool lags() const { return lags_; }
   /// The input method doesn't get it. Null: nobody can say what it does.
@@ -66,8 +66,12 @@ class TextField final : public field::Document {
   /// The input method has had it. False: the client must get it now.
   bool settle(const NSEvent& key);
 
-  /// Between keys: what goes to the caret goes there, the rest waits for the next key.
-  void settleBetweenKeys();
+  /// The key goes to the client, behind what has been done to it. False: as it came.
+  bool passOn(const Key& key, const NSEvent* event);
+
+  /// Between keys: what goes to the caret goes there once that is quiet, the rest waits for the
+  /// next key.
+  void settleBetweenKeys(const std::function<bool()>& isQuiet);
   /// Of a key that was passed on, or of one that the input method has pressed.
   void applyKey(const NSEvent& event, field::CopiedFor whom) override;
 
@@ -78,20 +82,27 @@ class TextField final : public field::Document {
  private:
   [[nodiscard]] CaretText wanted() const;
   [[nodiscard]] bool isPending() const { return wanted() != believed_; }
-  Meeting compare();
+  Meeting compare(const NSEvent& key);
   void meetChange();
-  void meetExpected();
+  void meetExpected(const NSEvent& key);
+  [[nodiscard]] bool mayGoBefore(const NSEvent& key) const;
   bool settleNow(const NSEvent& key, bool passes);
   bool settlePassed(const NSEvent& key);
   bool hold(const NSEvent& key, bool passes);
   bool edit(const CaretText& goal);
   [[nodiscard]] std::optional<EditFault> faultOf(const Edit& edit) const;
+  void sendAtKey(const Edit& edit);
   void send(const Edit& edit);
   void drop(EditFault fault);
   void believe(CaretText text, bool predicted);
   void restore();
   void showMarked();
   void rememberEarlier(std::u16string before, bool passed);
+
+  /// How keys come to the client. What is done to it comes as signals, which one that waits for the
+  /// answer to each key handles after its next key: so keys go the same way until it is seen to be
+  /// as far. A key that was passed on overtakes nothing, but what is inserted later overtakes it.
+  enum class Way : std::uint8_t { AsTheyCame, Inserted, PassedOn };
 
   Wire& wire_;
   Session session_;
@@ -101,11 +112,12 @@ class TextField final : public field::Document {
   bool predicted_ = false;  ///< `believed_` is right unless somebody else has done something
   std::size_t doubt_ = 0;   ///< keys of unknown effect that may still be on their way
   bool lags_ = false;       ///< at the last key
-  bool waits_ = false;      ///< an edit does, since before the key under way
-  unsigned held_ = 0;       ///< keys since an edit began to wait for that
-  bool edited_ = false;     ///< by us, at the last key
-  unsigned misfits_ = 0;    ///< edits that it made something else of
-  Agreement agreement_;     ///< of `believed_` and the session
+  Way way_ = Way::AsTheyCame;
+  bool waits_ = false;                  ///< an edit does, since before the key under way
+  unsigned held_ = 0;                   ///< keys since an edit began to wait for that
+  bool edited_ = false;                 ///< by us, at the last key
+  unsigned misfits_ = 0;                ///< edits that it made something else of
+  Agreement agreement_;                 ///< of `believed_` and the session
   std::deque<std::u16string> earlier_;  ///< ends of what a lagging client may still have
   std::optional<NSEvent> passed_;       ///< the key under way, where it was passed on
   std::u16string shown_;                ///< as preedit
