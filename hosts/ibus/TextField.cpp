@@ -90,6 +90,7 @@ Meeting TextField::meet(const NSEvent& key) {
   }
   const Meeting meeting = tells_ ? compare(key) : Meeting::Agrees;
   edited_ = false;
+  if (way_ != Way::PassedOn) passedOn_ = 0;
   lags_ = meeting == Meeting::Lags || doubt_ > 0;
   if (meeting == Meeting::Lags) {
     waits_ = isPending();
@@ -138,7 +139,7 @@ bool TextField::mayGoBefore(const NSEvent& key) const {
 /// Keys that nobody has seen the effect of may still be on their way.
 void TextField::meetChange() {
   if (isPending()) drop(EditFault::Changed);
-  doubt_ = std::max(doubt_, earlier_.size());
+  doubt_ = std::max({doubt_, earlier_.size(), passedOn_});
   if (doubt_ == 0) way_ = Way::AsTheyCame;
   earlier_.clear();
   believe(told_, true);
@@ -155,7 +156,7 @@ void TextField::meetExpected(const NSEvent& key) {
   } else {
     std::u16string before(tail(believed_.before()));
     sendAtKey(*waiting);
-    rememberEarlier(std::move(before), false);
+    rememberEarlier(std::move(before), false, true);
   }
   restore();
 }
@@ -166,7 +167,7 @@ void TextField::passUnseen(const NSEvent* key) {
   if (isPending()) drop(EditFault::Lagging);
   believe(predictable ? afterKey(believed_, *key) : believed_, predictable && predicted_);
   restore();
-  rememberEarlier(std::move(before), true);
+  rememberEarlier(std::move(before), true, predictable);
 }
 
 void TextField::applyKey(const NSEvent& event, field::CopiedFor whom) {
@@ -187,7 +188,7 @@ bool TextField::settle(const NSEvent& key) {
   const bool passes = passed_.has_value();
   passed_.reset();
   const bool taken = lags_ ? hold(key, passes) : settleNow(key, passes);
-  rememberEarlier(std::move(before), !taken);
+  rememberEarlier(std::move(before), !taken, isPredictable(key));
   showMarked();
   if (!isPending()) agreement_ = agreementOf(believed_.before(), session_());
   return taken;
@@ -243,6 +244,7 @@ bool TextField::passOn(const Key& key, const NSEvent* event) {
   } else {
     wire_.passOn(key);
     way_ = Way::PassedOn;
+    ++passedOn_;
   }
   return true;
 }
@@ -341,11 +343,11 @@ void TextField::showMarked() {
 
 /// What a key has left as it was tells nothing of how far the client is, unless nobody knows what
 /// it does.
-void TextField::rememberEarlier(std::u16string before, bool passed) {
+void TextField::rememberEarlier(std::u16string before, bool passed, bool predictable) {
   const std::u16string_view now = tail(believed_.before());
-  const bool unknown = passed && !predicted_;
-  if (before != now) earlier_.push_back(std::move(before));
-  if (unknown) earlier_.emplace_back(now);
+  const bool same = before == now;
+  if (!same || (passed && !predicted_)) earlier_.push_back(std::move(before));
+  if (!same && passed && !predictable) earlier_.emplace_back(now);
   while (earlier_.size() > kMostEarlier) earlier_.pop_front();
 }
 

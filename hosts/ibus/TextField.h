@@ -97,7 +97,7 @@ class TextField final : public field::Document {
   void believe(CaretText text, bool predicted);
   void restore();
   void showMarked();
-  void rememberEarlier(std::u16string before, bool passed);
+  void rememberEarlier(std::u16string before, bool passed, bool predictable);
 
   /// How keys come to the client. What is done to it comes as signals, which one that waits for the
   /// answer to each key handles after its next key: so keys go the same way until it is seen to be
@@ -113,6 +113,7 @@ class TextField final : public field::Document {
   std::size_t doubt_ = 0;   ///< keys of unknown effect that may still be on their way
   bool lags_ = false;       ///< at the last key
   Way way_ = Way::AsTheyCame;
+  std::size_t passedOn_ = 0;            ///< keys, since the way is that
   bool waits_ = false;                  ///< an edit does, since before the key under way
   unsigned held_ = 0;                   ///< keys since an edit began to wait for that
   bool edited_ = false;                 ///< by us, at the last key
