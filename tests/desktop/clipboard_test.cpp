@@ -60,6 +60,26 @@ TEST_F(ClipboardTest, ALoanLiesBelowWhatIsCopiedMeanwhile) {
   EXPECT_FALSE(std::filesystem::exists(stage.runtimeFile("clipboard.kept")));
 }
 
+TEST_F(ClipboardTest, APasteTakesWhatWasLentForItHoweverLate) {
+  clipboard.copy("mine");
+  clipboard.lend("to be pasted");
+  EXPECT_EQ(clipboard.takeLent(), "to be pasted");
+  holds("mine");
+  clipboard.lend("to be pasted");
+  clipboard.endLoan();
+  holds("mine");
+  EXPECT_EQ(clipboard.takeLent(), "to be pasted");
+  EXPECT_EQ(clipboard.takeLent(), "mine") << "of somebody who doesn't lend";
+  clipboard.lend("to be pasted");
+  clipboard.copy("mine, newer");
+  EXPECT_EQ(clipboard.takeLent(), "to be pasted");
+  holds("mine, newer");
+  clipboard.lend("never pasted");
+  clipboard.endLoan();
+  clipboard.copyForCommand("its own");
+  EXPECT_EQ(clipboard.takeLent(), "its own");
+}
+
 TEST_F(ClipboardTest, StaysWhereATextIsTooLongOrCantBeWritten) {
   const std::string longest(desktop::kClipboardLimit, 'x');
   ASSERT_TRUE(clipboard.copy(longest));
