@@ -128,6 +128,10 @@ TEST_F(ClipboardTest, ALoanEndsOnceTheClientHasPasted) {
     EXPECT_TRUE(loan.poll());
     holds(row.afterwards);
     EXPECT_EQ(tool.get(checker::At::ClipState), 0U);
+    EXPECT_TRUE(loan.giveBack()) << "a check won't come";
+    ASSERT_TRUE(loan.lend("to be pasted"));
+    tool.put(checker::At::ClipState, 0);
+    EXPECT_FALSE(loan.giveBack()) << "the paste has come, and a check may";
   }
 }
 
