@@ -234,16 +234,14 @@ TEST(Type, WhatAKillLeavesIsClearedAwayByTheNext) {
 TEST(Type, SeveralRunSideBySide) {
   const OwnFolder folder;
   const std::vector<std::string> arguments{"type", "--delay", "5"};
-  const auto typed = [&](std::string input, std::string right) {
-    return std::async(std::launch::async, typedUntilRight, std::ref(folder),
-                      Start{arguments, std::move(input)}, std::move(right));
-  };
-  auto one = typed("I beleive teh words. ", "I believe the words. ");
-  auto two = typed(std::string(kMistakes), std::string(kCorrected));
+  auto other = std::async(std::launch::async, [&] {
+    return typedUntilRight(folder, {arguments, std::string(kMistakes)}, std::string(kCorrected));
+  });
   const std::string text = "teh\tna\xC3\xAFve \xE2\x82\xAC \xF0\x9F\x90\xA6 (\"x\")\n\nend teh\n";
   RunningProgram plain(folder, {.arguments = {"type", "--no-checker"}, .input = text});
-  EXPECT_EQ(one.get(), "I believe the words. ");
-  EXPECT_EQ(two.get(), kCorrected);
+  const std::string right = "I believe the words. ";
+  EXPECT_EQ(typedUntilRight(folder, {arguments, "I beleive teh words. "}, right), right);
+  EXPECT_EQ(other.get(), kCorrected);
   EXPECT_EQ(plain.wait(), 0);
   EXPECT_EQ(plain.output(), text) << "nobody corrects it";
 }

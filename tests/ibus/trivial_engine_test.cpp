@@ -38,12 +38,12 @@ class TrivialEngine : public testing::Test {
       if (attempt()) return true;
     return false;
   }
-  bool becomesRight(GtkClient& client, int field) {
+  bool becomes(const std::string& text, GtkClient& client, int field) {
     return atLast([&] {
       client.send("set ");
       EXPECT_TRUE(client.shows("", field));
       typeInto(client);
-      return static_cast<bool>(client.shows(kRight, field, 10s));
+      return static_cast<bool>(client.shows(text, field, 10s));
     });
   }
 
@@ -55,17 +55,11 @@ TEST_F(TrivialEngine, ReplacesInEachFieldOfGtk) {
   for (const int version : {3, 4}) {
     GtkClient client(desktop(), version, {"entry", "view", version == 3 ? "purpose" : "password"});
     client.focus();
-    EXPECT_TRUE(becomesRight(client, 0)) << version << client.text(0);
-    desktop().focusBy([&] { client.send("focus 1"); });
-    EXPECT_TRUE(becomesRight(client, 1)) << version << client.text(1);
-    desktop().focusBy([&] { client.send("focus 2"); });
-    if (version == 3) {
-      EXPECT_TRUE(becomesRight(client, 2)) << client.text(2);
-    } else {
-      typeInto(client);
-      EXPECT_TRUE(client.shows(kTypedBefore, 2)) << "it tells nothing";
+    for (const int field : {1, 2, 0}) {
+      desktop().focusBy([&] { client.send("focus " + std::to_string(field)); });
+      const bool tellsNothing = version == 4 && field == 2;
+      EXPECT_TRUE(becomes(tellsNothing ? kTypedBefore : kRight, client, field)) << version;
     }
-    EXPECT_TRUE(client.shows(kRight)) << version;
   }
 }
 
@@ -98,8 +92,7 @@ TEST_F(TrivialEngine, ReplacesInEditors) {
       Editor editor(desktop(), name);
       typeInto(editor);
       return static_cast<bool>(editor.shows(kRight, 0, 10s));
-    })) << name
-        << desktop().log();
+    })) << name;
   }
 }
 
