@@ -60,7 +60,11 @@ ibus::PressedKeysParts IBusServer::pressedKeysParts() {
                 return system_.textApplication().clipboard().copy(
                     toUtf16(decodeUtf8Leniently(utf8)), field::CopiedFor::Command);
               },
-          .toPaste = [this] { return toUtf8(system_.textApplication().clipboard().text()); },
+          .toPaste =
+              [this] {
+                field::Clipboard& clipboard = system_.textApplication().clipboard();
+                return toUtf8(clipboard.takeForCommand());
+              },
           .failed = [this](std::string_view why) { giveUp(why); }};
 }
 

@@ -30,13 +30,15 @@ bool isEmpty(const std::filesystem::path& path) {
   return std::filesystem::file_size(path, error) == 0;
 }
 
-}  // namespace
-
-std::optional<std::string> ClipboardFile::text() const {
-  const auto bytes = readPlainFile(file_, kClipboardLimit, Whose::Own);
+std::optional<std::string> textOf(const std::filesystem::path& path) {
+  const auto bytes = readPlainFile(path, kClipboardLimit, Whose::Own);
   if (!bytes) return {};
   return std::string(bytes->begin(), bytes->end());
 }
+
+}  // namespace
+
+std::optional<std::string> ClipboardFile::text() const { return textOf(file_); }
 
 bool ClipboardFile::copy(std::string_view text) {
   const Descriptor held = lock();
@@ -67,6 +69,7 @@ std::optional<std::string> ClipboardFile::takeCommandsCopy() {
 bool ClipboardFile::lend(std::string_view text) {
   const Descriptor held = lock();
   endLoanUnderLock();
+  ::unlink(lent_.c_str());
   if (isPresent(before_)) standAgain(before_);
   if (!keepFor(kept_)) return false;
   const bool isThere = put(text);
@@ -80,13 +83,21 @@ void ClipboardFile::endLoan() {
   endLoanUnderLock();
 }
 
+std::optional<std::string> ClipboardFile::takeLent() {
+  const Descriptor held = lock();
+  auto lent = isPresent(before_) ? std::nullopt : textOf(lent_);
+  if (!lent) return text();
+  endLoanUnderLock();
+  ::unlink(lent_.c_str());
+  return lent;
+}
+
 void ClipboardFile::endLoanUnderLock() {
   if (areOneFile(file_, lent_)) {
     standAgain(kept_);
   } else if (areOneFile(before_, lent_)) {
     std::rename(kept_.c_str(), before_.c_str());
   }
-  ::unlink(lent_.c_str());
   ::unlink(kept_.c_str());
 }
 

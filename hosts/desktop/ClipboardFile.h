@@ -2,9 +2,10 @@
 // The clipboard of all processes that meet in a runtime folder: the file `clipboard` there, UTF-8,
 // mode 0600, at most 8 MiB, written whole and then renamed. Two other files lie beside it for a
 // while. `clipboard.before`: the clipboard is a command's copy, and this stood there until then;
-// empty: nothing did. `clipboard.lent`: the clipboard was lent for a paste as long as it is this
-// very file, and what stood there lies in `clipboard.kept`, if anything did. Who writes holds a
-// lock on the folder; one that isn't to be had within a few milliseconds is done without.
+// empty: nothing did. `clipboard.lent`: what a paste is to insert that hasn't come yet; the
+// clipboard is lent for it as long as it is this very file, and what stood there lies in
+// `clipboard.kept`, if anything did. Who writes holds a lock on the folder; one that isn't to be
+// had within a few milliseconds is done without.
 
 #include <filesystem>
 #include <optional>
@@ -46,8 +47,12 @@ class ClipboardFile {
   /// For a paste. A loan that hasn't ended ends first.
   bool lend(std::string_view text);
   /// What stood there before stands again, also below a copy for a command; not where a person has
-  /// copied meanwhile. Without a loan nothing happens.
+  /// copied meanwhile. Without a loan nothing happens. A paste that comes late finds its text.
   void endLoan();
+  /// What a paste is to insert that a command has asked for: the text that was lent for it,
+  /// whatever the clipboard is by now. That ends the loan. Where none was lent, or a command has
+  /// copied since, what is there.
+  std::optional<std::string> takeLent();
 
  private:
   [[nodiscard]] Descriptor lock() const;

@@ -17,6 +17,8 @@ class Clipboard {
 
   /// Empty where there is nothing.
   [[nodiscard]] virtual std::u16string text() const = 0;
+  /// What a command's Paste is to insert, which may be other than what a person would paste.
+  virtual std::u16string takeForCommand() { return text(); }
   /// Empty: nothing is selected that a command could have copied. False where the clipboard is as
   /// it was, since the text can't be kept there.
   virtual bool copy(std::u16string_view text, CopiedFor whom) = 0;

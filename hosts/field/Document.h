@@ -69,6 +69,7 @@ class Document : public IMKTextInput {
   void applyCommand(const NSEvent& event, CopiedFor whom);
   void applyControl(char16_t code);
   bool copySelection(CopiedFor whom);
+  std::u16string toPaste(CopiedFor whom);
   void eraseSelectionOr(NSRange otherwise);
   void moveTo(std::uint64_t position);
   [[nodiscard]] std::uint64_t selectionEnd() const {

@@ -39,7 +39,7 @@ void Document::applyCommand(const NSEvent& event, CopiedFor whom) {
   if (letter == u'a') selection_ = {0, text_.size()};
   if (letter == u'c') copySelection(whom);
   if (letter == u'x' && copySelection(whom)) replace(selection_, {});
-  if (letter == u'v') replace(selection_, clipboard_->text());
+  if (letter == u'v') replace(selection_, toPaste(whom));
 }
 
 void Document::applyControl(char16_t code) {
@@ -88,6 +88,10 @@ bool Document::copySelection(CopiedFor whom) {
   const auto selected = std::u16string_view(text_).substr(selection_.location, selection_.length);
   if (selected.empty() && whom == CopiedFor::Person) return false;
   return clipboard_->copy(selected, whom);
+}
+
+std::u16string Document::toPaste(CopiedFor whom) {
+  return whom == CopiedFor::Command ? clipboard_->takeForCommand() : clipboard_->text();
 }
 
 void Document::eraseSelectionOr(NSRange otherwise) {

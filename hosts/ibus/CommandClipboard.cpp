@@ -10,6 +10,8 @@ using namespace std::chrono_literals;
 constexpr Seconds kForCopy{0.6};
 constexpr Seconds kLook{0.1};
 constexpr auto kForPaste = 3s;
+/// Where the client stands still.
+constexpr auto kLongestPaste = 30s;
 /// Who pastes may ask more than once.
 constexpr auto kBehindPaste = 300ms;
 
@@ -62,15 +64,20 @@ void CommandClipboard::paste(std::string text, Press press, std::function<void()
 void CommandClipboard::awaitPaste(Moment since) {
   const Moment now = std::chrono::steady_clock::now();
   const auto taken = selection_.taken();
-  const bool isOver = (taken && now - *taken > kBehindPaste) || now - since > kForPaste;
-  if (isOver || !selection_.isOwn()) endPaste();
+  const bool isOver = (taken && now - *taken > kBehindPaste) || now - since > kLongestPaste;
+  if (isOver || !selection_.isOwn()) return endPaste();
+  if (now - since > kForPaste) goOn();
 }
 
 void CommandClipboard::endPaste() {
   timer_.reset();
   if (selection_.isOwn()) restore();
   former_ = {};
-  std::exchange(pasted_, {})();
+  goOn();
+}
+
+void CommandClipboard::goOn() {
+  if (pasted_) std::exchange(pasted_, {})();
 }
 
 void CommandClipboard::restore() {

@@ -1,6 +1,7 @@
 #pragma once
 // The desktop's clipboard around the Copy and the Paste of a command. What was there before is put
-// back where all of it was text; a copy that a person makes meanwhile stays.
+// back where all of it was text; a copy that a person makes meanwhile stays. A client that stands
+// still finds the text for its Paste for half a minute, while other keys go on.
 
 #include <functional>
 #include <memory>
@@ -24,12 +25,15 @@ class CommandClipboard {
   CommandClipboard(const CommandClipboard&) = delete;
   CommandClipboard& operator=(const CommandClipboard&) = delete;
 
-  // Neither waits, and neither begins before the one before has called `then`.
+  // Neither waits, and neither begins before the one before has called `then`, nor while it awaits
+  // its paste.
 
   /// What the client has copied; none: nothing, or somebody else did.
   void copy(Press press, std::function<void(std::optional<std::string>)> then);
-  /// Once the client has had the time to paste `text`.
+  /// `then`: once the client has had the usual time to paste `text`.
   void paste(std::string text, Press press, std::function<void()> then);
+  /// The client hasn't pasted yet what it was to.
+  [[nodiscard]] bool awaitsPaste() const { return timer_ != nullptr; }
 
  private:
   using Moment = x11::Selection::Moment;
@@ -39,6 +43,7 @@ class CommandClipboard {
   void endCopy(std::optional<std::string> text);
   void awaitPaste(Moment since);
   void endPaste();
+  void goOn();
   void restore();
 
   desktop::RunLoop& runLoop_;

@@ -67,9 +67,14 @@ void PressedKeys::fail(std::string_view why) {
 }
 
 void PressedKeys::perform(const Pressed& pressed) {
-  if (isChord(pressed.key, 'c')) return copy(pressed);
-  if (isChord(pressed.key, 'v')) return paste(pressed);
-  press(pressed);
+  const bool copies = isChord(pressed.key, 'c');
+  if (!copies && !isChord(pressed.key, 'v')) {
+    press(pressed);
+  } else if (clipboard_ && clipboard_->awaitsPaste()) {
+    parts_.failed("the client hasn't pasted yet what it was to");
+  } else {
+    copies ? copy(pressed) : paste(pressed);
+  }
 }
 
 void PressedKeys::copy(const Pressed& pressed) {

@@ -60,6 +60,20 @@ TEST_F(ClipboardTest, ALoanLiesBelowWhatIsCopiedMeanwhile) {
   EXPECT_FALSE(std::filesystem::exists(stage.runtimeFile("clipboard.kept")));
 }
 
+TEST_F(ClipboardTest, APasteTakesWhatWasLentForItHoweverLate) {
+  clipboard.copy("mine");
+  clipboard.lend("to be pasted");
+  clipboard.endLoan();
+  EXPECT_EQ(clipboard.takeLent(), "to be pasted");
+  EXPECT_EQ(clipboard.takeLent(), "mine") << "of somebody who doesn't lend";
+  clipboard.lend("to be pasted, too");
+  EXPECT_EQ(clipboard.takeLent(), "to be pasted, too");
+  holds("mine");
+  clipboard.lend("never pasted");
+  clipboard.copyForCommand("its own");
+  EXPECT_EQ(clipboard.takeLent(), "its own");
+}
+
 TEST_F(ClipboardTest, StaysWhereATextIsTooLongOrCantBeWritten) {
   const std::string longest(desktop::kClipboardLimit, 'x');
   ASSERT_TRUE(clipboard.copy(longest));
@@ -108,6 +122,10 @@ TEST_F(ClipboardTest, ALoanEndsOnceTheClientHasPasted) {
     EXPECT_TRUE(loan.poll());
     holds(row.afterwards);
     EXPECT_EQ(tool.get(checker::At::ClipState), 0U);
+    EXPECT_TRUE(loan.giveBack()) << "a check won't come";
+    ASSERT_TRUE(loan.lend("to be pasted"));
+    tool.put(checker::At::ClipState, 0);
+    EXPECT_FALSE(loan.giveBack()) << "the paste has come, and a check may";
   }
 }
 

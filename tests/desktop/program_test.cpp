@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <future>
 
 #include "hosts/desktop/RuntimeFolder.h"
 #include "tests/support/DesktopStage.h"
@@ -133,15 +134,14 @@ TEST(Corrections, SureOrSilent) {
   const std::string left =
       "The quantized flyer of the licensors, says Hoare to Ayn, is his util of "
       "theatre programme. ";
-  RunningProgram type(
-      folder,
-      {.arguments = {"type"},
-       .input = left + "We recieve teh one becuase i'm definately seperate, dont go untill it "
-                       "occured to wich goverment. "});
-  EXPECT_EQ(type.wait(), 0);
-  EXPECT_EQ(type.output(), left +
-                               "We receive the one because I'm definitely separate, don't go until "
-                               "it occurred to which government. ");
+  const Start type{.arguments = {"type"},
+                   .input = left +
+                            "We recieve teh one becuase i'm definately seperate, dont go "
+                            "untill it occured to wich goverment. "};
+  const std::string right = left +
+                            "We receive the one because I'm definitely separate, don't go "
+                            "until it occurred to which government. ";
+  EXPECT_EQ(typedUntilRight(folder, type, right), right);
 }
 
 TEST(Corrections, WhatIsTakenBackTwiceIsNeverMadeAgain) {
@@ -234,15 +234,15 @@ TEST(Type, WhatAKillLeavesIsClearedAwayByTheNext) {
 TEST(Type, SeveralRunSideBySide) {
   const OwnFolder folder;
   const std::vector<std::string> arguments{"type", "--delay", "5"};
-  RunningProgram one(folder, {.arguments = arguments, .input = "I beleive teh words. "});
-  RunningProgram two(folder, {.arguments = arguments, .input = std::string(kMistakes)});
+  auto other = std::async(std::launch::async, [&] {
+    return typedUntilRight(folder, {arguments, std::string(kMistakes)}, std::string(kCorrected));
+  });
   const std::string text = "teh\tna\xC3\xAFve \xE2\x82\xAC \xF0\x9F\x90\xA6 (\"x\")\n\nend teh\n";
   RunningProgram plain(folder, {.arguments = {"type", "--no-checker"}, .input = text});
-  EXPECT_EQ(one.wait(), 0);
-  EXPECT_EQ(two.wait(), 0);
+  const std::string right = "I believe the words. ";
+  EXPECT_EQ(typedUntilRight(folder, {arguments, "I beleive teh words. "}, right), right);
+  EXPECT_EQ(other.get(), kCorrected);
   EXPECT_EQ(plain.wait(), 0);
-  EXPECT_EQ(one.output(), "I believe the words. ");
-  EXPECT_EQ(two.output(), kCorrected);
   EXPECT_EQ(plain.output(), text) << "nobody corrects it";
 }
 

@@ -3,7 +3,6 @@
 
 #include <map>
 #include <random>
-#include <set>
 #include <thread>
 
 #include "tests/ibus/ServedDesktop.h"
@@ -13,10 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// With any of its corrections.
-const std::set<std::string> kUndamaged{kTyped, kCorrected,
-                                       "I receive teh letter, it doesn't matter. ",
-                                       "I recieve the letter, it doesn't matter. "};
+bool isUndamaged(const std::string& text) { return isPartlyRight(text, kTyped, kCorrected); }
 
 class StalledClient : public ServedDesktop, public testing::WithParamInterface<bool> {
  protected:
@@ -37,7 +33,8 @@ class StalledClient : public ServedDesktop, public testing::WithParamInterface<b
       });
       screen().type(kTyped, Screen::Pause(20));
       stall.join();
-      (void)client.shows(kCorrected, 0, 1s);
+      for (int left = 20; left > 0 && !client.shows(kCorrected, 0, 1s); --left)
+        if (isUndamaged(client.text())) break;
       ++texts[client.text()];
     }
     for (const auto& [text, count] : texts)
@@ -48,14 +45,14 @@ class StalledClient : public ServedDesktop, public testing::WithParamInterface<b
 
 TEST_P(StalledClient, OfGtk3IsNeverDamaged) {
   start(GetParam());
-  for (const auto& [text, count] : typeInto(3)) EXPECT_TRUE(kUndamaged.contains(text)) << text;
+  for (const auto& [text, count] : typeInto(3)) EXPECT_TRUE(isUndamaged(text)) << text;
 }
 
 /// That one damages its text by itself where it doesn't wait.
 TEST_P(StalledClient, OfGtk4IsNoWorseThanWithoutUs) {
   start(GetParam());
   int damaged = 0;
-  for (const auto& [text, count] : typeInto(4)) damaged += kUndamaged.contains(text) ? 0 : count;
+  for (const auto& [text, count] : typeInto(4)) damaged += isUndamaged(text) ? 0 : count;
   int damagedAnyway = 0;
   if (damaged > 0) {
     start(GetParam(), QUORVANE_DESKTOP_PROGRAMS "/desktop_trivial_engine");

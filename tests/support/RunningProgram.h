@@ -57,6 +57,12 @@ class RunningProgram {
   bool ended_ = false;
 };
 
+/// Each word is as typed or as it is right, with no blank more or less.
+bool isPartlyRight(const std::string& text, const std::string& typed, const std::string& right);
+/// What `quorvane type` makes of its input, at the fifth time at the latest: a machine that is held
+/// up leaves corrections out, and nothing else. Any other text than that is given back at once.
+std::string typedUntilRight(const OwnFolder& folder, const Start& start, const std::string& right);
+
 std::string contentOf(const std::filesystem::path& file);
 
 /// How many main applications and input methods have announced themselves in `folder`.

@@ -85,7 +85,7 @@ Checker::Checker(desktop::DesktopHost& host, const CheckerOptions& options,
   createSegments();
   removePopupList(runtimeFolder_);
   removeWindowFile(runtimeFolder_);
-  clipboard_.endLoan();  // of one that was killed
+  clipboard_.takeLent();  // of one that was killed
   servePort(port);
   ToolRecord(segments_.tool).put(At::InteractiveMode, 1);
   readUsersFiles(configuration.dataDirectory);

@@ -58,8 +58,8 @@ bool Checker::tellOfWindow(const WindowText* text) {
 
 bool Checker::performInWindow(std::uint32_t command) {
   if (command == kRestoreClipboardCommand) {
-    clipboardLoan_->giveBack();
-    ToolRecord(segments_.tool).put(At::AutoMark, 0);  // that check won't come
+    const bool checkWontCome = clipboardLoan_->giveBack();
+    if (checkWontCome) ToolRecord(segments_.tool).put(At::AutoMark, 0);
     return true;
   }
   return window_->obey(command, clientOfCommand());

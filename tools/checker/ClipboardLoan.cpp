@@ -10,9 +10,11 @@ constexpr std::uint64_t kLongestLoan = 10 * kSecond;
 
 }  // namespace
 
-void ClipboardLoan::giveBack() {
-  clipboard_.takeCommandsCopy();
+bool ClipboardLoan::giveBack() {
+  const bool wasLent = lent_;
+  const bool wasCopied = clipboard_.takeCommandsCopy().has_value();
   if (tool_.get(At::ClipState) != kRestoreArmed) end();
+  return wasCopied || !wasLent;
 }
 
 bool ClipboardLoan::lend(std::string_view text) {

@@ -26,8 +26,8 @@ class ClipboardLoan {
   std::optional<std::string> takeCopied() { return clipboard_.takeCommandsCopy(); }
 
   /// Takes back what the client has copied for a command that won't come, and ends a loan once it
-  /// has been pasted.
-  void giveBack();
+  /// has been pasted. False where it was for a paste alone.
+  bool giveBack();
 
   /// Puts a text there for a paste that is to be asked for next. False where it can't be, or where
   /// another one waits for its paste.

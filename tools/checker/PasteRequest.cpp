@@ -4,6 +4,7 @@
 #include <span>
 #include <stdexcept>
 
+#include "hosts/desktop/ClipboardFile.h"
 #include "hosts/desktop/DesktopHost.h"
 #include "hosts/field/FieldParts.h"
 #include "src/base/BigEndian.h"
@@ -63,6 +64,7 @@ void requestPaste(Paste paste, std::int32_t pid) {
   const auto port = platform.messagePorts.CFMessagePortCreateRemote(
       inputMethodPortName(desktop::serialNumberOf(onlyInputMethod(host.processRegistry()))));
   if (port == nullptr) throw std::runtime_error("the input method serves no port");
+  desktop::ClipboardFile(configuration.runtimeDirectory, host.log()).takeLent();  // isn't meant
   tool.record().put(At::ClipState, kRestoreArmed);
   const auto payload = bigEndianBytes(pid);
   const std::int32_t result = platform.messagePorts.CFMessagePortSendRequest(

@@ -22,7 +22,7 @@ class Application {
   virtual std::string text(int field = 0) = 0;
   /// Waits until that is `expected`.
   testing::AssertionResult shows(const std::string& expected, int field = 0,
-                                 std::chrono::seconds longest = std::chrono::seconds(10));
+                                 std::chrono::seconds longest = std::chrono::seconds(30));
 
   [[nodiscard]] Program& program() { return program_; }
   [[nodiscard]] Screen::Window window() const { return window_; }
