@@ -15,6 +15,7 @@
 #include "apps/RunsApplications.h"
 #include "apps/UserParameters.h"
 #include "src/bridge/Presence.h"
+#include "src/bridge/QBIMLaunchServer.h"
 #include "src/bridge/qorv_sharedmem_State.h"
 #include "src/menu/CurrentAppFlags.h"
 #include "src/shell/QBIM_IMK_Start.h"
@@ -219,7 +220,10 @@ void RunningSystem::settle() {
 }
 
 void RunningSystem::restoreSiblings() {
-  if (host_.supervisor().takeCrashed() && signal_ == 0) Init_BIM_Server(instance_);
+  for (const FourCharCode crashed : host_.processRegistry().takeCrashed()) {
+    if (signal_ != 0) return;
+    crashed == kQuorvaneSignature ? QorvLaunchApp(instance_) : Init_BIM_Server(instance_);
+  }
 }
 
 void RunningSystem::exiting() {

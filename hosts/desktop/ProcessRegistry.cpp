@@ -100,7 +100,10 @@ bool ProcessRegistry::note(const AnnouncedProcess& process) {
 
 void ProcessRegistry::withdraw() {
   if (!std::exchange(announced_, false)) return;
-  unlink(announcementOf(ownPid()).c_str());
+  const std::filesystem::path file = announcementOf(ownPid());
+  const std::filesystem::path away = folder_ / ("." + announcementFileName(ownPid()) + ".over");
+  rename(file.c_str(), away.c_str());
+  unlink(away.c_str());
 }
 
 bool ProcessRegistry::setFrontApplication(std::int32_t pid) {
@@ -165,7 +168,8 @@ void ProcessRegistry::refresh() {
     if ((event.mask & IN_Q_OVERFLOW) != 0) scanFolder();
     if (event.len == 0) continue;
     if ((event.mask & (IN_CLOSE_WRITE | IN_MOVED_TO)) != 0) announcementAppeared(event.name);
-    if ((event.mask & (IN_DELETE | IN_MOVED_FROM)) != 0) announcementWent(event.name);
+    if ((event.mask & IN_MOVED_FROM) != 0) announcementWent(event.name, true);
+    if ((event.mask & IN_DELETE) != 0) announcementWent(event.name, false);
   }
 }
 
@@ -202,9 +206,12 @@ std::optional<AnnouncedProcess> ProcessRegistry::readAnnouncement(
   return {};
 }
 
-void ProcessRegistry::announcementWent(std::string_view fileName) {
+/// Whoever ends moves it away; somebody else removes that of one that is dead.
+void ProcessRegistry::announcementWent(std::string_view fileName, bool moved) {
   const auto pid = pidOfAnnouncementFile(fileName);
-  if (pid && *pid != ownPid()) remove(*pid);
+  if (!pid || *pid == ownPid()) return;
+  const bool dead = !moved && !openProcess(*pid).valid();
+  remove(*pid, dead);
 }
 
 void ProcessRegistry::add(AnnouncedProcess process, Descriptor pidDescriptor) {
@@ -221,9 +228,10 @@ void ProcessRegistry::add(AnnouncedProcess process, Descriptor pidDescriptor) {
   if (observing_) notify(WorkspaceNotification::DidLaunchApplication, application);
 }
 
-void ProcessRegistry::remove(std::int32_t pid) {
+void ProcessRegistry::remove(std::int32_t pid, bool crashed) {
   const std::size_t index = indexOf(pid);
   if (index == kNotFound) return;
+  if (crashed) crashed_.push_back(processes_[index].announcement.signature);
   const NSRunningApplication application = applications_[index];
   const auto offset = static_cast<std::ptrdiff_t>(index);
   processes_.erase(processes_.begin() + offset);
@@ -234,8 +242,9 @@ void ProcessRegistry::remove(std::int32_t pid) {
 }
 
 void ProcessRegistry::processDied(std::int32_t pid) {
+  refresh();
   unlink(announcementOf(pid).c_str());
-  remove(pid);
+  remove(pid, true);
 }
 
 std::size_t ProcessRegistry::indexOf(std::int32_t pid) const {

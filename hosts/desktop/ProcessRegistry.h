@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "hosts/desktop/Announcement.h"
@@ -50,6 +51,8 @@ class ProcessRegistry {
   [[nodiscard]] const AnnouncedProcess* find(std::int32_t pid) const;
   /// The first one that isn't this process; null likewise.
   [[nodiscard]] const AnnouncedProcess* findSignature(FourCharCode signature) const;
+  /// Signatures of those of the list that have crashed or were killed; tells of each once.
+  std::vector<FourCharCode> takeCrashed() { return std::exchange(crashed_, {}); }
   /// False where the list hasn't got it or it has ended.
   bool signal(std::int32_t pid, int number) const;
   [[nodiscard]] std::int32_t ownPid() const { return processes_.front().pid; }
@@ -75,9 +78,9 @@ class ProcessRegistry {
   void announcementAppeared(std::string_view fileName);
   [[nodiscard]] std::optional<AnnouncedProcess> readAnnouncement(
       const std::filesystem::path& file) const;
-  void announcementWent(std::string_view fileName);
+  void announcementWent(std::string_view fileName, bool moved);
   void add(AnnouncedProcess process, Descriptor pidDescriptor);
-  void remove(std::int32_t pid);
+  void remove(std::int32_t pid, bool crashed);
   void processDied(std::int32_t pid);
   [[nodiscard]] std::size_t indexOf(std::int32_t pid) const;
   void notify(WorkspaceNotification name, const NSRunningApplication& application);
@@ -91,6 +94,7 @@ class ProcessRegistry {
   std::vector<std::shared_ptr<ObserverEntry>> observers_;
   std::int32_t frontPid_ = 0;
   bool announced_ = false;
+  std::vector<FourCharCode> crashed_;
   bool observing_ = false;  ///< the first scan notifies nobody
   Descriptor folderEvents_;
   std::unique_ptr<Registration> folderWatch_;

@@ -11,7 +11,6 @@
 #include <cstring>
 #include <system_error>
 
-#include "hosts/desktop/Accident.h"
 #include "hosts/desktop/AtomicFile.h"
 #include "hosts/desktop/LaunchedOutput.h"
 #include "hosts/desktop/PlainFile.h"
@@ -214,7 +213,6 @@ void Supervisor::ended(std::int32_t pid) {
     started->output->read();
     started->output->end();
   }
-  if (started->ready && waited && wasAccident(status)) crashed_ = true;
   if (!started->ready) tellOfEnd(*started, waited ? std::optional(status) : std::nullopt);
 }
 

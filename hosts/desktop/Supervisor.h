@@ -33,8 +33,6 @@ class Supervisor {
   /// Whether the one launched last has announced itself since, or ran at that already; says so
   /// once.
   bool takeLaunched() { return std::exchange(launched_, false); }
-  /// Whether one that was ready has crashed or was killed since; says so once.
-  bool takeCrashed() { return std::exchange(crashed_, false); }
   /// What went wrong last, in words; empty: nothing.
   [[nodiscard]] const std::string& trouble() const { return trouble_; }
   /// Ends what was started here, where that is to end with this process. Doing it twice does no
@@ -72,7 +70,6 @@ class Supervisor {
   std::unique_ptr<Registration> launches_;
   std::int32_t awaited_ = 0;  ///< 0: none
   bool launched_ = false;
-  bool crashed_ = false;
   std::string trouble_;
 };
 
