@@ -23,6 +23,11 @@ void redirect(const std::filesystem::path& file, int flags, int descriptor) {
   ::dup2(opened, descriptor);
 }
 
+bool isOf(const std::filesystem::path& entry, std::string_view signature) {
+  return entry.extension() == ".process" &&
+         contentOf(entry).find("\nsignature=" + std::string(signature) + '\n') != std::string::npos;
+}
+
 }  // namespace
 
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
@@ -57,15 +62,6 @@ std::string contentOf(const std::filesystem::path& file) {
   content << std::ifstream(file, std::ios::binary).rdbuf();
   return content.str();
 }
-
-namespace {
-
-bool isOf(const std::filesystem::path& entry, std::string_view signature) {
-  return entry.extension() == ".process" &&
-         contentOf(entry).find("\nsignature=" + std::string(signature) + '\n') != std::string::npos;
-}
-
-}  // namespace
 
 std::size_t announcementsIn(const std::filesystem::path& folder) {
   std::error_code error;
