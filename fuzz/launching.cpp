@@ -3,6 +3,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -47,9 +48,12 @@ void run(Bytes bytes) {
   const auto starts = desktop::parseLaunchStarts(text);
   require(desktop::parseLaunchStarts(desktop::formatLaunchStarts(starts)) == starts,
           "a record says the same when it is written again");
+  for (const auto& start : starts) require(start.pid > 0, "a process is one that can be signalled");
   if (const auto path = resources::pathOfAlias(bytes)) {
-    require(resources::pathOfAlias(resources::aliasRecord(*path)) == path,
-            "an alias leads to the same when it is written again");
+    auto written = resources::aliasRecord(*path);
+    std::copy_n(bytes.begin(), 4, written.begin());  // the user type, which nobody reads
+    require(std::ranges::equal(written, bytes),
+            "an alias is no longer and no shorter than its path");
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "hosts/resources/AliasRecord.h"
 #include "tests/conformance/HostStage.h"
 
 namespace quorvane::conformance {
@@ -69,6 +70,21 @@ TEST_P(CatalogConformance, AFolderGivesItsItemsWithTheirKindTypeAndCreator) {
   }
   EXPECT_EQ(list(refOf(folder, u"plain"), 1).status, fnfErr) << "a file is no folder";
   EXPECT_NE(files_.FSFindFolder(kUserDomain, "none"_4cc, *std::make_unique<FSRef>()), noErr);
+}
+
+TEST_P(CatalogConformance, AnAliasLeadsToWhatIsThere) {
+  stage_->makeFolder(folder_);
+  const FSRef base = supportRef();
+  FSRef found;
+  const auto resolve = [&](const FSRef* from, std::string_view path) {
+    return files_.FSResolveAlias(from, resources::aliasRecord(path), found);
+  };
+  EXPECT_EQ(resolve(nullptr, folder_), noErr);
+  EXPECT_EQ(found, refOf(base, u"Quorvane"));
+  EXPECT_EQ(resolve(&base, "Quorvane"), noErr);
+  EXPECT_EQ(found, refOf(base, u"Quorvane"));
+  EXPECT_EQ(resolve(nullptr, "Quorvane"), fnfErr);
+  EXPECT_EQ(resolve(&base, "none"), fnfErr);
 }
 
 TEST_P(CatalogConformance, AReferenceIsGoodForAsLongAsTheItemLives) {

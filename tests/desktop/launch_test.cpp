@@ -10,9 +10,7 @@
 #include <fstream>
 #include <thread>
 
-#include "hosts/desktop/LaunchRecord.h"
 #include "hosts/desktop/ProcessLiveness.h"
-#include "hosts/resources/AliasRecord.h"
 #include "tests/support/DesktopStage.h"
 #include "tools/applications/ApplicationFolder.h"
 
@@ -140,9 +138,7 @@ TEST_F(Launch, ACrashLoopEndsAndIsSaidWithWhatTheProgramPrinted) {
 TEST_F(Launch, WhatIsNoApplicationIsSaidAndNothingStarts) {
   put("exit 0");
   for (const char* const content :
-       {"", "quorvane-launcher 1\n", "quorvane-launcher 2\n/bin/sh\n",
-        "quorvane-launcher 1\n/no/such\n", "quorvane-launcher 1\n/tmp\n",
-        "quorvane-launcher 1\n/bin/sh\n\x01\n"}) {
+       {"", "quorvane-launcher 1\n/no/such\n", "quorvane-launcher 1\n/tmp\n"}) {
     std::ofstream(application_ / "Contents/launcher") << content;
     EXPECT_EQ(launch(stage_), kLSUnknownErr) << content;
     EXPECT_NE(stage_.host().supervisor().trouble(), "") << content;
@@ -168,37 +164,6 @@ TEST_F(Launch, EndsWithItsOwnerEvenWhereItWillNot) {
   EXPECT_TRUE(isRunning(pid));
   stage_.closeHost();
   EXPECT_FALSE(isRunning(pid));
-}
-
-TEST(AliasRecord, OnlyWhatIsWholeLeadsAnywhere) {
-  tests::DesktopStage stage;
-  quorvane::FileManager& files = stage.platform().fileManager;
-  const std::filesystem::path folder = stage.configuration().runtimeDirectory;
-  FSRef base;
-  FSRef found;
-  ASSERT_TRUE(files.CFURLGetFSRef(folder.parent_path(), base));
-  const auto alias = resources::aliasRecord("run");
-  EXPECT_EQ(files.FSResolveAlias(nullptr, resources::aliasRecord(folder.native()), found), noErr);
-  EXPECT_EQ(files.FSResolveAlias(&base, alias, found), noErr);
-  std::string path;
-  EXPECT_EQ(files.FSRefMakePath(found, path), noErr);
-  EXPECT_EQ(path, folder);
-  EXPECT_EQ(files.FSResolveAlias(nullptr, alias, found), fnfErr);
-  EXPECT_EQ(files.FSResolveAlias(&base, resources::aliasRecord("none"), found), fnfErr);
-  for (std::size_t size = 0; size < alias.size(); ++size) {
-    EXPECT_EQ(files.FSResolveAlias(&base, std::span(alias).first(size), found), paramErr);
-  }
-}
-
-TEST(LaunchRecord, OnlyItsOwnFormIsRead) {
-  const LaunchStarts starts{{7, 100, false}, {8, 200, true}};
-  const std::string good = formatLaunchStarts(starts);
-  EXPECT_EQ(parseLaunchStarts(good), starts);
-  EXPECT_NE(parseLaunchStarts(good.substr(0, good.size() - 1)), starts);
-  for (const char* const bad : {"quorvane-starts 1\n-7 1\n", "quorvane-starts 1\n7 1 read\n",
-                                "quorvane-starts 1\n7 1\n7 1\n7 1\n7 1\n"}) {
-    EXPECT_TRUE(parseLaunchStarts(bad).empty()) << bad;
-  }
 }
 
 }  // namespace

@@ -34,29 +34,6 @@ class DesktopProcesses : public testing::Test {
   tests::DesktopStage stage_;
 };
 
-TEST_F(DesktopProcesses, AnnouncementsAreReadBackAndAnythingElseIsNone) {
-  const std::string good = *formatAnnouncement({77, kMain});
-  ASSERT_TRUE(parseAnnouncement(good).has_value());
-  EXPECT_EQ(parseAnnouncement(good)->announcement, kMain);
-  EXPECT_EQ(parseAnnouncement(good)->pid, 77);
-  const std::vector<std::pair<std::string, std::string>> changes{
-      {"process 1", "process 2"},
-      {"pid=77", "pid=077"},
-      {"pid=77", "pid=9999999999"},
-      {"1:77", "1:78"},
-      {"APPL", "APP\x01"},
-      {"quorvane\n", "quorvane\nmore=1\n"},
-      {"name=", "name=" + std::string(64, 'n')}};
-  for (const auto& [from, to] : changes) {
-    std::string bad = good;
-    bad.replace(bad.rfind(from), from.size(), to);
-    EXPECT_FALSE(parseAnnouncement(bad).has_value()) << bad;
-  }
-  for (std::size_t size = 0; size < good.size(); ++size) {
-    EXPECT_FALSE(parseAnnouncement(good.substr(0, size)).has_value()) << size;
-  }
-}
-
 TEST_F(DesktopProcesses, ALivingOneIsWokenAndAKilledOneNoticedAndCleared) {
   tests::Child child([this] {
     std::ofstream(stage_.runtimeFile(announcementFileName(getpid())))

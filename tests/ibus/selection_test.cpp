@@ -35,15 +35,15 @@ class SelectionTest : public testing::Test {
   x11::Selection::Content look() {
     std::optional<x11::Selection::Content> found;
     ours.selection->look([&](x11::Selection::Content content) { found = std::move(content); });
-    loop.runUntil([&] { return found.has_value(); }, in(std::chrono::seconds(10)));
-    EXPECT_TRUE(found);
+    EXPECT_TRUE(turnsUntil([&] { return found.has_value(); }));
     return found.value_or(x11::Selection::Content{});
   }
   bool noticed(int copies) {
-    return loop.runUntil([&] { return ours.copied >= copies; }, in(std::chrono::seconds(30)));
+    return turnsUntil([&] { return ours.copied >= copies; });
   }
-  static desktop::RunLoop::Deadline in(std::chrono::seconds time) {
-    return std::chrono::steady_clock::now() + time;
+  template <class Condition>
+  bool turnsUntil(Condition condition) {
+    return loop.runUntil(condition, std::chrono::steady_clock::now() + std::chrono::seconds(30));
   }
 
   std::optional<HeadlessDesktop> desktop;

@@ -76,11 +76,7 @@ TEST(Doctor, NamesWhatIsBrokenAndNothingElse) {
        [](Facts& f) { f.session->at("IBUS_ENABLE_SYNC_MODE") = "1"; },
        {"sync mode"}},
       {"server gone", [](Facts& f) { f.servers = {}; }, {"server"}},
-      {"two servers",
-       [](Facts& f) {
-         f.servers = {11, 13};
-       },
-       {"server"}},
+      {"two servers", [](Facts& f) { f.servers.push_back(13); }, {"server"}},
       {"stranger's segment", [](Facts& f) { f.segments[1].owner = 1001; }, {"segments"}},
       {"segment of another make", [](Facts& f) { f.segments[0].size = 8; }, {"segments"}},
       {"segments gone", [](Facts& f) { f.segments = {}; }, {"segments"}},

@@ -17,20 +17,25 @@
 namespace quorvane::tests {
 namespace {
 
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-  std::vector<char*> result;
-  for (std::string& text : texts) result.push_back(text.data());
-  result.push_back(nullptr);
-  return result;
-}
-
 void redirect(const std::filesystem::path& file, int flags, int descriptor) {
   const int opened = ::open(file.c_str(), flags, 0600);
   if (opened < 0) ::_exit(126);
   ::dup2(opened, descriptor);
 }
 
+bool isOf(const std::filesystem::path& entry, std::string_view signature) {
+  return entry.extension() == ".process" &&
+         contentOf(entry).find("\nsignature=" + std::string(signature) + '\n') != std::string::npos;
+}
+
 }  // namespace
+
+std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
+  std::vector<char*> result;
+  for (const std::string& text : texts) result.push_back(const_cast<char*>(text.c_str()));
+  result.push_back(nullptr);
+  return result;
+}
 
 bool isPartlyRight(const std::string& text, const std::string& typed, const std::string& right) {
   std::istringstream words(text), typedWords(typed), rightWords(right);
@@ -57,15 +62,6 @@ std::string contentOf(const std::filesystem::path& file) {
   content << std::ifstream(file, std::ios::binary).rdbuf();
   return content.str();
 }
-
-namespace {
-
-bool isOf(const std::filesystem::path& entry, std::string_view signature) {
-  return entry.extension() == ".process" &&
-         contentOf(entry).find("\nsignature=" + std::string(signature) + '\n') != std::string::npos;
-}
-
-}  // namespace
 
 std::size_t announcementsIn(const std::filesystem::path& folder) {
   std::error_code error;
@@ -146,12 +142,8 @@ RunningProgram::~RunningProgram() {
 void RunningProgram::signal(int number) const { ::kill(pid_, number); }
 
 int RunningProgram::wait() {
-  const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
   int status = 0;
-  while (::waitpid(pid_, &status, WNOHANG) == 0) {
-    if (std::chrono::steady_clock::now() > limit) return -1;
-    pauseShortly();
-  }
+  if (!eventually([&] { return ::waitpid(pid_, &status, WNOHANG) != 0; })) return -1;
   ended_ = true;
   return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }

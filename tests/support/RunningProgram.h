@@ -70,13 +70,15 @@ std::size_t announcementsIn(const std::filesystem::path& folder);
 /// Process id of the one that has with this signature; 0: none.
 pid_t announced(const std::filesystem::path& folder, std::string_view signature);
 
+/// As `execve` takes them.
+std::vector<char*> pointersTo(const std::vector<std::string>& texts);
+
 void pauseShortly();
 
-/// Looks again and again until `condition` holds; false where it doesn't within a minute.
+/// Looks again and again until `condition` holds; false where it doesn't in all that time.
 template <class Condition>
-bool eventually(Condition condition) {
-  using namespace std::chrono_literals;
-  const auto limit = std::chrono::steady_clock::now() + 60s;
+bool eventually(Condition condition, std::chrono::milliseconds longest = std::chrono::minutes(1)) {
+  const auto limit = std::chrono::steady_clock::now() + longest;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > limit) return false;
     pauseShortly();

@@ -83,14 +83,9 @@ Application::Application(HeadlessDesktop& desktop, const Launch& launch)
 testing::AssertionResult Application::shows(const std::string& expected, int field,
                                             std::chrono::seconds longest) {
   std::string last;
-  const auto limit = std::chrono::steady_clock::now() + longest;
-  while ((last = text(field)) != expected) {
-    if (std::chrono::steady_clock::now() > limit) {
-      return testing::AssertionFailure() << '"' << last << "\" for \"" << expected << '"';
-    }
-    pauseShortly();
-  }
-  return testing::AssertionSuccess();
+  const auto isThere = [&] { return (last = text(field)) == expected; };
+  if (eventually(isThere, longest)) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << '"' << last << "\" for \"" << expected << '"';
 }
 
 GtkClient::GtkClient(HeadlessDesktop& desktop, int version, std::vector<std::string> fields)
@@ -104,13 +99,9 @@ Editor::Editor(HeadlessDesktop& desktop, const std::string& name)
     : Application(desktop, editorLaunch(desktop, name)) {}
 
 std::string Editor::text(int /*field*/) {
-  using namespace std::chrono_literals;
   const auto before = lastWrite(document());
-  const auto limit = std::chrono::steady_clock::now() + 300ms;
   desktop().screen().press("Control_L+s");
-  while (lastWrite(document()) == before && std::chrono::steady_clock::now() < limit) {
-    pauseShortly();
-  }
+  eventually([&] { return lastWrite(document()) != before; }, std::chrono::milliseconds(300));
   return contentOf(document());
 }
 

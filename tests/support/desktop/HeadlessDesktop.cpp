@@ -24,23 +24,20 @@ class Doorbell {
     sockaddr_un address{AF_UNIX, {}};
     path.native().copy(address.sun_path, sizeof address.sun_path - 1);
     ::unlink(path.c_str());
-    if (::bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-        ::listen(socket_, 1) != 0) {
+    if (::bind(socket_.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        ::listen(socket_.get(), 1) != 0) {
       throw std::runtime_error("no socket for the panel");
     }
   }
-  ~Doorbell() { ::close(socket_); }
-  Doorbell(const Doorbell&) = delete;
-  Doorbell& operator=(const Doorbell&) = delete;
 
   [[nodiscard]] std::unique_ptr<Lines> answer() const {
-    pollfd waiting{socket_, POLLIN, 0};
+    pollfd waiting{socket_.get(), POLLIN, 0};
     if (::poll(&waiting, 1, 20'000) <= 0) throw std::runtime_error("the panel hasn't started");
-    return std::make_unique<Lines>(::accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC));
+    return std::make_unique<Lines>(::accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC));
   }
 
  private:
-  int socket_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  desktop::Descriptor socket_{::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
 };
 
 /// The framework's own input context, which has the focus while no client has.

@@ -13,15 +13,10 @@
 #include <stdexcept>
 #include <utility>
 
+#include "tests/support/RunningProgram.h"
+
 namespace quorvane::tests {
 namespace {
-
-std::vector<char*> argumentsOf(const std::vector<std::string>& texts) {
-  std::vector<char*> result;
-  for (const std::string& text : texts) result.push_back(const_cast<char*>(text.c_str()));
-  result.push_back(nullptr);
-  return result;
-}
 
 /// Both ends of a connection for a program that speaks; none for one that doesn't.
 struct Ends {
@@ -41,28 +36,24 @@ struct Ends {
   ::dup2(end >= 0 ? end : ::open("/dev/null", O_RDONLY), STDIN_FILENO);
   ::dup2(end >= 0 ? end : log, STDOUT_FILENO);
   ::dup2(log, STDERR_FILENO);
-  const std::vector<char*> arguments = argumentsOf(launch.command);
-  ::execvpe(arguments.front(), arguments.data(), argumentsOf(launch.variables).data());
+  const std::vector<char*> arguments = pointersTo(launch.command);
+  ::execvpe(arguments.front(), arguments.data(), pointersTo(launch.variables).data());
   ::_exit(127);
 }
 
 }  // namespace
 
-Lines::~Lines() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
 void Lines::send(const std::string& line) const {
   const std::string whole = line + '\n';
-  const auto sent = ::send(descriptor_, whole.data(), whole.size(), MSG_NOSIGNAL);
+  const auto sent = ::send(descriptor_.get(), whole.data(), whole.size(), MSG_NOSIGNAL);
   if (sent != static_cast<ssize_t>(whole.size())) throw std::runtime_error("can't send: " + line);
 }
 
 bool Lines::take(int milliseconds) {
-  pollfd waiting{descriptor_, POLLIN, 0};
+  pollfd waiting{descriptor_.get(), POLLIN, 0};
   if (::poll(&waiting, 1, milliseconds) <= 0) return false;
   std::array<char, 4096> part;
-  const ssize_t size = ::read(descriptor_, part.data(), part.size());
+  const ssize_t size = ::read(descriptor_.get(), part.data(), part.size());
   if (size <= 0) return false;
   rest_.append(part.data(), static_cast<std::size_t>(size));
   for (std::size_t end = 0; (end = rest_.find('\n')) != std::string::npos;) {

@@ -9,15 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/desktop/Descriptor.h"
+
 namespace quorvane::tests {
 
 /// A connection on which both sides speak in lines.
 class Lines {
  public:
   explicit Lines(int descriptor) : descriptor_(descriptor) {}
-  ~Lines();
-  Lines(const Lines&) = delete;
-  Lines& operator=(const Lines&) = delete;
 
   void send(const std::string& line) const;
   /// Waits for a line that begins so and gives what follows. Lines before it count as read. Throws
@@ -32,7 +31,7 @@ class Lines {
   /// False where nothing came for so long, or never will.
   bool take(int milliseconds);
 
-  int descriptor_;
+  desktop::Descriptor descriptor_;
   std::string rest_;
   std::vector<std::string> lines_;
   std::size_t read_ = 0;

@@ -1,7 +1,7 @@
 // A window with a field for each argument: entry, view, hidden, purpose (a visible entry for a
 // password) and, with GTK 4, password. Each change of a field is told as "text NUMBER ESCAPED".
 //
-//   focus NUMBER | set ESCAPED (into the focused field) | copy TEXT | print | quit
+//   focus NUMBER | set ESCAPED (into the focused field) | copy TEXT | quit
 
 #include <gtk/gtk.h>
 
@@ -109,7 +109,6 @@ void obey(const std::string& word, const std::string& rest) {
   if (word == "focus") gtk_widget_grab_focus(fields.at(std::stoul(rest)));
   if (word == "set") setText(fields[focused()], rest);
   if (word == "copy") copy(rest);
-  if (word == "print") tell(focused());
 }
 
 }  // namespace

@@ -31,8 +31,8 @@ void sayText(const std::string& what, IBusText* text, gboolean visible) {
 }
 
 /// "KEY TYPE STATE SENSITIVE LABEL", with a hyphen before it for each menu that it lies in.
-void sayProperty(const std::string& what, IBusProperty* property, int depth) {
-  say(what + ' ' + std::string(static_cast<std::size_t>(depth), '-') +
+void sayProperty(IBusProperty* property, int depth) {
+  say("property " + std::string(static_cast<std::size_t>(depth), '-') +
       ibus_property_get_key(property) + ' ' +
       std::to_string(ibus_property_get_prop_type(property)) + ' ' +
       std::to_string(ibus_property_get_state(property)) + ' ' +
@@ -44,7 +44,7 @@ void sayProperties(IBusPropList* list, int depth) {
   for (guint i = 0; list != nullptr; ++i) {
     IBusProperty* const property = ibus_prop_list_get(list, i);
     if (property == nullptr) return;
-    sayProperty("property", property, depth);
+    sayProperty(property, depth);
     sayProperties(ibus_property_get_sub_props(property), depth + 1);
   }
 }
@@ -70,41 +70,18 @@ void onAuxiliary(IBusPanelService* /*panel*/, IBusText* text, gboolean visible) 
 }
 
 void onFocus(IBusPanelService* /*panel*/, const char* path) { say(std::string("focus ") + path); }
-void onBlur(IBusPanelService* /*panel*/, const char* path) { say(std::string("blur ") + path); }
 
-void onProperties(IBusPanelService* /*panel*/, IBusPropList* list) {
-  say("properties");
-  sayProperties(list, 0);
-}
-
-void onProperty(IBusPanelService* /*panel*/, IBusProperty* property) {
-  sayProperty("changed", property, 0);
-}
-
-void onCaret(IBusPanelService* /*panel*/, int x, int y, int width, int height) {
-  say("caret " + std::to_string(x) + ' ' + std::to_string(y) + ' ' + std::to_string(width) + ' ' +
-      std::to_string(height));
-}
-
-void onWord(IBusPanelService* /*panel*/, gpointer word) { say(static_cast<const char*>(word)); }
+void onProperties(IBusPanelService* /*panel*/, IBusPropList* list) { sayProperties(list, 0); }
 
 void listen() {
-  const auto on = [](const char* signal, GCallback handler, const char* word = nullptr) {
-    g_signal_connect(panel, signal, handler, const_cast<char*>(word));
+  const auto on = [](const char* signal, GCallback handler) {
+    g_signal_connect(panel, signal, handler, nullptr);
   };
   on("focus-in", G_CALLBACK(onFocus));
-  on("focus-out", G_CALLBACK(onBlur));
   on("update-lookup-table", G_CALLBACK(onCandidates));
   on("update-auxiliary-text", G_CALLBACK(onAuxiliary));
   on("update-preedit-text", G_CALLBACK(onPreedit));
   on("register-properties", G_CALLBACK(onProperties));
-  on("update-property", G_CALLBACK(onProperty));
-  on("set-cursor-location", G_CALLBACK(onCaret));
-  for (const char* const signal :
-       {"show-lookup-table", "hide-lookup-table", "show-auxiliary-text", "hide-auxiliary-text",
-        "show-preedit-text", "hide-preedit-text"}) {
-    on(signal, G_CALLBACK(onWord), signal);
-  }
 }
 
 void selectEngine(const std::string& name) {

@@ -26,45 +26,19 @@ bool standsTeh(IBusEngine* engine) {
   return result;
 }
 
-void commit(IBusEngine* engine, const char* text) {
-  ibus_engine_commit_text(engine, ibus_text_new_from_string(text));
-}
-
-void showCandidates(IBusEngine* engine) {
-  IBusLookupTable* const table = ibus_lookup_table_new(5, 0, TRUE, TRUE);
-  for (const char* const text : {"one", "two\n"}) {
-    ibus_lookup_table_append_candidate(table, ibus_text_new_from_string(text));
-  }
-  ibus_engine_update_lookup_table(engine, table, TRUE);
-  ibus_engine_update_auxiliary_text(engine, ibus_text_new_from_string("note"), TRUE);
-}
-
 gboolean onKey(IBusEngine* engine, guint keyval, guint /*keycode*/, guint state) {
   if ((state & IBUS_RELEASE_MASK) != 0 || keyval >= 0x100) return FALSE;
   if (replaces && keyval == ' ' && standsTeh(engine)) {
     ibus_engine_delete_surrounding_text(engine, -3, 3);
-    commit(engine, "the ");
+    ibus_engine_commit_text(engine, ibus_text_new_from_string("the "));
     return TRUE;
   }
-  if (replaces && keyval == '?') showCandidates(engine);
   return FALSE;
 }
 
 void onFocus(IBusEngine* engine) {
   ibus_engine_get_surrounding_text(engine, nullptr, nullptr, nullptr);
-  if (!replaces) return;
-  IBusPropList* const menu = ibus_prop_list_new();
-  ibus_prop_list_append(
-      menu, ibus_property_new("item", PROP_TYPE_NORMAL, ibus_text_new_from_string("An item"),
-                              nullptr, nullptr, TRUE, TRUE, PROP_STATE_UNCHECKED, nullptr));
-  ibus_engine_register_properties(engine, menu);
 }
-
-void onCandidate(IBusEngine* engine, guint index, guint /*button*/, guint /*state*/) {
-  commit(engine, index == 0 ? "one" : "two");
-}
-
-void onItem(IBusEngine* engine, const char* key, guint /*state*/) { commit(engine, key); }
 
 IBusEngine* create(IBusFactory* factory, const char* name) {
   static int number = 0;
@@ -73,8 +47,6 @@ IBusEngine* create(IBusFactory* factory, const char* name) {
       ibus_engine_new(name, path.c_str(), ibus_service_get_connection(IBUS_SERVICE(factory)));
   g_signal_connect(engine, "process-key-event", G_CALLBACK(onKey), nullptr);
   g_signal_connect(engine, "focus-in", G_CALLBACK(onFocus), nullptr);
-  g_signal_connect(engine, "candidate-clicked", G_CALLBACK(onCandidate), nullptr);
-  g_signal_connect(engine, "property-activate", G_CALLBACK(onItem), nullptr);
   return engine;
 }
 
