@@ -154,10 +154,6 @@ void HeadlessDesktop::focus(Screen::Window window) {
   focusBy([&] { screen_->focus(window); });
 }
 
-bool HeadlessDesktop::clientHasFocus() {
-  return panel_->last("focus ").value_or(kNobody) != kNobody;
-}
-
 void HeadlessDesktop::awaitFocus() {
   while (panel_->await("focus ") == kNobody) continue;
 }

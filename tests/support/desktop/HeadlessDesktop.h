@@ -51,15 +51,10 @@ class HeadlessDesktop {
     awaitFocus();
   }
 
-  /// Whether a client has the engine's attention, by what the panel has told last.
-  bool clientHasFocus();
-
   /// Makes the engine the one in use, starting it where it doesn't run.
   void selectEngine();
   /// Process of the engine; 0: none.
   [[nodiscard]] pid_t engine() const;
-  void killDaemon() { daemon_.reset(); }
-  /// At the beginning, and again after `killDaemon`.
   void startDaemon();
   /// A picture of the whole display as a PNG.
   void screenshot(const std::filesystem::path& picture) const;
