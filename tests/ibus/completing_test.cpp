@@ -7,9 +7,12 @@ namespace {
 
 using Completing = ServedDesktop;
 
-/// Waits until the panel shows candidates that begin so.
-void awaitCandidates(HeadlessDesktop& desktop, const std::string& beginning) {
-  while (desktop.panel().await("candidates shown ").find(beginning) == std::string::npos) continue;
+/// Waits until the panel shows candidates of which `first` is the first.
+void awaitCandidates(HeadlessDesktop& desktop, const std::string& first) {
+  std::string shown;
+  do {
+    shown = desktop.panel().await("candidates shown ");
+  } while (!shown.substr(shown.find('\t') + 1).starts_with(first + '\t'));
 }
 
 TEST_F(Completing, ByKeysAndByTheMouse) {
@@ -23,7 +26,7 @@ TEST_F(Completing, ByKeysAndByTheMouse) {
     const auto letters = [&](const char* typed) {
       desktop().panel().skip();
       screen().type(typed, Screen::Pause(20));
-      awaitCandidates(desktop(), "\taccount");
+      awaitCandidates(desktop(), "account");
     };
     letters("account");
     screen().press("space");
